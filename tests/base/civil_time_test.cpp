@@ -1,0 +1,82 @@
+#include "base/civil_time.h"
+
+#include <gtest/gtest.h>
+
+#include "base/packed_time.h"
+
+namespace pallomir {
+namespace {
+
+TEST(CivilTime, GoesThereAndBackOverTheWholeRange) {
+  for (Millis time = ToMillis({1899, 12, 30}); time < ToMillis({2101, 1, 1});
+       time += 37 * kHour + 61 * kSecond) {
+    ASSERT_EQ(ToMillis(ToCivil(time)), time);
+    ASSERT_TRUE(IsPossible(ToCivil(time)));
+  }
+}
+
+TEST(CivilTime, CarriesFieldsOutsideTheirRanges) {
+  EXPECT_EQ(ToCivil(ToMillis({2026, 3, 0})), (CivilTime{2026, 2, 28}));
+  EXPECT_EQ(ToCivil(ToMillis({2026, 0, 1})), (CivilTime{2025, 12, 1}));
+  EXPECT_EQ(ToCivil(ToMillis({2026, 13, 32})), (CivilTime{2027, 2, 1}));
+}
+
+TEST(CivilTime, FloorsBeforeTheEpochToo) {
+  EXPECT_EQ(ToCivil(-1), (CivilTime{1969, 12, 31, 23, 59, 59}));
+  EXPECT_EQ(WholeDay(-1), -kDay);
+  EXPECT_EQ(DayOfWeek(-1), 3);
+  EXPECT_EQ(DayOfWeek(ToMillis({2026, 11, 22})), 0);
+}
+
+TEST(CivilTime, RefusesDatesThatDoNotExist) {
+  const CivilTime impossible[] = {
+      {2026, 2, 29}, {2026, 4, 31},    {2026, 0, 1},     {2026, 13, 1},       {2026, 1, 0},
+      {2026, 1, 32}, {2026, 1, 1, 24}, {2026, 1, 1, -1}, {2026, 1, 1, 0, 60}, {2026, 1, 1, 0, 0, 60}};
+  for (const CivilTime& time : impossible) EXPECT_FALSE(IsPossible(time)) << time.month << "/" << time.day;
+  EXPECT_TRUE(IsPossible({2024, 2, 29, 23, 59, 59}));
+}
+
+TEST(CivilTime, Texts) {
+  const struct {
+    CivilTime time;
+    const char* dateTime;
+    const char* timeOfDay;
+    const char* iso;
+  } cases[] = {
+      {{2026, 11, 22, 0, 0, 0}, "11/22/26 12:00:00 AM", "12:00:00 a", "2026-11-22 00:00:00"},
+      {{2026, 1, 2, 12, 5, 9}, "01/02/26 12:05:09 PM", "12:05:09 p", "2026-01-02 12:05:09"},
+      {{2009, 5, 19, 23, 59, 59}, "05/19/09 11:59:59 PM", "11:59:59 p", "2009-05-19 23:59:59"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(DateTimeText(ToMillis(c.time)), c.dateTime);
+    EXPECT_EQ(TimeOfDayText(ToMillis(c.time)), c.timeOfDay);
+    EXPECT_EQ(IsoText(ToMillis(c.time) + 999), c.iso);
+  }
+}
+
+TEST(PackedTime, OrderIsTimeOrderAndTheFlagIsIgnored) {
+  std::uint32_t before = 0;
+  for (Millis time = ToMillis({2000, 1, 1}); time < ToMillis({2032, 1, 1});
+       time += 11 * kHour + 13 * kSecond) {
+    const auto packed = EncodePackedTime(time);
+    ASSERT_TRUE(packed);
+    ASSERT_GT(*packed, before);
+    before = *packed;
+    ASSERT_EQ(DecodePackedTime(*packed), time);
+    ASSERT_EQ(DecodePackedTime(*packed | kPackedTimeFlag), time);
+  }
+  EXPECT_EQ(EncodePackedTime(ToMillis({2001, 2, 3, 4, 5, 6})),
+            1u * 67108864 + 2u * 4194304 + 3u * 131072 + 4u * 4096 + 5u * 64 + 6u);
+}
+
+TEST(PackedTime, HoldsNoYearOutsideItsRangeAndNoImpossibleDate) {
+  EXPECT_FALSE(EncodePackedTime(ToMillis({1999, 12, 31, 23, 59, 59})));
+  EXPECT_FALSE(EncodePackedTime(ToMillis({2032, 1, 1})));
+  EXPECT_FALSE(DecodePackedTime(0));
+  EXPECT_FALSE(DecodePackedTime(13u << 22 | 1u << 17));
+  EXPECT_FALSE(DecodePackedTime(2u << 22 | 30u << 17));
+  EXPECT_FALSE(DecodePackedTime(1u << 22 | 1u << 17 | 24u << 12));
+}
+
+}  // namespace
+}  // namespace pallomir
