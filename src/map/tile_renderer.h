@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "base/data_point.h"
+#include "map/track_marks.h"
+#include "platform/geometry.h"
+
+namespace pallomir {
+
+/// What the renderer draws. Points of one unit ascend in time; units stand in the order of their rows.
+struct TrackDrawing {
+  std::vector<std::span<const DataPoint>> units;
+  std::int32_t CentreX = 0;
+  std::int32_t CentreY = 0;
+  std::int32_t UnitsPerPixel = 1;  ///< at least 1
+  int TileZoom = 0;
+  PixelSize browser;  ///< the band that is drawn reaches one browser size and 256 pixels from the centre
+  bool ringReceived = false;     ///< ring the points sent and received
+  bool ringNotReceived = false;  ///< ring the points sent and not received
+};
+
+/// An entry of the fastest points.
+struct FastPoint {
+  std::size_t index = 0;    ///< the point's number within its unit, from 1
+  std::uint32_t speed = 0;  ///< low nine bits of the status word
+  std::size_t unit = 0;     ///< the unit's row, from 1; 0 for the two sentinels
+  bool operator==(const FastPoint&) const = default;
+};
+
+/// The fastest points of one drawing, fastest first. Two sentinels (speed 512 and speed 0) spare the search
+/// its ends; at most 22 entries, of equal speeds the earlier found stay ahead.
+class FastestPoints {
+ public:
+  void Offer(const FastPoint& point);
+  const std::vector<FastPoint>& Entries() const { return entries_; }
+
+ private:
+  static constexpr std::size_t kMaxEntries = 22;
+  std::vector<FastPoint> entries_{{0, 512, 0}, {1, 0, 0}};
+};
+
+struct TrackPicture {
+  TrackMarks marks;
+  FastestPoints fastest;
+};
+
+/// Draws crosses, segments, rings and end markers, in this order, so that end markers lie on top.
+TrackPicture DrawTracks(const TrackDrawing& drawing, int generation);
+
+}  // namespace pallomir

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+namespace pallomir {
+
+/// The folders that the system gives the program.
+struct Folders {
+  std::filesystem::path application;  ///< where the executable and its assets lie
+  std::filesystem::path commonData;   ///< common application data; created if missing
+  std::filesystem::path userProfile;  ///< the user's own folder
+};
+
+/// Creates the folder; any error (it exists, the parent is missing) is ignored.
+void MakeFolder(const std::filesystem::path& folder);
+
+}  // namespace pallomir

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/geometry.h"
+
+namespace pallomir {
+
+/// The main window as a window: its place, its state and its being in front. What it shows is
+/// shell/client_view.h.
+class MainWindow {
+ public:
+  virtual ~MainWindow() = default;
+
+  /// The system's number of the window.
+  virtual std::int64_t Handle() const = 0;
+  /// The part of the desktop that no panel covers.
+  virtual PixelRect WorkArea() const = 0;
+  virtual PixelRect Bounds() const = 0;
+  virtual void SetBounds(const PixelRect& bounds) = 0;
+  virtual void Show() = 0;
+  virtual void Maximise() = 0;
+  virtual bool IsMaximised() const = 0;
+  virtual bool IsMinimised() const = 0;
+  /// Brings the window to the front. It takes the keyboard only when no other program's window and none of
+  /// our own dialogs is active.
+  virtual void BringToForeground() = 0;
+  /// Closes the window as its close button does, which ends the application.
+  virtual void Close() = 0;
+};
+
+}  // namespace pallomir

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace pallomir {
+
+/// The stored preferences as every room uses them: texts by key. Keys and defaults stand in
+/// shell/settings_keys.h.
+class Settings {
+ public:
+  virtual ~Settings() = default;
+  /// The stored value; where there is none, `defaultValue`, which the key then keeps for this run.
+  virtual std::string Get(std::string_view key, std::string_view defaultValue) = 0;
+  /// Stores the value on disk and returns it.
+  virtual std::string Save(std::string_view key, std::string_view value) = 0;
+};
+
+}  // namespace pallomir
