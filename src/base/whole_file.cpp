@@ -1,0 +1,92 @@
+#include "base/whole_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace pallomir {
+namespace {
+
+class Descriptor {
+ public:
+  explicit Descriptor(int fd) : fd_(fd) {}
+  ~Descriptor() { Close(); }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  int Get() const { return fd_; }
+  bool Close() {
+    const bool closed = fd_ < 0 || ::close(fd_) == 0;
+    fd_ = -1;
+    return closed;
+  }
+
+ private:
+  int fd_;
+};
+
+std::error_code LastError() {
+  return {errno, std::generic_category()};
+}
+
+bool WriteAll(int fd, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t written = ::write(fd, content.data(), content.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    content.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return true;
+}
+
+}  // namespace
+
+std::optional<std::string> ReadWholeFile(const std::filesystem::path& path, std::size_t limit,
+                                         std::error_code& error) {
+  error.clear();
+  // Not blocking: a pipe in the file's place must not hold the program up.
+  Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  struct stat status {};
+  if (file.Get() < 0 || ::fstat(file.Get(), &status) != 0) {
+    error = LastError();
+    return std::nullopt;
+  }
+  if (!S_ISREG(status.st_mode)) error = std::make_error_code(std::errc::is_a_directory);
+  if (static_cast<std::size_t>(status.st_size) > limit)
+    error = std::make_error_code(std::errc::file_too_large);
+  if (error) return std::nullopt;
+  std::string content(static_cast<std::size_t>(status.st_size), '\0');
+  std::size_t size = 0;
+  while (size < content.size()) {
+    const ssize_t count = ::read(file.Get(), content.data() + size, content.size() - size);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) {
+      error = LastError();
+      return std::nullopt;
+    }
+    if (count == 0) break;
+    size += static_cast<std::size_t>(count);
+  }
+  content.resize(size);
+  return content;
+}
+
+std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view content) {
+  std::filesystem::path beside = path;
+  beside += ".new";
+  Descriptor file(::open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
+  if (file.Get() < 0) return LastError();
+  if (!WriteAll(file.Get(), content) || ::fsync(file.Get()) != 0 || !file.Close() ||
+      ::rename(beside.c_str(), path.c_str()) != 0) {
+    const std::error_code error = LastError();
+    ::unlink(beside.c_str());
+    return error;
+  }
+  // The rename itself reaches the disk with the folder.
+  Descriptor folder(::open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder.Get() >= 0) ::fsync(folder.Get());
+  return {};
+}
+
+}  // namespace pallomir

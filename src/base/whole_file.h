@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace pallomir {
+
+/// The file's bytes; nothing, with `error` set, when it can't be read or is longer than `limit`.
+std::optional<std::string> ReadWholeFile(const std::filesystem::path& path, std::size_t limit,
+                                         std::error_code& error);
+
+/// Writes the file beside its place, flushes it to the disk and renames it over: a crash or a full disk
+/// leaves the old file whole. The error, or none.
+std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view content);
+
+}  // namespace pallomir

@@ -1,0 +1,70 @@
+#include "shell/client.h"
+
+#include <string>
+
+#include "shell/menus.h"
+#include "shell/settings_keys.h"
+
+namespace pallomir {
+
+Client::Client(const Ports& ports) : ports_(ports) {
+  BuildMenus(menus_);
+  menus_.chosen = [this](const MenuItem& item) { MenuChosen(item); };
+  connection_ = std::make_unique<ServerConnection>(ports_.wsClientA, ports_.wsClientB, ports_.wsClientC,
+                                                   ports_.loop, ports_.trace, ConnectionHost());
+  CreateTimers();
+}
+
+Client::~Client() = default;
+
+void Client::CreateTimers() {
+  const auto create = [this](const char* name, int interval, void (Client::*tick)()) {
+    return ports_.loop.CreateTimer(name, interval, [this, tick] { (this->*tick)(); });
+  };
+  tmrRedraw_ = create("tmrRedraw", 1000, &Client::OnRedrawTick);
+  lastUpdateTimer_ = create("LastUpdateTimer", 1000, &Client::UpdateCaption);
+  tmrFocusGetter_ = create("tmrFocusGetter", 250, &Client::FocusLost);
+  tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
+  tmrPB_ = create("tmrPB", RetryCountdown::kTickMilliseconds, &Client::OnRetryTick);
+  dataPause_ = create("DataPause", 100, &Client::OnDataPauseTick);
+  splashPause_ = create("SplashPause", 500, &Client::OnPageReady);
+  pageRetry_ = create("PageRetry", 5000, &Client::NavigateToMap);
+  placementDelay_ = create("PlacementDelay", 250, &Client::StorePlacement);
+}
+
+void Client::Unload() {
+  if (closing_) return;
+  ports_.settings.Save(setting::kWindowState.key, ports_.window.IsMaximised() ? "2" : "0");
+  closing_ = true;
+  StorePlacement();
+  Run(seams.stopSound);
+  Run(seams.closeReports);
+  for (Timer* timer :
+       {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), tmrDTP_.get(), tmrPB_.get(),
+        dataPause_.get(), splashPause_.get(), pageRetry_.get(), placementDelay_.get()}) {
+    timer->SetEnabled(false);
+  }
+  ports_.view.CloseWindows();
+  ReleaseMutex([this] { ports_.view.EndApplication(0); });
+  connection_->Close();
+  ports_.browser.Stop();
+  ports_.trace.Line("end of the session");
+}
+
+// `then` follows the answer to the message of a failure.
+void Client::ReleaseMutex(const std::function<void()>& then) {
+  const int error = ports_.mutex.Release();
+  if (error != 0) {
+    ports_.questions.Tell("Mutex Release Error: " + std::to_string(error) +
+                              "\nhMutex = " + std::to_string(ports_.mutex.Handle()),
+                          "Pallomir", Question::Icon::kNone, [then](const Answer&) { then(); });
+  }
+  ports_.mutex.Close();
+  if (error == 0) then();
+}
+
+Millis Client::NowLocal() const {
+  return ports_.clock.NowUtc() - utcOffsetMinutes_ * kMinute;
+}
+
+}  // namespace pallomir

@@ -1,0 +1,270 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <type_traits>
+
+#include "base/trace.h"
+#include "map/map_view.h"
+#include "map/page_commands.h"
+#include "map/track_tiles.h"
+#include "platform/beeper.h"
+#include "platform/browser.h"
+#include "platform/clock.h"
+#include "platform/endpoint.h"
+#include "platform/event_loop.h"
+#include "platform/folders.h"
+#include "platform/instance_signal.h"
+#include "platform/main_window.h"
+#include "platform/menu_model.h"
+#include "platform/named_mutex.h"
+#include "platform/settings.h"
+#include "platform/user_registry.h"
+#include "shell/client_view.h"
+#include "shell/deployment.h"
+#include "shell/settings_keys.h"
+#include "shell/stored_choices.h"
+#include "timeline/date_pickers.h"
+#include "timeline/time_window.h"
+#include "tracking/mobile_units.h"
+#include "tracking/packet_stream.h"
+#include "tracking/point_store.h"
+#include "tracking/retry_countdown.h"
+#include "tracking/server_connection.h"
+#include "ui/question_queue.h"
+
+namespace pallomir {
+
+/// Everything outside the core that the client works with. All of it outlives the client.
+struct Ports {
+  ClientView& view;
+  MainWindow& window;
+  Browser& browser;
+  DatagramEndpoint& wsClientA;
+  StreamEndpoint& wsClientB;
+  StreamEndpoint& wsClientC;
+  EventLoop& loop;
+  Clock& clock;
+  QuestionQueue& questions;
+  Settings& settings;
+  UserRegistry& registry;
+  NamedMutex& mutex;
+  InstanceSignal& instanceSignal;
+  Beeper& beeper;
+  Trace& trace;
+  Folders folders;
+  Deployment deployment;
+};
+
+/// Where rooms that are not built yet will be joined on. An empty one is skipped.
+struct Seams {
+  std::function<void()> startAlert;       ///< a batch of data has been processed
+  std::function<void()> stopSound;        ///< the window was resized or closes
+  std::function<void()> closeReports;     ///< the data of the report tables and pop-ups changes
+  std::function<void()> hidePointMarker;  ///< the map under the marker has moved
+  std::function<void()> redrawStrips;     ///< the timeline's scale and data strips
+  std::function<void()> editUnits;        ///< the unit editor is wanted
+  std::function<void()> loadZones;        ///< zone menus and the page's zone list
+  std::function<void(char, const std::string&)> editZone;  ///< "F", "C" or "3" of the page's zone editing
+  std::function<void(double, double)> offerZonesAt;        ///< right-click at degrees, before the popup
+  std::function<void(const std::string&)> showGeocode;     ///< the page's address of the clicked point
+  std::function<void(const page::MouseMoved&)> showPointUnder;  ///< the pointer moved over the map
+  std::function<bool()> isTopLevelAlerted;                      ///< the top-level zone entry reads "Alerted"
+};
+
+/// What the map page has reported.
+struct PageState {
+  bool MapCreated = false;        ///< status 1; the first fit waits for it
+  bool FirstFitSent = false;      ///< the first fit went out by "TxtL"
+  bool MouseMoveToggle = false;   ///< only every second mouse move is acted on
+  std::int32_t LastMouseLat = 0;  ///< 1/600000 degree
+  std::int32_t LastMouseLng = 0;
+  int LastMouseZoom = 0;
+  std::int32_t RightClickX = 0;  ///< world coordinates of the last right-click
+  std::int32_t RightClickY = 0;
+};
+
+/// The client: owns the state of the program and is the one place where its rooms meet. The window calls it
+/// with what the user does, the ports with what the outside does; it tells the view what to show.
+class Client {
+ public:
+  explicit Client(const Ports& ports);
+  ~Client();
+
+  Seams seams;
+
+  // Life (client.cpp, client_start.cpp)
+  void Load();    ///< the start-up sequence; the window appears when it gets that far
+  void Unload();  ///< the shut-down sequence; the window is closing
+  bool IsClosing() const { return closing_; }
+
+  // What the user does with the window (client_window.cpp)
+  void Resized();
+  /// True when the key was one of ours.
+  bool KeyDown(int modifiers, char key);
+  void FocusLost();  ///< the focus holder lost the keyboard
+  void MenuButtonClicked();
+  void MenuChosen(const MenuItem& item);
+  void PickerGotFocus(int i);
+  void PickerLostFocus(int i);
+  void PickerChanged(int i, Millis value);
+  void PickerDroppedDown(int i);
+  void PickerClosedUp(int i);
+  void ReloadClicked();  ///< `cmdOK_Reload`
+
+  // The retry dialog's buttons (client_data.cpp)
+  void RetryNow();
+  void StopRetrying();
+  void EndSession();
+
+  /// Clears the data of every unit and asks for it again.
+  void MapReload();
+  /// The user's fit: takes in what has arrived meanwhile, then shows all units (0) or the enabled unit k.
+  void FitByUser(std::size_t k);
+
+  // Read-only state, for the view's rendering and for tests
+  MenuModel& Menus() { return menus_; }
+  const UnitBook& Units() const { return book_; }
+  const PointStore& Points() const { return store_; }
+  const MapView& View() const { return view_; }
+  const PageState& Page() const { return page_; }
+  const TrackTiles& Tiles() const { return *tiles_; }
+  const DatePickers& Pickers() const { return pickers_; }
+  const TimeWindow& Window() const { return window_; }
+  const ServerConnection& Connection() const { return *connection_; }
+  bool IsDemoMode() const { return choices_.demoMode; }
+  Millis NowLocal() const;
+
+ private:
+  // Start-up in its order (client_start.cpp)
+  void ReadPlacement();
+  void ReadMenuChoice(const char* array, const char* parent, const char* prefix, const SettingKey& key);
+  void ReadUnits();
+  void ReadZone();
+  void ContinueLoad();
+  void PrepareFolders();
+  void SetFirstWindow();
+  void CheckUnits();
+  void ShowWindow();
+  void OpenMapPage();
+  void PrepareZoneFile();
+  void CreateTimers();
+  void ReleaseMutex(const std::function<void()>& then);
+
+  // Data (client_data.cpp)
+  ServerConnection::Host ConnectionHost();
+  std::string DataRequest() const;
+  void RestartConnection();
+  void PrepareRestart();
+  void ReportError(const std::string& code, const std::string& message);
+  void OnRetryTick();
+  void CloseRetry();
+  void ProcessData(ByteView newText);
+  void OnDataPauseTick();
+  void DecodeBuffer();
+  void MergePacket(std::string_view unitId, ByteView records);
+  void FinishBatch();
+  void OnUpdateAction();
+  void UpdateCaption();
+
+  // Units (client_window.cpp)
+  void SaveUnits();
+  void EnumerateMUs();
+  void ShowOnlyUnit(int i);
+  void ToggleUnit(int i);
+  void ShowAllUnits();
+
+  // Map (client_map.cpp)
+  bool BeforeNavigate(const std::string& url);
+  void RunPageCommand(const std::string& text);
+  void OnPage(const page::PopupWithoutPlace&);
+  void OnPage(const page::PopupAtPlace& click);
+  void OnPage(const page::GeocodeAnswer& answer);
+  void OnPage(const page::MouseMoved& move);
+  void OnPage(const page::Panned& pan);
+  void OnPage(const page::Status& status);
+  void OnPage(const page::TileQuestion& question);
+  void OnPage(const page::Zoomed& zoomed);
+  void OnPage(const page::ZoneEdit& edit);
+  void OnPage(const page::Ignored&) {}
+  void OnPage(const page::Malformed&) {}
+  void OnPageReady();
+  void OnPageLost(const std::string& reason);
+  void NavigateToMap();
+  void ChangeTileZoom(int zoom, ZoomOrigin origin);
+  void RebuildTiles();
+  void FitToData(std::size_t k);
+  void SendFit();
+  void SendFirstFit();
+  void SendPan(double lat, double lng);
+  void SendPageSize();
+  void WriteToggle(const char* menu, const char* field);
+  void HidePointMarker();
+
+  // Timeline (client_window.cpp)
+  void LayOut();
+  void Timeline_Resize();
+  void OnRedrawTick();
+  void HideMapUpdating();
+  void ShowPickers();
+  void TakeWindowFromPickers();
+  void StorePlacement();
+  void OnPickerGraceTick();
+
+  template <class... Arguments>
+  static void Run(const std::function<void(Arguments...)>& seam,
+                  const std::common_type_t<Arguments>&... arguments) {
+    if (seam) seam(arguments...);
+  }
+
+  Ports ports_;
+  bool closing_ = false;
+  bool loaded_ = false;  // the start-up sequence is through
+
+  StoredChoices choices_;
+  MenuModel menus_;
+  std::string demoUnits_;
+  std::string currentUnitId_;
+  UnitBook book_;
+  std::filesystem::path zoneFile_;
+  int utcOffsetMinutes_ = 0;
+
+  PacketStream stream_;
+  PointStore store_;
+  std::unique_ptr<ServerConnection> connection_;
+  int errorCount_ = 0;
+  RetryCountdown countdown_;
+  bool tailAwaited_ = false;  // one more pause was given for the rest of a split header
+  std::size_t newBytes_ = 0;  // arrived since the buffer was last decoded
+
+  MapView view_;
+  std::unique_ptr<TrackTiles> tiles_;
+  bool rebuildOwed_ = false;  // there was something to draw before a zoom was known
+
+  PageState page_;
+  bool firstFitPending_ = false;  // the first fit waits for MapCreated
+  bool fitted_ = false;           // the map has been fitted since start
+  bool pageLost_ = false;
+  PixelSize pageAddressSize_;  // the map size that the page's address named
+
+  DatePickers pickers_;
+  TimeWindow window_;
+
+  bool focusHoldOff_ = false;
+  bool mapUpdatingShown_ = false;
+  std::optional<PixelRect> placementToStore_;
+
+  std::unique_ptr<Timer> tmrRedraw_;
+  std::unique_ptr<Timer> lastUpdateTimer_;
+  std::unique_ptr<Timer> tmrFocusGetter_;
+  std::unique_ptr<Timer> tmrDTP_;
+  std::unique_ptr<Timer> tmrPB_;
+  std::unique_ptr<Timer> dataPause_;
+  std::unique_ptr<Timer> splashPause_;
+  std::unique_ptr<Timer> pageRetry_;
+  std::unique_ptr<Timer> placementDelay_;
+};
+
+}  // namespace pallomir

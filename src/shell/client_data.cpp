@@ -1,0 +1,175 @@
+#include <string>
+
+#include "base/number_format.h"
+#include "map/projection.h"
+#include "shell/client.h"
+
+// The road of the data: from the connection through the packets into the store, and what follows a batch.
+
+namespace pallomir {
+
+ServerConnection::Host Client::ConnectionHost() {
+  ServerConnection::Host host;
+  host.locatorRequest = [this] { return book_.requestText; };
+  host.dataRequest = [this] { return DataRequest(); };
+  host.portBase = [this] { return choices_.portBase; };
+  host.isClosing = [this] { return closing_; };
+  host.caption = [this](const std::string& text) { ports_.view.SetCaption(text); };
+  host.message = [this](const std::string& text) { ports_.questions.Tell(text); };
+  host.report = [this](const std::string& code, const std::string& message) { ReportError(code, message); };
+  host.arrived = [this](ByteView bytes) { ProcessData(bytes); };
+  host.locatorHost = ports_.deployment.websiteServer;
+  host.faqAddress = "http://" + ports_.deployment.webSite + "/faq";
+  return host;
+}
+
+std::string Client::DataRequest() const {
+  if (book_.enabledCount == 0) return {};
+  const Millis offset = utcOffsetMinutes_ * kMinute;
+  return DataRequestText(std::string_view(book_.requestText).substr(1), window_.start + offset,
+                         window_.end + offset);
+}
+
+void Client::RestartConnection() {
+  PrepareRestart();
+  connection_->Restart();
+}
+
+// What came over the old connection can't be continued by the new one.
+void Client::PrepareRestart() {
+  dataPause_->SetEnabled(false);
+  tailAwaited_ = false;
+  newBytes_ = 0;
+  stream_.Clear();
+  ports_.wsClientC.SetReading(true);
+  if (pageLost_) NavigateToMap();
+}
+
+void Client::ReportError(const std::string& code, const std::string& message) {
+  ++errorCount_;
+  ports_.trace.Line("error " + code + " reported");
+  countdown_.Start();
+  ports_.view.ShowRetry(RetryMessage(code, errorCount_, message));
+  ports_.view.SetRetryProgress(countdown_.Bar(), countdown_.Label());
+  tmrPB_->SetEnabled(true);
+}
+
+void Client::OnRetryTick() {
+  const bool wasLast = countdown_.Tick();
+  ports_.view.SetRetryProgress(countdown_.Bar(), countdown_.Label());
+  if (wasLast) RetryNow();
+}
+
+void Client::CloseRetry() {
+  tmrPB_->SetEnabled(false);
+  ports_.view.HideRetry();
+}
+
+void Client::RetryNow() {
+  CloseRetry();
+  PrepareRestart();
+  connection_->Retry();
+}
+
+void Client::StopRetrying() {
+  CloseRetry();
+  connection_->StopRetrying();
+}
+
+void Client::EndSession() {
+  CloseRetry();
+  ports_.window.Close();
+}
+
+void Client::ProcessData(ByteView newText) {
+  if (closing_ || (newText.empty() && stream_.IsEmpty())) return;
+  stream_.Take(newText);
+  // What is not decoded yet is held to a bound, by holding the sender up.
+  const std::size_t waiting = stream_.IsHeld() ? stream_.PendingSize() : newBytes_ += newText.size();
+  if (waiting >= PacketStream::kMaxPending) ports_.wsClientC.SetReading(false);
+  if (stream_.IsHeld()) return;
+  Run(seams.closeReports);
+  if (newText.empty()) {
+    DecodeBuffer();
+  } else {
+    // The rest of what was split on the way gets time to arrive, so that one batch is decoded in one go.
+    dataPause_->SetEnabled(true);
+  }
+}
+
+void Client::OnDataPauseTick() {
+  dataPause_->SetEnabled(false);
+  DecodeBuffer();
+}
+
+void Client::DecodeBuffer() {
+  const auto outcome = stream_.Decode(
+      [this](std::string_view unitId, ByteView records) { MergePacket(unitId, records); }, !tailAwaited_);
+  newBytes_ = 0;
+  ports_.wsClientC.SetReading(true);
+  tailAwaited_ = outcome.end == PacketStream::End::kShortTail;
+  if (tailAwaited_) dataPause_->SetEnabled(true);
+  if (outcome.end != PacketStream::End::kDrained) return;
+  if (!outcome.message.empty()) ports_.questions.Tell(outcome.message);
+  if (outcome.resynchronised)
+    ports_.trace.Line("packet with a wrong check code: the stream was dropped up to here");
+  FinishBatch();
+}
+
+void Client::MergePacket(std::string_view unitId, ByteView records) {
+  const std::size_t k = book_.EnabledPositionOf(unitId);
+  if (k == 0) return;
+  const DecodedRecords decoded = DecodeRecords(records);
+  if (decoded.leftOut > 0) {
+    ports_.trace.Line(std::to_string(decoded.leftOut) +
+                      " record(s) without a possible place or date left out");
+  }
+  if (!store_.Merge(k, decoded.rows, view_.DataBox))
+    ports_.trace.Line("the store is full: a packet was left out");
+}
+
+void Client::FinishBatch() {
+  ports_.view.SetCaption("pallomir: " + std::to_string(store_.PointCount()) + " Data Points");
+  ports_.window.BringToForeground();
+  Run(seams.startAlert);
+  if (const DataPoint* newest = store_.Newest()) {
+    view_.LatestLat = WorldYToLat(newest->y);
+    view_.LatestLng = WorldXToLng(newest->x);
+  }
+  OnUpdateAction();
+  if (ports_.view.IsTimelineVisible()) {
+    ports_.trace.Line("DataProcess is calling for redraw");
+    tmrRedraw_->SetEnabled(true);
+  }
+}
+
+void Client::OnUpdateAction() {
+  if (menus_.At("mnuOptionsOnUpdateArray", 1).checked || !fitted_) {
+    fitted_ = true;
+    FitToData(0);
+  } else if (menus_.At("mnuOptionsOnUpdateArray", 2).checked) {
+    SendPan(view_.LatestLat, view_.LatestLng);
+  }
+}
+
+void Client::FitByUser(std::size_t k) {
+  stream_.ClearHold();
+  ProcessData({});
+  FitToData(k);
+}
+
+void Client::UpdateCaption() {
+  if (book_.enabledCount == 0) return;
+  Millis latest = ToMillis({2000, 1, 1});
+  for (std::size_t k = 1; k <= store_.UnitCount(); ++k) {
+    latest = std::max(latest, store_.LastDataTime(k).value_or(latest));
+  }
+  const Millis age = std::max<Millis>(0, ports_.clock.NowUtc() - latest);
+  const CivilTime rest = ToCivil(age % kDay);
+  const std::string days = age >= kDay ? std::to_string(age / kDay) : "";
+  ports_.view.SetCaption("Pallomir " + days + " " + FormatInteger(rest.hour, 2) + ":" +
+                         FormatInteger(rest.minute, 2) + ":" + FormatInteger(rest.second, 2) + "  " +
+                         std::to_string(store_.PointCount()) + " Data Points");
+}
+
+}  // namespace pallomir

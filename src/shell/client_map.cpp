@@ -1,0 +1,210 @@
+#include <string>
+
+#include "map/page_fields.h"
+#include "map/projection.h"
+#include "shell/client.h"
+
+// The map page, both ways, and the tracks that lie over it.
+
+namespace pallomir {
+
+bool Client::BeforeNavigate(const std::string& url) {
+  const std::string prefix = CommandPrefix(ports_.deployment.webSite);
+  if (!url.starts_with(prefix)) return false;
+  // The browser waits for the answer, and a command may draw all tiles: it is run afterwards, in order.
+  ports_.loop.Post([this, text = url.substr(prefix.size())] { RunPageCommand(text); });
+  return true;
+}
+
+void Client::RunPageCommand(const std::string& text) {
+  if (closing_) return;
+  const PageCommand command = ParsePageCommand(text);
+  if (std::holds_alternative<page::Malformed>(command)) {
+    ports_.trace.Line("page command left out, its numbers are none: " + text.substr(0, 80));
+  }
+  std::visit([this](const auto& parsed) { OnPage(parsed); }, command);
+}
+
+void Client::OnPage(const page::PopupWithoutPlace&) {
+  menus_.At("mnuPopupBeenHere").enabled = false;
+  menus_.At("mnuPopupDsplyDataPoints").enabled = false;
+  ports_.view.PopUpMenu();
+}
+
+void Client::OnPage(const page::PopupAtPlace& click) {
+  page_.RightClickX = LngToWorldX(click.lng);
+  page_.RightClickY = LatToWorldY(click.lat);
+  Run(seams.offerZonesAt, click.lat / kPositionUnitsPerDegree, click.lng / kPositionUnitsPerDegree);
+  menus_.At("mnuPopupBeenHere").enabled = true;
+  menus_.At("mnuPopupDsplyDataPoints").enabled = true;
+  ports_.view.PopUpMenu();
+}
+
+void Client::OnPage(const page::GeocodeAnswer& answer) {
+  Run(seams.showGeocode, answer.text);
+}
+
+void Client::OnPage(const page::MouseMoved& move) {
+  page_.MouseMoveToggle = !page_.MouseMoveToggle;
+  if (!page_.MouseMoveToggle) return;
+  Run(seams.showPointUnder, move);
+  page_.LastMouseLat = move.lat;
+  page_.LastMouseLng = move.lng;
+  page_.LastMouseZoom = move.zoom;
+}
+
+void Client::OnPage(const page::Panned& pan) {
+  SetCentre(view_, pan.lat, pan.lng);
+  HidePointMarker();
+}
+
+void Client::OnPage(const page::Status& status) {
+  constexpr int kMapCreated = 1;
+  constexpr int kLastLine = 17;
+  constexpr int kReady = 99;
+  if (status.number >= 1 && status.number <= kLastLine) ports_.view.TickStatus(status.number);
+  if (status.number == kReady) splashPause_->SetEnabled(true);
+  if (status.number != kMapCreated) return;
+  page_.MapCreated = true;
+  // The window may have changed since the address was made.
+  if (PageMapSize(ports_.view.BrowserSize()) != pageAddressSize_) SendPageSize();
+  if (firstFitPending_) SendFirstFit();
+}
+
+// The page is complete, half a second ago.
+void Client::OnPageReady() {
+  splashPause_->SetEnabled(false);
+  ports_.view.HideSplash();
+  WriteToggle("mnuViewMapData", field::kMapData);
+  WriteToggle("mnuViewTrackingData", field::kTrackingData);
+  Run(seams.loadZones);
+}
+
+void Client::OnPage(const page::TileQuestion& question) {
+  using Kind = page::TileQuestion::Kind;
+  if (question.kind == Kind::kUnknown) return;
+  const bool isZoom = question.zoom >= kMinTileZoom && question.zoom <= kMaxTileZoom;
+  if (isZoom) ChangeTileZoom(question.zoom, ZoomOrigin::kNewTile);
+  if (closing_) return;
+  const std::string suffix = isZoom ? question.suffix : std::string();
+  if (question.kind == Kind::kTrack) {
+    ports_.browser.WriteField(field::kTrackTile, tiles_->TrackTilePath(suffix));
+  } else {
+    const bool alerted = seams.isTopLevelAlerted && seams.isTopLevelAlerted();
+    ports_.browser.WriteField(field::kZoneTile, tiles_->ZoneTilePath(suffix, alerted));
+  }
+}
+
+void Client::OnPage(const page::Zoomed& zoomed) {
+  ChangeTileZoom(zoomed.zoom, ZoomOrigin::kZoom);
+}
+
+void Client::OnPage(const page::ZoneEdit& edit) {
+  if (edit.sub == 'F' || edit.sub == 'C' || edit.sub == '3') {
+    Run(seams.editZone, edit.sub, edit.payload);
+  } else {
+    ports_.questions.Tell("System Error 3907");
+  }
+}
+
+void Client::OnPageLost(const std::string& reason) {
+  if (closing_) return;
+  ports_.trace.Line("map page lost: " + reason);
+  page_.MapCreated = false;
+  page_.FirstFitSent = false;
+  firstFitPending_ = fitted_;
+  pageLost_ = true;
+  ports_.browser.Navigate(ports_.folders.application / "blank_blue.html");
+  pageRetry_->SetEnabled(true);
+}
+
+void Client::NavigateToMap() {
+  pageRetry_->SetEnabled(false);
+  pageLost_ = false;
+  const PixelSize browser = ports_.view.BrowserSize();
+  pageAddressSize_ = PageMapSize(browser);
+  ports_.browser.Navigate(MapPageAddress(ports_.deployment.webSite, browser));
+}
+
+void Client::ChangeTileZoom(int zoom, ZoomOrigin origin) {
+  ports_.trace.Line("ZoomChange begin (NewZoom = " + std::to_string(zoom) +
+                    ", Origin = " + (origin == ZoomOrigin::kZoom ? "Zoom" : "NewTile") + ")...");
+  const ZoomChange change = SetTileZoom(view_, zoom, origin);
+  if (change == ZoomChange::kNone) return;
+  if (change == ZoomChange::kChanged || rebuildOwed_) RebuildTiles();
+  HidePointMarker();
+}
+
+void Client::RebuildTiles() {
+  TrackDrawing drawing;
+  for (std::size_t k = 1; k <= store_.UnitCount(); ++k) drawing.units.push_back(store_.Track(k).Points());
+  drawing.CentreX = view_.CentreX;
+  drawing.CentreY = view_.CentreY;
+  drawing.UnitsPerPixel = view_.UnitsPerPixel;
+  drawing.TileZoom = view_.TileZoom;
+  drawing.browser = ports_.view.BrowserSize();
+  drawing.ringReceived = menus_.At("mnuOptionsContactPointsArray", 0).checked;
+  drawing.ringNotReceived = menus_.At("mnuOptionsContactPointsArray", 1).checked;
+  const bool zoomIsKnown = view_.TileZoom >= 0;
+  rebuildOwed_ = !zoomIsKnown && store_.PointCount() > 0;
+  if (const auto error = tiles_->Rebuild(zoomIsKnown ? &drawing : nullptr)) {
+    ports_.questions.Tell("Error " + std::to_string(error->number) + ":\n" + error->description, "Pallomir",
+                          Question::Icon::kError, [this](const Answer&) { ports_.window.Close(); });
+    return;
+  }
+  ports_.trace.Line("track tiles " + tiles_->GenerationText() + " written");
+  ports_.browser.WriteField(field::kGeneration, tiles_->GenerationText());
+}
+
+void Client::FitToData(std::size_t k) {
+  ports_.trace.Line("Fit begin...");
+  mapUpdatingShown_ = true;
+  ports_.view.ShowMapUpdating();
+  WorldBox box;
+  for (std::size_t unit = 1; unit <= store_.UnitCount(); ++unit) {
+    if (k == 0 || unit == k) box = BoxOf(store_.Track(unit).Points(), box);
+  }
+  view_.DataBox = box.IsEmpty() ? DefaultBox() : box;
+  view_.PreviousRequestedZoom = view_.RequestedZoom;
+  FitToBox(view_, view_.DataBox, ports_.view.BrowserSize());
+  RebuildTiles();
+  SendFit();
+  ports_.trace.Line("...end Fit");
+}
+
+void Client::SendFit() {
+  if (page_.FirstFitSent) {
+    ports_.browser.WriteField(field::kFit, FitText(view_));
+  } else if (fitted_) {
+    firstFitPending_ = true;
+    if (page_.MapCreated) SendFirstFit();
+  }
+}
+
+void Client::SendFirstFit() {
+  firstFitPending_ = false;
+  page_.FirstFitSent = true;
+  ports_.browser.WriteField(field::kFirstFit, FitText(view_));
+}
+
+void Client::SendPan(double lat, double lng) {
+  ports_.browser.WriteField(field::kPan, PlaceText(lat, lng));
+}
+
+void Client::SendPageSize() {
+  const PixelSize map = PageMapSize(ports_.view.BrowserSize());
+  ports_.browser.WriteField(field::kWidth, std::to_string(map.width));
+  ports_.browser.WriteField(field::kHeight, std::to_string(map.height));
+  SendPan(view_.CentreLat, view_.CentreLng);
+}
+
+void Client::WriteToggle(const char* menu, const char* field) {
+  ports_.browser.WriteField(field, menus_.At(menu).checked ? "T" : "F");
+}
+
+void Client::HidePointMarker() {
+  Run(seams.closeReports);
+  Run(seams.hidePointMarker);
+}
+
+}  // namespace pallomir

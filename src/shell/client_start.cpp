@@ -1,0 +1,188 @@
+#include <cmath>
+#include <string>
+
+#include "base/number_format.h"
+#include "map/page_fields.h"
+#include "map/projection.h"
+#include "shell/client.h"
+#include "shell/menus.h"
+#include "shell/settings_keys.h"
+
+// The start-up sequence. Its order is what the user and the settings file see: keys enter the file as they
+// are read, and messages come in the order of their causes.
+
+namespace pallomir {
+
+void Client::Load() {
+  ports_.registry.Save(kWindowHandleKey.key, std::to_string(ports_.window.Handle()));
+  ports_.instanceSignal.raiseWanted = [this] { ports_.window.BringToForeground(); };
+  ports_.instanceSignal.Listen();
+  ReadPlacement();
+  ReadMenuChoice("mnuoptionsOnStartupLoadArray", "mnuoptionsOnStartupLoad",
+                 "On Startup: ", setting::kLoadOnStartup);
+  ReadMenuChoice("mnuOptionsOnUpdateArray", "mnuOptionsOnUpdate", "On Update: ", setting::kOnUpdate);
+  choices_ = ReadStoredChoices(
+      ports_.settings, [this](const std::string& complaint) { ports_.trace.Line(complaint); },
+      [this] { ports_.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\""); });
+  ChooseInMenu(menus_, "mnuOptionsUOM_Array", choices_.unitOfMeasure, "mnuOptionsUOM", "Unit of Measure: ");
+  menus_.At("mnuOptionsPortBase").caption = "Local Port Range Base = " + std::to_string(choices_.portBase);
+  menus_.At("mnuOptionsDemoMode").checked = choices_.demoMode;
+  demoUnits_ = DemoMobileUnits();
+  ReadUnits();
+  ReadZone();
+}
+
+void Client::ReadPlacement() {
+  const PixelRect area = ports_.window.WorkArea();
+  const auto read = [this](const SettingKey& key, int areaValue) {
+    const std::string text = ports_.settings.Get(key.key, std::to_string(areaValue));
+    const auto number = ParseNumber(text);
+    // More than any desktop has is as good as no number.
+    constexpr double kLargest = 100'000;
+    if (!number || *number > kLargest) {
+      ports_.trace.Line("setting \"" + std::string(key.key) + "\" has no use for \"" + text + "\"");
+      return areaValue;
+    }
+    return static_cast<int>(std::max(0.0, std::trunc(*number)));
+  };
+  PixelRect bounds;
+  bounds.left = read(setting::kWindowLeft, area.left);
+  bounds.top = read(setting::kWindowTop, area.top);
+  bounds.width = read(setting::kWindowWidth, area.width);
+  bounds.height = read(setting::kWindowHeight, area.height);
+  ports_.window.SetBounds(bounds);
+  if (ports_.settings.Get(setting::kWindowState.key, setting::kWindowState.defaultValue) == "2") {
+    ports_.window.Maximise();
+  }
+}
+
+void Client::ReadMenuChoice(const char* array, const char* parent, const char* prefix,
+                            const SettingKey& key) {
+  std::string caption = ports_.settings.Get(key.key, key.defaultValue);
+  if (IndexOfCaption(menus_, array, caption) < 0) {
+    ports_.trace.Line("setting \"" + std::string(key.key) + "\" has no use for \"" + caption + "\"");
+    caption = key.defaultValue;
+  }
+  ChooseInMenu(menus_, array, IndexOfCaption(menus_, array, caption), parent, prefix);
+}
+
+void Client::ReadUnits() {
+  const std::string stored =
+      ports_.settings.Get(setting::kMobileUnits.key, setting::kMobileUnits.defaultValue);
+  ShowUnitsInMenu(menus_, ParseMobileUnits(choices_.demoMode ? demoUnits_ : stored));
+  ports_.settings.Get(setting::kHotspots.key, setting::kHotspots.defaultValue);
+  ports_.settings.Get(setting::kSecureHotspots.key, setting::kSecureHotspots.defaultValue);
+}
+
+void Client::ReadZone() {
+  if (const auto zone = ports_.clock.Zone()) {
+    using Season = ZoneInfo::Season;
+    utcOffsetMinutes_ = zone->bias + (zone->season == Season::kStandard   ? zone->standardBias
+                                      : zone->season == Season::kDaylight ? zone->daylightBias
+                                                                          : 0);
+    ContinueLoad();
+    return;
+  }
+  Question question;
+  question.kind = Question::Kind::kInput;
+  question.title = "Pallomir";
+  question.text = "Enter timezone offset in hours (example shown for Eastern Standard Time):";
+  question.defaultText = "5.0";
+  ports_.questions.Ask(question, [this](const Answer& answer) {
+    // No zone lies farther out than 14 hours; what is no number counts as Greenwich.
+    const double hours = std::clamp(ParseNumber(answer.text).value_or(0), -14.0, 14.0);
+    utcOffsetMinutes_ = static_cast<int>(std::lround(hours * 60));
+    ContinueLoad();
+  });
+}
+
+void Client::ContinueLoad() {
+  PrepareFolders();
+  SetFirstWindow();
+  ports_.view.ShowSplash();
+  TakeWindowFromPickers();
+  EnumerateMUs();
+  CheckUnits();
+}
+
+void Client::PrepareFolders() {
+  const std::filesystem::path applicationData = ports_.folders.userProfile / "Application Data" / "pallomir";
+  const TileFolders folders{applicationData / "Tiles", applicationData / "Tiles_Zones",
+                            ports_.folders.application};
+  for (const auto& folder : {applicationData.parent_path(), applicationData, folders.track, folders.zone}) {
+    MakeFolder(folder);
+  }
+  DeleteFiles(folders.track);
+  DeleteFiles(folders.zone);
+  tiles_ = std::make_unique<TrackTiles>(folders, ports_.trace,
+                                        [this](const std::string& text) { ports_.questions.Tell(text); });
+}
+
+void Client::SetFirstWindow() {
+  const Millis now = NowLocal();
+  pickers_.SetWindow({now, now + kDay});
+  const auto choice = static_cast<StartupChoice>(menus_.CheckedIndex("mnuoptionsOnStartupLoadArray"));
+  if (const auto window = WindowForChoice(choice, now)) pickers_.SetWindow(*window);
+}
+
+void Client::CheckUnits() {
+  if (book_.enabledCount > 0) {
+    RestartConnection();
+    ShowWindow();
+    return;
+  }
+  std::string text = "Warning: no mobile unit(s) defined";
+  if (book_.definedCount == 1) text = "Note: the mobile unit is not enabled";
+  if (book_.definedCount > 1) text = "Note: none of the defined mobile units are enabled";
+  const bool noUnit = book_.definedCount == 0;
+  ports_.questions.Tell(text, "pallomir",
+                        noUnit ? Question::Icon::kExclamation : Question::Icon::kInformation,
+                        [this](const Answer&) {
+                          Run(seams.editUnits);
+                          ShowWindow();
+                        });
+}
+
+void Client::ShowWindow() {
+  if (closing_) return;
+  ports_.window.Show();
+  ports_.view.LayOut();
+  OpenMapPage();
+  CosLatTable();
+  ports_.view.ReturnFocus();
+  const MenuItem* current = nullptr;
+  for (int i = 1; i < menus_.Count(kUnitMenu) && !current; ++i) {
+    if (menus_.At(kUnitMenu, i).checked) current = &menus_.At(kUnitMenu, i);
+  }
+  if (current)
+    currentUnitId_ = current->tag.substr(std::min<std::size_t>(1, current->tag.size()), kUnitIdSize);
+  PrepareZoneFile();
+  loaded_ = true;
+  PickerLostFocus(0);
+  PickerLostFocus(1);
+  ports_.view.ReturnFocus();
+  lastUpdateTimer_->SetEnabled(true);
+  tmrFocusGetter_->SetEnabled(true);
+  Timeline_Resize();
+}
+
+void Client::OpenMapPage() {
+  ports_.browser.beforeNavigate = [this](const std::string& url) { return BeforeNavigate(url); };
+  ports_.browser.pageLost = [this](const std::string& reason) { OnPageLost(reason); };
+  page_.FirstFitSent = false;
+  ports_.browser.Navigate("about:blank");
+  ports_.browser.Navigate(ports_.folders.application / "blank_blue.html");
+  NavigateToMap();
+}
+
+void Client::PrepareZoneFile() {
+  const std::filesystem::path folder = ports_.folders.commonData / "pallomir";
+  const std::filesystem::path demo = folder / "ZoneMenus_Demo.txt";
+  std::error_code error;
+  std::filesystem::remove(demo, error);
+  std::filesystem::copy_file(ports_.folders.application / "ZoneMenus_Demo.txt", demo, error);
+  if (error) ports_.trace.Line("no demo zones: " + error.message());
+  zoneFile_ = choices_.demoMode ? demo : folder / "ZoneMenus.txt";
+}
+
+}  // namespace pallomir

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+
+#include "base/civil_time.h"
+#include "platform/geometry.h"
+
+namespace pallomir {
+
+/// What the client shows. The main window implements it; tests record it. Nothing here waits for the user.
+class ClientView {
+ public:
+  virtual ~ClientView() = default;
+
+  // Caption and layout
+  virtual void SetCaption(const std::string& text) = 0;  ///< `lblCaption`
+  /// Places the map, the caption line and the timeline in the window as large as it is now.
+  virtual void LayOut() = 0;
+  /// The browser control's size, the unused 18 pixels of its width included.
+  virtual PixelSize BrowserSize() const = 0;
+  virtual bool IsTimelineVisible() const = 0;  ///< `frameTimeLine`
+
+  // Windows of their own
+  virtual void ShowSplash() = 0;
+  virtual void TickStatus(int line) = 0;  ///< 1..17
+  virtual void HideSplash() = 0;
+  virtual void ShowMapUpdating() = 0;
+  virtual void HideMapUpdating() = 0;
+  virtual void ShowRetry(const std::string& message) = 0;
+  virtual void SetRetryProgress(int bar, const std::string& label) = 0;
+  virtual void HideRetry() = 0;
+
+  // Date pickers
+  virtual void ShowPicker(int i, Millis value, const std::string& format, bool visible) = 0;
+  virtual void ShowReloadButton(bool visible) = 0;
+  virtual void MovePointerToReloadButton() = 0;
+
+  // Keyboard and menus
+  /// Gives the keyboard to `FocusGetter`, unless it or a date picker has it, a popup is open or another
+  /// window is active.
+  virtual void ReturnFocus() = 0;
+  /// Opens the popup menu at the pointer.
+  virtual void PopUpMenu() = 0;
+
+  /// Unloads all secondary windows.
+  virtual void CloseWindows() = 0;
+  /// The shut-down is done: the process ends with this exit code.
+  virtual void EndApplication(int exitCode) = 0;
+};
+
+}  // namespace pallomir

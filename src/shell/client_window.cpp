@@ -1,0 +1,249 @@
+#include <string>
+
+#include "map/page_fields.h"
+#include "shell/client.h"
+#include "shell/hot_keys.h"
+#include "shell/settings_keys.h"
+
+// What the user does with the window: keys, menus, pickers, size; and the units that keys and menus choose.
+
+namespace pallomir {
+
+bool Client::KeyDown(int modifiers, char key) {
+  if (closing_ || pickers_.PickerFocusMask() != 0) return false;
+  const auto command = FindKeyCommand(modifiers, key, static_cast<int>(UnitsFromMenu(menus_).size()));
+  if (!command) return false;
+  switch (command->action) {
+    case KeyAction::kShowAllUnits:
+      ShowAllUnits();
+      break;
+    case KeyAction::kShowOnlyUnit:
+      ShowOnlyUnit(command->number);
+      break;
+    case KeyAction::kToggleUnit:
+      ToggleUnit(command->number);
+      break;
+    case KeyAction::kFitAll:
+      FitByUser(0);
+      break;
+    case KeyAction::kReload:
+      MapReload();
+      break;
+  }
+  ports_.beeper.Beep();
+  return true;
+}
+
+void Client::FocusLost() {
+  if (!closing_ && !focusHoldOff_) ports_.view.ReturnFocus();
+}
+
+void Client::MenuButtonClicked() {
+  ports_.view.PopUpMenu();
+}
+
+void Client::MenuChosen(const MenuItem& item) {
+  if (closing_) return;
+  const auto toggle = [this](const std::string& name, int index = 0) {
+    MenuItem& entry = menus_.At(name, index);
+    entry.checked = !entry.checked;
+  };
+  // The entry may go while its work is done.
+  const std::string name = item.name;
+  const int index = item.index;
+  if (name == "mnuViewReload") {
+    MapReload();
+  } else if (name == "mnuViewFit") {
+    FitByUser(0);
+  } else if (name == "mnuViewFitToMU_Array" && index > 0) {
+    FitByUser(static_cast<std::size_t>(index));
+  } else if (name == "mnuViewMapData") {
+    toggle(name);
+    WriteToggle("mnuViewMapData", field::kMapData);
+  } else if (name == "mnuViewTrackingData") {
+    toggle(name);
+    WriteToggle("mnuViewTrackingData", field::kTrackingData);
+  } else if (name == "mnuViewMapTypeArray") {
+    menus_.CheckOnly(name, index);
+    ports_.browser.WriteField(field::kMapType, menus_.At(name, index).tag);
+  } else if (name == "mnuOptionsContactPointsArray") {
+    toggle(name, index);
+    RebuildTiles();
+  } else if (name == kUnitMenu && index > 0) {
+    ShowOnlyUnit(index);
+  } else if (name == "mnuPopupExit") {
+    ports_.window.Close();
+  }
+}
+
+void Client::ShowOnlyUnit(int i) {
+  menus_.CheckOnly(kUnitMenu, i);
+  SaveUnits();
+  MapReload();
+}
+
+void Client::ToggleUnit(int i) {
+  MenuItem& entry = menus_.At(kUnitMenu, i);
+  entry.checked = !entry.checked;
+  SaveUnits();
+  MapReload();
+}
+
+void Client::ShowAllUnits() {
+  for (int i = 1; i < menus_.Count(kUnitMenu); ++i) menus_.At(kUnitMenu, i).checked = true;
+  SaveUnits();
+  MapReload();
+}
+
+void Client::SaveUnits() {
+  const std::string stored = EncodeMobileUnits(UnitsFromMenu(menus_));
+  if (choices_.demoMode) {
+    demoUnits_ = stored;
+  } else {
+    ports_.settings.Save(setting::kMobileUnits.key, stored);
+  }
+}
+
+void Client::EnumerateMUs() {
+  mapUpdatingShown_ = true;
+  ports_.view.ShowMapUpdating();
+  if (closing_) return;
+  book_ = EnumerateUnits(UnitsFromMenu(menus_));
+  store_.Reset(book_.enabledCount);
+  menus_.TruncateArray("mnuViewFitToMU_Array", 1);
+  menus_.At("mnuViewFitToMU_Array").visible = book_.enabledCount == 0;
+  menus_.At("mnuViewFitToMU_Array").enabled = false;
+  for (std::size_t k = 1; k <= book_.enabledCount; ++k) {
+    MenuItem item;
+    item.name = "mnuViewFitToMU_Array";
+    item.index = static_cast<int>(k);
+    item.caption = menus_.At(kUnitMenu, static_cast<int>(book_.enabledToList[k])).caption;
+    menus_.AppendToArray(item);
+  }
+}
+
+void Client::MapReload() {
+  if (closing_ || !loaded_) return;
+  ports_.trace.Line("MapReload begin...");
+  ports_.beeper.Beep();
+  stream_.ClearHold();
+  store_.Reset(book_.enabledCount);
+  RebuildTiles();
+  EnumerateMUs();
+  LayOut();
+  RestartConnection();
+  ports_.trace.Line("...end MapReload");
+}
+
+void Client::Resized() {
+  if (closing_ || !loaded_) return;
+  LayOut();
+}
+
+void Client::LayOut() {
+  Run(seams.stopSound);
+  if (!ports_.window.IsMaximised() && !ports_.window.IsMinimised()) {
+    // A drag sends many sizes; the last one of a quarter second is stored.
+    placementToStore_ = ports_.window.Bounds();
+    placementDelay_->SetEnabled(true);
+  }
+  if (ports_.window.IsMinimised()) return;
+  ports_.view.LayOut();
+  SendPageSize();
+  Timeline_Resize();
+}
+
+void Client::StorePlacement() {
+  placementDelay_->SetEnabled(false);
+  if (!placementToStore_) return;
+  const PixelRect bounds = *placementToStore_;
+  placementToStore_.reset();
+  const auto save = [this](const SettingKey& key, int value) {
+    const std::string text = std::to_string(value);
+    if (ports_.settings.Get(key.key, "") != text) ports_.settings.Save(key.key, text);
+  };
+  save(setting::kWindowLeft, bounds.left);
+  save(setting::kWindowTop, bounds.top);
+  save(setting::kWindowWidth, bounds.width);
+  save(setting::kWindowHeight, bounds.height);
+}
+
+void Client::Timeline_Resize() {
+  if (ports_.window.IsMinimised() || !ports_.view.IsTimelineVisible() || book_.enabledCount == 0) {
+    HideMapUpdating();  // no redraw will come to do it
+    return;
+  }
+  ports_.trace.Line("Timeline_Resize begin...");
+  tmrRedraw_->SetEnabled(true);
+  ports_.trace.Line("...end Timeline_Resize");
+}
+
+void Client::OnRedrawTick() {
+  ports_.trace.Line("tmrRedraw_Timer begin");
+  Timeline_Resize();
+  tmrRedraw_->SetEnabled(false);
+  Run(seams.redrawStrips);
+  HideMapUpdating();
+  ports_.trace.Line("...end tmrRedraw_Timer");
+}
+
+void Client::HideMapUpdating() {
+  if (!mapUpdatingShown_) return;
+  mapUpdatingShown_ = false;
+  ports_.view.HideMapUpdating();
+  ports_.trace.Line("hiding formMapUpdating");
+}
+
+void Client::PickerGotFocus(int i) {
+  pickers_.GotFocus(i);
+  tmrDTP_->SetEnabled(false);
+  ShowPickers();
+}
+
+void Client::PickerLostFocus(int i) {
+  if (closing_) return;
+  pickers_.LostFocus(i);
+  tmrDTP_->SetEnabled(true);
+  ShowPickers();
+  FocusLost();
+}
+
+void Client::PickerChanged(int i, Millis value) {
+  pickers_.Changed(i, value);
+  ShowPickers();
+}
+
+void Client::PickerDroppedDown(int i) {
+  pickers_.DroppedDown(i);
+}
+
+void Client::PickerClosedUp(int i) {
+  const bool changed = pickers_.ClosedUp(i);
+  ShowPickers();
+  if (changed) ports_.view.MovePointerToReloadButton();
+}
+
+void Client::ReloadClicked() {
+  TakeWindowFromPickers();
+  MapReload();
+  pickers_.Reloaded();
+  ShowPickers();
+}
+
+void Client::OnPickerGraceTick() {
+  tmrDTP_->SetEnabled(false);
+  pickers_.GraceEnded();
+  ShowPickers();
+}
+
+void Client::TakeWindowFromPickers() {
+  window_ = pickers_.Window();
+}
+
+void Client::ShowPickers() {
+  ports_.view.ShowPicker(0, pickers_.Value(0), pickers_.Format(0), true);
+  ports_.view.ShowPicker(1, pickers_.Value(1), pickers_.Format(1), pickers_.IsEndVisible());
+  ports_.view.ShowReloadButton(pickers_.IsReloadVisible());
+}
+
+}  // namespace pallomir

@@ -1,0 +1,244 @@
+#include "tracking/server_connection.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/check_code.h"
+#include "base/number_format.h"
+
+namespace pallomir {
+namespace {
+
+constexpr std::size_t kServerEntrySize = 12;
+
+std::string HexOf(ByteView bytes) {
+  std::string text;
+  for (const std::uint8_t byte : bytes) text += HexDigits(byte, 2);
+  return text;
+}
+
+// 8 hexadecimal digits of the address, 4 of the port; an address of "" when they are none.
+BaseServerAddress ParseEntry(std::string_view entry) {
+  BaseServerAddress server;
+  for (std::size_t octet = 0; octet < 4; ++octet) {
+    const auto value = ParseHex(entry.substr(2 * octet, 2));
+    if (!value) return {};
+    server.address += (octet ? "." : "") + std::to_string(*value);
+  }
+  const auto port = ParseHex(entry.substr(8, 4));
+  if (!port) return {};
+  server.replyPort = static_cast<int>(*port);
+  return server;
+}
+
+}  // namespace
+
+std::string DataRequestText(std::string_view unitIds, Millis startUtc, Millis endUtc) {
+  return std::string(unitIds) + "~" + IsoText(startUtc) + "~" + IsoText(endUtc) + "~~";
+}
+
+LocatorReply ParseLocatorReply(ByteView datagram) {
+  LocatorReply reply;
+  if (datagram.size() < kShortCheckSize || (datagram.size() - kShortCheckSize) % kServerEntrySize != 0)
+    return reply;
+  const ByteView rest = datagram.subspan(kShortCheckSize);
+  const Bytes expected = ShortCheckForm(rest);
+  const bool matches = std::equal(expected.begin(), expected.end(), datagram.begin());
+  if (!matches) reply.expectedCheck = expected;
+  if (rest.empty()) {
+    reply.kind = LocatorReply::Kind::kNoServer;
+  } else if (!matches) {
+    reply.kind = LocatorReply::Kind::kCheckMismatch;
+  } else {
+    reply.server = ParseEntry(AsText(rest));
+    reply.kind = reply.server.address.empty() ? LocatorReply::Kind::kMalformed : LocatorReply::Kind::kServer;
+  }
+  return reply;
+}
+
+ServerConnection::ServerConnection(DatagramEndpoint& locator, StreamEndpoint& probe, StreamEndpoint& data,
+                                   EventLoop& loop, Trace& trace, Host host)
+    : locator_(locator), probe_(probe), data_(data), trace_(trace), host_(std::move(host)) {
+  locatorTimeout_ = loop.CreateTimer("tmrLocator", kLocatorTimeoutMilliseconds, [this] {
+    OnDatagramError({kErrorTimedOut, "The Pallomir Website Server does not answer.", kErrorTimedOut});
+  });
+  locator_.arrived = [this](ByteView datagram) { OnLocatorReply(datagram); };
+  locator_.failed = [this](const EndpointError& error) { OnDatagramError(error); };
+  probe_.connected = [this] { OnProbeConnected(); };
+  probe_.failed = [this](const EndpointError& error) { OnProbeError(error); };
+  probe_.closedByPeer = [this] { OnClosedByPeer("WS_Client_B"); };
+  data_.connected = [this] { OnDataConnected(); };
+  data_.arrived = [this](ByteView bytes) { host_.arrived(bytes); };
+  data_.failed = [this](const EndpointError& error) { OnStreamError("WS_Client_C", error); };
+  data_.closedByPeer = [this] { OnClosedByPeer("WS_Client_C"); };
+}
+
+void ServerConnection::Restart() {
+  CloseAll();
+  state_ = State::kLocating;
+  locator_.Connect(host_.locatorHost, kLocatorPort);
+  if (host_.isClosing()) return;
+  const std::string request = host_.locatorRequest();
+  Bytes datagram = ShortCheckForm(AsBytes(request));
+  Append(datagram, AsBytes(request));
+  locator_.Send(datagram);
+  locatorTimeout_->SetEnabled(true);
+}
+
+void ServerConnection::Retry() {
+  Restart();
+  if (std::exchange(retryClearsReported_, false)) reported_ = false;
+}
+
+void ServerConnection::StopRetrying() {
+  retryClearsReported_ = false;
+  state_ = State::kIdle;
+}
+
+void ServerConnection::Close() {
+  CloseAll();
+  state_ = State::kIdle;
+}
+
+void ServerConnection::CloseAll() {
+  locatorTimeout_->SetEnabled(false);
+  for (Endpoint* endpoint :
+       {static_cast<Endpoint*>(&locator_), static_cast<Endpoint*>(&probe_), static_cast<Endpoint*>(&data_)}) {
+    if (!endpoint->IsClosed()) endpoint->Close();
+  }
+}
+
+void ServerConnection::OnLocatorReply(ByteView datagram) {
+  if (host_.isClosing()) return;
+  const LocatorReply reply = ParseLocatorReply(datagram);
+  using Kind = LocatorReply::Kind;
+  switch (reply.kind) {
+    case Kind::kNoServer:
+      if (!reported_) {
+        ReportLocator("634298",
+                      "Pallomir server had no match for your base request.\n"
+                      "Verify that Pallomir Server is running.\n"
+                      "This can also occur for a few minutes after Pallomir Server first starts up.\n"
+                      "\n" +
+                          FaqLine());
+        return;
+      }
+      if (!reply.expectedCheck.empty()) break;
+      locatorTimeout_->SetEnabled(false);
+      host_.message(
+          "Error 501332: The request to the Pallomir Website Server returned no data. This can mean:\n"
+          "- Your Pallomir Data Server program is not running, so the Pallomir Website Server is not aware "
+          "of this "
+          "mobile unit ID;\n"
+          "- You have entered an erronoeous mobile unit ID into either this Pallomir Browser or your "
+          "Pallomir Data "
+          "Server, so they do not match.\n"
+          "Please correct the problem and restart the programs.");
+      return;
+    case Kind::kWrongLength:
+      if (!reported_) {
+        ReportLocator("166308",
+                      "Wrong string length; should be 18, not " + std::to_string(datagram.size()) +
+                          "\n"
+                          "The Pallomir website is not properly setting up your connection to your Pallomir "
+                          "Base Server...\n"
+                          "wait a few moments and retry.\n"
+                          "\n" +
+                          FaqLine());
+      }
+      return;
+    case Kind::kCheckMismatch:
+      break;
+    case Kind::kMalformed:
+      trace_.Line("locator reply left out: its server entry is no address");
+      return;
+    case Kind::kServer:
+      OnServer(reply.server);
+      return;
+  }
+  host_.caption("Error: HashCode mismatch; should be " + HexOf(reply.expectedCheck) + ", not " +
+                HexOf(datagram.first(kShortCheckSize)));
+}
+
+void ServerConnection::OnServer(const BaseServerAddress& server) {
+  locatorTimeout_->SetEnabled(false);
+  serverAddress_ = server.address;
+  const int probePort = host_.portBase() - 2;
+  host_.caption("IP Address of Home Server = " + serverAddress_ +
+                ", Port Number = " + std::to_string(probePort));
+  state_ = State::kProbing;
+  if (!probe_.IsClosed()) probe_.Close();
+  probe_.Connect(serverAddress_, probePort);
+}
+
+void ServerConnection::OnProbeConnected() {
+  if (host_.isClosing()) return;
+  state_ = State::kConnecting;
+  if (!data_.IsClosed()) data_.Close();
+  data_.Connect(serverAddress_, host_.portBase() - 1);
+  probe_.Close();
+}
+
+void ServerConnection::OnDataConnected() {
+  if (host_.isClosing()) return;
+  state_ = State::kStreaming;
+  const std::string request = host_.dataRequest();
+  if (!request.empty()) data_.Send(AsBytes(request));
+}
+
+void ServerConnection::OnDatagramError(const EndpointError& error) {
+  Report("843898/" + std::to_string(error.number), "\n\n" + error.description);
+}
+
+void ServerConnection::OnProbeError(const EndpointError& error) {
+  if (error.number == kErrorTimedOut) {
+    Report("855711/10060",
+           "\n\n"
+           "Unable to connect to pallomir_server...\n"
+           "  - are you connected to the internet?\n"
+           "  - is pallomir_server running and connected to the internet?\n"
+           "  - is pallomir_server hidden behind a local LAN's firewall?");
+  } else if (error.number == kErrorRefused) {
+    Report("855712/10061",
+           "\n"
+           "The Pallomir Base Server is rejecting your messages.\n"
+           "This can have several causes:\n"
+           " - The Pallomir Base Server is not running;\n"
+           " - The local LAN for the computer hosting the Pallomir Base Server is\n"
+           "     not correctly configured to pass messages from the\n"
+           "     Display Client (this computer) through its firewall to the Base Server.\n"
+           "\n" +
+               FaqLine());
+  } else {
+    OnStreamError("WS_Client_B", error);
+  }
+}
+
+void ServerConnection::OnStreamError(const char* endpoint, const EndpointError& error) {
+  Report("855713/" + std::to_string(error.number), "\n\n" + std::string(endpoint) + "\n" + error.description +
+                                                       "\nScode = " + std::to_string(error.statusCode));
+}
+
+void ServerConnection::OnClosedByPeer(const char* endpoint) {
+  trace_.Line(std::string(endpoint) + " closed by the server");
+  if (state_ == State::kStreaming) state_ = State::kIdle;
+}
+
+void ServerConnection::ReportLocator(const std::string& code, const std::string& message) {
+  reported_ = true;
+  retryClearsReported_ = true;
+  Report(code, message);
+}
+
+void ServerConnection::Report(const std::string& code, const std::string& message) {
+  locatorTimeout_->SetEnabled(false);
+  if (host_.isClosing()) return;
+  state_ = State::kReporting;
+  host_.report(code, message);
+}
+
+std::string ServerConnection::FaqLine() const {
+  return "See the answers at " + host_.faqAddress;
+}
+
+}  // namespace pallomir
