@@ -1,5 +1,7 @@
 #include "shell/stored_choices.h"
 
+#include <optional>
+
 #include "base/number_format.h"
 #include "shell/settings_keys.h"
 
@@ -21,10 +23,10 @@ class Reader {
   }
 
   // `extra` is one more value that is legal.
-  int Number(const SettingKey& key, int least, int most, int extra = -1) {
+  int Number(const SettingKey& key, int least, int most, std::optional<int> extra = {}) {
     const std::string text = Text(key);
     const auto number = ParseInteger(text);
-    if (number && ((*number >= least && *number <= most) || *number == extra))
+    if (number && ((*number >= least && *number <= most) || (extra && *number == *extra)))
       return static_cast<int>(*number);
     Complain(key, text);
     return static_cast<int>(ParseInteger(key.defaultValue).value_or(least));

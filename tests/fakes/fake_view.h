@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+
+#include "shell/client_view.h"
+
+namespace pallomir::fakes {
+
+/// Keeps what the client shows.
+class FakeView : public ClientView {
+ public:
+  void SetCaption(const std::string& text) override { caption = text; }
+  void LayOut() override { ++layouts; }
+  PixelSize BrowserSize() const override { return browser; }
+  bool IsTimelineVisible() const override { return timelineVisible; }
+  void ShowSplash() override { splash = true; }
+  void TickStatus(int line) override { ticked.insert(line); }
+  void HideSplash() override { splash = false; }
+  void ShowMapUpdating() override { mapUpdating = true; }
+  void HideMapUpdating() override { mapUpdating = false; }
+  void ShowRetry(const std::string& message) override { retry = message; }
+  void SetRetryProgress(int, const std::string& label) override { retryLabel = label; }
+  void HideRetry() override { retry.reset(); }
+  void ShowPicker(int i, Millis value, const std::string& format, bool visible) override {
+    pickers[i] = {value, format, visible};
+  }
+  void ShowReloadButton(bool visible) override { reload = visible; }
+  void MovePointerToReloadButton() override { ++pointerMoves; }
+  void ReturnFocus() override { ++focusReturns; }
+  void PopUpMenu() override { ++popups; }
+  void CloseWindows() override { windowsClosed = true; }
+  void EndApplication(int code) override { exitCode = code; }
+
+  struct Picker {
+    Millis value = 0;
+    std::string format;
+    bool visible = false;
+  };
+
+  std::string caption;
+  int layouts = 0;
+  PixelSize browser{1018, 700};
+  bool timelineVisible = true;
+  bool splash = false;
+  std::set<int> ticked;
+  bool mapUpdating = false;
+  std::optional<std::string> retry;
+  std::string retryLabel;
+  Picker pickers[2];
+  bool reload = false;
+  int pointerMoves = 0;
+  int focusReturns = 0;
+  int popups = 0;
+  bool windowsClosed = false;
+  std::optional<int> exitCode;
+};
+
+}  // namespace pallomir::fakes

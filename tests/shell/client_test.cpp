@@ -1,0 +1,614 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/client_harness.h"
+
+namespace pallomir {
+namespace {
+
+using fakes::ClientHarness;
+using fakes::Record;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr char kTwoUnits[] = "X0123456789ABFirst~-0123456789ACSecond~";
+constexpr char kFirstUnit[] = "0123456789AB";
+
+Bytes PacketOf(std::vector<WireRecord> oldestFirst, const char* unit = kFirstUnit) {
+  return EncodePacket(unit, oldestFirst);
+}
+
+class ClientTest : public testing::Test, public ClientHarness {
+ protected:
+  void StartStreaming() {
+    UseUnits(kTwoUnits);
+    client->Load();
+    Connect();
+  }
+  void ReportMapReady(int zoom = 12) {
+    Command("S1");
+    Command("M40.620000,-75.370000");
+    Command("Z" + std::to_string(zoom));
+  }
+};
+
+TEST_F(ClientTest, FirstStartUsesDefaultsAndAsksTheLocatorForTheEnabledDemoUnits) {
+  client->Load();
+  EXPECT_EQ(registry.values["Main Window Handle"], "4711");
+  EXPECT_EQ(window.bounds, (PixelRect{0, 20, 1600, 1000}));
+  EXPECT_TRUE(window.maximised);
+  EXPECT_TRUE(window.shown);
+  EXPECT_TRUE(client->IsDemoMode());
+  EXPECT_EQ(client->Menus().CheckedIndex("mnuoptionsOnStartupLoadArray"), 2);
+  EXPECT_EQ(client->Menus().At("mnuOptionsOnUpdate").caption, "On Update: Auto &Fit");
+  // 20:30 UTC is 15:30 in a zone five hours west.
+  EXPECT_EQ(client->Window(), (TimeWindow{ToMillis({2026, 11, 22, 3}), ToMillis({2026, 11, 23, 3})}));
+  EXPECT_THAT(locator.connections, ElementsAre("127.0.0.1:2435"));
+  ASSERT_THAT(locator.sent, SizeIs(1));
+  EXPECT_EQ(locator.sent[0].substr(6), "D000000000001000000000002000000000003000000000004");
+  EXPECT_TRUE(signal.listening);
+  EXPECT_THAT(box.shown, IsEmpty());
+  EXPECT_THAT(browser.navigations, SizeIs(3));
+  EXPECT_EQ(browser.navigations[2], "127.0.0.1:2480/fullscreen/index.php?X=997&Y=695");
+}
+
+TEST_F(ClientTest, SettingsAreReadInTheirOrder) {
+  client->Load();
+  EXPECT_THAT(settings.order,
+              ElementsAre("WindowPos_L", "WindowPos_T", "WindowPos_W", "WindowPos_H", "WindowState",
+                          "LoadOnStartup", "OnUpdate", "SSID_List_Mode", "Mobile Provider Index",
+                          "Mobile Provider Name", "Mobile Provider URL", "Custom Mobile Provider Name",
+                          "Custom Mobile Provider URL", "ReportNOW", "Mobile Phone Number", "Email Address",
+                          "Alert Method", "Alert Stale Index", "Unit Of Measure", "PortBase", "AlertSound",
+                          "AlertEnabled", "Demo Mode", "Mobile Units", "SSIDs", "SecureSSIDs"));
+}
+
+TEST_F(ClientTest, NonsenseInTheSettingsFallsBackToDefaults) {
+  settings.values = {{"WindowPos_L", "-40"},     {"WindowPos_T", "12.9"},   {"WindowPos_W", "wide"},
+                     {"LoadOnStartup", "Later"}, {"OnUpdate", ""},          {"PortBase", "65536"},
+                     {"AlertSound", "8"},        {"Unit Of Measure", "-1"}, {"Demo Mode", "maybe"},
+                     {"Alert Method", "Pigeon"}, {"WindowState", "0"}};
+  client->Load();
+  EXPECT_EQ(window.bounds, (PixelRect{0, 12, 1600, 1000}));
+  EXPECT_FALSE(window.maximised);
+  EXPECT_EQ(client->Menus().At("mnuOptionsPortBase").caption, "Local Port Range Base = 18801");
+  EXPECT_EQ(client->Menus().At("mnuOptionsUOM").caption, "Unit of Measure: Miles");
+  EXPECT_TRUE(client->IsDemoMode());
+  EXPECT_EQ(Trouble(), "Internal error 664201: illegal value for \"AlertMethod\"");
+  EXPECT_TRUE(window.shown);
+}
+
+TEST_F(ClientTest, TheFirstWindowFollowsTheOnStartupChoice) {
+  const struct {
+    const char* choice;
+    CivilTime nowUtc;
+    TimeWindow window;
+  } cases[] = {
+      {"Load Data Since Midnight",
+       {2026, 11, 22, 20, 30},
+       {ToMillis({2026, 11, 22}), ToMillis({2026, 11, 23})}},
+      {"Load Data Since 3 AM",
+       {2026, 11, 22, 6, 30},
+       {ToMillis({2026, 11, 21, 3}), ToMillis({2026, 11, 22, 3})}},
+      {"Load Last 24 Hrs Data",
+       {2026, 11, 22, 20, 30},
+       {ToMillis({2026, 11, 21, 15, 30}), ToMillis({2026, 11, 22, 15, 30})}},
+      {"Load Nothing",
+       {2026, 11, 22, 20, 30},
+       {ToMillis({2026, 11, 22, 15, 30}), ToMillis({2026, 11, 23, 15, 30})}},
+      {"Load Most Recent 1000 Data Points",
+       {2026, 11, 22, 20, 30},
+       {ToMillis({2026, 11, 22, 15, 30}), ToMillis({2026, 11, 23, 15, 30})}},
+  };
+  for (const auto& c : cases) {
+    ClientHarness harness;
+    harness.settings.values["LoadOnStartup"] = c.choice;
+    harness.clock.now = ToMillis(c.nowUtc);
+    harness.client->Load();
+    EXPECT_EQ(harness.client->Window(), c.window) << c.choice;
+  }
+}
+
+TEST_F(ClientTest, WithoutAZoneTheOffsetIsAskedAndTheRestFollowsTheAnswer) {
+  clock.zone.reset();
+  client->Load();
+  EXPECT_FALSE(window.shown);
+  ASSERT_TRUE(box.IsOpen());
+  EXPECT_EQ(box.shown[0].defaultText, "5.0");
+  box.AnswerIt({true, "-5.5"});
+  EXPECT_TRUE(window.shown);
+  EXPECT_EQ(client->NowLocal(), clock.now + 330 * kMinute);
+}
+
+TEST_F(ClientTest, WithoutAnEnabledUnitItSaysSoAndNothingIsAskedOfTheNet) {
+  const struct {
+    const char* units;
+    const char* text;
+    Question::Icon icon;
+  } cases[] = {
+      {"", "Warning: no mobile unit(s) defined", Question::Icon::kExclamation},
+      {"-0123456789ABOnly~", "Note: the mobile unit is not enabled", Question::Icon::kInformation},
+      {"-0123456789ABOne~-0123456789ACTwo~", "Note: none of the defined mobile units are enabled",
+       Question::Icon::kInformation},
+  };
+  for (const auto& c : cases) {
+    ClientHarness harness;
+    bool editor = false;
+    harness.client->seams.editUnits = [&editor] { editor = true; };
+    harness.UseUnits(c.units);
+    harness.client->Load();
+    EXPECT_EQ(harness.Trouble(), c.text);
+    EXPECT_EQ(harness.box.shown.back().icon, c.icon);
+    EXPECT_FALSE(harness.window.shown) << "the window follows the answer";
+    harness.box.AnswerIt();
+    EXPECT_TRUE(harness.window.shown);
+    EXPECT_TRUE(editor);
+    EXPECT_THAT(harness.locator.connections, IsEmpty());
+    EXPECT_FALSE(harness.view.mapUpdating) << "no redraw follows that would take the notice away";
+  }
+}
+
+TEST_F(ClientTest, TileFoldersAreEmptyAfterEveryStart) {
+  std::filesystem::create_directories(TileFolder());
+  fakes::WriteFile(TileFolder() / "000C00000000000000.png", "old");
+  fakes::WriteFile(TileFolder() / "foreign.txt", "x");
+  client->Load();
+  EXPECT_THAT(TileFiles(), IsEmpty());
+}
+
+TEST_F(ClientTest, TheDataRequestNamesUnitsAndTheWindowInUtc) {
+  StartStreaming();
+  EXPECT_THAT(probe.connections, ElementsAre("127.0.0.9:18799"));
+  EXPECT_THAT(data.connections, ElementsAre("127.0.0.9:18800"));
+  EXPECT_TRUE(probe.closed);
+  EXPECT_THAT(data.sent, ElementsAre("0123456789AB~2026-11-22 08:00:00~2026-11-23 08:00:00~~"));
+}
+
+TEST_F(ClientTest, TheFirstBatchIsFittedWhenThePageReportsItsMap) {
+  StartStreaming();
+  Arrive(PacketOf({Record(0, 40.60, -75.40), Record(60, 40.64, -75.34)}));
+  EXPECT_EQ(view.caption, "pallomir: 2 Data Points");
+  EXPECT_GT(window.raised, 0);
+  EXPECT_THAT(browser.Written("TxtL"), IsEmpty());
+  Command("S5");
+  EXPECT_THAT(browser.Written("TxtL"), IsEmpty());
+  Command("S1");
+  ASSERT_THAT(browser.Written("TxtL"), SizeIs(1));
+  EXPECT_EQ(browser.Written("TxtL")[0].substr(0, 2), "14");
+  EXPECT_THAT(browser.Written("TxtF"), IsEmpty());
+  EXPECT_THAT(TileFiles(), IsEmpty()) << "no zoom is known yet";
+  Command("M40.620000,-75.370000");
+  Command("Z12");
+  EXPECT_FALSE(TileFiles().empty()) << "the first zoom report makes good for the rebuild that had no zoom";
+  client->FitByUser(0);
+  EXPECT_THAT(browser.Written("TxtF"), SizeIs(1));
+}
+
+TEST_F(ClientTest, TheFirstZoomReportWithoutDataRebuildsNothing) {
+  StartStreaming();
+  ReportMapReady();
+  EXPECT_EQ(client->Tiles().TileGeneration(), 0);
+  Command("Z11");
+  EXPECT_EQ(client->Tiles().TileGeneration(), 1);
+  EXPECT_EQ(browser.Written("TxtR").back(), "0001");
+}
+
+TEST_F(ClientTest, AHeldBatchWaitsForTheUsersFit) {
+  StartStreaming();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
+  Arrive(PacketOf({Record(60, 40.61, -75.41)}));
+  EXPECT_EQ(client->Points().PointCount(), 1u);
+  EXPECT_TRUE(client->KeyDown(0, 'F'));
+  EXPECT_EQ(client->Points().PointCount(), 2u) << "decoded before the fit";
+  EXPECT_EQ(beeper.beeps, 1);
+}
+
+TEST_F(ClientTest, APacketSplitAnywhereIsDecodedWhenTheRestArrives) {
+  const Bytes packet = PacketOf({Record(0, 40.60, -75.40), Record(60, 40.61, -75.41)});
+  for (std::size_t cut = 1; cut < packet.size(); ++cut) {
+    ClientHarness harness;
+    harness.UseUnits(kTwoUnits);
+    harness.client->Load();
+    harness.Connect();
+    harness.data.arrived(ByteView(packet).first(cut));
+    harness.loop.Advance(60);
+    harness.data.arrived(ByteView(packet).subspan(cut));
+    harness.loop.Advance(100);
+    ASSERT_EQ(harness.client->Points().PointCount(), 2u) << cut;
+    ASSERT_EQ(harness.Trouble(), "") << cut;
+  }
+}
+
+TEST_F(ClientTest, BrokenStreamsAreReportedAndForgotten) {
+  Bytes odd = PacketOf({Record(0, 40, -75)});
+  odd[7] = 41;
+  Bytes negative = odd;
+  negative[4] = 0xFF;
+  Bytes tooLong = odd;
+  tooLong[4] = 0x7F;
+  Bytes flipped = PacketOf({Record(0, 40, -75)});
+  flipped[25] ^= 1;
+  Bytes tail = PacketOf({Record(0, 40, -75)});
+  Append(tail, Bytes{1, 2, 3});
+  const struct {
+    Bytes stream;
+    const char* message;
+    std::size_t points;
+  } cases[] = {
+      {{1, 2, 3}, "Error: Packet size of 3 is less than 8", 0},
+      {odd, "Error: Packet size of 41 is not a multiple of 14", 0},
+      {negative, "Error: Packet size of -16777175 is not a multiple of 14", 0},
+      {tooLong, "Error: Packet size of 2130706473 is not a multiple of 14", 0},
+      {flipped, "", 0},
+      {tail, "Error: Packet size of 3 is less than 8", 1},
+  };
+  for (const auto& c : cases) {
+    ClientHarness harness;
+    harness.UseUnits(kTwoUnits);
+    harness.client->Load();
+    harness.Connect();
+    harness.Arrive(c.stream);
+    harness.loop.Advance(100);
+    EXPECT_EQ(harness.Trouble(), c.message);
+    EXPECT_EQ(harness.client->Points().PointCount(), c.points) << c.message;
+  }
+}
+
+TEST_F(ClientTest, TheSenderIsHeldUpWhilePendingTextIsAtItsBound) {
+  StartStreaming();
+  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
+  data.arrived(Bytes(PacketStream::kMaxPending - 1));
+  EXPECT_TRUE(data.reading);
+  data.arrived(Bytes(1));
+  EXPECT_FALSE(data.reading);
+  client->MapReload();
+  EXPECT_TRUE(data.reading);
+}
+
+TEST_F(ClientTest, UnknownAndDisabledUnitsAreConsumed) {
+  StartStreaming();
+  Bytes stream = PacketOf({Record(0, 40, -75)}, "0123456789AC");
+  Append(stream, PacketOf({Record(0, 40, -75)}, "FFFFFFFFFFFF"));
+  Append(stream, PacketOf({}));
+  Append(stream, PacketOf({Record(0, 40, -75)}));
+  Arrive(stream);
+  EXPECT_EQ(client->Points().PointCount(), 1u);
+  EXPECT_EQ(Trouble(), "");
+}
+
+TEST_F(ClientTest, AReloadForgetsTheDataAndAsksAgain) {
+  StartStreaming();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
+  const int generation = client->Tiles().TileGeneration();
+  EXPECT_TRUE(client->KeyDown(0, 'R'));
+  EXPECT_EQ(client->Points().PointCount(), 0u);
+  EXPECT_EQ(client->Tiles().TileGeneration(), generation + 1);
+  EXPECT_THAT(TileFiles(), IsEmpty());
+  EXPECT_THAT(locator.sent, SizeIs(2));
+  EXPECT_TRUE(data.closed);
+  EXPECT_TRUE(view.mapUpdating);
+  loop.Advance(1000);
+  EXPECT_FALSE(view.mapUpdating) << "the notice goes with the redraw, data or not";
+  EXPECT_FALSE(loop.IsEnabled("tmrRedraw"));
+  EXPECT_EQ(beeper.beeps, 2) << "one of the reload, one of the key";
+}
+
+TEST_F(ClientTest, DigitsChooseUnitsAndAreSilentWithoutOne) {
+  StartStreaming();
+  const auto enabled = [this] { return client->Units().requestText; };
+  EXPECT_TRUE(client->KeyDown(0, '2'));
+  EXPECT_EQ(enabled(), "D0123456789AC");
+  EXPECT_EQ(settings.saved["Mobile Units"], "-0123456789ABFirst~X0123456789ACSecond~");
+  EXPECT_TRUE(client->KeyDown(1, '1'));
+  EXPECT_EQ(enabled(), "D0123456789AB0123456789AC");
+  const int beeps = beeper.beeps;
+  EXPECT_FALSE(client->KeyDown(0, '3'));
+  EXPECT_FALSE(client->KeyDown(4, 'A'));
+  EXPECT_EQ(beeper.beeps, beeps);
+  client->KeyDown(0, '1');
+  client->KeyDown(0, 'A');
+  EXPECT_EQ(enabled(), "D0123456789AB0123456789AC");
+}
+
+TEST_F(ClientTest, WhileAPickerIsEditedKeysBelongToIt) {
+  StartStreaming();
+  client->PickerGotFocus(0);
+  EXPECT_FALSE(client->KeyDown(0, 'R'));
+  client->PickerLostFocus(0);
+  EXPECT_TRUE(client->KeyDown(0, 'R'));
+}
+
+TEST_F(ClientTest, TilesAreAnsweredByNameOrByABlank) {
+  StartStreaming();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.60, -75.40), Record(60, 40.64, -75.34)}));
+  ASSERT_FALSE(TileFiles().empty());
+  const std::string name = TileFiles()[0];
+  Command("TT" + name.substr(4, 14));
+  EXPECT_EQ(browser.Written("TxtTT").back(), (TileFolder() / name).string());
+  const std::string blank = (folders.Path() / "app/blank_x.png").string();
+  for (const char* question :
+       {"TT0C000000000000", "TTXX000000000000", "TT", "TTFF000000000000", "TT0C../../x"}) {
+    Command(question);
+    EXPECT_EQ(browser.Written("TxtTT").back(), blank) << question;
+  }
+  EXPECT_EQ(client->View().TileZoom, 12) << "a bad zoom changes nothing";
+  Command("TZ0C000000000000");
+  EXPECT_EQ(browser.Written("TxtTZ").back(), (folders.Path() / "app/Grn.png").string());
+  const std::size_t writes = browser.writes.size();
+  Command("TX0C000000000000");
+  EXPECT_EQ(browser.writes.size(), writes) << "another kind has no answer";
+}
+
+TEST_F(ClientTest, ATileQuestionAtANewZoomRebuildsFirst) {
+  StartStreaming();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
+  const int generation = client->Tiles().TileGeneration();
+  Command("TT0D000000000000");
+  EXPECT_EQ(client->View().TileZoom, 13);
+  EXPECT_EQ(client->Tiles().TileGeneration(), generation + 1);
+  EXPECT_EQ(browser.writes.back().first, "TxtTT");
+}
+
+TEST_F(ClientTest, CommandsThatAreNoneChangeNothing) {
+  StartStreaming();
+  ReportMapReady();
+  const MapView before = client->View();
+  const std::size_t writes = browser.writes.size();
+  for (const char* command : {"",    "c",     "M",  "Mx,y", "M91.0,0", "Z",        "Zx",
+                              "Z23", "Z-1",   "S",  "S0",   "S18",     "F",        "F12",
+                              "m",   "mxxxx", "r1", "t",    "q",       "M1e999,0", "Z99999999999999999999"}) {
+    Command(command);
+  }
+  EXPECT_EQ(client->View().CentreX, before.CentreX);
+  EXPECT_EQ(client->View().TileZoom, 12);
+  EXPECT_EQ(browser.writes.size(), writes);
+  EXPECT_EQ(view.popups, 0);
+  EXPECT_EQ(Trouble(), "");
+  Command("zq");
+  EXPECT_EQ(Trouble(), "System Error 3907");
+}
+
+TEST_F(ClientTest, OnlyCommandNavigationsAreCancelled) {
+  client->Load();
+  EXPECT_FALSE(browser.beforeNavigate("http://127.0.0.1:2480/fullscreen/index.php?X=1&Y=1"));
+  EXPECT_FALSE(browser.beforeNavigate("http://127.0.0.1:2480/dummy"));
+  EXPECT_FALSE(browser.beforeNavigate("https://elsewhere/dummy/Z9"));
+  EXPECT_TRUE(browser.beforeNavigate("http://127.0.0.1:2480/dummy/Z9"));
+  EXPECT_EQ(client->View().TileZoom, -1) << "a command runs from the event loop";
+  loop.RunPosted();
+  EXPECT_EQ(client->View().TileZoom, 9);
+}
+
+TEST_F(ClientTest, EverySecondMouseMoveIsActedOn) {
+  StartStreaming();
+  Command("m00012000340024000000-045000000012");
+  EXPECT_EQ(client->Page().LastMouseLat, 24000000);
+  EXPECT_EQ(client->Page().LastMouseLng, -45000000);
+  EXPECT_EQ(client->Page().LastMouseZoom, 12);
+  Command("m00012000340024000001-045000000012");
+  EXPECT_EQ(client->Page().LastMouseLat, 24000000);
+  Command("m00012000340024000002-045000000012");
+  EXPECT_EQ(client->Page().LastMouseLat, 24000002);
+}
+
+TEST_F(ClientTest, RightClicksOpenTheMenu) {
+  client->Load();
+  Command("C");
+  EXPECT_EQ(view.popups, 1);
+  EXPECT_FALSE(client->Menus().At("mnuPopupBeenHere").enabled);
+  Command("F00000000000000000000");
+  EXPECT_EQ(view.popups, 2);
+  EXPECT_TRUE(client->Menus().At("mnuPopupBeenHere").enabled);
+  EXPECT_EQ(client->Page().RightClickX, 536870912);
+}
+
+TEST_F(ClientTest, StatusesTickTheirLinesAndTheLastOneHidesTheSplash) {
+  client->Load();
+  EXPECT_TRUE(view.splash);
+  for (const char* status : {"S0", "S2", "S17", "S18", "S5"}) Command(status);
+  EXPECT_THAT(view.ticked, ElementsAre(2, 5, 17));
+  Command("S99");
+  EXPECT_TRUE(view.splash);
+  loop.Advance(500);
+  EXPECT_FALSE(view.splash);
+}
+
+TEST_F(ClientTest, ALostPageIsShownBlueAndTriedAgain) {
+  StartStreaming();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
+  browser.navigations.clear();
+  browser.pageLost("gone");
+  ASSERT_THAT(browser.navigations, SizeIs(1));
+  EXPECT_THAT(browser.navigations[0], HasSubstr("blank_blue.html"));
+  loop.Advance(5000);
+  ASSERT_THAT(browser.navigations, SizeIs(2));
+  EXPECT_THAT(browser.navigations[1], HasSubstr("/fullscreen/index.php"));
+  const std::size_t firstFits = browser.Written("TxtL").size();
+  Command("S1");
+  EXPECT_THAT(browser.Written("TxtL"), SizeIs(firstFits + 1)) << "the new page gets its first fit";
+  browser.pageLost("gone again");
+  client->MapReload();
+  EXPECT_THAT(browser.navigations, SizeIs(4)) << "a restart of the connection tries at once";
+}
+
+TEST_F(ClientTest, FailuresGoThroughTheRetryDialog) {
+  StartStreaming();
+  data.failed({10054, "The connection was reset.", 104});
+  ASSERT_TRUE(view.retry);
+  EXPECT_EQ(*view.retry, "Error 855713/10054-1: \n\nWS_Client_C\nThe connection was reset.\nScode = 104");
+  EXPECT_EQ(view.retryLabel, "Retrying in 10 Seconds");
+  loop.Advance(93 * 94);
+  EXPECT_EQ(view.retryLabel, "Retrying in 1 Seconds");
+  EXPECT_THAT(locator.sent, SizeIs(1));
+  loop.Advance(7 * 94);
+  EXPECT_FALSE(view.retry);
+  EXPECT_THAT(locator.sent, SizeIs(2));
+  client->StopRetrying();
+  probe.failed({kErrorRefused, "", 111});
+  EXPECT_THAT(*view.retry, HasSubstr("Error 855712/10061-2: \nThe Pallomir Base Server is rejecting"));
+  client->EndSession();
+  EXPECT_EQ(window.closeWanted, 1);
+}
+
+TEST_F(ClientTest, ADeadLocatorIsReportedAfterFifteenSeconds) {
+  client->Load();
+  loop.Advance(14'999);
+  EXPECT_FALSE(view.retry);
+  loop.Advance(1);
+  ASSERT_TRUE(view.retry);
+  EXPECT_THAT(*view.retry, HasSubstr("Error 843898/10060-1: "));
+}
+
+TEST_F(ClientTest, AnEmptyLocatorReplyIsReportedOnceUntilRetried) {
+  client->Load();
+  const Bytes empty = ShortCheckForm({});
+  locator.arrived(empty);
+  ASSERT_TRUE(view.retry);
+  EXPECT_THAT(*view.retry,
+              HasSubstr("Error 634298-1: Pallomir server had no match for your base request.\n"));
+  client->StopRetrying();
+  client->MapReload();
+  locator.arrived(empty);
+  EXPECT_FALSE(view.retry);
+  EXPECT_THAT(Trouble(), HasSubstr("Error 501332: "));
+}
+
+TEST_F(ClientTest, LocatorRepliesOfWrongLengthOrCode) {
+  for (const std::size_t length : {0u, 1u, 5u, 7u, 17u, 19u, 29u}) {
+    ClientHarness harness;
+    harness.client->Load();
+    harness.locator.arrived(Bytes(length, '0'));
+    ASSERT_TRUE(harness.view.retry) << length;
+    EXPECT_THAT(*harness.view.retry, HasSubstr("Error 166308-1: Wrong string length; should be 18, not " +
+                                               std::to_string(length) + "\n"));
+  }
+  client->Load();
+  Bytes reply = ShortCheckForm(AsBytes("7F0000011234"));
+  Append(reply, AsBytes("7F0000021234"));
+  locator.arrived(reply);
+  EXPECT_THAT(view.caption, HasSubstr("Error: HashCode mismatch; should be "));
+  EXPECT_THAT(probe.connections, IsEmpty());
+  Bytes two = ShortCheckForm(AsBytes("7F00000112347F0000021234"));
+  Append(two, AsBytes("7F00000112347F0000021234"));
+  locator.arrived(two);
+  EXPECT_THAT(probe.connections, ElementsAre("127.0.0.1:18799"));
+  EXPECT_EQ(view.caption, "IP Address of Home Server = 127.0.0.1, Port Number = 18799");
+}
+
+TEST_F(ClientTest, TheCaptionTellsTheAgeOfTheNewestPoint) {
+  StartStreaming();
+  Arrive(PacketOf({Record(0, 40, -75), Record(60, 40, -75)}));
+  clock.now = ToMillis({2026, 11, 22, 12, 1, 0}) + 4 * kMinute + 17 * kSecond;
+  loop.Advance(1000);
+  EXPECT_EQ(view.caption, "Pallomir  00:04:17  2 Data Points");
+  clock.now = ToMillis({2026, 11, 22, 12, 1, 0}) + 26 * kHour;
+  loop.Advance(1000);
+  EXPECT_EQ(view.caption, "Pallomir 1 02:00:00  2 Data Points");
+}
+
+TEST_F(ClientTest, AutoCentreFollowsTheNewestPoint) {
+  settings.values["OnUpdate"] = "Auto &Center on Most Recent Point";
+  StartStreaming();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
+  client->FitByUser(0);
+  browser.writes.clear();
+  Arrive(PacketOf({Record(60, 41, -75)}));
+  ASSERT_THAT(browser.Written("TxtP"), SizeIs(1));
+  EXPECT_EQ(browser.Written("TxtP")[0].substr(0, 6), "+041.0");
+  EXPECT_THAT(browser.Written("TxtF"), IsEmpty());
+}
+
+TEST_F(ClientTest, PickersShowTheEndOnlyWhenTheWindowIsNotADay) {
+  StartStreaming();
+  loop.Advance(5000);
+  EXPECT_FALSE(view.pickers[1].visible);
+  EXPECT_EQ(view.pickers[0].format, "ddd,MMMd, h tt");
+  client->PickerGotFocus(0);
+  EXPECT_TRUE(view.pickers[1].visible);
+  client->PickerChanged(0, ToMillis({2026, 11, 20, 6}));
+  EXPECT_EQ(view.pickers[1].value, ToMillis({2026, 11, 21, 6}));
+  EXPECT_TRUE(view.reload);
+  client->PickerChanged(1, ToMillis({2026, 11, 22, 6}));
+  client->PickerLostFocus(0);
+  loop.Advance(5000);
+  EXPECT_TRUE(view.pickers[1].visible);
+  EXPECT_THAT(locator.sent, SizeIs(1)) << "nothing is loaded before the button is pressed";
+  client->ReloadClicked();
+  EXPECT_THAT(locator.sent, SizeIs(2));
+  EXPECT_EQ(client->Window().Length(), 2 * kDay);
+  EXPECT_FALSE(view.reload);
+}
+
+TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
+  settings.values["WindowState"] = "0";
+  StartStreaming();
+  browser.writes.clear();
+  for (int width = 900; width < 1000; width += 10) {
+    window.bounds = {10, 20, width, 700};
+    view.browser = {width + 18, 600};
+    client->Resized();
+  }
+  EXPECT_EQ(browser.Written("TxtX").back(), "987");
+  EXPECT_EQ(browser.Written("TxtY").back(), "595");
+  EXPECT_THAT(settings.saved, IsEmpty());
+  loop.Advance(250);
+  EXPECT_EQ(settings.saved["WindowPos_W"], "990");
+  window.maximised = true;
+  window.bounds = {0, 0, 1600, 1000};
+  client->Resized();
+  loop.Advance(250);
+  EXPECT_EQ(settings.saved["WindowPos_W"], "990") << "the maximised size is not the normal one";
+}
+
+TEST_F(ClientTest, ClosingStoresTheStateAndLetsEverythingGo) {
+  settings.values["WindowState"] = "0";
+  StartStreaming();
+  window.bounds = {1, 2, 800, 600};
+  client->Resized();
+  client->Unload();
+  EXPECT_EQ(settings.saved["WindowState"], "0");
+  EXPECT_EQ(settings.saved["WindowPos_L"], "1");
+  EXPECT_TRUE(locator.closed && probe.closed && data.closed);
+  EXPECT_TRUE(browser.stopped);
+  EXPECT_TRUE(mutex.closed);
+  EXPECT_EQ(view.exitCode, 0);
+  const auto writes = browser.writes.size();
+  loop.Advance(60'000);
+  client->Resized();
+  Command("Z5");
+  EXPECT_EQ(browser.writes.size(), writes);
+}
+
+TEST_F(ClientTest, AMutexThatCannotBeReleasedIsToldBeforeTheEnd) {
+  StartStreaming();
+  mutex.owned = false;
+  client->Unload();
+  EXPECT_EQ(Trouble(), "Mutex Release Error: 1\nhMutex = 77");
+  EXPECT_FALSE(view.exitCode);
+  box.AnswerIt();
+  EXPECT_EQ(view.exitCode, 0);
+}
+
+TEST_F(ClientTest, ATileFolderThatCannotBeEmptiedEndsTheProgram) {
+  StartStreaming();
+  ReportMapReady();
+  std::filesystem::remove_all(TileFolder());
+  fakes::WriteFile(TileFolder(), "a file where the folder should be");
+  const int generation = client->Tiles().TileGeneration();
+  client->MapReload();
+  EXPECT_THAT(Trouble(), HasSubstr("Error 75:\n"));
+  EXPECT_EQ(client->Tiles().TileGeneration(), generation);
+  box.AnswerIt();
+  EXPECT_EQ(window.closeWanted, 1);
+}
+
+}  // namespace
+}  // namespace pallomir
