@@ -25,6 +25,8 @@ class MainWindow {
   /// Brings the window to the front. It takes the keyboard only when no other program's window and none of
   /// our own dialogs is active.
   virtual void BringToForeground() = 0;
+  /// The user asks for the window: restored if minimised, brought to the front and given the keyboard.
+  virtual void Activate() = 0;
   /// Closes the window as its close button does, which ends the application.
   virtual void Close() = 0;
 };

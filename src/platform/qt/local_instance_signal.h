@@ -1,0 +1,35 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "base/trace.h"
+#include "platform/instance_signal.h"
+
+class QLocalServer;
+class QLocalSocket;
+
+namespace pallomir {
+
+/// The signal as a local socket beside the mutex's file. One line goes over it: the window handle and, where the
+/// desktop gave the second start one, the token that lets the first one come to the front.
+class LocalInstanceSignal : public InstanceSignal {
+ public:
+  LocalInstanceSignal(std::string name, Trace& trace);
+  ~LocalInstanceSignal() override;
+
+  /// Only the owner of the mutex listens: a socket left by a killed one is taken away.
+  void Listen() override;
+  /// Waits at most a second, also for a first instance that does nothing any more.
+  void AskToRaise(std::int64_t windowHandle) override;
+
+ private:
+  void Serve();
+  void ReadLine(QLocalSocket& socket);
+
+  std::string name_;
+  Trace& trace_;
+  std::unique_ptr<QLocalServer> server_;
+};
+
+}  // namespace pallomir

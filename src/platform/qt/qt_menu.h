@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QPoint>
+#include <QMenu>
+#include <QPoint>
+#include <QPointer>
+#include <string>
+
+#include "platform/menu_model.h"
+
+class QWidget;
+
+namespace pallomir {
+
+/// One menu of the model on the screen. It is filled from the model whenever it is opened, so the model may
+/// change at any time. A chosen entry is looked up again before it is reported; one that is gone meanwhile, or
+/// can't be chosen any more, is not.
+class QtMenu {
+ public:
+  /// `name` is the entry whose children are shown; the model outlives this object.
+  QtMenu(MenuModel& model, std::string name, QWidget* parent = nullptr);
+  ~QtMenu();
+  QtMenu(const QtMenu&) = delete;
+  QtMenu& operator=(const QtMenu&) = delete;
+
+  /// For a menu bar or a button. Belongs to this object.
+  QMenu* Menu() { return menu_; }
+
+  /// Opens the menu at a point of the screen and returns at once.
+  void PopUp(const QPoint& at);
+
+  /// Fills the menu as opening it does. Object names: the entry's name; for entries of an array the name and
+  /// the index in parentheses, "mnuPopupZone(3)".
+  void Render();
+
+ private:
+  struct Key {
+    std::string name;
+    int index = 0;
+    int identifier = 0;
+  };
+
+  void RenderInto(QMenu& menu, const MenuItem& parent);
+  void Choose(const Key& key);
+
+  MenuModel& model_;
+  std::string name_;
+  QPointer<QMenu> menu_;
+};
+
+}  // namespace pallomir

@@ -1,0 +1,73 @@
+#include "timeline/date_time_picker_widget.h"
+
+#include <QCalendarWidget>
+#include <QFocusEvent>
+#include <QLocale>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+namespace pallomir {
+namespace {
+
+// A popup of our own, or another program's window, in front is no loss of focus for the picker.
+bool IsPassing(Qt::FocusReason reason) {
+  return reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason;
+}
+
+}  // namespace
+
+DateTimePicker::DateTimePicker(QWidget* parent, const QString& name, const QString& accessibleName)
+    : QDateTimeEdit(parent) {
+  setObjectName(name);
+  setAccessibleName(accessibleName);
+  setLocale(QLocale::c());
+  setTimeSpec(Qt::UTC);
+  setCalendarPopup(true);
+  setFocusPolicy(Qt::StrongFocus);
+  setMinimumDateTime(QDateTime(QDate(1900, 1, 1), QTime(0, 0), Qt::UTC));
+  setMaximumDateTime(QDateTime(QDate(9999, 12, 31), QTime(23, 59, 59), Qt::UTC));
+  calendarWidget()->setLocale(QLocale::c());
+  calendarWidget()->installEventFilter(this);
+  connect(this, &QDateTimeEdit::dateTimeChanged, this, [this] {
+    if (changed) changed(Value());
+  });
+}
+
+void DateTimePicker::ShowValue(Millis value, const QString& format) {
+  QString ofQt = format;
+  ofQt.replace("tt", "AP");
+  const QSignalBlocker quiet(this);
+  if (displayFormat() != ofQt) setDisplayFormat(ofQt);
+  const Millis wholeSeconds = value - value % kSecond;
+  if (Value() != wholeSeconds) setDateTime(QDateTime::fromMSecsSinceEpoch(wholeSeconds, Qt::UTC));
+  updateGeometry();
+}
+
+void DateTimePicker::focusInEvent(QFocusEvent* event) {
+  QDateTimeEdit::focusInEvent(event);
+  if (!IsPassing(event->reason()) && gotFocus) gotFocus();
+}
+
+void DateTimePicker::focusOutEvent(QFocusEvent* event) {
+  QDateTimeEdit::focusOutEvent(event);
+  if (!IsPassing(event->reason()) && lostFocus) lostFocus();
+}
+
+// Scrolling past the picker must not change a date.
+void DateTimePicker::wheelEvent(QWheelEvent* event) {
+  if (hasFocus()) {
+    QDateTimeEdit::wheelEvent(event);
+  } else {
+    event->ignore();
+  }
+}
+
+bool DateTimePicker::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == calendarWidget()) {
+    if (event->type() == QEvent::Show && droppedDown) droppedDown();
+    if (event->type() == QEvent::Hide && closedUp) closedUp();
+  }
+  return QDateTimeEdit::eventFilter(watched, event);
+}
+
+}  // namespace pallomir

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDateTimeEdit>
+#include <functional>
+
+#include "base/civil_time.h"
+
+namespace pallomir {
+
+/// A date-time picker with a drop-down calendar. It knows plain times without zones and English names only.
+/// What the program shows raises no event; what the user does is told through the callbacks.
+class DateTimePicker : public QDateTimeEdit {
+ public:
+  DateTimePicker(QWidget* parent, const QString& name, const QString& accessibleName);
+
+  std::function<void()> gotFocus;
+  std::function<void()> lostFocus;
+  std::function<void(Millis)> changed;
+  std::function<void()> droppedDown;
+  std::function<void()> closedUp;
+
+  /// `format` in the letters of timeline/date_pickers.h. Ignored where it changes nothing, so that a value
+  /// that is being typed is not disturbed.
+  void ShowValue(Millis value, const QString& format);
+
+ protected:
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  Millis Value() const { return dateTime().toMSecsSinceEpoch(); }
+};
+
+}  // namespace pallomir

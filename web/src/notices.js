@@ -1,0 +1,53 @@
+/** Quiet sentences over the map, which the user can close, and one panel that covers it. */
+
+const NO_STREET_PICTURES = 'This station has no street pictures.';
+
+function element(tag, className, parent) {
+  const made = document.createElement(tag);
+  made.className = className;
+  parent.appendChild(made);
+  return made;
+}
+
+export class Notices {
+  /** @param {HTMLElement} container the map's element */
+  constructor(container) {
+    this.container = container;
+    this.list = element('div', 'notices', container);
+    this.shown = new Map();
+    this.panel = null;
+  }
+
+  /** @param {string} key the notice's name: one notice a name @param {string} text what it says */
+  show(key, text) {
+    this.hide(key);
+    const notice = element('div', 'notice', this.list);
+    element('span', '', notice).textContent = text;
+    const close = element('button', '', notice);
+    close.type = 'button';
+    close.textContent = '×';
+    close.title = 'Close';
+    close.addEventListener('click', () => this.hide(key));
+    this.shown.set(key, notice);
+  }
+
+  hide(key) {
+    this.shown.get(key)?.remove();
+    this.shown.delete(key);
+  }
+
+  /** The overlay of streets with pictures is wanted or not. */
+  setStreetOverlay(wanted) {
+    if (wanted) this.show('streets', NO_STREET_PICTURES);
+    else this.hide('streets');
+  }
+
+  /** The panorama takes the place of the map while it is wanted. */
+  setPanorama(wanted) {
+    this.panel?.remove();
+    this.panel = null;
+    if (!wanted) return;
+    this.panel = element('div', 'panel', this.container);
+    this.panel.textContent = NO_STREET_PICTURES;
+  }
+}

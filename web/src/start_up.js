@@ -1,0 +1,163 @@
+/* global L */
+/** Builds the page step by step, telling the client of each, and then follows what the client writes. */
+import { BaseMap, loadBaseMap } from './base_map.js';
+import { createCommandSender } from './command_sender.js';
+import { placeCommand, statusCommand, tileCommand } from './commands.js';
+import { FieldQueue } from './field_queue.js';
+import { parseCentre, parseFit, parseGeneration, parseSwitch, parseViewLength, parseZone } from './fields.js';
+import { Graticule } from './graticule.js';
+import { MAP_TYPES, MapTypeControl } from './map_types.js';
+import { MapView } from './map_view.js';
+import { Notices } from './notices.js';
+import { describePlace } from './place.js';
+import { Pointer } from './pointer.js';
+import { fileNameOf } from './tile_names.js';
+import { TileQuestions } from './tile_questions.js';
+import { TrackLayer } from './track_layer.js';
+import { ViewReporter } from './view_reporter.js';
+import { ZoneLayer } from './zone_layer.js';
+
+const CREDITS = 'Map data: Natural Earth (public domain), by way of world-atlas and us-atlas. Map: Leaflet.';
+
+const fields = new FieldQueue();
+fields.watch(document.forms.Form1);
+const sender = createCommandSender();
+const send = (command) => sender.send(command);
+const reached = (step) => send(statusCommand(step));
+const baseMapData = loadBaseMap();
+
+const query = new URLSearchParams(location.search);
+const view = new MapView(
+  document.getElementById('map'),
+  parseViewLength(query.get('X') ?? '') ?? window.innerWidth,
+  parseViewLength(query.get('Y') ?? '') ?? window.innerHeight,
+);
+const map = view.map;
+reached(1);
+
+view.createPanes();
+const notices = new Notices(view.element);
+reached(2);
+
+L.control.attribution({ prefix: false }).addAttribution(CREDITS).addTo(map);
+reached(3);
+
+const fillTile = { T: (...answer) => tracks.fill(...answer), Z: (...answer) => zones.tiles.fill(...answer) };
+const questions = new TileQuestions(
+  (kind, suffix) => send(tileCommand(kind, suffix)),
+  (kind, suffix, fileName) => fillTile[kind](suffix, fileName),
+);
+const tracks = new TrackLayer(questions);
+reached(4);
+
+const zones = new ZoneLayer(map, questions);
+zones.setVisible(true);
+reached(5);
+
+const baseMap = new BaseMap(MAP_TYPES.Map);
+baseMap.addTo(map);
+reached(6);
+
+tracks.addTo(map);
+reached(7);
+
+const pointer = new Pointer(map, send);
+pointer.listenToRightClicks();
+reached(8);
+pointer.listenToMoves();
+reached(9);
+pointer.listenToLeftClicks();
+reached(10);
+
+view.showFirstView();
+reached(11);
+
+const graticule = new Graticule(MAP_TYPES.Map);
+graticule.addTo(map);
+L.control.scale({ maxWidth: 140 }).addTo(map);
+reached(12);
+
+questions.start();
+reached(13);
+
+addZoomControl();
+reached(14);
+
+const mapTypes = new MapTypeControl(setMapType).addTo(map);
+setMapType('Map');
+reached(15);
+
+new ViewReporter(view, send).start();
+reached(16);
+
+const answerPlace = async () => {
+  const { lat, lng } = view.centre();
+  send(placeCommand(await describePlace(...(pointer.rightClicked ?? [lat, lng]))));
+};
+reached(17);
+
+fields.start({
+  TxtX: (text) => whenRead(parseViewLength(text), (width) => view.resize(width, view.height)),
+  TxtY: (text) => whenRead(parseViewLength(text), (height) => view.resize(view.width, height)),
+  TxtF: (text) => whenRead(parseFit(text), (fit) => view.fit(fit)),
+  TxtL: (text) => whenRead(parseFit(text), (fit) => view.fit(fit)),
+  TxtP: (text) => whenRead(parseCentre(text), (centre) => view.pan(centre)),
+  TxtR: (text) => whenRead(parseGeneration(text), renewTiles),
+  TxtTT: (text) => questions.answer('T', fileNameOf(text)),
+  TxtTZ: (text) => questions.answer('Z', fileNameOf(text)),
+  TxtM: (text) => whenRead(parseSwitch(text), (visible) => [baseMap, graticule].forEach(shownOrNot(visible))),
+  TxtT: (text) => whenRead(parseSwitch(text), (visible) => [tracks].forEach(shownOrNot(visible))),
+  TxtZ: (text) => whenRead(parseSwitch(text), (visible) => zones.setVisible(visible)),
+  TxtMT: setMapType,
+  TxtSV: (text) => whenRead(parseSwitch(text), (wanted) => notices.setStreetOverlay(wanted)),
+  txtPn: (text) => whenRead(parseSwitch(text), (wanted) => notices.setPanorama(wanted)),
+  TxtG: (text) => whenRead(parseSwitch(text), (wanted) => wanted && answerPlace()),
+  TxtZN: zoneDrawingIsMissing,
+  TxtZE: zoneDrawingIsMissing,
+  TxtZF: zoneDrawingIsMissing,
+  TxtZC: zoneDrawingIsMissing,
+  TxtZL: (text) => (text === '*' ? zones.clear() : whenRead(parseZone(text), (zone) => zones.add(zone))),
+});
+
+baseMapData
+  .then((regions) => baseMap.setShapes(regions))
+  .catch((error) => {
+    console.error(`base map: ${error.message}`);
+    notices.show('base map', 'The base map could not be loaded. Tracks and zones are shown without it.');
+  })
+  .finally(() => reached(99));
+
+function whenRead(value, act) {
+  if (value === null) console.error('a field holds a text of another form');
+  else act(value);
+}
+
+function shownOrNot(visible) {
+  return (layer) => (visible ? layer.addTo(map) : layer.remove());
+}
+
+function renewTiles(generation) {
+  tracks.renew(generation);
+  zones.tiles.renew();
+}
+
+function setMapType(name) {
+  if (!Object.hasOwn(MAP_TYPES, name)) return;
+  const palette = MAP_TYPES[name];
+  view.element.style.background = palette.water;
+  view.element.classList.toggle('dark-map', palette.dark);
+  baseMap.setPalette(palette);
+  graticule.setPalette(palette);
+  mapTypes.mark(name);
+}
+
+/** The library makes the two buttons as links; without an address they can't lead the page away. */
+function addZoomControl() {
+  const control = L.control.zoom().addTo(map);
+  for (const link of control.getContainer().querySelectorAll('a')) link.removeAttribute('href');
+}
+
+function zoneDrawingIsMissing() {
+  if (!zoneDrawingIsMissing.told) console.info('this page draws no zones yet');
+  zoneDrawingIsMissing.told = true;
+}
