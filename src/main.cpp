@@ -1,7 +1,14 @@
+#include <signal.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <QApplication>
+#include <QSocketNotifier>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/trace.h"
@@ -47,6 +54,33 @@ TileFiles FilesForThePage(const Folders& folders) {
            folders.application / kNotAlertedTile}};
 }
 
+/// Turns SIGTERM, SIGINT and SIGHUP into a call from the event loop, so that a client that is told to end by
+/// the system ends as by its close button. One object at a time.
+class EndSignals {
+ public:
+  explicit EndSignals(std::function<void()> wanted) {
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, sockets_) != 0) return;
+    notifier_ = std::make_unique<QSocketNotifier>(sockets_[1], QSocketNotifier::Read);
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(),
+                     [wanted = std::move(wanted)] {
+                       char byte = 0;
+                       while (::read(sockets_[1], &byte, 1) > 0) {
+                       }
+                       wanted();
+                     });
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) ::signal(number, &EndSignals::Wake);
+  }
+
+ private:
+  static void Wake(int) {
+    const char byte = 0;
+    if (::write(sockets_[0], &byte, 1) < 0) return;
+  }
+
+  static inline int sockets_[2] = {-1, -1};
+  std::unique_ptr<QSocketNotifier> notifier_;
+};
+
 /// The ports on this platform, and the client on them. Members stand in the order in which they need each
 /// other.
 class Program {
@@ -54,6 +88,13 @@ class Program {
   int Run() {
     GuardInstance(
         mutex_, registry_, signal_, questions_, [this] { Start(); }, [] { QCoreApplication::exit(0); });
+    const EndSignals endSignals([this] {
+      if (client_) {
+        window_->Close();
+      } else {
+        QCoreApplication::exit(0);
+      }
+    });
     const int exitCode = QApplication::exec();
     questions_.Close();
     return exitCode;

@@ -156,6 +156,7 @@ void Client::FitByUser(std::size_t k) {
   stream_.ClearHold();
   ProcessData({});
   FitToData(k);
+  Timeline_Resize();  // the redraw takes the notice away, also where there was nothing new
 }
 
 void Client::UpdateCaption() {

@@ -75,6 +75,7 @@ void Client::OnPage(const page::Status& status) {
 void Client::OnPageReady() {
   splashPause_->SetEnabled(false);
   ports_.view.HideSplash();
+  ports_.trace.Line("map page ready");
   WriteToggle("mnuViewMapData", field::kMapData);
   WriteToggle("mnuViewTrackingData", field::kTrackingData);
   Run(seams.loadZones);
@@ -88,7 +89,9 @@ void Client::OnPage(const page::TileQuestion& question) {
   if (closing_) return;
   const std::string suffix = isZoom ? question.suffix : std::string();
   if (question.kind == Kind::kTrack) {
-    ports_.browser.WriteField(field::kTrackTile, tiles_->TrackTilePath(suffix));
+    const std::string path = tiles_->TrackTilePath(suffix);
+    ports_.browser.WriteField(field::kTrackTile, path);
+    if (!path.ends_with(kBlankTile)) ports_.trace.Line("track tile " + suffix + " handed to the page");
   } else {
     const bool alerted = seams.isTopLevelAlerted && seams.isTopLevelAlerted();
     ports_.browser.WriteField(field::kZoneTile, tiles_->ZoneTilePath(suffix, alerted));

@@ -4,6 +4,8 @@
 #include <QFocusEvent>
 #include <QLocale>
 #include <QSignalBlocker>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QWheelEvent>
 
 namespace pallomir {
@@ -41,6 +43,15 @@ void DateTimePicker::ShowValue(Millis value, const QString& format) {
   const Millis wholeSeconds = value - value % kSecond;
   if (Value() != wholeSeconds) setDateTime(QDateTime::fromMSecsSinceEpoch(wholeSeconds, Qt::UTC));
   updateGeometry();
+}
+
+QSize DateTimePicker::sizeHint() const {
+  QStyleOptionComboBox option;
+  option.initFrom(this);
+  option.editable = true;
+  const QSize text(fontMetrics().horizontalAdvance(this->text() + "  "), QDateTimeEdit::sizeHint().height());
+  const QSize whole = style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, this);
+  return {whole.width(), text.height()};
 }
 
 void DateTimePicker::focusInEvent(QFocusEvent* event) {

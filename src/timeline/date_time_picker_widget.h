@@ -23,6 +23,10 @@ class DateTimePicker : public QDateTimeEdit {
   /// that is being typed is not disturbed.
   void ShowValue(Millis value, const QString& format);
 
+  /// As wide as the text it shows: the formats differ much in length.
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
  protected:
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;

@@ -21,7 +21,8 @@ QString SocketPath(const std::string& name) {
 
 }  // namespace
 
-LocalInstanceSignal::LocalInstanceSignal(std::string name, Trace& trace) : name_(std::move(name)), trace_(trace) {}
+LocalInstanceSignal::LocalInstanceSignal(std::string name, Trace& trace)
+    : name_(std::move(name)), trace_(trace) {}
 
 LocalInstanceSignal::~LocalInstanceSignal() = default;
 

@@ -11,8 +11,8 @@ class QLocalSocket;
 
 namespace pallomir {
 
-/// The signal as a local socket beside the mutex's file. One line goes over it: the window handle and, where the
-/// desktop gave the second start one, the token that lets the first one come to the front.
+/// The signal as a local socket beside the mutex's file. One line goes over it: the window handle and, where
+/// the desktop gave the second start one, the token that lets the first one come to the front.
 class LocalInstanceSignal : public InstanceSignal {
  public:
   LocalInstanceSignal(std::string name, Trace& trace);

@@ -4,8 +4,8 @@
 
 namespace pallomir {
 
-/// The mutex as a lock on a file of this user (see RuntimeFile). The system drops the lock with the process, so
-/// a killed owner leaves nothing behind; the empty file stays and means nothing.
+/// The mutex as a lock on a file of this user (see RuntimeFile). The system drops the lock with the process,
+/// so a killed owner leaves nothing behind; the empty file stays and means nothing.
 class LockFileMutex : public NamedMutex {
  public:
   LockFileMutex() = default;

@@ -4,6 +4,8 @@
 
 namespace pallomir {
 
-void QtBeeper::Beep() { QApplication::beep(); }
+void QtBeeper::Beep() {
+  QApplication::beep();
+}
 
 }  // namespace pallomir

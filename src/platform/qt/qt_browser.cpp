@@ -10,11 +10,15 @@
 namespace pallomir {
 namespace {
 
-QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
-// The two texts go as JSON, which is a subset of the page's language, so that no value can end the text it is in.
+// The two texts go as JSON, which is a subset of the page's language, so that no value can end the text it is
+// in.
 QString WriteScript(std::string_view field, std::string_view value) {
-  const QByteArray arguments = QJsonDocument(QJsonArray{Text(field), Text(value)}).toJson(QJsonDocument::Compact);
+  const QByteArray arguments =
+      QJsonDocument(QJsonArray{Text(field), Text(value)}).toJson(QJsonDocument::Compact);
   return QStringLiteral(
              "(function(field, value) {"
              "  const form = document.forms['Form1'];"
@@ -26,7 +30,16 @@ QString WriteScript(std::string_view field, std::string_view value) {
       .arg(QString::fromUtf8(arguments));
 }
 
-bool IsOnDisk(const QUrl& address) { return address.isLocalFile() || address.scheme() == "about"; }
+std::string ReasonOf(const QWebEngineLoadingInfo& info) {
+  const std::string address = info.url().toString(QUrl::RemoveQuery).toStdString();
+  if (info.errorDomain() == QWebEngineLoadingInfo::HttpStatusCodeDomain)
+    return address + ": HTTP status " + std::to_string(info.errorCode());
+  return address + ": " + info.errorString().toStdString();
+}
+
+bool IsOnDisk(const QUrl& address) {
+  return address.isLocalFile() || address.scheme() == "about";
+}
 
 }  // namespace
 
@@ -52,8 +65,9 @@ QtBrowser::QtBrowser(TileFiles tiles, Trace& trace, QWidget* parent)
   };
   QObject::connect(page_.get(), &QWebEnginePage::loadingChanged, &context_,
                    [this](const QWebEngineLoadingInfo& info) { OnLoading(info); });
-  QObject::connect(page_.get(), &QWebEnginePage::renderProcessTerminated, &context_,
-                   [this](QWebEnginePage::RenderProcessTerminationStatus, int exitCode) { OnProcessEnded(exitCode); });
+  QObject::connect(
+      page_.get(), &QWebEnginePage::renderProcessTerminated, &context_,
+      [this](QWebEnginePage::RenderProcessTerminationStatus, int exitCode) { OnProcessEnded(exitCode); });
   view_->setPage(page_.get());
 }
 
@@ -65,40 +79,47 @@ QtBrowser::~QtBrowser() {
 }
 
 void QtBrowser::Navigate(const std::string& address) {
-  if (asked_.isEmpty() || !IsOnDisk(asked_)) waiting_.clear();
+  const bool isPlaceholderComing = isLoading_ && IsOnDisk(asked_);
+  if (isLoading_ && !isPlaceholderComing) waiting_.clear();
   waiting_.push_back(AddressOf(address));
-  // Loading asks beforeNavigate, which must not be inside this call.
-  if (asked_.isEmpty() || !IsOnDisk(asked_)) {
-    QMetaObject::invokeMethod(
-        &context_, [this] { LoadNext(); }, Qt::QueuedConnection);
-  }
+  // Loading asks beforeNavigate, which must not happen inside this call.
+  if (!isPlaceholderComing) PostLoadNext();
+}
+
+void QtBrowser::PostLoadNext() {
+  QMetaObject::invokeMethod(
+      &context_, [this] { LoadNext(); }, Qt::QueuedConnection);
 }
 
 void QtBrowser::LoadNext() {
-  if (waiting_.empty()) return;
+  if (waiting_.empty() || (isLoading_ && IsOnDisk(asked_))) return;
   asked_ = waiting_.front();
   waiting_.pop_front();
-  started_ = false;
-  page_->load(asked_);
+  isLoading_ = asked_.isValid();
+  if (isLoading_) {
+    isProcessDead_ = false;
+    page_->load(asked_);
+  } else {
+    LosePage("no address: " + asked_.toString().toStdString());
+    PostLoadNext();
+  }
 }
 
+// The engine reports one start and one end for a load and for those that replace it before its end. A page's
+// own navigations are reported too; once the page is there they concern nobody.
 void QtBrowser::OnLoading(const QWebEngineLoadingInfo& info) {
-  if (getenv("DBG")) fprintf(stderr, "loading status %d url %s code %d dom %d err '%s' errpage %d asked %s\n", int(info.status()), info.url().toEncoded().constData(), info.errorCode(), int(info.errorDomain()), info.errorString().toUtf8().constData(), int(info.isErrorPage()), asked_.toEncoded().constData());
-  if (asked_.isEmpty()) return;
-  const auto status = info.status();
-  if (status == QWebEngineLoadingInfo::LoadStartedStatus) {
-    started_ = true;
-    return;
-  }
-  // Until the asked one has begun, what ends is the load that it replaced.
-  if (!started_) return;
-  if (status == QWebEngineLoadingInfo::LoadFailedStatus) LosePage("X");
-  asked_.clear();
-  LoadNext();
+  if (!isLoading_ || info.status() == QWebEngineLoadingInfo::LoadStartedStatus) return;
+  isLoading_ = false;
+  // A load that was cancelled ends with another status.
+  if (info.status() == QWebEngineLoadingInfo::LoadFailedStatus) LosePage(ReasonOf(info));
+  PostLoadNext();
 }
 
 void QtBrowser::OnProcessEnded(int exitCode) {
-  LosePage("the process of the page ended with " + std::to_string(exitCode));
+  isLoading_ = false;
+  isProcessDead_ = true;
+  LosePage("the process of the page ended with code " + std::to_string(exitCode));
+  PostLoadNext();
 }
 
 void QtBrowser::LosePage(std::string reason) {
@@ -112,15 +133,19 @@ void QtBrowser::LosePage(std::string reason) {
 }
 
 void QtBrowser::WriteField(std::string_view field, std::string_view value) {
+  const std::string lost = "no field " + std::string(field) + " on the page";
+  // The engine would keep the write and give it to whatever page comes next.
+  if (isProcessDead_) return trace_.Line(lost);
+  const QPointer<QuietView> view = view_;
   page_->runJavaScript(WriteScript(field, value), QWebEngineScript::MainWorld,
-                       [&trace = trace_, name = std::string(field)](const QVariant& found) {
-                         if (!found.toBool()) trace.Line("no field " + name + " on the page");
+                       [&trace = trace_, view, lost](const QVariant& found) {
+                         if (view && !found.toBool()) trace.Line(lost);
                        });
 }
 
 void QtBrowser::Stop() {
   waiting_.clear();
-  asked_.clear();
+  isLoading_ = false;
   page_->triggerAction(QWebEnginePage::Stop);
 }
 

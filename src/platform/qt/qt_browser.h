@@ -24,7 +24,7 @@ class QtBrowser : public Browser {
   QtBrowser(TileFiles tiles, Trace& trace, QWidget* parent = nullptr);
   ~QtBrowser() override;
 
-  /// A page without scheme on the disk is loaded to its end before what was asked for after it, so that the
+  /// A page on the disk is loaded to its end before what was asked for after it, so that the
   /// placeholder is seen while the server is waited for. Any other page gives way to the next one at once.
   void Navigate(const std::string& address) override;
   void WriteField(std::string_view field, std::string_view value) override;
@@ -34,6 +34,7 @@ class QtBrowser : public Browser {
   QWidget* Widget() { return view_; }
 
  private:
+  void PostLoadNext();
   void LoadNext();
   void OnLoading(const QWebEngineLoadingInfo& info);
   void OnProcessEnded(int exitCode);
@@ -45,8 +46,9 @@ class QtBrowser : public Browser {
   std::unique_ptr<QuietPage> page_;
   QPointer<QuietView> view_;
   std::deque<QUrl> waiting_;
-  QUrl asked_;            // what is being loaded because Navigate asked for it, empty for none
-  bool started_ = false;  // whether the engine has begun with it
+  QUrl asked_;              // what Navigate asked for last and the engine got
+  bool isLoading_ = false;  // whether it is still being loaded
+  bool isProcessDead_ = false;
   QObject context_;
 };
 

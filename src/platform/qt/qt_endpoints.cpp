@@ -32,7 +32,8 @@ void QtDatagramEndpoint::Connect(const std::string& host, int port) {
     Close();
     Call(failed, ErrorOf(systemCode));
   };
-  holder_.Replace(SocketLink::Kind::kDatagram, std::move(listener)).Open(host, port, kConnectPatienceMilliseconds);
+  holder_.Replace(SocketLink::Kind::kDatagram, std::move(listener))
+      .Open(host, port, kConnectPatienceMilliseconds);
 }
 
 void QtDatagramEndpoint::Send(ByteView bytes) {

@@ -10,8 +10,8 @@ namespace pallomir {
 /// How long a stream waits for its connection, the search for the host included.
 inline constexpr int kConnectPatienceMilliseconds = 21000;
 
-/// The road from an endpoint to its link. A link belongs to one Connect; what is left of it after Close or after
-/// the endpoint's end calls nobody.
+/// The road from an endpoint to its link. A link belongs to one Connect; what is left of it after Close or
+/// after the endpoint's end calls nobody.
 class LinkHolder {
  public:
   LinkHolder() = default;
@@ -40,8 +40,8 @@ class QtDatagramEndpoint : public DatagramEndpoint {
   LinkHolder holder_;
 };
 
-/// After `failed` and `closedByPeer` it is closed. Every Connect begins with reading on. While reading is off the
-/// end of the connection is not noticed either: it comes after the last byte.
+/// After `failed` and `closedByPeer` it is closed. Every Connect begins with reading on. While reading is off
+/// the end of the connection is not noticed either: it comes after the last byte.
 class QtStreamEndpoint : public StreamEndpoint {
  public:
   explicit QtStreamEndpoint(int patienceMilliseconds = kConnectPatienceMilliseconds)

@@ -31,10 +31,10 @@ QString ObjectNameOf(const MenuItem& item, const MenuItem& parent) {
 
 void ApplyState(QAction& action, const MenuItem& item, const MenuItem& parent) {
   // The other entries of an array with a check mark keep the room for theirs.
-  const bool isCheckable =
-      item.checked || std::any_of(parent.children.begin(), parent.children.end(), [&](const MenuItem& sibling) {
-        return sibling.checked && IsSameArray(sibling, item);
-      });
+  const bool isCheckable = item.checked || std::any_of(parent.children.begin(), parent.children.end(),
+                                                       [&](const MenuItem& sibling) {
+                                                         return sibling.checked && IsSameArray(sibling, item);
+                                                       });
   action.setCheckable(isCheckable);
   action.setChecked(item.checked);
   action.setEnabled(item.enabled);
@@ -50,7 +50,9 @@ QtMenu::QtMenu(MenuModel& model, std::string name, QWidget* parent)
 }
 
 // The window that the menu belongs to may have taken it along.
-QtMenu::~QtMenu() { delete menu_; }
+QtMenu::~QtMenu() {
+  delete menu_;
+}
 
 void QtMenu::PopUp(const QPoint& at) {
   menu_->close();
@@ -61,7 +63,8 @@ void QtMenu::Render() {
   const auto submenus = menu_->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
   menu_->clear();
   qDeleteAll(submenus);
-  if (const MenuItem* parent = FindBelow(model_.bar, [&](const MenuItem& item) { return item.name == name_; }))
+  if (const MenuItem* parent =
+          FindBelow(model_.bar, [&](const MenuItem& item) { return item.name == name_; }))
     RenderInto(*menu_, *parent);
 }
 
@@ -80,7 +83,8 @@ void QtMenu::RenderInto(QMenu& menu, const MenuItem& parent) {
       Key key{item.name, item.index, item.identifier};
       // Queued: the menu is closed by then, and the model may be rebuilt.
       QObject::connect(
-          action, &QAction::triggered, menu_, [this, key = std::move(key)] { Choose(key); }, Qt::QueuedConnection);
+          action, &QAction::triggered, menu_, [this, key = std::move(key)] { Choose(key); },
+          Qt::QueuedConnection);
     }
     action->setText(item.IsSeparator() ? QString() : QString::fromStdString(item.caption));
     action->setObjectName(ObjectNameOf(item, parent));

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QPoint>
 #include <QMenu>
 #include <QPoint>
 #include <QPointer>
@@ -13,8 +12,8 @@ class QWidget;
 namespace pallomir {
 
 /// One menu of the model on the screen. It is filled from the model whenever it is opened, so the model may
-/// change at any time. A chosen entry is looked up again before it is reported; one that is gone meanwhile, or
-/// can't be chosen any more, is not.
+/// change at any time. A chosen entry is looked up again before it is reported; one that is gone meanwhile,
+/// or can't be chosen any more, is not.
 class QtMenu {
  public:
   /// `name` is the entry whose children are shown; the model outlives this object.

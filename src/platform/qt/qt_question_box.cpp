@@ -12,11 +12,16 @@ namespace {
 
 QMessageBox::Icon IconOf(Question::Icon icon) {
   switch (icon) {
-    case Question::Icon::kInformation: return QMessageBox::Information;
-    case Question::Icon::kExclamation: return QMessageBox::Warning;
-    case Question::Icon::kQuestion: return QMessageBox::Question;
-    case Question::Icon::kError: return QMessageBox::Critical;
-    case Question::Icon::kNone: break;
+    case Question::Icon::kInformation:
+      return QMessageBox::Information;
+    case Question::Icon::kExclamation:
+      return QMessageBox::Warning;
+    case Question::Icon::kQuestion:
+      return QMessageBox::Question;
+    case Question::Icon::kError:
+      return QMessageBox::Critical;
+    case Question::Icon::kNone:
+      break;
   }
   return QMessageBox::NoIcon;
 }
@@ -65,9 +70,13 @@ Answer AnswerOf(const QDialog* dialog, int result) {
 
 QtQuestionBox::QtQuestionBox(QWidget* window) : window_(window) {}
 
-QtQuestionBox::~QtQuestionBox() { Dismiss(); }
+QtQuestionBox::~QtQuestionBox() {
+  Dismiss();
+}
 
-void QtQuestionBox::SetWindow(QWidget* window) { window_ = window; }
+void QtQuestionBox::SetWindow(QWidget* window) {
+  window_ = window;
+}
 
 void QtQuestionBox::Show(const Question& question, AnswerHandler then) {
   if (then_) {

@@ -10,8 +10,8 @@ class QDialog;
 
 namespace pallomir {
 
-/// Questions as message boxes and input boxes over a window. A question that is shown while another one is open
-/// takes its place; the older one is answered as if it had been closed.
+/// Questions as message boxes and input boxes over a window. A question that is shown while another one is
+/// open takes its place; the older one is answered as if it had been closed.
 class QtQuestionBox : public QuestionBox {
  public:
   /// The boxes block `window` and no other one; without a window they stand alone.

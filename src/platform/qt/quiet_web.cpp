@@ -29,16 +29,23 @@ void ApplySettings(QWebEngineSettings& settings) {
 
 QuietPage::QuietPage(QWebEngineProfile* profile, Trace& trace) : QWebEnginePage(profile), trace_(trace) {
   ApplySettings(*settings());
-  connect(this, &QWebEnginePage::featurePermissionRequested, this, [this](const QUrl& origin, Feature feature) {
-    setFeaturePermission(origin, feature, PermissionDeniedByUser);
-  });
+  connect(this, &QWebEnginePage::featurePermissionRequested, this,
+          [this](const QUrl& origin, Feature feature) {
+            setFeaturePermission(origin, feature, PermissionDeniedByUser);
+          });
 }
 
-bool QuietPage::acceptNavigationRequest(const QUrl& url, NavigationType, bool) { return !stops || !stops(url); }
+bool QuietPage::acceptNavigationRequest(const QUrl& url, NavigationType, bool) {
+  return !stops || !stops(url);
+}
 
-QWebEnginePage* QuietPage::createWindow(WebWindowType) { return nullptr; }
+QWebEnginePage* QuietPage::createWindow(WebWindowType) {
+  return nullptr;
+}
 
-QStringList QuietPage::chooseFiles(FileSelectionMode, const QStringList&, const QStringList&) { return {}; }
+QStringList QuietPage::chooseFiles(FileSelectionMode, const QStringList&, const QStringList&) {
+  return {};
+}
 
 void QuietPage::javaScriptAlert(const QUrl&, const QString& message) {
   trace_.Line("page alert: " + message.left(kLongestLine).toStdString());

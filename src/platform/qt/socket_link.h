@@ -15,11 +15,11 @@ class QSocketNotifier;
 namespace pallomir {
 
 /// One connection of an endpoint, from the search for the host to the end, on a socket of the system that the
-/// event loop watches. (The socket classes of the framework report a reset like a close in good order, and keep
-/// the system's error codes to themselves.)
+/// event loop watches. (The socket classes of the framework report a reset like a close in good order, and
+/// keep the system's error codes to themselves.)
 ///
-/// Calls nobody back before the event loop is reached, and nobody after Abandon. A listener may abandon the link
-/// from inside a callback; the link then lives until the event loop is back.
+/// Calls nobody back before the event loop is reached, and nobody after Abandon. A listener may abandon the
+/// link from inside a callback; the link then lives until the event loop is back.
 class SocketLink : public QObject {
  public:
   enum class Kind { kDatagram, kStream };
@@ -48,7 +48,6 @@ class SocketLink : public QObject {
   void Abandon();
 
  private:
-
   void TryNextAddress(int lastError);
   int Connect(const QHostAddress& address);
   void Watch();

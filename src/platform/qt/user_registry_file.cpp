@@ -8,7 +8,9 @@
 namespace pallomir {
 namespace {
 
-QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 // Other processes read and write the same file, so nothing is kept between two calls.
 QSettings Open(const std::filesystem::path& file) {

@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Installs what building, running and testing need and what is missing. Debian 12 or later; asks for no password
+# when run as root, else uses sudo.
+set -euo pipefail
+
+packages=(
+  g++ cmake ninja-build ccache
+  qt6-base-dev qt6-webengine-dev libgl1-mesa-dev qt6-wayland
+  libpng-dev libpugixml-dev libasio-dev libcpp-httplib-dev libcli11-dev
+  libgtest-dev libgmock-dev
+  xvfb xauth openbox x11-utils xdotool imagemagick fonts-dejavu-core
+)
+# The map page's libraries come through npm. A Node.js that is there already is taken, wherever it came from.
+command -v node >/dev/null || packages+=(nodejs)
+command -v npm >/dev/null || packages+=(npm)
+
+missing=()
+for package in "${packages[@]}"; do
+  [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+echo "installing: ${missing[*]}"
+as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi; }
+as_root apt-get update -q
+as_root env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
