@@ -7,6 +7,20 @@
 #include "base/data_point.h"
 
 namespace pallomir {
+namespace {
+
+// A plain function: were it evaluated by the compiler, some entries would differ in their last bit from what
+// the library computes for the same formula.
+std::array<double, 1025> ComputeCosLatTable() {
+  std::array<double, 1025> cosines{};
+  for (std::size_t i = 0; i < cosines.size(); ++i) {
+    const double lat = 2 * std::atan(std::exp(kPi - kTwoPi * static_cast<double>(i) / 1024)) - kPi / 2;
+    cosines[i] = std::cos(lat);
+  }
+  return cosines;
+}
+
+}  // namespace
 
 std::int32_t RoundToWorld(double value) {
   using Limits = std::numeric_limits<std::int32_t>;
@@ -47,14 +61,7 @@ std::int32_t DegreesToPositionUnits(double degrees) {
 }
 
 const std::array<double, 1025>& CosLatTable() {
-  static const auto table = [] {
-    std::array<double, 1025> cosines{};
-    for (std::size_t i = 0; i < cosines.size(); ++i) {
-      const double lat = 2 * std::atan(std::exp(kPi - kTwoPi * static_cast<double>(i) / 1024)) - kPi / 2;
-      cosines[i] = std::cos(lat);
-    }
-    return cosines;
-  }();
+  static const std::array<double, 1025> table = ComputeCosLatTable();
   return table;
 }
 

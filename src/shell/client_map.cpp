@@ -126,7 +126,9 @@ void Client::NavigateToMap() {
   pageLost_ = false;
   const PixelSize browser = ports_.view.BrowserSize();
   pageAddressSize_ = PageMapSize(browser);
-  ports_.browser.Navigate(MapPageAddress(ports_.deployment.webSite, browser));
+  const std::string address = MapPageAddress(ports_.deployment.webSite, browser);
+  ports_.trace.Line("map page " + address);
+  ports_.browser.Navigate(address);
 }
 
 void Client::ChangeTileZoom(int zoom, ZoomOrigin origin) {
@@ -196,6 +198,7 @@ void Client::SendPan(double lat, double lng) {
 
 void Client::SendPageSize() {
   const PixelSize map = PageMapSize(ports_.view.BrowserSize());
+  ports_.trace.Line("map size X=" + std::to_string(map.width) + "&Y=" + std::to_string(map.height));
   ports_.browser.WriteField(field::kWidth, std::to_string(map.width));
   ports_.browser.WriteField(field::kHeight, std::to_string(map.height));
   SendPan(view_.CentreLat, view_.CentreLng);

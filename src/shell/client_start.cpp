@@ -15,7 +15,10 @@ namespace pallomir {
 
 void Client::Load() {
   ports_.registry.Save(kWindowHandleKey.key, std::to_string(ports_.window.Handle()));
-  ports_.instanceSignal.raiseWanted = [this] { ports_.window.Activate(); };
+  ports_.instanceSignal.raiseWanted = [this] {
+    ports_.trace.Line("another start asks for the window");
+    ports_.window.Activate();
+  };
   ports_.instanceSignal.Listen();
   ReadPlacement();
   ReadMenuChoice("mnuoptionsOnStartupLoadArray", "mnuoptionsOnStartupLoad",

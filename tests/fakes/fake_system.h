@@ -133,6 +133,7 @@ class FakeWindow : public MainWindow {
   bool IsMaximised() const override { return maximised; }
   bool IsMinimised() const override { return minimised; }
   void BringToForeground() override { ++raised; }
+  void Activate() override { ++activated; }
   void Close() override { ++closeWanted; }
 
   PixelRect bounds;
@@ -140,6 +141,7 @@ class FakeWindow : public MainWindow {
   bool maximised = false;
   bool minimised = false;
   int raised = 0;
+  int activated = 0;
   int closeWanted = 0;
 };
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <asio/io_context.hpp>
+#include <asio/ip/tcp.hpp>
+#include <asio/steady_timer.hpp>
+#include <functional>
+
+#include "station/log.h"
+
+namespace pallomir::station {
+
+/// Accepts connections for ever. Where the system can't (no descriptor free), it logs and tries again soon.
+class Listener {
+ public:
+  using Accepted = std::function<void(asio::ip::tcp::socket)>;
+
+  Listener(asio::ip::tcp::acceptor acceptor, Accepted accepted, Log log);
+
+ private:
+  void Accept();
+  void AcceptLater();
+
+  asio::ip::tcp::acceptor acceptor_;
+  asio::steady_timer retry_;
+  Accepted accepted_;
+  RateLimitedLog log_;
+};
+
+}  // namespace pallomir::station

@@ -1,0 +1,74 @@
+#include <asio/io_context.hpp>
+#include <asio/signal_set.hpp>
+#include <csignal>
+#include <ctime>
+#include <filesystem>
+#include <iostream>
+
+#include "station/importer.h"
+#include "station/options.h"
+#include "station/station.h"
+#include "station/unit_descriptions.h"
+
+namespace pallomir::station {
+namespace {
+
+void LogToStandardError(const std::string& line) {
+  std::cerr << line << std::endl;
+}
+
+Millis LocalToday() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  ::localtime_r(&now, &local);
+  return ToMillis({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday});
+}
+
+int Run(const Options& options, const ServeCommand&) {
+  asio::io_context context;
+  asio::signal_set signals(context, SIGINT, SIGTERM);
+  signals.async_wait([&context](std::error_code, int) { context.stop(); });
+  Station station(context, options, LogToStandardError);
+  if (const std::string problem = station.Open(); !problem.empty()) {
+    std::cerr << "pallomir-station: " << problem << std::endl;
+    return kPortTaken;
+  }
+  std::cout << station.ReadyLine() << std::endl;
+  context.run();
+  return kDone;
+}
+
+int Run(const Options& options, const ImportCommand& command) {
+  const ImportOutcome outcome = Import(command, options.data, LocalToday());
+  (outcome.exitCode == kDone ? std::cout : std::cerr << "pallomir-station: ") << outcome.text << std::flush;
+  DemoSource demo([] { return Millis{0}; });
+  if (outcome.exitCode == kDone && options.isDemoOn && demo.Knows(command.unitId))
+    std::cerr << "note: a demo unit has this ID and hides the import while Demo is on" << std::endl;
+  return outcome.exitCode;
+}
+
+int Run(const Options& options, const UnitsCommand& command) {
+  const std::vector<std::string> ids = DataFolder(options.data, LogToStandardError).Units();
+  const UnitDescriptions descriptions = ReadDescriptions(options.data);
+  std::cout << (command.asClientList ? ClientUnitList(ids, descriptions) + "\n"
+                                     : UnitLines(ids, descriptions))
+            << std::flush;
+  return kDone;
+}
+
+}  // namespace
+}  // namespace pallomir::station
+
+int main(int argc, char** argv) {
+  using namespace pallomir::station;
+  std::signal(SIGPIPE, SIG_IGN);  // a reader of our output that leaves must not end the service
+  std::error_code error;
+  const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+  const auto parsed = ParseCommandLine({argv + 1, argv + argc}, program.parent_path());
+  if (const auto* nothing = std::get_if<NothingToRun>(&parsed)) {
+    (nothing->exitCode == kDone ? std::cout : std::cerr) << nothing->text;
+    return nothing->exitCode;
+  }
+  const auto& line = std::get<CommandLine>(parsed);
+  return std::visit([&line](const auto& command) { return Run(line.options, command); }, line.command);
+}

@@ -1,0 +1,158 @@
+#include "station/options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <sstream>
+
+#include "tracking/packets.h"
+
+namespace pallomir::station {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Below, the probe's port would be 0.
+constexpr int kLowestPortBase = 3;
+constexpr int kHighestPort = 65535;
+
+std::string Trimmed(const std::string& text) {
+  const auto first = text.find_first_not_of(" \t\r");
+  return first == text.npos ? "" : text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+// "LocatorPort" is the option --locator-port.
+std::string OptionName(const std::string& key) {
+  std::string name;
+  for (const char c : key) {
+    const bool isCapital = std::isupper(static_cast<unsigned char>(c)) != 0;
+    if (isCapital && !name.empty()) name += '-';
+    name += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  }
+  return name;
+}
+
+/// station.ini: a Key=Value a line, the value to the end of the line as it stands; empty lines and lines that
+/// begin with # mean nothing.
+class StationIni : public CLI::Config {
+ public:
+  explicit StationIni(const CLI::App& app) : app_(app) {}
+
+  std::string to_config(const CLI::App*, bool, bool, std::string) const override { return {}; }
+
+  std::vector<CLI::ConfigItem> from_config(std::istream& input) const override {
+    std::vector<CLI::ConfigItem> items;
+    int number = 0;
+    for (std::string line; std::getline(input, line);) {
+      ++number;
+      line = Trimmed(line);
+      if (line.empty() || line[0] == '#') continue;
+      const std::size_t equals = line.find('=');
+      if (equals == line.npos || equals == 0)
+        throw CLI::ConversionError("line " + std::to_string(number) + " is not Key=Value: " + line);
+      CLI::ConfigItem item;
+      item.name = OptionName(Trimmed(line.substr(0, equals)));
+      item.inputs = {Trimmed(line.substr(equals + 1))};
+      const CLI::Option* option = app_.get_option_no_throw("--" + item.name);
+      if (option == nullptr || !option->get_configurable())
+        throw CLI::ConversionError("line " + std::to_string(number) + " has an unknown key: " + line);
+      if (!item.inputs.front().empty()) items.push_back(std::move(item));  // an empty value is the default
+    }
+    return items;
+  }
+
+ private:
+  const CLI::App& app_;
+};
+
+fs::path DefaultDataFolder() {
+  const auto variable = [](const char* name) {
+    const char* value = std::getenv(name);
+    return std::string(value != nullptr ? value : "");
+  };
+  const std::string shared = variable("XDG_DATA_HOME");
+  return (shared.empty() ? fs::path(variable("HOME")) / ".local/share" : fs::path(shared)) / "pallomir/Data";
+}
+
+std::string CheckUnitId(const std::string& text) {
+  return IsUnitId(text) ? "" : text + " is not a unit ID: 12 characters of 0-9 and A-F";
+}
+
+void AddOptions(CLI::App& app, Options& options) {
+  const CLI::Range port(1, kHighestPort), portBase(kLowestPortBase, kHighestPort);
+  app.add_option("--address", options.address, "IPv4 address to listen on, 0.0.0.0 for all")
+      ->check(CLI::ValidIPV4)
+      ->capture_default_str();
+  app.add_option("--advertised-address", options.advertisedAddress,
+                 "IPv4 address that clients are told; default: the one they asked at")
+      ->check(CLI::ValidIPV4);
+  app.add_option("--locator-port", options.locatorPort, "UDP port of the locator")
+      ->check(port)
+      ->capture_default_str();
+  app.add_option("--port-base", options.portBase, "TCP ports of the Base Server: this less 2 and less 1")
+      ->check(portBase)
+      ->capture_default_str();
+  app.add_option("--web-port", options.webPort, "TCP port of the web site")
+      ->check(port)
+      ->capture_default_str();
+  app.add_option("--web-root", options.webRoot, "folder of the web site's files")->capture_default_str();
+  app.add_option("--data", options.data, "data folder: a folder of data files for each unit")
+      ->capture_default_str();
+  app.add_option("--demo", options.isDemoOn, "the nine demo units: on or off")->default_str("on");
+}
+
+CLI::App* AddImport(CLI::App& app, ImportCommand& command) {
+  CLI::App* import = app.add_subcommand("import", "Take the tracks of GPX files into the data folder");
+  import->add_option("--unit", command.unitId, "ID of the unit: 12 characters of 0-9 and A-F")
+      ->required()
+      ->check(CLI::Validator(CheckUnitId, "ID"));
+  import->add_option("--description", command.description, "name of the unit; default: keep, or the file's");
+  import->add_flag("--today", command.toToday,
+                   "move the recording by whole days, so that its last day (UTC) is today's local date");
+  import->add_option("files", command.files, "GPX files, all of this unit")->required();
+  return import;
+}
+
+CLI::App* AddUnits(CLI::App& app, UnitsCommand& command) {
+  CLI::App* units = app.add_subcommand("units", "List the units of the data folder");
+  units->add_flag("--client-list", command.asClientList, "as one text in the form that the client stores");
+  return units;
+}
+
+}  // namespace
+
+std::variant<CommandLine, NothingToRun> ParseCommandLine(std::vector<std::string> arguments,
+                                                         const fs::path& programFolder) {
+  Options options;
+  options.webRoot = programFolder / "web";
+  options.data = DefaultDataFolder();
+  ImportCommand importCommand;
+  UnitsCommand unitsCommand;
+
+  CLI::App app("Finds, keeps and streams the positions of mobile units, and serves the map page.",
+               "pallomir-station");
+  app.set_version_flag("--version", PALLOMIR_VERSION);
+  app.config_formatter(std::make_shared<StationIni>(app));
+  app.set_config("--config", (programFolder / "station.ini").string(), "file of these options as Key=Value");
+  app.allow_config_extras(CLI::config_extras_mode::error);
+  app.require_subcommand(0, 1)->fallthrough();
+  AddOptions(app, options);
+  CLI::App* import = AddImport(app, importCommand);
+  CLI::App* units = AddUnits(app, unitsCommand);
+
+  try {
+    std::ranges::reverse(arguments);  // the library takes them from the back
+    app.parse(arguments);
+  } catch (const CLI::ParseError& error) {
+    std::ostringstream text, complaint;
+    const int code = app.exit(error, text, complaint);
+    return code == 0 ? NothingToRun{kDone, text.str()} : NothingToRun{kWrongOptions, complaint.str()};
+  }
+  CommandLine line{options, ServeCommand{}};
+  if (import->parsed()) line.command = importCommand;
+  if (units->parsed()) line.command = unitsCommand;
+  return line;
+}
+
+}  // namespace pallomir::station

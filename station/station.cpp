@@ -1,0 +1,90 @@
+#include "station/station.h"
+
+#include <asio/ip/tcp.hpp>
+#include <asio/ip/udp.hpp>
+
+namespace pallomir::station {
+namespace {
+
+using asio::ip::tcp;
+using asio::ip::udp;
+
+Millis UtcNow() {
+  using namespace std::chrono;
+  return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
+}
+
+std::string CantOpen(std::string_view what, const std::string& address, int port, const std::string& why) {
+  return "can't open port " + std::to_string(port) + " on " + address + " for the " + std::string(what) +
+         ": " + why + " (another station may be running)";
+}
+
+// An acceptor that listens, or the reason why not.
+std::string Listen(tcp::acceptor& acceptor, const tcp::endpoint& endpoint) {
+  std::error_code error;
+  acceptor.open(endpoint.protocol(), error);
+  if (!error) acceptor.set_option(tcp::acceptor::reuse_address(true), error);
+  if (!error) acceptor.bind(endpoint, error);
+  if (!error) acceptor.listen(tcp::acceptor::max_listen_connections, error);
+  return error ? error.message() : "";
+}
+
+}  // namespace
+
+Station::Station(asio::io_context& context, const Options& options, Log log)
+    : context_(context),
+      options_(options),
+      log_(std::move(log)),
+      demo_(UtcNow),
+      stored_(options.data, log_),
+      demoAndStored_(demo_, stored_),
+      source_(options.isDemoOn ? static_cast<PositionSource&>(demoAndStored_) : stored_),
+      timer_(context),
+      webSite_(options.webRoot) {}
+
+std::string Station::Open() {
+  std::error_code error;
+  const auto address = asio::ip::make_address_v4(options_.address, error);
+  udp::socket locatorSocket(context_);
+  locatorSocket.open(udp::v4(), error);
+  if (!error) locatorSocket.bind({address, options_.locatorPort}, error);
+  if (error) return CantOpen("locator", options_.address, options_.locatorPort, error.message());
+
+  tcp::acceptor probe(context_), data(context_);
+  const auto probePort = static_cast<std::uint16_t>(options_.portBase - 2);
+  const auto dataPort = static_cast<std::uint16_t>(options_.portBase - 1);
+  if (const auto why = Listen(probe, {address, probePort}); !why.empty())
+    return CantOpen("Base Server's probe", options_.address, probePort, why);
+  if (const auto why = Listen(data, {address, dataPort}); !why.empty())
+    return CantOpen("Base Server's data", options_.address, dataPort, why);
+  if (webSite_.Start(options_.address, options_.webPort) == 0)
+    return CantOpen("web site", options_.address, options_.webPort, "it is not free");
+
+  std::optional<asio::ip::address_v4> advertised;
+  if (!options_.advertisedAddress.empty())
+    advertised = asio::ip::make_address_v4(options_.advertisedAddress, error);
+  locator_ = std::make_unique<Locator>(
+      std::move(locatorSocket), advertised, [this](std::string_view id) { return source_.Knows(id); }, log_);
+  baseServer_ = std::make_unique<BaseServer>(std::move(probe), std::move(data), source_, log_);
+  TickEverySecond();
+  return "";
+}
+
+std::string Station::ReadyLine() const {
+  const std::string& address = options_.address;
+  return "pallomir-station ready: locator " + address + ":" + std::to_string(options_.locatorPort) +
+         ", Base Server " + address + ":" + std::to_string(options_.portBase) + ", web site http://" +
+         address + ":" + std::to_string(options_.webPort) + "/, data " + options_.data.string() +
+         (options_.isDemoOn ? ", demo on" : ", demo off");
+}
+
+void Station::TickEverySecond() {
+  timer_.expires_after(std::chrono::seconds(1));
+  timer_.async_wait([this](std::error_code error) {
+    if (error) return;
+    baseServer_->Tick();
+    TickEverySecond();
+  });
+}
+
+}  // namespace pallomir::station

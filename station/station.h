@@ -1,0 +1,45 @@
+#pragma once
+
+#include <asio/io_context.hpp>
+#include <asio/steady_timer.hpp>
+#include <memory>
+#include <string>
+
+#include "station/base_server.h"
+#include "station/data_folder.h"
+#include "station/demo_units.h"
+#include "station/locator.h"
+#include "station/log.h"
+#include "station/options.h"
+#include "station/web_site.h"
+
+namespace pallomir::station {
+
+/// Locator, Base Server and web site over the data folder and the demo units.
+class Station {
+ public:
+  Station(asio::io_context& context, const Options& options, Log log);
+
+  /// Opens every port. Returns what went wrong, naming the port; empty when everything listens.
+  std::string Open();
+
+  /// "pallomir-station ready ..." with all addresses.
+  std::string ReadyLine() const;
+
+ private:
+  void TickEverySecond();
+
+  asio::io_context& context_;
+  Options options_;
+  Log log_;
+  DemoSource demo_;
+  DataFolder stored_;
+  CombinedSource demoAndStored_;
+  PositionSource& source_;
+  asio::steady_timer timer_;
+  std::unique_ptr<Locator> locator_;
+  std::unique_ptr<BaseServer> baseServer_;
+  WebSite webSite_;
+};
+
+}  // namespace pallomir::station

@@ -1,0 +1,100 @@
+#include "e2e/process.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+
+namespace pallomir::e2e {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+int MillisecondsUntil(Clock::time_point until) {
+  const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(until - Clock::now()).count();
+  return static_cast<int>(std::max<long long>(0, left));
+}
+
+}  // namespace
+
+Process::Process(const std::vector<std::string>& command,
+                 const std::map<std::string, std::string>& environment) {
+  int ends[2];
+  if (::pipe2(ends, O_CLOEXEC) != 0) return;
+  pid_ = ::fork();
+  if (pid_ == 0) {
+    ::setpgid(0, 0);
+    ::dup2(ends[1], STDOUT_FILENO);
+    ::dup2(ends[1], STDERR_FILENO);
+    for (const auto& [name, value] : environment) ::setenv(name.c_str(), value.c_str(), 1);
+    std::vector<char*> arguments;
+    for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
+    arguments.push_back(nullptr);
+    ::execvp(arguments[0], arguments.data());
+    ::_exit(127);
+  }
+  ::close(ends[1]);
+  pipe_ = ends[0];
+}
+
+Process::~Process() {
+  if (!exitCode_) {
+    Signal(SIGKILL);
+    Wait();
+  }
+  // Helpers of the process go with it.
+  if (pid_ > 0) ::kill(-pid_, SIGKILL);
+  ::close(pipe_);
+}
+
+std::optional<std::string> Process::Await(const std::string& text, std::chrono::milliseconds patience) {
+  const auto until = Clock::now() + patience;
+  while (true) {
+    for (std::size_t end; (end = output_.find('\n', searched_)) != std::string::npos;) {
+      const std::string line = output_.substr(searched_, end - searched_);
+      searched_ = end + 1;
+      if (line.find(text) != std::string::npos) return line;
+    }
+    if (!ReadMore(until)) return std::nullopt;
+  }
+}
+
+bool Process::ReadMore(Clock::time_point until) {
+  pollfd ready{pipe_, POLLIN, 0};
+  const int count = ::poll(&ready, 1, MillisecondsUntil(until));
+  if (count < 0 && errno == EINTR) return true;
+  if (count <= 0) return false;
+  char buffer[65536];
+  const ssize_t size = ::read(pipe_, buffer, sizeof buffer);
+  if (size <= 0) return false;
+  output_.append(buffer, static_cast<std::size_t>(size));
+  return true;
+}
+
+void Process::Signal(int number) {
+  if (pid_ > 0 && !exitCode_) ::kill(pid_, number);
+}
+
+int Process::Wait(std::chrono::milliseconds patience) {
+  const auto until = Clock::now() + patience;
+  while (!exitCode_) {
+    int status = 0;
+    const pid_t ended = ::waitpid(pid_, &status, WNOHANG);
+    if (ended == pid_) {
+      exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    } else if (Clock::now() >= until) {
+      return -1000;
+    } else if (!ReadMore(std::min(until, Clock::now() + std::chrono::milliseconds(50)))) {
+      // The pipe is closed or quiet; the end itself has no event that can be polled together with it.
+      ::poll(nullptr, 0, 5);
+    }
+  }
+  return *exitCode_;
+}
+
+}  // namespace pallomir::e2e

@@ -1,0 +1,78 @@
+#include "map/page_commands.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace pallomir {
+namespace {
+
+template <class Command>
+Command Parsed(const std::string& text) {
+  const PageCommand command = ParsePageCommand(text);
+  EXPECT_TRUE(std::holds_alternative<Command>(command)) << text;
+  return std::holds_alternative<Command>(command) ? std::get<Command>(command) : Command{};
+}
+
+TEST(PageCommands, FieldsStandAtTheirPositions) {
+  const auto click = Parsed<page::PopupAtPlace>("F0024375540-045222180");
+  EXPECT_EQ(click.lat, 24375540);
+  EXPECT_EQ(click.lng, -45222180);
+  const auto move = Parsed<page::MouseMoved>("m123.60004.+024375540-045222180017");
+  EXPECT_EQ(move.x, 124);
+  EXPECT_EQ(move.y, 4);
+  EXPECT_EQ(move.zoom, 17);
+  const auto pan = Parsed<page::Panned>("M-40.5,+175.25");
+  EXPECT_EQ(pan.lat, -40.5);
+  EXPECT_EQ(pan.lng, 175.25);
+  const auto tile = Parsed<page::TileQuestion>("TT1100C800006000");
+  EXPECT_EQ(tile.kind, page::TileQuestion::Kind::kTrack);
+  EXPECT_EQ(tile.zoom, 17);
+  EXPECT_EQ(tile.suffix, "1100C800006000");
+  EXPECT_EQ(Parsed<page::Zoomed>("Z9").zoom, 9);
+  EXPECT_EQ(Parsed<page::Status>("S99").number, 99);
+  EXPECT_EQ(Parsed<page::ZoneEdit>("zF1~2~").payload, "1~2~");
+}
+
+TEST(PageCommands, NonsenseIsToldApart) {
+  for (const char* text :
+       {"M", "M1", "M1,", "M,1", "M90,0", "M0,180.1", "Mnan,0", "F", "F0054000000+000000000", "Z", "Z1.5",
+        "Z99999999999", "S", "m", "mxxxxxyyyyy00000000000000000000012"}) {
+    EXPECT_TRUE(std::holds_alternative<page::Malformed>(ParsePageCommand(text))) << text;
+  }
+  for (const char* text : {"", "c12345", "r", "t", "x", " Z9"}) {
+    EXPECT_TRUE(std::holds_alternative<page::Ignored>(ParsePageCommand(text))) << text;
+  }
+  EXPECT_EQ(Parsed<page::TileQuestion>("T").kind, page::TileQuestion::Kind::kUnknown);
+  EXPECT_EQ(Parsed<page::TileQuestion>("TT1").zoom, -1);
+  EXPECT_EQ(Parsed<page::TileQuestion>("TTG1000000000000").suffix, "");
+}
+
+TEST(PageCommands, GeocodeTextEndsWithTwoFillers) {
+  const struct {
+    const char* encoded;
+    const char* text;
+  } cases[] = {{"Main%20St%2E%20%20", "Main St."},
+               {"Here%20%20", "Here"},
+               {"%20%20", ""},
+               {"%20", ""},
+               {"", ""},
+               {"no escape", ""},
+               {"a%2x", ""},
+               {"ab%41%", "a"},
+               {"%C3%A9%20%20", "\xC3\xA9"}};
+  for (const auto& c : cases) EXPECT_EQ(DecodeGeocode(c.encoded), c.text) << c.encoded;
+}
+
+TEST(PageCommands, NoTextBreaksTheParser) {
+  std::mt19937 random(7);
+  for (int i = 0; i < 20000; ++i) {
+    std::string text(random() % 40, ' ');
+    for (char& c : text)
+      c = random() % 3 ? "0123456789+-,.%TZzMmFSG~"[random() % 24] : static_cast<char>(random());
+    ParsePageCommand(text);
+  }
+}
+
+}  // namespace
+}  // namespace pallomir

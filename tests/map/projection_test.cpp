@@ -1,0 +1,122 @@
+#include "map/projection.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "map/map_view.h"
+#include "map/page_fields.h"
+#include "map/tile_name.h"
+
+namespace pallomir {
+namespace {
+
+TEST(Projection, FixedPoints) {
+  EXPECT_EQ(LngToWorldX(0), 536870912);
+  EXPECT_EQ(LatToWorldY(0), 536870912);
+  EXPECT_EQ(LngToWorldX(-108000000), 0);
+  EXPECT_EQ(LngToWorldX(108000000), 1073741824);
+  EXPECT_LT(LatToWorldY(51000000), 2'000'000) << "85 degrees north is near the top";
+}
+
+TEST(Projection, LatitudesComeBackWithinOneUnitOfTheirs) {
+  for (std::int32_t lat = -51'000'000; lat <= 51'000'000; lat += 997) {
+    ASSERT_NEAR(WorldYToLat(LatToWorldY(lat)), lat / 600000.0, 1 / 600000.0) << lat;
+  }
+  for (std::int32_t lng = -108'000'000; lng <= 108'000'000; lng += 9973) {
+    ASSERT_NEAR(WorldXToLng(LngToWorldX(lng)), lng / 600000.0, 1 / 600000.0) << lng;
+  }
+}
+
+TEST(Projection, ThePolesStayWithinThirtyTwoBits) {
+  std::int32_t before = LatToWorldY(53'000'000);
+  for (std::int32_t lat = 53'000'000; lat <= 54'000'000; lat += 1000) {
+    ASSERT_LE(LatToWorldY(lat), before) << lat;
+    before = LatToWorldY(lat);
+  }
+  EXPECT_GT(LatToWorldY(-54'000'000), 1'073'741'824);
+}
+
+TEST(Projection, RoundsHalfToEven) {
+  EXPECT_EQ(RoundToWorld(0.5), 0);
+  EXPECT_EQ(RoundToWorld(1.5), 2);
+  EXPECT_EQ(RoundToWorld(-2.5), -2);
+  EXPECT_EQ(RoundToWorld(1e300), 2147483647);
+  EXPECT_EQ(RoundToWorld(-1e300), -2147483647 - 1);
+  EXPECT_EQ(RoundToWorld(std::nan("")), 2147483647);
+}
+
+TEST(Projection, DistancesAreMiles) {
+  // One degree along the equator.
+  const double degree = GroundDistanceMiles(LngToWorldX(0), 536870912, LngToWorldX(600000), 536870912);
+  EXPECT_NEAR(degree, 24901.46 / 360, 1e-3);
+  // At 60 degrees north a degree of longitude is half as long, within the table's slices.
+  const std::int32_t y = LatToWorldY(36000000);
+  EXPECT_NEAR(GroundDistanceMiles(LngToWorldX(0), y, LngToWorldX(600000), y), degree / 2, 0.1);
+  EXPECT_GT(GroundDistanceMiles(0, -2000000000, 1000, 2000000000), 0)
+      << "beyond the plane the table's ends count";
+}
+
+TEST(MapView, ZoomReportsSetTheScale) {
+  MapView view;
+  EXPECT_EQ(SetTileZoom(view, 12, ZoomOrigin::kZoom), ZoomChange::kFirst);
+  EXPECT_EQ(view.UnitsPerPixel * 256, view.UnitsPerTile);
+  EXPECT_EQ(SetTileZoom(view, 12, ZoomOrigin::kNewTile), ZoomChange::kNone);
+  EXPECT_EQ(SetTileZoom(view, 22, ZoomOrigin::kZoom), ZoomChange::kChanged);
+  EXPECT_EQ(view.UnitsPerPixel, 1);
+  EXPECT_EQ(SetTileZoom(view, 23, ZoomOrigin::kZoom), ZoomChange::kNone);
+  EXPECT_EQ(SetTileZoom(view, -1, ZoomOrigin::kZoom), ZoomChange::kNone);
+  EXPECT_EQ(SetTileZoom(view, 0, ZoomOrigin::kZoom), ZoomChange::kChanged);
+  EXPECT_EQ(view.UnitsPerPixel, 4194304);
+}
+
+TEST(MapView, FitTakesTheLargestZoomThatHoldsTheBox) {
+  const struct {
+    WorldBox box;
+    PixelSize size;
+    int zoom;
+    const char* name;
+  } cases[] = {
+      {{1000, 1000, 2000, 2000}, {800, 600}, 17, "a point"},
+      {{1000, 9000, 2000, 2000}, {800, 600}, 17, "a line"},
+      {{0, 100000, 0, 100000}, {0, 600}, 17, "no width"},
+      {{0, 800 * 1024, 0, 600}, {800, 600}, 12, "exactly as wide as the view"},
+      {{0, 800 * 1024 + 1, 0, 600}, {800, 600}, 11, "one unit wider"},
+      {{0, 600, 0, 600 * 64}, {800, 600}, 16, "as high as the view"},
+      {{0, 1, 0, 1}, {800, 600}, 31, "smaller than a pixel at any zoom"},
+      {{0, 1073741824, 0, 1073741824}, {800, 600}, 1, "the whole world"},
+  };
+  for (const auto& c : cases) {
+    MapView view;
+    FitToBox(view, c.box, c.size);
+    EXPECT_EQ(view.RequestedZoom, c.zoom) << c.name;
+  }
+  MapView view;
+  FitToBox(view, DefaultBox(), {1000, 700});
+  EXPECT_NEAR(view.CentreLng, -95.5, 1e-5);
+  EXPECT_EQ(FitText(view).size(), 24u);
+  EXPECT_EQ(FitText(view).substr(0, 3), "04+");
+}
+
+TEST(MapView, WorldAndViewPixels) {
+  MapView view;
+  SetTileZoom(view, 20, ZoomOrigin::kZoom);
+  view.CentreX = 1000;
+  view.CentreY = 1000;
+  const PixelSize size{818, 600};
+  EXPECT_EQ(WorldToView(view, 1000, 1000, size), (ViewPoint{400, 300}));
+  EXPECT_EQ(WorldToView(view, 997, 1003, size), (ViewPoint{400, 300}))
+      << "division truncates towards the centre";
+  EXPECT_EQ(WorldToView(view, 996, 1004, size), (ViewPoint{399, 301}));
+  EXPECT_EQ(ViewToWorld(view, 409, 300, size), (WorldPoint{1000, 1000}));
+  EXPECT_EQ(ViewToWorld(view, 0, 0, size), (WorldPoint{1000 - 409 * 4, 1000 - 1200}));
+}
+
+TEST(TileName, FieldsAreCutToTheirDigits) {
+  EXPECT_EQ(TileName(1, 17, 13107200, 6291456), "00011100C800006000");
+  EXPECT_EQ(TileName(65535, 22, 1073741823, 0), "FFFF163FFFFF000000");
+  EXPECT_EQ(TileName(0, 0, -300, -1), "000000FFFFFF000000");
+}
+
+}  // namespace
+}  // namespace pallomir

@@ -1,0 +1,126 @@
+#include "map/tile_renderer.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "map/map_view.h"
+#include "oracles/literal_rules.h"
+
+namespace pallomir {
+namespace {
+
+using Track = std::vector<DataPoint>;
+
+// Compares tile by tile, so that a failure names the pixel.
+void ExpectAsLiteral(const TrackDrawing& drawing, int generation) {
+  const auto literal = oracles::LiteralDraw(drawing, generation);
+  const TrackPicture picture = DrawTracks(drawing, generation);
+  ASSERT_EQ(picture.marks.TileCount(), literal.tiles.size());
+  for (std::size_t slot = 0; slot < picture.marks.TileCount(); ++slot) {
+    const auto tile = literal.tiles.find(picture.marks.Name(slot));
+    ASSERT_NE(tile, literal.tiles.end()) << picture.marks.Name(slot);
+    for (std::size_t x = 0; x < 256; ++x) {
+      for (std::size_t y = 0; y < 256; ++y) {
+        ASSERT_EQ(picture.marks.Marks(slot)[y * 256 + x], tile->second[x][y])
+            << tile->first << " " << x << "," << y;
+      }
+    }
+  }
+  EXPECT_EQ(picture.fastest.Entries(), literal.fastest);
+}
+
+class RandomTracks {
+ public:
+  explicit RandomTracks(unsigned seed) : random_(seed) {}
+
+  // Walks about `centre` in steps of up to `step` world units; some points jump far away, some stand still.
+  Track Walk(std::size_t points, WorldPoint centre, int step) {
+    Track track;
+    std::int64_t x = centre.x;
+    std::int64_t y = centre.y;
+    for (std::size_t j = 0; j < points; ++j) {
+      const int kind = Number(0, 19);
+      const int reach = kind == 0 ? std::min(step, 6'000'000) * 60 : kind == 1 ? 0 : step;
+      x = std::clamp<std::int64_t>(x + Number(-reach, reach), -50'000'000, 1'100'000'000);
+      y = std::clamp<std::int64_t>(y + Number(-reach, reach), -50'000'000, 1'100'000'000);
+      track.push_back({static_cast<std::uint32_t>(j + 1), static_cast<std::int32_t>(x),
+                       static_cast<std::int32_t>(y), static_cast<std::uint32_t>(Number(0, 0xFFFF))});
+    }
+    return track;
+  }
+
+  int Number(int least, int most) { return std::uniform_int_distribution<int>(least, most)(random_); }
+
+ private:
+  std::mt19937 random_;
+};
+
+TEST(TileRenderer, DrawsAsTheRuleAtEveryZoom) {
+  for (int zoom = 0; zoom <= 22; ++zoom) {
+    RandomTracks random(static_cast<unsigned>(zoom));
+    const int unit = 1 << (22 - zoom);
+    const WorldPoint centre{312'000'000, 405'000'000};
+    std::vector<Track> tracks;
+    for (const std::size_t points : {0u, 1u, 2u, 300u})
+      tracks.push_back(random.Walk(points, centre, 12 * unit));
+    TrackDrawing drawing;
+    drawing.units.assign(tracks.begin(), tracks.end());
+    drawing.CentreX = centre.x;
+    drawing.CentreY = centre.y;
+    drawing.UnitsPerPixel = unit;
+    drawing.TileZoom = zoom;
+    drawing.browser = {300, 200};
+    drawing.ringReceived = zoom % 2 == 0;
+    drawing.ringNotReceived = zoom % 3 == 0;
+    ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(drawing, zoom * 3001)) << zoom;
+  }
+}
+
+// All directions and lengths of one segment, also across a tile's corner and left of the world's edge.
+TEST(TileRenderer, DrawsEverySegmentAsTheRule) {
+  for (const WorldPoint corner : {WorldPoint{1'000'192, 1'000'192}, WorldPoint{0, 0}}) {
+    for (int dx = -13; dx <= 13; ++dx) {
+      for (int dy = -13; dy <= 13; ++dy) {
+        const Track track{{1, corner.x, corner.y, 0}, {2, corner.x + dx, corner.y + dy, 0}};
+        TrackDrawing drawing;
+        drawing.units = {track};
+        drawing.CentreX = corner.x;
+        drawing.CentreY = corner.y;
+        drawing.TileZoom = 22;
+        drawing.browser = {100, 100};
+        ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(drawing, 1)) << dx << " " << dy;
+      }
+    }
+  }
+}
+
+TEST(TileRenderer, TheBandEndsOneBrowserAndATileFromTheCentre) {
+  const Track track{{1, 1'000'000, 1'000'000, 0}};
+  TrackDrawing drawing;
+  drawing.units = {track};
+  drawing.TileZoom = 22;
+  drawing.browser = {100, 50};
+  const struct {
+    int dx, dy;
+    bool drawn;
+  } cases[] = {{355, 0, true},   {356, 0, false}, {-355, 0, true},
+               {-356, 0, false}, {0, 305, true},  {0, 306, false}};
+  for (const auto& c : cases) {
+    drawing.CentreX = 1'000'000 + c.dx;
+    drawing.CentreY = 1'000'000 + c.dy;
+    EXPECT_EQ(DrawTracks(drawing, 1).marks.TileCount() > 0, c.drawn) << c.dx << " " << c.dy;
+  }
+}
+
+TEST(FastestPoints, KeepsTwentyTwoEntriesAndTheEarlierOfEquals) {
+  FastestPoints fastest;
+  for (std::size_t j = 1; j <= 40; ++j) fastest.Offer({j, static_cast<std::uint32_t>(j % 5), 1});
+  ASSERT_EQ(fastest.Entries().size(), 22u);
+  EXPECT_EQ(fastest.Entries()[1], (FastPoint{4, 4, 1}));
+  EXPECT_EQ(fastest.Entries()[2], (FastPoint{9, 4, 1}));
+  EXPECT_EQ(fastest.Entries().back().speed, 2u);
+}
+
+}  // namespace
+}  // namespace pallomir

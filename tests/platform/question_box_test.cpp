@@ -1,0 +1,123 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+#include "platform/qt/qt_question_box.h"
+#include "platform/wait.h"
+
+namespace pallomir {
+namespace {
+
+using Kind = Question::Kind;
+
+class QuestionBoxTest : public testing::Test {
+ protected:
+  QuestionBoxTest() { window_.show(); }
+
+  void Show(Kind kind, const std::string& text = "Delete?", const std::string& defaultText = "") {
+    box_.Show({kind, Question::Icon::kQuestion, "Pallomir", text, defaultText},
+              [this](const Answer& answer) { answers_.push_back(answer); });
+  }
+  QDialog* Open() { return window_.findChild<QDialog*>("questionBox"); }
+  Answer WaitForAnswer() {
+    EXPECT_TRUE(answers_.empty());
+    EXPECT_TRUE(WaitFor([&] { return !answers_.empty(); }));
+    return answers_.empty() ? Answer{} : answers_.back();
+  }
+
+  QWidget window_;
+  QtQuestionBox box_{&window_};
+  std::vector<Answer> answers_;
+};
+
+TEST_F(QuestionBoxTest, EachButtonAndEachWayOutGivesItsAnswer) {
+  const struct {
+    Kind kind;
+    QMessageBox::StandardButton button;  // NoButton: the Escape key
+    bool yes;
+  } cases[] = {
+      {Kind::kMessage, QMessageBox::Ok, true},         {Kind::kYesNo, QMessageBox::Yes, true},
+      {Kind::kYesNo, QMessageBox::No, false},          {Kind::kYesNo, QMessageBox::NoButton, false},
+      {Kind::kOkCancel, QMessageBox::Ok, true},        {Kind::kOkCancel, QMessageBox::Cancel, false},
+      {Kind::kOkCancel, QMessageBox::NoButton, false},
+  };
+  for (const auto& row : cases) {
+    answers_.clear();
+    Show(row.kind);
+    auto* dialog = qobject_cast<QMessageBox*>(Open());
+    ASSERT_TRUE(dialog);
+    EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
+    for (auto* button : dialog->buttons()) EXPECT_TRUE(button->focusPolicy() & Qt::TabFocus);
+    if (row.button == QMessageBox::NoButton) {
+      QTest::keyClick(dialog, Qt::Key_Escape);
+    } else {
+      QTest::mouseClick(dialog->button(row.button), Qt::LeftButton);
+    }
+    EXPECT_EQ(WaitForAnswer().yes, row.yes);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(answers_.size(), 1u);
+    EXPECT_FALSE(Open());
+  }
+}
+
+TEST_F(QuestionBoxTest, InputGivesItsTextOrNothing) {
+  for (const bool isTaken : {true, false}) {
+    answers_.clear();
+    Show(Kind::kInput, "Enter timezone offset:", "5.0");
+    auto* line = Open()->findChild<QLineEdit*>("questionText");
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->text(), "5.0");
+    line->setText("6.5");
+    QTest::keyClick(line, isTaken ? Qt::Key_Return : Qt::Key_Escape);
+    const Answer answer = WaitForAnswer();
+    EXPECT_EQ(answer.yes, isTaken);
+    EXPECT_EQ(answer.text, isTaken ? "6.5" : "");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
+TEST_F(QuestionBoxTest, TextIsNoMarkUp) {
+  for (const Kind kind : {Kind::kMessage, Kind::kInput}) {
+    Show(kind, "<b>Depot</b> & <img src='file:///etc/passwd'>");
+    for (auto* label : Open()->findChildren<QLabel*>()) {
+      if (label->text().contains("Depot")) {
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+      }
+    }
+    box_.Dismiss();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
+TEST_F(QuestionBoxTest, DismissedOneIsNotAnswered) {
+  Show(Kind::kYesNo);
+  box_.Dismiss();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  LetPass(10);
+  EXPECT_FALSE(Open());
+  EXPECT_TRUE(answers_.empty());
+}
+
+TEST_F(QuestionBoxTest, HandlerMayAskAgainAndAReplacedQuestionIsStillAnswered) {
+  std::vector<std::string> order;
+  box_.Show({Kind::kYesNo, {}, "", "first", ""}, [&](const Answer& answer) {
+    order.push_back(answer.yes ? "first yes" : "first no");
+    Show(Kind::kMessage, "third");
+  });
+  box_.Show({Kind::kYesNo, {}, "", "second", ""}, [&](const Answer&) { order.push_back("second"); });
+  EXPECT_TRUE(WaitFor([&] { return order.size() == 2; }));
+  EXPECT_THAT(order, testing::ElementsAre("first no", "second"));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  QTest::keyClick(Open(), Qt::Key_Return);
+  EXPECT_TRUE(WaitForAnswer().yes);
+}
+
+}  // namespace
+}  // namespace pallomir

@@ -1,0 +1,181 @@
+#include "station/base_server.h"
+
+#include <asio/post.hpp>
+#include <future>
+#include <thread>
+
+#include "station_testing.h"
+
+namespace pallomir::station {
+namespace {
+
+using asio::ip::tcp;
+
+const std::string kA = "00000000000A", kB = "00000000000B";
+
+std::string Request(const std::string& ids, Millis from, Millis until) {
+  return ids + "~" + IsoText(from) + "~" + IsoText(until) + "~~";
+}
+
+class BaseServerOnSockets : public testing::Test {
+ protected:
+  BaseServerOnSockets()
+      : probe_(context_, {asio::ip::make_address("127.0.72.2"), 0}),
+        data_(context_, {asio::ip::make_address("127.0.72.2"), 0}),
+        probeAddress_(probe_.local_endpoint()),
+        dataAddress_(data_.local_endpoint()),
+        server_(std::move(probe_), std::move(data_), source_, [](const std::string&) {}),
+        thread_([this] { context_.run(); }) {}
+
+  ~BaseServerOnSockets() override {
+    context_.stop();
+    thread_.join();
+  }
+
+  // Runs `what` between the server's own steps and waits for it.
+  template <class What>
+  auto OnServer(What what) {
+    std::packaged_task<decltype(what())()> task(std::move(what));
+    auto result = task.get_future();
+    asio::post(context_, [&task] { task(); });
+    return result.get();
+  }
+
+  // Receives until `count` records have come.
+  static std::vector<Packet> ReceiveRecords(TestClient& client, std::size_t count) {
+    std::vector<Packet> packets;
+    std::string stream;
+    for (std::size_t received = 0; received < count;) {
+      const std::string part = client.Receive();
+      if (part.empty()) {
+        ADD_FAILURE() << "the stream ended after " << received << " of " << count << " records";
+        break;
+      }
+      stream += part;
+      for (Packet& packet : TakePackets(stream)) {
+        received += packet.oldestFirst.size();
+        packets.push_back(std::move(packet));
+      }
+    }
+    EXPECT_TRUE(stream.empty());
+    return packets;
+  }
+
+  static std::vector<WireRecord> RecordsOf(const std::string& unitId, const std::vector<Packet>& packets) {
+    std::vector<WireRecord> records;
+    for (const Packet& packet : packets)
+      if (packet.unitId == unitId)
+        records.insert(records.end(), packet.oldestFirst.begin(), packet.oldestFirst.end());
+    return records;
+  }
+
+  FakeSource source_;  ///< touched before the first request or on the server's thread only
+  asio::io_context context_;
+  tcp::acceptor probe_;
+  tcp::acceptor data_;
+  tcp::endpoint probeAddress_;
+  tcp::endpoint dataAddress_;
+  BaseServer server_;
+  std::thread thread_;
+};
+
+TEST_F(BaseServerOnSockets, AnswersWithTheRecordsOfTheWindow) {
+  source_.units[kA] = RecordsAt(0, 5000);
+  source_.units[kB] = RecordsAt(100, 1000);
+  TestClient client(dataAddress_);
+  client.Send(Request(kA + kB, kNoon, kNoon + kDay));
+  const auto packets = ReceiveRecords(client, 6000);
+  EXPECT_EQ(RecordsOf(kA, packets), source_.units[kA]);
+  EXPECT_EQ(RecordsOf(kB, packets), source_.units[kB]);
+}
+
+TEST_F(BaseServerOnSockets, TakesARequestInPieces) {
+  source_.units[kA] = RecordsAt(0, 1);
+  TestClient client(dataAddress_);
+  for (const char c : Request(kA, kNoon, kNoon + kDay)) client.Send({&c, 1});
+  EXPECT_EQ(ReceiveRecords(client, 1).size(), 1u);
+}
+
+TEST_F(BaseServerOnSockets, StreamsWhatIsNewInTheWindow) {
+  source_.units[kA] = RecordsAt(0, 3);
+  source_.units[kB] = {};
+  TestClient client(dataAddress_);
+  client.Send(Request(kA, kNoon, kNoon + kMinute));
+  ReceiveRecords(client, 3);
+  OnServer([this] {
+    source_.units[kB] = RecordsAt(0, 5);  // not asked for
+    source_.units[kA].push_back(RecordAt(30));
+    server_.Tick();
+  });
+  EXPECT_EQ(RecordsOf(kA, ReceiveRecords(client, 1)), RecordsAt(30, 1));
+  OnServer([this] {
+    source_.units[kA].push_back(RecordAt(60));
+    source_.units[kA].push_back(RecordAt(61));  // behind the window
+    server_.Tick();
+    server_.Tick();
+  });
+  EXPECT_EQ(RecordsOf(kA, ReceiveRecords(client, 1)), RecordsAt(60, 1));
+}
+
+TEST_F(BaseServerOnSockets, ASlowClientHoldsUpNobodyAndMissesNothing) {
+  constexpr std::int64_t kMany = 1'000'000;  // 14 MB, more than any socket buffer holds
+  source_.units[kA] = RecordsAt(0, kMany);
+  source_.units[kB] = RecordsAt(0, 2000);
+  TestClient slow(dataAddress_);
+  slow.Send(Request(kA, kNoon, kNoon + 30 * kDay));
+  const std::string first = slow.Receive();
+  ASSERT_FALSE(first.empty());
+  for (int i = 0; i < 3; ++i) {
+    TestClient quick(dataAddress_);
+    quick.Send(Request(kB, kNoon, kNoon + kDay));
+    EXPECT_EQ(RecordsOf(kB, ReceiveRecords(quick, 2000)), source_.units[kB]);
+    OnServer([this] { server_.Tick(); });
+  }
+  std::string stream = first;
+  std::int64_t next = 0;
+  while (next < kMany) {
+    for (const Packet& packet : TakePackets(stream))
+      for (const WireRecord& record : packet.oldestFirst) ASSERT_EQ(record, RecordAt(next++));
+    if (next == kMany) break;
+    const std::string part = slow.Receive();
+    ASSERT_FALSE(part.empty()) << next;
+    stream += part;
+  }
+  EXPECT_TRUE(stream.empty());
+}
+
+TEST_F(BaseServerOnSockets, ClosesOnAMalformedRequest) {
+  source_.units[kA] = RecordsAt(0, 3);
+  const std::string malformed[] = {
+      "~~",
+      "GET / HTTP/1.1\r\nHost: x\r\n\r\n~~",
+      "D" + Request(kA, kNoon, kNoon + kDay),
+      kA + "~11/22/26~11/23/26~~",
+      std::string(100'000, '0'),  // never ends
+  };
+  for (const std::string& request : malformed) {
+    TestClient client(dataAddress_);
+    client.Send(request);
+    EXPECT_EQ(client.ReceiveAll(), "") << request.substr(0, 40);
+    EXPECT_FALSE(client.TimedOut()) << request.substr(0, 40);
+  }
+}
+
+TEST_F(BaseServerOnSockets, ForgetsClientsThatHaveLeft) {
+  source_.units[kA] = RecordsAt(0, 1);
+  for (int i = 0; i < 600; ++i) {  // more than may be open at once
+    TestClient client(dataAddress_);
+    client.Send(Request(kA, kNoon, kNoon + kDay));
+    ASSERT_EQ(ReceiveRecords(client, 1).size(), 1u) << i;
+  }
+}
+
+TEST_F(BaseServerOnSockets, AcceptsProbesHoweverManyStayOpen) {
+  std::vector<std::unique_ptr<TestClient>> probes;
+  for (int i = 0; i < 200; ++i) probes.push_back(std::make_unique<TestClient>(probeAddress_));
+  EXPECT_EQ(probes.front()->ReceiveAll(), "");  // the oldest had to go
+  EXPECT_FALSE(probes.front()->TimedOut());
+}
+
+}  // namespace
+}  // namespace pallomir::station

@@ -1,0 +1,168 @@
+#include "station/data_writer.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <random>
+
+#include "station/data_files.h"
+#include "station/data_folder.h"
+#include "station_testing.h"
+
+namespace pallomir::station {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kUnit = "00000000000A";
+
+class DataWriter : public testing::Test {
+ protected:
+  TemporaryFolder temporary_;
+  const fs::path data_ = temporary_.Path();
+  const fs::path unit_ = data_ / kUnit;
+
+  MergeOutcome Merge(const std::vector<WireRecord>& records) { return MergeIntoUnit(data_, kUnit, records); }
+
+  // All records of the unit, and that its files are as they must be: whole records, at most 720 of them,
+  // ascending in the order of the names and within.
+  std::vector<WireRecord> CheckedRecords() const {
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::directory_iterator(unit_)) files.push_back(entry.path());
+    std::ranges::sort(files);
+    std::vector<WireRecord> all;
+    for (const fs::path& file : files) {
+      const DataFileContent content = ReadDataFile(file);
+      EXPECT_EQ(content.problem, "") << file;
+      for (const WireRecord& record : content.records) {
+        EXPECT_TRUE(all.empty() || all.back().time < record.time) << file;
+        all.push_back(record);
+      }
+    }
+    return all;
+  }
+};
+
+TEST_F(DataWriter, MergesAnythingIntoAnything) {
+  std::mt19937 random(11);
+  std::map<std::uint32_t, WireRecord> expected;
+  for (int round = 0; round < 40; ++round) {
+    std::map<std::uint32_t, WireRecord> batch;
+    const std::int64_t start = random() % 20000, step = 1 + random() % 5;
+    for (const WireRecord& record : RecordsAt(start, 1 + random() % 1600, step)) {
+      if (random() % 4 == 0) continue;
+      batch[record.time] = record;
+      batch[record.time].status = static_cast<std::uint16_t>(round);  // tells who was there first
+    }
+    std::vector<WireRecord> records;
+    std::size_t there = 0;
+    for (const auto& [time, record] : batch) {
+      records.push_back(record);
+      there += expected.contains(time) ? 1 : 0;
+    }
+    expected.merge(batch);
+    const MergeOutcome outcome = Merge(records);
+    ASSERT_EQ(outcome.error, "");
+    ASSERT_EQ(outcome.alreadyThere, there);
+    ASSERT_EQ(outcome.added, records.size() - there);
+
+    const auto stored = CheckedRecords();
+    ASSERT_EQ(stored.size(), expected.size());
+    ASSERT_TRUE(std::ranges::equal(stored, expected, {}, {}, [](const auto& e) { return e.second; }));
+  }
+}
+
+TEST_F(DataWriter, FillsFilesUp) {
+  for (int i = 0; i < 10; ++i) Merge(RecordsAt(i * 150, 150));
+  EXPECT_EQ(CheckedRecords(), RecordsAt(0, 1500));
+  EXPECT_EQ(IndexUnitFolder(unit_).files.size(), 3u);
+}
+
+TEST_F(DataWriter, TouchesNothingWhenNothingIsNew) {
+  Merge(RecordsAt(0, 1000));
+  const auto before = fs::last_write_time(unit_);
+  const MergeOutcome again = Merge(RecordsAt(0, 1000));
+  EXPECT_EQ(again.added, 0u);
+  EXPECT_EQ(again.alreadyThere, 1000u);
+  EXPECT_EQ(fs::last_write_time(unit_), before);
+}
+
+TEST_F(DataWriter, TakesForeignFilesAlong) {
+  const std::string name = DataFileName(RecordAt(0).time);
+  temporary_.Write(kUnit + "/" + name, std::string(27, '\0'));  // has the name that is wanted
+  temporary_.Write(kUnit + "/notes.txt", "notes");
+  temporary_.Write(kUnit + "/folder/inside", "more");
+  fs::create_symlink("notes.txt", unit_ / "link");
+  const MergeOutcome outcome = Merge(RecordsAt(0, 10));
+  EXPECT_EQ(outcome.error, "");
+  EXPECT_EQ(outcome.problems.size(), 3u);  // the link reads as the notes do
+  EXPECT_EQ(fs::file_size(unit_ / name), 27u);
+  EXPECT_EQ(fs::file_size(unit_ / "notes.txt"), 5u);
+  EXPECT_TRUE(fs::exists(unit_ / "folder/inside"));
+  EXPECT_TRUE(fs::is_symlink(unit_ / "link"));
+  DataFolder folder(data_, [](const std::string&) {});
+  EXPECT_EQ(folder.Read(kUnit, {kNoon, kNoon + kDay}, 100), RecordsAt(0, 10));
+}
+
+TEST_F(DataWriter, ClearsWhatACrashHasLeft) {
+  Merge(RecordsAt(0, 10));
+  temporary_.Write(".incoming/" + kUnit + "/20261122-120000.dat", "half");
+  EXPECT_EQ(Merge(RecordsAt(10, 10)).error, "");
+  EXPECT_EQ(CheckedRecords(), RecordsAt(0, 20));
+  EXPECT_FALSE(fs::exists(data_ / ".incoming" / kUnit));
+}
+
+TEST_F(DataWriter, KeepsASecondImportOut) {
+  Merge(RecordsAt(0, 10));
+  const int lock = ::open((data_ / ".incoming/lock").c_str(), O_RDWR);
+  ASSERT_EQ(::flock(lock, LOCK_EX), 0);
+  EXPECT_NE(Merge(RecordsAt(10, 10)).error, "");
+  ::close(lock);
+  EXPECT_EQ(CheckedRecords(), RecordsAt(0, 10));
+}
+
+TEST_F(DataWriter, ChangesNothingWhenTheDiskIsFull) {
+  Merge(RecordsAt(0, 10));
+  rlimit before{};
+  ::getrlimit(RLIMIT_FSIZE, &before);
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit tiny{5000, before.rlim_max};
+  ::setrlimit(RLIMIT_FSIZE, &tiny);
+  const std::string error = Merge(RecordsAt(10, 2000)).error;
+  ::setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_NE(error, "");
+  EXPECT_EQ(CheckedRecords(), RecordsAt(0, 10));
+  EXPECT_FALSE(fs::exists(data_ / ".incoming" / kUnit));
+}
+
+// A process that imports is killed at any moment, again and again, while this one reads.
+TEST_F(DataWriter, SurvivesBeingKilled) {
+  std::mt19937 random(5);
+  Merge(RecordsAt(0, 10'000, 10));
+  DataFolder folder(data_, [](const std::string&) {});
+  std::size_t latest = 10'000;
+  for (int round = 0; round < 25; ++round) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      for (std::int64_t i = round;; i += 25) MergeIntoUnit(data_, kUnit, RecordsAt(i * 7919 % 100'000, 1));
+    }
+    for (auto reads = 1 + random() % 60; reads > 0; --reads) {
+      const auto read = folder.Read(kUnit, {kNoon, kNoon + 30 * kDay}, 100'000);
+      EXPECT_GE(read.size(), latest) << "a reader misses what was there";
+      latest = read.size();
+    }
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    const auto records = CheckedRecords();
+    EXPECT_GE(records.size(), latest);
+    latest = records.size();
+  }
+}
+
+}  // namespace
+}  // namespace pallomir::station

@@ -1,0 +1,96 @@
+#include "station/options.h"
+
+#include "station_testing.h"
+
+namespace pallomir::station {
+namespace {
+
+class CommandLines : public testing::Test {
+ protected:
+  TemporaryFolder folder_;
+
+  CommandLine Good(std::vector<std::string> arguments) {
+    auto parsed = ParseCommandLine(std::move(arguments), folder_.Path());
+    if (const auto* nothing = std::get_if<NothingToRun>(&parsed)) {
+      ADD_FAILURE() << nothing->text;
+      return {};
+    }
+    return std::get<CommandLine>(parsed);
+  }
+  NothingToRun Bad(std::vector<std::string> arguments) {
+    auto parsed = ParseCommandLine(std::move(arguments), folder_.Path());
+    return std::holds_alternative<CommandLine>(parsed) ? NothingToRun{} : std::get<NothingToRun>(parsed);
+  }
+};
+
+TEST_F(CommandLines, HaveDefaults) {
+  const Options options = Good({}).options;
+  EXPECT_EQ(options.address, "127.0.0.1");
+  EXPECT_EQ(options.locatorPort, 2435);
+  EXPECT_EQ(options.portBase, 18801);
+  EXPECT_EQ(options.webPort, 2480);
+  EXPECT_EQ(options.webRoot, folder_.Path() / "web");
+  EXPECT_TRUE(options.data.string().ends_with("pallomir/Data"));
+  EXPECT_TRUE(options.isDemoOn);
+}
+
+TEST_F(CommandLines, WinOverTheIniFile) {
+  folder_.Write("station.ini",
+                "# a comment\r\n\n Address = 0.0.0.0\r\nAdvertisedAddress=\nPortBase=19001\nDemo=off\n"
+                "Data=/a folder, with # and [brackets]\n");
+  const Options options = Good({"--port-base", "20001"}).options;
+  EXPECT_EQ(options.address, "0.0.0.0");
+  EXPECT_EQ(options.advertisedAddress, "");
+  EXPECT_EQ(options.portBase, 20001);
+  EXPECT_EQ(options.data, "/a folder, with # and [brackets]");
+  EXPECT_FALSE(options.isDemoOn);
+}
+
+TEST_F(CommandLines, TakeGeneralOptionsBehindACommand) {
+  const CommandLine line =
+      Good({"import", "--unit", "0013A20040B1", "--today", "a.gpx", "b.gpx", "--data", "/d"});
+  EXPECT_EQ(line.options.data, "/d");
+  const auto& command = std::get<ImportCommand>(line.command);
+  EXPECT_EQ(command.unitId, "0013A20040B1");
+  EXPECT_FALSE(command.description);
+  EXPECT_TRUE(command.toToday);
+  EXPECT_EQ(command.files, (std::vector<std::string>{"a.gpx", "b.gpx"}));
+  EXPECT_TRUE(std::get<UnitsCommand>(Good({"units", "--client-list"}).command).asClientList);
+}
+
+TEST_F(CommandLines, SayWhatIsWrong) {
+  const struct {
+    std::string ini;
+    std::vector<std::string> arguments;
+    std::string mentions;
+  } cases[] = {
+      {"", {"--port-base", "2"}, "--port-base"},
+      {"", {"--web-port", "65536"}, "--web-port"},
+      {"", {"--locator-port", "many"}, "--locator-port"},
+      {"", {"--address", "localhost"}, "--address"},
+      {"", {"--colour", "red"}, "--colour"},
+      {"", {"--demo", "perhaps"}, "--demo"},
+      {"", {"serve"}, "serve"},
+      {"", {"import", "a.gpx"}, "--unit"},
+      {"", {"import", "--unit", "0013A20040B1"}, "files"},
+      {"", {"import", "--unit", "0013a20040b1", "a.gpx"}, "unit ID"},
+      {"", {"--config", "/nowhere/station.ini"}, "/nowhere/station.ini"},
+      {"Demo=on\nColour=red\n", {}, "line 2"},
+      {"Help=yes\n", {}, "line 1"},
+      {"PortBase\n", {}, "line 1"},
+      {"PortBase=0\n", {}, "port-base"},
+      {"Address=256.0.0.1\n", {}, "address"},
+  };
+  for (const auto& c : cases) {
+    folder_.Write("station.ini", c.ini);
+    const NothingToRun result = Bad(c.arguments);
+    EXPECT_EQ(result.exitCode, kWrongOptions) << c.mentions;
+    EXPECT_NE(result.text.find(c.mentions), std::string::npos) << result.text;
+  }
+  folder_.Write("station.ini", "");
+  EXPECT_EQ(Bad({"--help"}).exitCode, kDone);
+  EXPECT_NE(Bad({"--help"}).text.find("--advertised-address"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace pallomir::station

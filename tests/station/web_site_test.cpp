@@ -1,0 +1,104 @@
+#include "station/web_site.h"
+
+#include "station/web_files.h"
+#include "station_testing.h"
+
+namespace pallomir::station {
+namespace {
+
+namespace fs = std::filesystem;
+
+class WebSiteOnDisk : public testing::Test {
+ protected:
+  WebSiteOnDisk() {
+    folder_.Write("web/fullscreen/index.html", "<p>map</p>");
+    folder_.Write("web/fullscreen/map.js", "let x;");
+    folder_.Write("web/a b.css", "");
+    folder_.Write("web/.hidden", "no");
+    folder_.Write("secret.txt", "no");
+    fs::create_symlink(folder_.Path() / "secret.txt", root_ / "link.txt");
+    fs::create_symlink("fullscreen/map.js", root_ / "inside.js");
+  }
+
+  // The answer to a GET (or another method) of `target`.
+  std::string Ask(const std::string& target, const std::string& headers = "",
+                  const std::string& method = "GET") {
+    if (port_ == 0) port_ = site_.Start("127.0.72.3", 0);
+    TestClient client({asio::ip::make_address("127.0.72.3"), static_cast<std::uint16_t>(port_)});
+    client.Send(method + " " + target + " HTTP/1.1\r\nHost: test\r\nConnection: close\r\n" + headers +
+                "\r\n");
+    return client.ReceiveAll();
+  }
+
+  TemporaryFolder folder_;
+  const fs::path root_ = folder_.Path() / "web";
+  WebSite site_{root_};
+  int port_ = 0;
+};
+
+TEST_F(WebSiteOnDisk, FindsFilesAndNothingElse) {
+  const struct {
+    std::string_view path;
+    const char* file;
+  } cases[] = {
+      {"/fullscreen/index.php", "fullscreen/index.html"},
+      {"/fullscreen/index.html", "fullscreen/index.html"},
+      {"/fullscreen/map.js", "fullscreen/map.js"},
+      {"/a b.css", "a b.css"},
+      {"/inside.js", "fullscreen/map.js"},
+      {"/", nullptr},
+      {"", nullptr},
+      {"/fullscreen", nullptr},
+      {"/fullscreen/", nullptr},
+      {"/fullscreen/none.js", nullptr},
+      {"/dummy/Z", nullptr},
+      {"/.hidden", nullptr},
+      {"/link.txt", nullptr},
+      {"/../secret.txt", nullptr},
+      {"/fullscreen/../../secret.txt", nullptr},
+      {"/fullscreen/../fullscreen/map.js", nullptr},
+      {"//fullscreen/map.js", nullptr},
+      {"/..\\secret.txt", nullptr},
+      {std::string_view("/fullscreen/map.js\0.png", 22), nullptr},
+      {"fullscreen/map.js", nullptr},
+  };
+  for (const auto& c : cases) {
+    const auto found = FindWebFile(root_, c.path);
+    EXPECT_EQ(found.has_value(), c.file != nullptr) << c.path;
+    EXPECT_TRUE(!found || c.file == nullptr || *found == fs::canonical(root_ / c.file)) << c.path;
+  }
+  EXPECT_FALSE(FindWebFile(folder_.Path() / "missing", "/a.css"));
+}
+
+TEST_F(WebSiteOnDisk, AnswersOverHttp) {
+  const std::string page = Ask("/fullscreen/index.php?X=1&Y=2");
+  EXPECT_TRUE(page.starts_with("HTTP/1.1 200")) << page;
+  EXPECT_NE(page.find("Content-Type: text/html"), std::string::npos);
+  EXPECT_NE(page.find("Cache-Control: no-cache"), std::string::npos);
+  EXPECT_TRUE(page.ends_with("\r\n\r\n<p>map</p>"));
+  EXPECT_NE(Ask("/fullscreen/map.js").find("Content-Type: text/javascript"), std::string::npos);
+  EXPECT_NE(Ask("/a%20b.css").find("Content-Type: text/css"), std::string::npos);
+  for (const char* target :
+       {"/", "/dummy/T0", "/%2e%2e/secret.txt", "/fullscreen/%2e%2e%2f%2e%2e%2fsecret.txt"})
+    EXPECT_TRUE(Ask(target).starts_with("HTTP/1.1 404")) << target;
+  EXPECT_FALSE(Ask("/fullscreen/map.js", "Content-Length: 0\r\n", "POST").starts_with("HTTP/1.1 200"));
+}
+
+TEST_F(WebSiteOnDisk, SendsAFileAgainOnlyWhenItHasChanged) {
+  const std::string first = Ask("/fullscreen/map.js");
+  const std::size_t tag = first.find("ETag: ");
+  ASSERT_NE(tag, std::string::npos);
+  const std::string condition = "If-None-Match" + first.substr(tag + 4, first.find('\n', tag) - tag - 3);
+  EXPECT_TRUE(Ask("/fullscreen/map.js", condition).starts_with("HTTP/1.1 304"));
+  folder_.Write("web/fullscreen/map.js", "let changed;");
+  EXPECT_TRUE(Ask("/fullscreen/map.js", condition).starts_with("HTTP/1.1 200"));
+}
+
+TEST_F(WebSiteOnDisk, DoesNotShareItsPort) {
+  Ask("/");
+  WebSite second(root_);
+  EXPECT_EQ(second.Start("127.0.72.3", port_), 0);
+}
+
+}  // namespace
+}  // namespace pallomir::station

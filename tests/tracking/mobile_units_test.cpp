@@ -1,0 +1,62 @@
+#include "tracking/mobile_units.h"
+
+#include <gtest/gtest.h>
+
+#include "shell/menus.h"
+
+namespace pallomir {
+namespace {
+
+TEST(MobileUnits, StoredListsAreReadRecordByRecord) {
+  const struct {
+    std::string stored;
+    std::vector<MobileUnit> units;
+  } cases[] = {
+      {"", {}},
+      {"X0123456789ABFirst~-0123456789ACSecond~",
+       {{true, "0123456789AB", "First"}, {false, "0123456789AC", "Second"}}},
+      {"X0123456789ABFirst~X0123456789ACtrailing", {{true, "0123456789AB", "First"}}},
+      {"X0123456789AB~", {{true, "0123456789AB", ""}}},
+      {"~X~Xshort~", {{false, "", ""}, {true, "", ""}, {true, "short", ""}}},
+      {"X0123456789ABCaf\xC3\xA9 \xFF~", {{true, "0123456789AB", "Caf\xC3\xA9 \xFF"}}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(ParseMobileUnits(c.stored), c.units) << c.stored;
+  std::string many;
+  for (int i = 0; i < 10005; ++i) many += "X0123456789AB~";
+  EXPECT_EQ(ParseMobileUnits(many).size(), kMaxMobileUnits);
+}
+
+TEST(MobileUnits, TheMenuIsTheList) {
+  MenuModel menus;
+  BuildMenus(menus);
+  const std::string stored = "X0123456789ABFirst~-0123456789ACSecond~";
+  ShowUnitsInMenu(menus, ParseMobileUnits(stored));
+  EXPECT_FALSE(menus.At(kUnitMenu, 0).visible);
+  EXPECT_EQ(menus.At(kUnitMenu, 1).caption, "0123456789AB - First");
+  EXPECT_EQ(menus.At(kUnitMenu, 1).tag, "X0123456789ABFirst");
+  EXPECT_TRUE(menus.At(kUnitMenu, 1).checked);
+  EXPECT_FALSE(menus.At(kUnitMenu, 2).checked);
+  menus.CheckOnly(kUnitMenu, 2);
+  EXPECT_EQ(EncodeMobileUnits(UnitsFromMenu(menus)), "-0123456789ABFirst~X0123456789ACSecond~");
+  ShowUnitsInMenu(menus, {});
+  EXPECT_TRUE(menus.At(kUnitMenu, 0).visible);
+  EXPECT_EQ(menus.Count(kUnitMenu), 1);
+}
+
+TEST(MobileUnits, BooksFollowTheEnabledUnits) {
+  const UnitBook book = EnumerateUnits(
+      ParseMobileUnits("-00000000000AOff~X00000000000BOn~X00000000000COn~X00000000000BTwice~Xbad~"));
+  EXPECT_EQ(book.definedCount, 5u);
+  EXPECT_EQ(book.enabledCount, 4u);
+  EXPECT_EQ(book.listToEnabled, (std::vector<std::size_t>{0, 0, 1, 2, 3, 4}));
+  EXPECT_EQ(book.enabledToList, (std::vector<std::size_t>{0, 2, 3, 4, 5}));
+  EXPECT_EQ(book.requestText, "D00000000000B00000000000C00000000000B");
+  EXPECT_EQ(book.EnabledPositionOf("00000000000B"), 1u) << "the first of equals receives the data";
+  EXPECT_EQ(book.EnabledPositionOf("00000000000A"), 0u);
+  EXPECT_EQ(UnitColour(1), 0x800000u);
+  EXPECT_EQ(UnitColour(4), 0u);
+  EXPECT_EQ(UnitColour(5), 0x800000u);
+}
+
+}  // namespace
+}  // namespace pallomir
