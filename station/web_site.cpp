@@ -14,7 +14,8 @@ namespace fs = std::filesystem;
 
 // A browser keeps some six connections; each holds a thread while it is open.
 constexpr std::size_t kThreads = 16;
-constexpr time_t kIdleSeconds = 2;
+constexpr time_t kIdleSeconds = 1;
+constexpr std::size_t kRequestsAConnection = 100;
 
 // Milliseconds that its thread may take to get going.
 constexpr int kStartAttempts = 5000;
@@ -67,6 +68,7 @@ WebSite::WebSite(fs::path root) : server_(std::make_unique<Server>()) {
   httplib::Server& http = server_->http;
   http.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
   http.set_keep_alive_timeout(kIdleSeconds);
+  http.set_keep_alive_max_count(kRequestsAConnection);
   http.set_payload_max_length(kMaxUpload);
   http.set_socket_options(SetSocketOptions);
   http.set_default_headers({{"Cache-Control", "no-cache"}, {"X-Content-Type-Options", "nosniff"}});

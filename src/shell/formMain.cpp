@@ -139,7 +139,6 @@ void formMain::HideMapUpdating() {
 
 void formMain::ShowRetry(const std::string& message) {
   FormRetryAfterError_->SetMessage(Text(message));
-  setEnabled(false);
   FormRetryAfterError_->show();
 }
 
@@ -148,7 +147,6 @@ void formMain::SetRetryProgress(int bar, const std::string& label) {
 }
 
 void formMain::HideRetry() {
-  setEnabled(true);
   FormRetryAfterError_->hide();
 }
 

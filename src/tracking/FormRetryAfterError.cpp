@@ -13,6 +13,7 @@ namespace pallomir {
 FormRetryAfterError::FormRetryAfterError(QWidget* owner) : QDialog(owner) {
   setObjectName("FormRetryAfterError");
   setWindowTitle("Pallomir");
+  setWindowModality(Qt::WindowModal);  // the owner takes no input meanwhile
   message_ = new QLabel(this);
   message_->setObjectName("lblMessage");
   message_->setTextFormat(Qt::PlainText);

@@ -10,8 +10,11 @@ namespace {
 constexpr double kPi = 3.14159265358979;
 constexpr double k2Pi = 6.28318530717958;
 
+// What has no 32-bit integer, as the poles' world Y, ends at the limits.
 std::int32_t Round(double value) {
-  return static_cast<std::int32_t>(std::nearbyint(value));
+  const double rounded = std::nearbyint(value);
+  if (!(rounded < 2147483647.0)) return 2147483647;
+  return static_cast<std::int32_t>(std::max(rounded, -2147483648.0));
 }
 
 struct Canvas {

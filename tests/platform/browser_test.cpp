@@ -209,6 +209,13 @@ TEST_F(BrowserTest, PlaceholderIsLoadedToItsEndAndTheMapPageComesAfterIt) {
   EXPECT_EQ(static_cast<QWebEngineView*>(browser_->Widget())->page()->title(), "blue");
 }
 
+TEST_F(BrowserTest, MissingPlaceholderDoesNotKeepTheMapPageBack) {
+  Navigate("about:blank");
+  Navigate("/no/such/file.html");
+  Load("/map");
+  EXPECT_THAT(lost_, IsEmpty());
+}
+
 TEST_F(BrowserTest, DeadProcessIsALostPageThatCanBeLoadedAgain) {
   Load("/map");
   Navigate("chrome://kill");

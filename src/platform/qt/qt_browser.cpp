@@ -82,6 +82,7 @@ void QtBrowser::Navigate(const std::string& address) {
   const bool isPlaceholderComing = isLoading_ && IsOnDisk(asked_);
   if (isLoading_ && !isPlaceholderComing) waiting_.clear();
   waiting_.push_back(AddressOf(address));
+  ++navigations_;
   // Loading asks beforeNavigate, which must not happen inside this call.
   if (!isPlaceholderComing) PostLoadNext();
 }
@@ -122,12 +123,14 @@ void QtBrowser::OnProcessEnded(int exitCode) {
   PostLoadNext();
 }
 
+// Nobody misses a page after which another one was asked for.
 void QtBrowser::LosePage(std::string reason) {
+  if (!waiting_.empty()) return;
   QMetaObject::invokeMethod(
       &context_,
-      [this, reason = std::move(reason)] {
+      [this, reason = std::move(reason), count = navigations_] {
         const auto call = pageLost;
-        if (call) call(reason);
+        if (call && count == navigations_) call(reason);
       },
       Qt::QueuedConnection);
 }
@@ -145,6 +148,7 @@ void QtBrowser::WriteField(std::string_view field, std::string_view value) {
 
 void QtBrowser::Stop() {
   waiting_.clear();
+  ++navigations_;
   isLoading_ = false;
   page_->triggerAction(QWebEnginePage::Stop);
 }

@@ -30,7 +30,7 @@ class QtBrowser : public Browser {
   void WriteField(std::string_view field, std::string_view value) override;
   void Stop() override;
 
-  /// Belongs to `parent`, or to this object.
+  /// Ends with this object, or with `parent` when that ends before.
   QWidget* Widget() { return view_; }
 
  private:
@@ -48,6 +48,7 @@ class QtBrowser : public Browser {
   std::deque<QUrl> waiting_;
   QUrl asked_;              // what Navigate asked for last and the engine got
   bool isLoading_ = false;  // whether it is still being loaded
+  int navigations_ = 0;     // how often Navigate or Stop made what came before them not matter
   bool isProcessDead_ = false;
   QObject context_;
 };

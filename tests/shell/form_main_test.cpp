@@ -1,0 +1,193 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDateTimeEdit>
+#include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+
+#include "fakes/client_harness.h"
+#include "shell/formMain.h"
+#include "tracking/FormRetryAfterError.h"
+
+// The real window on a client with fake ports: what the user sees and does, without a web engine.
+
+namespace pallomir {
+namespace {
+
+using testing::SizeIs;
+
+class FormMainTest : public testing::Test {
+ protected:
+  void Start() {
+    ports_.UseUnits("X0123456789ABFirst~-0123456789ACSecond~");
+    ports_.settings.values["WindowState"] = "0";
+    ports_.settings.values["WindowPos_W"] = "900";
+    ports_.settings.values["WindowPos_H"] = "600";
+    client_ =
+        std::make_unique<Client>(Ports{window_,
+                                       window_,
+                                       ports_.browser,
+                                       ports_.locator,
+                                       ports_.probe,
+                                       ports_.data,
+                                       ports_.loop,
+                                       ports_.clock,
+                                       ports_.questions,
+                                       ports_.settings,
+                                       ports_.registry,
+                                       ports_.mutex,
+                                       ports_.signal,
+                                       ports_.beeper,
+                                       ports_.trace,
+                                       Folders{ports_.folders.Path() / "app", ports_.folders.Path() / "data",
+                                               ports_.folders.Path() / "home"},
+                                       {}});
+    window_.Attach(*client_);
+    client_->Load();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  }
+
+  template <class Widget>
+  Widget* Find(const char* name) {
+    Widget* widget = window_.findChild<Widget*>(name);
+    EXPECT_TRUE(widget) << name;
+    return widget;
+  }
+
+  QWidget* map_ = new QWidget;  // stands for the browser; belongs to the window
+  formMain window_{map_};
+  fakes::ClientHarness ports_;
+  std::unique_ptr<Client> client_;
+};
+
+TEST_F(FormMainTest, TheMapFillsTheWindowAboveTheTimelineAndIsWiderThanItsPart) {
+  Start();
+  auto* frame = Find<QFrame>("frameTimeLine");
+  EXPECT_EQ(map_->width(), window_.width() + 18);
+  EXPECT_EQ(map_->height() + frame->height(), window_.height());
+  EXPECT_EQ(map_->mapTo(&window_, QPoint(0, 0)), QPoint(0, 0));
+  window_.resize(1000, 700);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return map_->width() == 1018; }));
+  EXPECT_EQ(ports_.browser.Written("TxtX").back(), "997");
+  for (const char* name : {"lblMenu", "DTP(0)", "cmdOK_Reload", "lblCaption"}) {
+    auto* widget = Find<QWidget>(name);
+    EXPECT_TRUE(frame->rect().contains(widget->geometry()) || widget->isHidden()) << name;
+  }
+}
+
+TEST_F(FormMainTest, KeysReachTheClientWhicheverControlHasTheFocus) {
+  Start();
+  const std::size_t asked = ports_.locator.sent.size();
+  QTest::keyClick(window_.focusWidget() ? window_.focusWidget() : &window_, Qt::Key_R);
+  EXPECT_THAT(ports_.locator.sent, SizeIs(asked + 1));
+  Find<QPushButton>("lblMenu")->setFocus();
+  QTest::keyClick(Find<QPushButton>("lblMenu"), Qt::Key_2);
+  EXPECT_EQ(client_->Units().requestText, "D0123456789AC");
+  QTest::keyClick(&window_, Qt::Key_1, Qt::ShiftModifier);
+  EXPECT_EQ(client_->Units().requestText, "D0123456789AB0123456789AC");
+  const int beeps = ports_.beeper.beeps;
+  QTest::keyClick(&window_, Qt::Key_A, Qt::AltModifier);
+  QTest::keyClick(&window_, Qt::Key_2, Qt::KeypadModifier);
+  QTest::keyClick(&window_, Qt::Key_Q);
+  EXPECT_EQ(ports_.beeper.beeps, beeps);
+}
+
+TEST_F(FormMainTest, TheFocusHolderTakesTheKeyboardBackButNotFromAPicker) {
+  Start();
+  auto* holder = Find<QCheckBox>("FocusGetter");
+  map_->setFocusPolicy(Qt::StrongFocus);
+  map_->setFocus();
+  EXPECT_EQ(window_.focusWidget(), map_);
+  ports_.loop.Advance(250);
+  EXPECT_EQ(window_.focusWidget(), holder);
+  auto* start = Find<QDateTimeEdit>("DTP(0)");
+  start->setFocus();
+  ports_.loop.Advance(1000);
+  EXPECT_EQ(window_.focusWidget(), start);
+  EXPECT_EQ(start->displayFormat(), "ddd MM-dd-yy hh:mm:ss AP");
+  EXPECT_TRUE(Find<QDateTimeEdit>("DTP(1)")->isVisible());
+}
+
+TEST_F(FormMainTest, APickerShowsItsValueShortAndLoadsWhatIsTyped) {
+  Start();
+  auto* start = Find<QDateTimeEdit>("DTP(0)");
+  auto* reload = Find<QPushButton>("cmdOK_Reload");
+  EXPECT_EQ(start->text(), "Sun,Nov22, 3 AM");
+  EXPECT_FALSE(reload->isVisible());
+  start->setFocus();
+  start->setSelectedSection(QDateTimeEdit::HourSection);
+  QTest::keyClick(start, Qt::Key_Up);
+  EXPECT_TRUE(reload->isVisible());
+  const std::size_t asked = ports_.locator.sent.size();
+  QTest::mouseClick(reload, Qt::LeftButton);
+  EXPECT_THAT(ports_.locator.sent, SizeIs(asked + 1));
+  EXPECT_EQ(client_->Window().start, ToMillis({2026, 11, 22, 4}));
+  EXPECT_EQ(client_->Window().Length(), kDay);
+  EXPECT_FALSE(reload->isVisible());
+}
+
+TEST_F(FormMainTest, TheRetryDialogKeepsInputFromTheWindowAndAnswers) {
+  Start();
+  auto* dialog = Find<FormRetryAfterError>("FormRetryAfterError");
+  ports_.data.failed({10054, "The connection was reset.", 104});
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(QApplication::activeModalWidget(), dialog) << "the main window takes no input";
+  ports_.loop.Advance(94 * 50);
+  EXPECT_EQ(dialog->findChild<QProgressBar*>("PB")->value(), 50);
+  EXPECT_EQ(dialog->findChild<QLabel*>("lblT")->text(), "Retrying in 5 Seconds");
+  QTest::mouseClick(dialog->findChild<QPushButton*>("cmdStopRetrying"), Qt::LeftButton);
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_FALSE(QApplication::activeModalWidget());
+  const std::size_t asked = ports_.locator.sent.size();
+  ports_.data.failed({10054, "", 104});
+  QTest::keyClick(dialog, Qt::Key_Escape);
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_THAT(ports_.locator.sent, SizeIs(asked)) << "Escape is no retry";
+  ports_.data.failed({10054, "", 104});
+  QTest::mouseClick(dialog->findChild<QPushButton*>("cmdRetryNow"), Qt::LeftButton);
+  EXPECT_THAT(ports_.locator.sent, SizeIs(asked + 1));
+}
+
+TEST_F(FormMainTest, TheMenuButtonOpensThePopup) {
+  Start();
+  QTest::mouseClick(Find<QPushButton>("lblMenu"), Qt::LeftButton);
+  auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_TRUE(popup);
+  QStringList captions;
+  for (const QAction* action : popup->actions()) {
+    if (action->isVisible() && !action->isSeparator()) captions += action->text();
+  }
+  EXPECT_EQ(captions, QStringList({"&View", "&Options", "E&xit"}));
+  popup->close();
+}
+
+TEST_F(FormMainTest, SplashAndNoticeLieOverTheMapAndGo) {
+  Start();
+  auto* splash = Find<QFrame>("formSplash");
+  auto* notice = Find<QFrame>("formMapUpdating");
+  EXPECT_TRUE(splash->isVisible());
+  EXPECT_TRUE(notice->isVisible());
+  EXPECT_TRUE(window_.rect().contains(splash->geometry()));
+  ports_.Command("S3");
+  EXPECT_EQ(splash->findChildren<QCheckBox*>()[2]->text(), "Copyright Created");
+  EXPECT_TRUE(splash->findChildren<QCheckBox*>()[2]->isChecked());
+  ports_.Command("S99");
+  ports_.loop.Advance(1000);
+  EXPECT_FALSE(splash->isVisible());
+  EXPECT_FALSE(notice->isVisible());
+}
+
+TEST_F(FormMainTest, ClosingTheWindowUnloadsTheClient) {
+  Start();
+  window_.close();
+  EXPECT_TRUE(client_->IsClosing());
+  EXPECT_TRUE(ports_.mutex.closed);
+}
+
+}  // namespace
+}  // namespace pallomir
