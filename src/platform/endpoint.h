@@ -19,7 +19,7 @@ struct EndpointError {
 };
 
 /// What the three network endpoints have in common. All callbacks come from the event loop; after Close none
-/// of the closed connection comes any more.
+/// of the closed connection comes any more. One that has failed, or was closed by its peer, is closed.
 class Endpoint {
  public:
   virtual ~Endpoint() = default;

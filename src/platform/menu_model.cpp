@@ -89,7 +89,11 @@ MenuItem& MenuModel::AppendToArray(const MenuItem& item) {
 }
 
 void MenuModel::TruncateArray(std::string_view name, int from) {
-  MenuItem* parent = ParentOf(name);
+  MenuItem* parent = nullptr;
+  Walk(bar, [&](const Place& place) {
+    if (place.item->name == name) parent = place.parent;
+    return parent != nullptr;
+  });
   if (parent)
     parent->children.remove_if([&](const MenuItem& item) { return item.name == name && item.index >= from; });
 }

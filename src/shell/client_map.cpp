@@ -1,4 +1,5 @@
 #include <string>
+#include <utility>
 
 #include "map/page_fields.h"
 #include "map/projection.h"
@@ -116,9 +117,9 @@ void Client::OnPageLost(const std::string& reason) {
   page_.MapCreated = false;
   page_.FirstFitSent = false;
   firstFitPending_ = fitted_;
-  pageLost_ = true;
-  ports_.browser.Navigate(ports_.folders.application / "blank_blue.html");
   pageRetry_->SetEnabled(true);
+  if (std::exchange(pageLost_, true)) return;  // the placeholder is missing too
+  ports_.browser.Navigate(ports_.folders.application / "blank_blue.html");
 }
 
 void Client::NavigateToMap() {

@@ -425,6 +425,7 @@ TEST_F(ClientTest, ALostPageIsShownBlueAndTriedAgain) {
   Arrive(PacketOf({Record(0, 40.60, -75.40)}));
   browser.navigations.clear();
   browser.pageLost("gone");
+  browser.pageLost("no placeholder either");
   ASSERT_THAT(browser.navigations, SizeIs(1));
   EXPECT_THAT(browser.navigations[0], HasSubstr("blank_blue.html"));
   loop.Advance(5000);
