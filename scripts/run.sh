@@ -45,12 +45,12 @@ if [ ${#files[@]} -gt 0 ]; then
   echo "showing ${#files[@]} recorded track(s), moved to today; demo mode is off"
 fi
 
-# Waits until a line is in a log of ours, or its writer has ended.
+# Waits until a line is in a log of ours; gives up after two minutes, or when its writer has ended.
 await() {
-  local log=$1 line=$2 pid=$3
+  local log=$1 line=$2 pid=$3 until=$((SECONDS + 120))
   while ! grep -q -e "$line" "$log"; do
-    if ! kill -0 "$pid" 2>/dev/null; then
-      echo "ended before it said \"$line\":" >&2
+    if ! kill -0 "$pid" 2>/dev/null || [ $SECONDS -gt $until ]; then
+      echo "nothing said \"$line\":" >&2
       tail -n 20 "$log" >&2
       return 1
     fi

@@ -48,8 +48,8 @@ Deployment ReadDeployment(const Folders& folders, Trace& trace) {
 }
 
 TileFiles FilesForThePage(const Folders& folders) {
-  const auto applicationData = folders.userProfile / "Application Data" / "pallomir";
-  return {{applicationData / "Tiles", applicationData / "Tiles_Zones"},
+  const TileFolders tiles = FoldersOfTiles(folders);
+  return {{tiles.track, tiles.zone},
           {folders.application / kBlankTile, folders.application / kAlertedTile,
            folders.application / kNotAlertedTile}};
 }

@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // How often a unit's folder may change under a read before the reader comes back another time.
-constexpr int kAttempts = 25;
+constexpr int kAttempts = 10;
 
 // A folder full of foreign files must not fill the log each time that it changes.
 constexpr std::size_t kProblemsLogged = 10;

@@ -110,9 +110,11 @@ int cBitmap::SaveToFile(const std::filesystem::path& path, ImageEncoder encoder)
   image.flags = PNG_IMAGE_FLAG_FAST;
   const bool written = png_image_write_to_stdio(&image, file.get(), 0, pixels_.data(), 0, nullptr) != 0;
   png_image_free(&image);
-  // The last bytes may fail only when they are flushed.
-  if (!written || std::fflush(file.get()) != 0) return Report(kWin32Error, "SaveToFile");
-  return kImagingOk;
+  // The last bytes may fail only when the file is closed. Half a picture is worse than none.
+  if (std::fclose(file.release()) == 0 && written) return kImagingOk;
+  std::error_code ignored;
+  std::filesystem::remove(path, ignored);
+  return Report(kWin32Error, "SaveToFile");
 }
 
 void cBitmap::Dispose() {

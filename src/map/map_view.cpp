@@ -37,6 +37,7 @@ ZoomChange SetTileZoom(MapView& view, int newZoom, ZoomOrigin origin) {
 }
 
 void SetCentre(MapView& view, double lat, double lng) {
+  view.HasCentre = true;
   view.CentreLat = lat;
   view.CentreLng = lng;
   view.CentreY = LatToWorldY(DegreesToPositionUnits(lat));
@@ -62,6 +63,7 @@ WorldBox BoxOfDegrees(const std::array<double, 4>& edges) {
 }
 
 void FitToBox(MapView& view, const WorldBox& box, PixelSize size) {
+  view.HasCentre = true;
   view.CentreX = RoundToWorld(box.MinX / 2.0 + box.MaxX / 2.0);
   view.CentreY = RoundToWorld(box.MinY / 2.0 + box.MaxY / 2.0);
   // A field has two digits for it, so more than 99 or less than 0 can't be sent.

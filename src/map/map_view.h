@@ -34,7 +34,8 @@ struct MapView {
   std::int32_t CentreY = 0;
   double CentreLat = 0;  ///< the same in degrees
   double CentreLng = 0;
-  double LatestLat = 0;  ///< degrees of the newest data point
+  bool HasCentre = false;  ///< a fit or the page has set it
+  double LatestLat = 0;    ///< degrees of the newest data point
   double LatestLng = 0;
   int RequestedZoom = kPlaceZoom;          ///< what the host last asked the page for
   int PreviousRequestedZoom = kPlaceZoom;  ///< that before the last fit

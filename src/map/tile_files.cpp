@@ -16,13 +16,12 @@ std::optional<DeleteError> ErrorOf(const std::error_code& error) {
 
 }  // namespace
 
-std::optional<DeleteError> DeleteFiles(const std::filesystem::path& folder, std::string_view ending) {
+std::optional<DeleteError> DeleteFiles(const std::filesystem::path& folder) {
   std::error_code error;
   for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
        entry.increment(error)) {
     std::error_code ofEntry;
     if (entry->is_directory(ofEntry) && !entry->is_symlink(ofEntry)) continue;
-    if (!entry->path().filename().native().ends_with(ending)) continue;
     std::filesystem::remove(entry->path(), ofEntry);
     if (const auto failure = ErrorOf(ofEntry)) return failure;
   }

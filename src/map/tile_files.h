@@ -16,9 +16,8 @@ struct DeleteError {
   std::string description;
 };
 
-/// Deletes every file of the folder whose name ends in `ending` (all for ""). Sub-folders stay. No such
-/// folder and nothing to delete are no errors.
-std::optional<DeleteError> DeleteFiles(const std::filesystem::path& folder, std::string_view ending = "");
+/// Deletes every file of the folder. Sub-folders stay. No such folder and nothing to delete are no errors.
+std::optional<DeleteError> DeleteFiles(const std::filesystem::path& folder);
 
 /// Writes the tile in `slot` as PNG under its name. False when that failed; the bitmap has reported why.
 bool SaveTile(const TrackMarks& marks, std::size_t slot, const std::filesystem::path& folder, cBitmap& bitmap,

@@ -124,9 +124,11 @@ class Painter {
   }
 
   void PaintCross(Pixel p) {
-    Mark(p.x, p.y, kRed);
-    for (const int d : {-2, -1, 1, 2}) Mark(p.x + d, p.y, kRed);
-    for (const int d : {-2, -1, 1, 2}) Mark(p.x, p.y + d, kRed);
+    const std::int64_t x = p.x;
+    const std::int64_t y = p.y;
+    Mark(x, y, kRed);
+    for (const int d : {-2, -1, 1, 2}) Mark(x + d, y, kRed);
+    for (const int d : {-2, -1, 1, 2}) Mark(x, y + d, kRed);
   }
 
   // Three pixels wide, from the current point back to the previous one, both ends left out so that their

@@ -39,7 +39,7 @@ class FastestPoints {
 
  private:
   static constexpr std::size_t kMaxEntries = 22;
-  std::vector<FastPoint> entries_{{0, 512, 0}, {1, 0, 0}};
+  std::vector<FastPoint> entries_{{0, 512, 0}, {0, 0, 0}};
 };
 
 struct TrackPicture {

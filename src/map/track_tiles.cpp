@@ -6,6 +6,11 @@
 
 namespace pallomir {
 
+TileFolders FoldersOfTiles(const Folders& folders) {
+  const std::filesystem::path parent = folders.userProfile / "Application Data" / "pallomir";
+  return {parent / "Tiles", parent / "Tiles_Zones", folders.application};
+}
+
 TrackTiles::TrackTiles(TileFolders folders, Trace& trace, std::function<void(const std::string&)> showError)
     : folders_(std::move(folders)), trace_(trace), showError_(std::move(showError)) {
   imaging_.raised = [this](int status, const std::string& message, const std::string& source) {

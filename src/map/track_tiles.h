@@ -10,6 +10,7 @@
 #include "map/imaging.h"
 #include "map/tile_files.h"
 #include "map/tile_renderer.h"
+#include "platform/folders.h"
 
 namespace pallomir {
 
@@ -19,6 +20,10 @@ struct TileFolders {
   std::filesystem::path zone;          ///< only emptied: nothing writes zone tiles
   std::filesystem::path placeholders;  ///< blank_x.png, Red.png, Grn.png
 };
+
+/// "Application Data/pallomir/Tiles" and "…/Tiles_Zones" in the user's folder; the pictures lie beside the
+/// executable.
+TileFolders FoldersOfTiles(const Folders& folders);
 
 inline constexpr char kBlankTile[] = "blank_x.png";
 inline constexpr char kAlertedTile[] = "Red.png";

@@ -48,8 +48,17 @@ MenuItem& MenuModel::At(std::string_view name, int index) {
   return *item;
 }
 
-MenuItem* MenuModel::ParentOf(std::string_view name, int index) {
-  return FindPlace(bar, name, index).parent;
+MenuItem* MenuModel::ArrayParent(std::string_view name) {
+  MenuItem* parent = nullptr;
+  Walk(bar, [&](const Place& place) {
+    if (place.item->name == name) parent = place.parent;
+    return parent != nullptr;
+  });
+  return parent;
+}
+
+const MenuItem* MenuModel::ArrayParent(std::string_view name) const {
+  return const_cast<MenuModel*>(this)->ArrayParent(name);
 }
 
 int MenuModel::Count(std::string_view name) const {
@@ -78,22 +87,16 @@ int MenuModel::CheckedIndex(std::string_view name) const {
   return index;
 }
 
-MenuItem& MenuModel::AppendToArray(const MenuItem& item) {
-  Place last;
-  Walk(bar, [&](const Place& place) {
-    if (place.item->name == item.name) last = place;
-    return false;
-  });
-  assert(last.parent && "no such menu array");
-  return *last.parent->children.insert(std::next(last.item), item);
+void MenuModel::AppendToArray(std::string_view name, std::list<MenuItem> items) {
+  MenuItem* parent = ArrayParent(name);
+  assert(parent && "no such menu array");
+  const auto last = std::find_if(parent->children.rbegin(), parent->children.rend(),
+                                 [&](const MenuItem& item) { return item.name == name; });
+  parent->children.splice(last.base(), items);
 }
 
 void MenuModel::TruncateArray(std::string_view name, int from) {
-  MenuItem* parent = nullptr;
-  Walk(bar, [&](const Place& place) {
-    if (place.item->name == name) parent = place.parent;
-    return parent != nullptr;
-  });
+  MenuItem* parent = ArrayParent(name);
   if (parent)
     parent->children.remove_if([&](const MenuItem& item) { return item.name == name && item.index >= from; });
 }

@@ -40,9 +40,6 @@ class MenuModel {
   /// The entry; a name that is in no menu is a fault of the program.
   MenuItem& At(std::string_view name, int index = 0);
 
-  /// The entry above the entry of that name.
-  MenuItem* ParentOf(std::string_view name, int index = 0);
-
   /// How many entries the array has.
   int Count(std::string_view name) const;
 
@@ -52,8 +49,12 @@ class MenuModel {
   /// The index of the array's first checked entry, or -1.
   int CheckedIndex(std::string_view name) const;
 
-  /// Adds entry `item.index` behind the array's last one.
-  MenuItem& AppendToArray(const MenuItem& item);
+  /// The entry below which the array's entries lie, or null.
+  MenuItem* ArrayParent(std::string_view name);
+  const MenuItem* ArrayParent(std::string_view name) const;
+
+  /// Adds entries behind the array's last one; they bear its name.
+  void AppendToArray(std::string_view name, std::list<MenuItem> items);
 
   /// Deletes the entries `from` and above of the array.
   void TruncateArray(std::string_view name, int from);

@@ -26,7 +26,7 @@ void Client::CreateTimers() {
   tmrFocusGetter_ = create("tmrFocusGetter", 250, &Client::FocusLost);
   tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
   tmrPB_ = create("tmrPB", RetryCountdown::kTickMilliseconds, &Client::OnRetryTick);
-  dataPause_ = create("DataPause", 100, &Client::OnDataPauseTick);
+  dataPause_ = create("DataPause", 100, &Client::DecodeBuffer);
   splashPause_ = create("SplashPause", 500, &Client::OnPageReady);
   pageRetry_ = create("PageRetry", 5000, &Client::NavigateToMap);
   placementDelay_ = create("PlacementDelay", 250, &Client::StorePlacement);
@@ -45,6 +45,7 @@ void Client::Unload() {
     timer->SetEnabled(false);
   }
   ports_.view.CloseWindows();
+  ports_.instanceSignal.Stop();
   ReleaseMutex([this] { ports_.view.EndApplication(0); });
   connection_->Close();
   ports_.browser.Stop();

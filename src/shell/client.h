@@ -102,6 +102,7 @@ class Client {
 
   // What the user does with the window (client_window.cpp)
   void Resized();
+  void Moved();
   /// True when the key was one of ours.
   bool KeyDown(int modifiers, char key);
   void FocusLost();  ///< the focus holder lost the keyboard
@@ -162,7 +163,6 @@ class Client {
   void OnRetryTick();
   void CloseRetry();
   void ProcessData(ByteView newText);
-  void OnDataPauseTick();
   void DecodeBuffer();
   void MergePacket(std::string_view unitId, ByteView records);
   void FinishBatch();
@@ -200,7 +200,9 @@ class Client {
   void SendFirstFit();
   void SendPan(double lat, double lng);
   void SendPageSize();
+  void SendCentre();
   void WriteToggle(const char* menu, const char* field);
+  void WriteMapType();
   void HidePointMarker();
 
   // Timeline (client_window.cpp)
@@ -210,6 +212,7 @@ class Client {
   void HideMapUpdating();
   void ShowPickers();
   void TakeWindowFromPickers();
+  void NotePlacement();
   void StorePlacement();
   void OnPickerGraceTick();
 
@@ -236,8 +239,8 @@ class Client {
   std::unique_ptr<ServerConnection> connection_;
   int errorCount_ = 0;
   RetryCountdown countdown_;
-  bool tailAwaited_ = false;  // one more pause was given for the rest of a split header
-  std::size_t newBytes_ = 0;  // arrived since the buffer was last decoded
+  std::size_t newBytes_ = 0;    // arrived since the buffer was last decoded
+  bool storeFullTold_ = false;  // in this connection
 
   MapView view_;
   std::unique_ptr<TrackTiles> tiles_;

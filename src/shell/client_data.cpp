@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <string>
+#include <utility>
 
 #include "base/number_format.h"
 #include "map/projection.h"
@@ -38,8 +40,8 @@ void Client::RestartConnection() {
 // What came over the old connection can't be continued by the new one.
 void Client::PrepareRestart() {
   dataPause_->SetEnabled(false);
-  tailAwaited_ = false;
   newBytes_ = 0;
+  storeFullTold_ = false;
   stream_.Clear();
   ports_.wsClientC.SetReading(true);
   if (pageLost_) NavigateToMap();
@@ -89,7 +91,7 @@ void Client::ProcessData(ByteView newText) {
   if (waiting >= PacketStream::kMaxPending) ports_.wsClientC.SetReading(false);
   if (stream_.IsHeld()) return;
   Run(seams.closeReports);
-  if (newText.empty()) {
+  if (newText.empty() && stream_.Size() >= kPacketHeaderSize) {
     DecodeBuffer();
   } else {
     // The rest of what was split on the way gets time to arrive, so that one batch is decoded in one go.
@@ -97,18 +99,13 @@ void Client::ProcessData(ByteView newText) {
   }
 }
 
-void Client::OnDataPauseTick() {
-  dataPause_->SetEnabled(false);
-  DecodeBuffer();
-}
-
 void Client::DecodeBuffer() {
-  const auto outcome = stream_.Decode(
-      [this](std::string_view unitId, ByteView records) { MergePacket(unitId, records); }, !tailAwaited_);
+  dataPause_->SetEnabled(false);
+  const auto outcome =
+      stream_.Decode([this](std::string_view unitId, ByteView records) { MergePacket(unitId, records); });
   newBytes_ = 0;
   ports_.wsClientC.SetReading(true);
-  tailAwaited_ = outcome.end == PacketStream::End::kShortTail;
-  if (tailAwaited_) dataPause_->SetEnabled(true);
+  if (outcome.end == PacketStream::End::kShortTail) dataPause_->SetEnabled(true);
   if (outcome.end != PacketStream::End::kDrained) return;
   if (!outcome.message.empty()) ports_.questions.Tell(outcome.message);
   if (outcome.resynchronised)
@@ -124,8 +121,9 @@ void Client::MergePacket(std::string_view unitId, ByteView records) {
     ports_.trace.Line(std::to_string(decoded.leftOut) +
                       " record(s) without a possible place or date left out");
   }
-  if (!store_.Merge(k, decoded.rows, view_.DataBox))
-    ports_.trace.Line("the store is full: a packet was left out");
+  if (!store_.Merge(k, decoded.rows, view_.DataBox) && !std::exchange(storeFullTold_, true)) {
+    ports_.trace.Line("the store is full: what comes now is left out");
+  }
 }
 
 void Client::FinishBatch() {

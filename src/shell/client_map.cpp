@@ -79,15 +79,15 @@ void Client::OnPageReady() {
   ports_.trace.Line("map page ready");
   WriteToggle("mnuViewMapData", field::kMapData);
   WriteToggle("mnuViewTrackingData", field::kTrackingData);
+  WriteMapType();
   Run(seams.loadZones);
 }
 
 void Client::OnPage(const page::TileQuestion& question) {
   using Kind = page::TileQuestion::Kind;
-  if (question.kind == Kind::kUnknown) return;
   const bool isZoom = question.zoom >= kMinTileZoom && question.zoom <= kMaxTileZoom;
   if (isZoom) ChangeTileZoom(question.zoom, ZoomOrigin::kNewTile);
-  if (closing_) return;
+  if (closing_ || question.kind == Kind::kUnknown) return;
   const std::string suffix = isZoom ? question.suffix : std::string();
   if (question.kind == Kind::kTrack) {
     const std::string path = tiles_->TrackTilePath(suffix);
@@ -95,7 +95,8 @@ void Client::OnPage(const page::TileQuestion& question) {
     if (!path.ends_with(kBlankTile)) ports_.trace.Line("track tile " + suffix + " handed to the page");
   } else {
     const bool alerted = seams.isTopLevelAlerted && seams.isTopLevelAlerted();
-    ports_.browser.WriteField(field::kZoneTile, tiles_->ZoneTilePath(suffix, alerted));
+    ports_.browser.WriteField(field::kZoneTile,
+                              isZoom ? tiles_->ZoneTilePath(suffix, alerted) : tiles_->TrackTilePath(""));
   }
 }
 
@@ -118,6 +119,7 @@ void Client::OnPageLost(const std::string& reason) {
   page_.FirstFitSent = false;
   firstFitPending_ = fitted_;
   pageRetry_->SetEnabled(true);
+  ports_.view.HideSplash();
   if (std::exchange(pageLost_, true)) return;  // the placeholder is missing too
   ports_.browser.Navigate(ports_.folders.application / "blank_blue.html");
 }
@@ -202,11 +204,19 @@ void Client::SendPageSize() {
   ports_.trace.Line("map size X=" + std::to_string(map.width) + "&Y=" + std::to_string(map.height));
   ports_.browser.WriteField(field::kWidth, std::to_string(map.width));
   ports_.browser.WriteField(field::kHeight, std::to_string(map.height));
-  SendPan(view_.CentreLat, view_.CentreLng);
+}
+
+void Client::SendCentre() {
+  if (view_.HasCentre) SendPan(view_.CentreLat, view_.CentreLng);
 }
 
 void Client::WriteToggle(const char* menu, const char* field) {
   ports_.browser.WriteField(field, menus_.At(menu).checked ? "T" : "F");
+}
+
+void Client::WriteMapType() {
+  ports_.browser.WriteField(field::kMapType,
+                            menus_.At("mnuViewMapTypeArray", menus_.CheckedIndex("mnuViewMapTypeArray")).tag);
 }
 
 void Client::HidePointMarker() {

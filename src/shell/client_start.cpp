@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -17,7 +18,7 @@ void Client::Load() {
   ports_.registry.Save(kWindowHandleKey.key, std::to_string(ports_.window.Handle()));
   ports_.instanceSignal.raiseWanted = [this] {
     ports_.trace.Line("another start asks for the window");
-    ports_.window.Activate();
+    if (loaded_) ports_.window.Activate();
   };
   ports_.instanceSignal.Listen();
   ReadPlacement();
@@ -100,6 +101,7 @@ void Client::ReadZone() {
 }
 
 void Client::ContinueLoad() {
+  if (closing_) return;
   PrepareFolders();
   SetFirstWindow();
   ports_.view.ShowSplash();
@@ -109,12 +111,9 @@ void Client::ContinueLoad() {
 }
 
 void Client::PrepareFolders() {
-  const std::filesystem::path applicationData = ports_.folders.userProfile / "Application Data" / "pallomir";
-  const TileFolders folders{applicationData / "Tiles", applicationData / "Tiles_Zones",
-                            ports_.folders.application};
-  for (const auto& folder : {applicationData.parent_path(), applicationData, folders.track, folders.zone}) {
-    MakeFolder(folder);
-  }
+  const TileFolders folders = FoldersOfTiles(ports_.folders);
+  const std::filesystem::path parent = folders.track.parent_path();
+  for (const auto& folder : {parent.parent_path(), parent, folders.track, folders.zone}) MakeFolder(folder);
   DeleteFiles(folders.track);
   DeleteFiles(folders.zone);
   tiles_ = std::make_unique<TrackTiles>(folders, ports_.trace,
@@ -122,7 +121,7 @@ void Client::PrepareFolders() {
 }
 
 void Client::SetFirstWindow() {
-  const Millis now = NowLocal();
+  const Millis now = NowLocal() / kSecond * kSecond;  // the pickers know no less
   pickers_.SetWindow({now, now + kDay});
   const auto choice = static_cast<StartupChoice>(menus_.CheckedIndex("mnuoptionsOnStartupLoadArray"));
   if (const auto window = WindowForChoice(choice, now)) pickers_.SetWindow(*window);
@@ -141,6 +140,7 @@ void Client::CheckUnits() {
   ports_.questions.Tell(text, "pallomir",
                         noUnit ? Question::Icon::kExclamation : Question::Icon::kInformation,
                         [this](const Answer&) {
+                          if (closing_) return;
                           Run(seams.editUnits);
                           ShowWindow();
                         });
@@ -153,12 +153,10 @@ void Client::ShowWindow() {
   OpenMapPage();
   CosLatTable();
   ports_.view.ReturnFocus();
-  const MenuItem* current = nullptr;
-  for (int i = 1; i < menus_.Count(kUnitMenu) && !current; ++i) {
-    if (menus_.At(kUnitMenu, i).checked) current = &menus_.At(kUnitMenu, i);
+  if (book_.enabledCount > 0) {
+    const int first = static_cast<int>(book_.enabledToList[1]);
+    currentUnitId_ = menus_.At(kUnitMenu, first).tag.substr(1, kUnitIdSize);
   }
-  if (current)
-    currentUnitId_ = current->tag.substr(std::min<std::size_t>(1, current->tag.size()), kUnitIdSize);
   PrepareZoneFile();
   loaded_ = true;
   PickerLostFocus(0);

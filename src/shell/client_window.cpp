@@ -1,4 +1,6 @@
+#include <list>
 #include <string>
+#include <utility>
 
 #include "map/page_fields.h"
 #include "shell/client.h"
@@ -11,7 +13,7 @@ namespace pallomir {
 
 bool Client::KeyDown(int modifiers, char key) {
   if (closing_ || pickers_.PickerFocusMask() != 0) return false;
-  const auto command = FindKeyCommand(modifiers, key, static_cast<int>(UnitsFromMenu(menus_).size()));
+  const auto command = FindKeyCommand(modifiers, key, menus_.Count(kUnitMenu) - 1);
   if (!command) return false;
   switch (command->action) {
     case KeyAction::kShowAllUnits:
@@ -65,7 +67,7 @@ void Client::MenuChosen(const MenuItem& item) {
     WriteToggle("mnuViewTrackingData", field::kTrackingData);
   } else if (name == "mnuViewMapTypeArray") {
     menus_.CheckOnly(name, index);
-    ports_.browser.WriteField(field::kMapType, menus_.At(name, index).tag);
+    WriteMapType();
   } else if (name == "mnuOptionsContactPointsArray") {
     toggle(name, index);
     RebuildTiles();
@@ -90,7 +92,8 @@ void Client::ToggleUnit(int i) {
 }
 
 void Client::ShowAllUnits() {
-  for (int i = 1; i < menus_.Count(kUnitMenu); ++i) menus_.At(kUnitMenu, i).checked = true;
+  for (MenuItem& item : menus_.ArrayParent(kUnitMenu)->children)
+    item.checked = item.name == kUnitMenu && item.index > 0;
   SaveUnits();
   MapReload();
 }
@@ -113,13 +116,15 @@ void Client::EnumerateMUs() {
   menus_.TruncateArray("mnuViewFitToMU_Array", 1);
   menus_.At("mnuViewFitToMU_Array").visible = book_.enabledCount == 0;
   menus_.At("mnuViewFitToMU_Array").enabled = false;
-  for (std::size_t k = 1; k <= book_.enabledCount; ++k) {
-    MenuItem item;
+  std::list<MenuItem> fits;
+  for (const MenuItem& unit : menus_.ArrayParent(kUnitMenu)->children) {
+    if (unit.name != kUnitMenu || unit.index == 0 || !unit.checked) continue;
+    MenuItem& item = fits.emplace_back();
     item.name = "mnuViewFitToMU_Array";
-    item.index = static_cast<int>(k);
-    item.caption = menus_.At(kUnitMenu, static_cast<int>(book_.enabledToList[k])).caption;
-    menus_.AppendToArray(item);
+    item.index = static_cast<int>(fits.size());
+    item.caption = unit.caption;
   }
+  menus_.AppendToArray("mnuViewFitToMU_Array", std::move(fits));
 }
 
 void Client::MapReload() {
@@ -140,17 +145,26 @@ void Client::Resized() {
   LayOut();
 }
 
+void Client::Moved() {
+  if (!closing_ && loaded_) NotePlacement();
+}
+
 void Client::LayOut() {
   Run(seams.stopSound);
-  if (!ports_.window.IsMaximised() && !ports_.window.IsMinimised()) {
-    // A drag sends many sizes; the last one of a quarter second is stored.
-    placementToStore_ = ports_.window.Bounds();
-    placementDelay_->SetEnabled(true);
-  }
+  NotePlacement();
   if (ports_.window.IsMinimised()) return;
   ports_.view.LayOut();
   SendPageSize();
+  SendCentre();
   Timeline_Resize();
+}
+
+void Client::NotePlacement() {
+  // A size that came just before the window turned out to be maximised is not the normal one.
+  placementToStore_.reset();
+  if (ports_.window.IsMaximised() || ports_.window.IsMinimised()) return;
+  placementToStore_ = ports_.window.Bounds();
+  placementDelay_->SetEnabled(true);  // a drag sends many places; the last one of a quarter second is stored
 }
 
 void Client::StorePlacement() {

@@ -21,6 +21,17 @@ bool IsHost(std::string_view text) {
   });
 }
 
+// As a page names its own origin: in lower case, and without the port that http has anyway.
+std::string AsOrigin(std::string_view host) {
+  std::string origin(host);
+  for (char& c : origin) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  constexpr std::string_view kHttpPort = ":80";
+  if (origin.ends_with(kHttpPort)) origin.resize(origin.size() - kHttpPort.size());
+  return origin;
+}
+
 }  // namespace
 
 Deployment ParseDeployment(std::string_view text, std::vector<std::string>& complaints) {
@@ -38,7 +49,7 @@ Deployment ParseDeployment(std::string_view text, std::vector<std::string>& comp
                           : key == "WebSite"     ? &deployment.webSite
                                                  : nullptr;
     if (target && IsHost(value)) {
-      *target = value;
+      *target = AsOrigin(value);
     } else {
       complaints.push_back((target ? "no host in " : "unknown line ") + std::string(line));
     }

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QTimer>
 
 #include "map/map_view.h"
 #include "platform/qt/qt_menu.h"
@@ -243,7 +244,7 @@ void formMain::resizeEvent(QResizeEvent*) {
 }
 
 void formMain::moveEvent(QMoveEvent*) {
-  if (client_) client_->Resized();
+  if (client_) client_->Moved();
 }
 
 void formMain::changeEvent(QEvent* event) {
@@ -258,6 +259,13 @@ void formMain::closeEvent(QCloseEvent* event) {
 
 // The window sees keys before its controls, the map page among them.
 bool formMain::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType() && IsPickerFocused() &&
+      mapArea_->isAncestorOf(static_cast<QWidget*>(watched))) {
+    FocusGetter_->setFocus(Qt::MouseFocusReason);  // a click on the map ends the editing of a date
+  }
+  if (event->type() == QEvent::FocusOut && watched == FocusGetter_) {
+    QTimer::singleShot(0, this, [this] { client_->FocusLost(); });
+  }
   if (event->type() == QEvent::KeyPress && watched->isWidgetType() && isActiveWindow()) {
     const auto* widget = static_cast<QWidget*>(watched);
     const auto key = KeyOfEvent(*static_cast<QKeyEvent*>(event));

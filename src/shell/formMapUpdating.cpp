@@ -21,6 +21,7 @@ void formMapUpdating::ShowNotice() {
   move((parentWidget()->width() - width()) / 2, parentWidget()->height() / 8);
   show();
   raise();
+  repaint();  // the work that it announces may begin before the next event
 }
 
 void formMapUpdating::mousePressEvent(QMouseEvent*) {

@@ -57,6 +57,7 @@ void formSplash::ShowCentred() {
   move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);
   show();
   raise();
+  repaint();
 }
 
 }  // namespace pallomir

@@ -94,7 +94,7 @@ void ChooseInMenu(MenuModel& menus, const char* array, int index, const char* pa
 }
 
 int IndexOfCaption(const MenuModel& menus, const char* array, const std::string& caption) {
-  const MenuItem* parent = const_cast<MenuModel&>(menus).ParentOf(array);
+  const MenuItem* parent = menus.ArrayParent(array);
   if (!parent) return -1;
   for (const MenuItem& item : parent->children) {
     if (item.name == array && item.caption == caption) return item.index;

@@ -135,6 +135,7 @@ std::string SettingsStore::Get(std::string_view key, std::string_view defaultVal
 std::string SettingsStore::Save(std::string_view key, std::string_view value) {
   LoadOnce();
   table_.Set(CompositeKey(key), value);
+  if (!writable_) return std::string(value);
   std::string text;
   for (const auto& entry : table_.Entries()) text += SettingsLine(entry.key, entry.value) + "\r\n";
   MakeFolder(file_.parent_path());
@@ -152,34 +153,39 @@ void SettingsStore::LoadOnce() {
   if (!text) {
     if (error == std::errc::no_such_file_or_directory) return;
     report_("settings file " + file_.string() + " can't be read: " + error.message());
-    std::filesystem::path aside = file_;
-    aside += ".unreadable";
-    std::filesystem::rename(file_, aside, error);
-    if (!error) report_("it was moved to " + aside.string());
+    KeepAside([this](const std::filesystem::path& aside) {
+      std::error_code renamed;
+      std::filesystem::rename(file_, aside, renamed);
+      return renamed;
+    });
     return;
   }
   ParsedSettings parsed = ParseSettings(*text);
   table_ = std::move(parsed.table);
   if (parsed.damagedLines == 0) return;
   report_(std::to_string(parsed.damagedLines) + " damaged line(s) in " + file_.string() + " left out");
-  KeepAside(*text);
+  KeepAside([&text](const std::filesystem::path& aside) { return ReplaceFile(aside, *text); }, *text);
 }
 
-// Under the first free number, unless an earlier start has kept the same text already.
-void SettingsStore::KeepAside(std::string_view content) {
+// Under the first free number, unless an earlier start has kept the same text already. Where nothing could be
+// kept the file is not written any more in this run.
+void SettingsStore::KeepAside(const std::function<std::error_code(const std::filesystem::path&)>& keep,
+                              std::string_view content) {
   constexpr int kMaxCopies = 99;
   for (int number = 1; number <= kMaxCopies; ++number) {
     std::filesystem::path aside = file_;
     aside += ".damaged" + std::to_string(number);
     std::error_code error;
     const auto kept = ReadWholeFile(aside, kMaxFileSize, error);
-    if (kept == content) return;
+    if (kept && kept == content && !content.empty()) return;
     if (kept || error != std::errc::no_such_file_or_directory) continue;
-    error = ReplaceFile(aside, content);
-    report_(error ? "the damaged file could not be kept: " + error.message()
-                  : "it is kept as " + aside.string());
-    return;
+    error = keep(aside);
+    if (!error) return report_("it is kept as " + aside.string());
+    report_("it could not be kept aside: " + error.message());
+    break;
   }
+  writable_ = false;
+  report_("settings are not stored in this run, so that nothing is lost");
 }
 
 }  // namespace pallomir

@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "platform/settings.h"
@@ -58,12 +59,14 @@ class SettingsStore : public Settings {
 
  private:
   void LoadOnce();
-  void KeepAside(std::string_view content);
+  void KeepAside(const std::function<std::error_code(const std::filesystem::path&)>& keep,
+                 std::string_view content = {});
 
   std::filesystem::path file_;
   std::function<void(const std::string&)> report_;
   SettingsTable table_;
   bool loaded_ = false;
+  bool writable_ = true;
 };
 
 }  // namespace pallomir

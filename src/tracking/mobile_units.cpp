@@ -58,23 +58,24 @@ std::string DemoMobileUnits() {
 void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units) {
   menus.TruncateArray(kUnitMenu, 1);
   menus.At(kUnitMenu).visible = units.empty();
+  std::list<MenuItem> items;
   for (const MobileUnit& unit : units) {
-    MenuItem item;
+    MenuItem& item = items.emplace_back();
     item.name = kUnitMenu;
-    item.index = menus.Count(kUnitMenu);
+    item.index = static_cast<int>(items.size());
     item.caption = unit.id + " - " + unit.description;
     item.tag = EncodeRecord(unit);
     item.checked = unit.enabled;
-    menus.AppendToArray(item);
   }
+  menus.AppendToArray(kUnitMenu, std::move(items));
 }
 
 std::vector<MobileUnit> UnitsFromMenu(const MenuModel& menus) {
   std::vector<MobileUnit> units;
-  for (int i = 1; i < menus.Count(kUnitMenu); ++i) {
-    const MenuItem* item = menus.Find(kUnitMenu, i);
-    units.push_back(ParseRecord(item->tag));
-    units.back().enabled = item->checked;
+  for (const MenuItem& item : menus.ArrayParent(kUnitMenu)->children) {
+    if (item.name != kUnitMenu || item.index == 0) continue;
+    units.push_back(ParseRecord(item.tag));
+    units.back().enabled = item.checked;
   }
   return units;
 }

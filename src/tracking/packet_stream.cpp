@@ -32,16 +32,15 @@ void PacketStream::TakePending() {
 void PacketStream::Clear() {
   DropAll();
   pending_ = {};
-  held_ = false;
 }
 
-PacketStream::Outcome PacketStream::Decode(const PacketHandler& packet, bool tailMayGrow) {
+PacketStream::Outcome PacketStream::Decode(const PacketHandler& packet) {
   Outcome outcome;
   bool decodedOne = false;
   while (Size() > 0) {
     const ByteView rest = Rest();
     if (rest.size() < kPacketHeaderSize) {
-      if (decodedOne && tailMayGrow) {
+      if (decodedOne) {
         outcome.end = End::kShortTail;
         return outcome;
       }

@@ -33,7 +33,7 @@ class PacketStream {
   /// Bytes in the buffer.
   std::size_t Size() const { return buffer_.size() - read_; }
 
-  /// Drops everything and the flag.
+  /// Drops all bytes; the flag stays.
   void Clear();
 
   using PacketHandler = std::function<void(std::string_view unitId, ByteView records)>;
@@ -50,10 +50,9 @@ class PacketStream {
     bool resynchronised = false;  ///< a check code differed and everything was dropped
   };
 
-  /// Decodes all whole packets in the buffer. `tailMayGrow`: the rest of a split header may still come, so a
-  /// short tail behind whole packets is reported as such; without it, or without a packet before it, it is an
-  /// error.
-  Outcome Decode(const PacketHandler& packet, bool tailMayGrow);
+  /// Decodes all whole packets in the buffer. A short tail behind at least one of them is left, because the rest
+  /// of a split header may still come; one that is all there is in the buffer is an error.
+  Outcome Decode(const PacketHandler& packet);
 
  private:
   ByteView Rest() const { return ByteView(buffer_).subspan(read_); }

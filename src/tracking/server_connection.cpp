@@ -110,6 +110,8 @@ void ServerConnection::CloseAll() {
 
 void ServerConnection::OnLocatorReply(ByteView datagram) {
   if (host_.isClosing()) return;
+  // A datagram may come twice, or when its question was given up already.
+  if (state_ != State::kLocating) return trace_.Line("locator reply left out: none was waited for");
   const LocatorReply reply = ParseLocatorReply(datagram);
   using Kind = LocatorReply::Kind;
   switch (reply.kind) {
@@ -125,6 +127,7 @@ void ServerConnection::OnLocatorReply(ByteView datagram) {
       }
       if (!reply.expectedCheck.empty()) break;
       locatorTimeout_->SetEnabled(false);
+      state_ = State::kIdle;
       host_.message(
           "Error 501332: The request to the Pallomir Website Server returned no data. This can mean:\n"
           "- Your Pallomir Data Server program is not running, so the Pallomir Website Server is not aware "

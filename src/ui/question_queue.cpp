@@ -27,6 +27,7 @@ void QuestionQueue::Close() {
 
 void QuestionQueue::ShowNext() {
   box_.Show(waiting_.front().question, [this](const Answer& answer) {
+    if (closed_) return;
     const AnswerHandler then = std::move(waiting_.front().then);
     waiting_.pop_front();
     if (!waiting_.empty()) ShowNext();

@@ -111,6 +111,7 @@ class FakeMutex : public NamedMutex {
 class FakeSignal : public InstanceSignal {
  public:
   void Listen() override { listening = true; }
+  void Stop() override { listening = false; }
   void AskToRaise(std::int64_t windowHandle) override { asked.push_back(windowHandle); }
   bool listening = false;
   std::vector<std::int64_t> asked;

@@ -118,7 +118,7 @@ double Cosine(std::int32_t y) {
 
 LiteralPicture LiteralDraw(const TrackDrawing& d, int generation) {
   LiteralPicture picture;
-  picture.fastest = {{0, 512, 0}, {1, 0, 0}};
+  picture.fastest = {{0, 512, 0}, {0, 0, 0}};
   const Canvas canvas{picture.tiles, generation, d.TileZoom};
   const int u = d.UnitsPerPixel;
   const auto visible = [&](int px, int py) {

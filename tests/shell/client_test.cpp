@@ -222,6 +222,64 @@ TEST_F(ClientTest, APacketSplitAnywhereIsDecodedWhenTheRestArrives) {
   }
 }
 
+TEST_F(ClientTest, HeadersSplitAgainAndAgainCostNothing) {
+  Bytes stream;
+  for (int i = 0; i < 4; ++i) Append(stream, PacketOf({Record(i, 40.60, -75.40)}));
+  const std::size_t packet = stream.size() / 4;
+  StartStreaming();
+  std::size_t at = 0;
+  for (const std::size_t cut : {packet + 3, 2 * packet + 4, 3 * packet + 7, 4 * packet}) {
+    Arrive(Bytes(stream.begin() + static_cast<std::ptrdiff_t>(at),
+                 stream.begin() + static_cast<std::ptrdiff_t>(cut)));
+    at = cut;
+  }
+  EXPECT_EQ(Trouble(), "");
+  EXPECT_EQ(client->Points().PointCount(), 4u);
+}
+
+TEST_F(ClientTest, AFitDuringThePauseEndsTheBatchOnce) {
+  StartStreaming();
+  ReportMapReady();
+  data.arrived(PacketOf({Record(0, 40.60, -75.40)}));
+  client->FitByUser(1);
+  EXPECT_EQ(client->Points().PointCount(), 1u);
+  const int raised = window.raised;
+  loop.Advance(100);
+  EXPECT_EQ(window.raised, raised);
+  client->FitByUser(1);
+  data.arrived(Bytes{1, 2, 3});
+  client->FitByUser(1);
+  EXPECT_EQ(Trouble(), "") << "a split header still has its pause";
+}
+
+TEST_F(ClientTest, OnlyTheUserEndsTheHold) {
+  StartStreaming();
+  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
+  client->RetryNow();
+  Connect();
+  Arrive(PacketOf({Record(60, 40.60, -75.40)}));
+  EXPECT_EQ(client->Points().PointCount(), 1u);
+  client->FitByUser(0);
+  EXPECT_EQ(client->Points().PointCount(), 2u);
+}
+
+TEST_F(ClientTest, ALocatorReplyThatNobodyWaitsForIsLeftOut) {
+  StartStreaming();
+  AnswerLocator();
+  locator.arrived(ShortCheckForm({}));
+  EXPECT_THAT(probe.connections, SizeIs(1));
+  EXPECT_FALSE(view.retry);
+}
+
+TEST_F(ClientTest, ThePageIsNotPannedBeforeACentreIsKnown) {
+  client->Load();
+  view.browser = {900, 600};
+  client->Resized();
+  Command("S1");
+  EXPECT_EQ(browser.Written("TxtX").back(), "879");
+  EXPECT_THAT(browser.Written("TxtP"), IsEmpty());
+}
+
 TEST_F(ClientTest, BrokenStreamsAreReportedAndForgotten) {
   Bytes odd = PacketOf({Record(0, 40, -75)});
   odd[7] = 41;
@@ -339,6 +397,8 @@ TEST_F(ClientTest, TilesAreAnsweredByNameOrByABlank) {
   EXPECT_EQ(client->View().TileZoom, 12) << "a bad zoom changes nothing";
   Command("TZ0C000000000000");
   EXPECT_EQ(browser.Written("TxtTZ").back(), (folders.Path() / "app/Grn.png").string());
+  Command("TZ99000000000000");
+  EXPECT_EQ(browser.Written("TxtTZ").back(), blank);
   const std::size_t writes = browser.writes.size();
   Command("TX0C000000000000");
   EXPECT_EQ(browser.writes.size(), writes) << "another kind has no answer";

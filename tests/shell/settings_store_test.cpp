@@ -89,8 +89,18 @@ TEST_F(SettingsStoreTest, WhatCannotBeReadIsMovedAside) {
   EXPECT_EQ(store.Get("PortBase", "18801"), "18801");
   store.Save("PortBase", "1");
   EXPECT_TRUE(fs::is_regular_file(File()));
-  EXPECT_TRUE(fs::is_directory(File().string() + ".unreadable"));
+  EXPECT_TRUE(fs::is_directory(File().string() + ".damaged1"));
   EXPECT_EQ(reports_.size(), 2u);
+}
+
+TEST_F(SettingsStoreTest, WhatCannotBeKeptAsideIsNotOverwritten) {
+  Write("garbage\r\n");
+  for (int number = 1; number <= 99; ++number) {
+    WriteFile(File().string() + ".damaged" + std::to_string(number), "taken");
+  }
+  SettingsStore store = Store();
+  EXPECT_EQ(store.Save("PortBase", "38801"), "38801");
+  EXPECT_EQ(ReadFile(File()), "garbage\r\n");
 }
 
 TEST_F(SettingsStoreTest, AFailedSaveIsReportedAndLeavesTheOldFile) {
@@ -113,6 +123,7 @@ TEST(Deployment, ReadsItsTwoValuesAndComplainsOfTheRest) {
   EXPECT_EQ(deployment.websiteServer, "station.local");
   EXPECT_EQ(deployment.webSite, "10.0.0.7:8080");
   EXPECT_EQ(complaints.size(), 4u);
+  EXPECT_EQ(ParseDeployment("WebSite=Station.Local:80", complaints).webSite, "station.local");
   EXPECT_EQ(ParseDeployment("", complaints).webSite, "127.0.0.1:2480");
 }
 

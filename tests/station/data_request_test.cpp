@@ -8,20 +8,11 @@ namespace {
 const std::string kWindow = "~2026-11-22 00:00:00~2026-11-23 23:59:59~~";
 
 TEST(DataRequest, ReadsUnitsAndWindow) {
-  const auto request = ParseDataRequest("0013A20040B10013A20040B2" + kWindow);
+  const auto request = ParseDataRequest("0013A20040B10013A20040B20013A20040B1" + kWindow);
   ASSERT_TRUE(request);
   EXPECT_EQ(request->unitIds, (std::vector<std::string>{"0013A20040B1", "0013A20040B2"}));
   EXPECT_EQ(request->window.from, ToMillis({2026, 11, 22}));
   EXPECT_EQ(request->window.until, ToMillis({2026, 11, 23, 23, 59, 59}));
-}
-
-TEST(DataRequest, AsksForAUnitOnce) {
-  const auto request = ParseDataRequest(
-      "0013A20040B1000000000001"
-      "0013A20040B1" +
-      kWindow);
-  ASSERT_TRUE(request);
-  EXPECT_EQ(request->unitIds.size(), 2u);
 }
 
 TEST(DataRequest, TakesTheLongestAndRefusesOneMore) {

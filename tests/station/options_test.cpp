@@ -23,17 +23,6 @@ class CommandLines : public testing::Test {
   }
 };
 
-TEST_F(CommandLines, HaveDefaults) {
-  const Options options = Good({}).options;
-  EXPECT_EQ(options.address, "127.0.0.1");
-  EXPECT_EQ(options.locatorPort, 2435);
-  EXPECT_EQ(options.portBase, 18801);
-  EXPECT_EQ(options.webPort, 2480);
-  EXPECT_EQ(options.webRoot, folder_.Path() / "web");
-  EXPECT_TRUE(options.data.string().ends_with("pallomir/Data"));
-  EXPECT_TRUE(options.isDemoOn);
-}
-
 TEST_F(CommandLines, WinOverTheIniFile) {
   folder_.Write("station.ini",
                 "# a comment\r\n\n Address = 0.0.0.0\r\nAdvertisedAddress=\nPortBase=19001\nDemo=off\n"

@@ -87,15 +87,5 @@ TEST(Program, ServesUntilItIsTold) {
   EXPECT_EQ(station.End(SIGTERM), 0);
 }
 
-TEST(Program, ListsUnits) {
-  TemporaryFolder folder;
-  folder.Write("00000000000A/1", "");
-  folder.Write("descriptions.txt", "00000000000A Red van\n");
-  Program units({"units", "--client-list", "--data", folder.Path()});
-  EXPECT_EQ(units.Line(), "X00000000000ARed van~");
-  EXPECT_EQ(units.End(0), 0);
-  EXPECT_EQ(Program({"units", "--loud"}).End(0), 2);
-}
-
 }  // namespace
 }  // namespace pallomir::station

@@ -57,6 +57,8 @@ void LocalInstanceSignal::ReadLine(QLocalSocket& socket) {
   if (call) call();
 }
 
+void LocalInstanceSignal::Stop() { server_.reset(); }
+
 void LocalInstanceSignal::AskToRaise(std::int64_t windowHandle) {
   const QDeadlineTimer deadline(kPatienceMilliseconds);
   QByteArray line = QByteArray::number(static_cast<qlonglong>(windowHandle));

@@ -20,6 +20,7 @@ class LocalInstanceSignal : public InstanceSignal {
 
   /// Only the owner of the mutex listens: a socket left by a killed one is taken away.
   void Listen() override;
+  void Stop() override;
   /// Waits at most a second, also for a first instance that does nothing any more.
   void AskToRaise(std::int64_t windowHandle) override;
 

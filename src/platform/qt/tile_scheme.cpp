@@ -57,7 +57,7 @@ void RegisterTileScheme() {
   QWebEngineUrlScheme::registerScheme(scheme);
 }
 
-std::optional<std::filesystem::path> FindTile(const TileFiles& files, std::string_view name) {
+std::optional<std::filesystem::path> FindServedFile(const TileFiles& files, std::string_view name) {
   if (!IsPlainPngName(name)) return std::nullopt;
   for (const auto& folder : files.folders) {
     if (auto path = folder / name; IsPlainFile(path)) return path;
@@ -72,7 +72,7 @@ TileSchemeHandler::TileSchemeHandler(TileFiles files) : files_(std::move(files))
 
 void TileSchemeHandler::requestStarted(QWebEngineUrlRequestJob* job) {
   if (job->requestMethod() != "GET") return job->fail(QWebEngineUrlRequestJob::RequestDenied);
-  const auto path = FindTile(files_, NameIn(job->requestUrl()));
+  const auto path = FindServedFile(files_, NameIn(job->requestUrl()));
   const QByteArray content = path ? ReadPng(*path) : QByteArray();
   if (content.isEmpty()) return job->fail(QWebEngineUrlRequestJob::UrlNotFound);
   auto* device = new QBuffer(job);

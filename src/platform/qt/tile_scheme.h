@@ -20,7 +20,7 @@ void RegisterTileScheme();
 /// The file of that name, in the order of the folders, then among the single files; nothing for a name that
 /// is no plain file name ending in ".png" (letters, digits, "_", "-", "." not first; at most 64 characters)
 /// and for a missing file.
-std::optional<std::filesystem::path> FindTile(const TileFiles& files, std::string_view name);
+std::optional<std::filesystem::path> FindServedFile(const TileFiles& files, std::string_view name);
 
 /// Serves `tile:///NAME.png`, read-only. The form with three slashes is the one to use: there is no host, and
 /// NAME keeps its case. A page that came over http may show these images; it can neither read their pixels
