@@ -20,6 +20,8 @@ inline constexpr char kMapData[] = "TxtM";
 inline constexpr char kTrackingData[] = "TxtT";
 inline constexpr char kZonesShown[] = "TxtZ";
 inline constexpr char kMapType[] = "TxtMT";
+inline constexpr char kStreetView[] = "TxtSV";
+inline constexpr char kPanorama[] = "txtPn";
 }  // namespace field
 
 /// Latitude and longitude in degrees, 22 characters: "+040.712800-074.006000".

@@ -169,6 +169,24 @@ class Client {
   void OnUpdateAction();
   void UpdateCaption();
 
+  // Menu entries (client_menus.cpp); the argument is the index within an array of entries
+  bool Toggle(const char* menu, int index = 0);
+  void OnMenuReload(int);
+  void OnMenuFit(int index);
+  void OnMenuMapData(int);
+  void OnMenuTrackingData(int);
+  void OnMenuTimeline(int);
+  void ChooseMapType(int index);
+  void OnMenuContactPoints(int index);
+  void OnMenuStartup(int index);
+  void OnMenuUpdate(int index);
+  void OnMenuUnitOfMeasure(int index);
+  void OnMenuPortBase(int);
+  void OnMenuStreetView(int);
+  void OnMenuPanorama(int);
+  void OnMenuExit(int);
+  void SetPanorama(bool on);
+
   // Units (client_window.cpp)
   void SaveUnits();
   void EnumerateMUs();

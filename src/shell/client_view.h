@@ -19,6 +19,8 @@ class ClientView {
   /// The browser control's size, the unused 18 pixels of its width included.
   virtual PixelSize BrowserSize() const = 0;
   virtual bool IsTimelineVisible() const = 0;  ///< `frameTimeLine`
+  virtual void ShowTimeline(bool visible) = 0;
+  virtual void SetMenuLabel(const std::string& text) = 0;  ///< `lblMenu`
 
   // Windows of their own
   virtual void ShowSplash() = 0;

@@ -2,7 +2,6 @@
 #include <string>
 #include <utility>
 
-#include "map/page_fields.h"
 #include "shell/client.h"
 #include "shell/hot_keys.h"
 #include "shell/settings_keys.h"
@@ -38,44 +37,6 @@ bool Client::KeyDown(int modifiers, char key) {
 
 void Client::FocusLost() {
   if (!closing_ && !focusHoldOff_) ports_.view.ReturnFocus();
-}
-
-void Client::MenuButtonClicked() {
-  ports_.view.PopUpMenu();
-}
-
-void Client::MenuChosen(const MenuItem& item) {
-  if (closing_) return;
-  const auto toggle = [this](const std::string& name, int index = 0) {
-    MenuItem& entry = menus_.At(name, index);
-    entry.checked = !entry.checked;
-  };
-  // The entry may go while its work is done.
-  const std::string name = item.name;
-  const int index = item.index;
-  if (name == "mnuViewReload") {
-    MapReload();
-  } else if (name == "mnuViewFit") {
-    FitByUser(0);
-  } else if (name == "mnuViewFitToMU_Array" && index > 0) {
-    FitByUser(static_cast<std::size_t>(index));
-  } else if (name == "mnuViewMapData") {
-    toggle(name);
-    WriteToggle("mnuViewMapData", field::kMapData);
-  } else if (name == "mnuViewTrackingData") {
-    toggle(name);
-    WriteToggle("mnuViewTrackingData", field::kTrackingData);
-  } else if (name == "mnuViewMapTypeArray") {
-    menus_.CheckOnly(name, index);
-    WriteMapType();
-  } else if (name == "mnuOptionsContactPointsArray") {
-    toggle(name, index);
-    RebuildTiles();
-  } else if (name == kUnitMenu && index > 0) {
-    ShowOnlyUnit(index);
-  } else if (name == "mnuPopupExit") {
-    ports_.window.Close();
-  }
 }
 
 void Client::ShowOnlyUnit(int i) {

@@ -122,6 +122,14 @@ bool formMain::IsTimelineVisible() const {
   return !frameTimeLine_->isHidden();
 }
 
+void formMain::ShowTimeline(bool visible) {
+  frameTimeLine_->setVisible(visible);
+}
+
+void formMain::SetMenuLabel(const std::string& text) {
+  lblMenu_->setText(Text(text));
+}
+
 void formMain::ShowSplash() {
   formSplash_->ShowCentred();
 }

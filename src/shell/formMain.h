@@ -37,6 +37,8 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void LayOut() override;
   PixelSize BrowserSize() const override;
   bool IsTimelineVisible() const override;
+  void ShowTimeline(bool visible) override;
+  void SetMenuLabel(const std::string& text) override;
   void ShowSplash() override;
   void TickStatus(int line) override;
   void HideSplash() override;

@@ -15,6 +15,8 @@ class FakeView : public ClientView {
   void LayOut() override { ++layouts; }
   PixelSize BrowserSize() const override { return browser; }
   bool IsTimelineVisible() const override { return timelineVisible; }
+  void ShowTimeline(bool visible) override { timelineVisible = visible; }
+  void SetMenuLabel(const std::string& text) override { menuLabel = text; }
   void ShowSplash() override { splash = true; }
   void TickStatus(int line) override { ticked.insert(line); }
   void HideSplash() override { splash = false; }
@@ -40,6 +42,7 @@ class FakeView : public ClientView {
   };
 
   std::string caption;
+  std::string menuLabel = "Menu";
   int layouts = 0;
   PixelSize browser{1018, 700};
   bool timelineVisible = true;

@@ -587,6 +587,57 @@ TEST_F(ClientTest, AutoCentreFollowsTheNewestPoint) {
   EXPECT_THAT(browser.Written("TxtF"), IsEmpty());
 }
 
+TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
+  StartStreaming();
+  const auto choose = [this](const char* name, int index = 0) {
+    client->MenuChosen(client->Menus().At(name, index));
+  };
+  choose("mnuoptionsOnStartupLoadArray", 1);
+  EXPECT_EQ(client->Menus().At("mnuoptionsOnStartupLoad").caption, "On Startup: Load Data Since Midnight");
+  EXPECT_EQ(settings.saved["LoadOnStartup"], "Load Data Since Midnight");
+  choose("mnuOptionsOnUpdateArray", 2);
+  EXPECT_EQ(client->Menus().CheckedIndex("mnuOptionsOnUpdateArray"), 2);
+  EXPECT_EQ(settings.saved["OnUpdate"], "Auto &Center on Most Recent Point");
+  choose("mnuOptionsUOM_Array", 1);
+  EXPECT_EQ(client->Menus().At("mnuOptionsUOM").caption, "Unit of Measure: Kilometers");
+  EXPECT_EQ(settings.saved["Unit Of Measure"], "1");
+  choose("mnuViewMapTypeArray", 3);
+  EXPECT_EQ(browser.Written("TxtMT").back(), "Hybrid");
+  choose("mnuViewMapData");
+  EXPECT_EQ(browser.Written("TxtM").back(), "F");
+  choose("mnuPopupStreetView");
+  EXPECT_EQ(browser.Written("TxtSV").back(), "True");
+  choose("mnuPopupPanorama");
+  EXPECT_EQ(browser.Written("txtPn").back(), "True");
+  EXPECT_EQ(view.menuLabel, "Exit to Map");
+  client->MenuButtonClicked();
+  EXPECT_EQ(browser.Written("txtPn").back(), "False");
+  EXPECT_EQ(view.menuLabel, "Menu");
+  EXPECT_EQ(view.popups, 0);
+  client->MenuButtonClicked();
+  EXPECT_EQ(view.popups, 1);
+}
+
+TEST_F(ClientTest, ThePortBaseIsAskedUntilItIsOne) {
+  StartStreaming();
+  client->MenuChosen(client->Menus().At("mnuOptionsPortBase"));
+  EXPECT_EQ(box.shown.back().defaultText, "18801");
+  for (const char* answer : {"abc", "70000", "-1"}) {
+    box.AnswerIt({true, answer});
+    ASSERT_TRUE(box.IsOpen()) << answer;
+  }
+  box.AnswerIt({true, "28801"});
+  EXPECT_FALSE(box.IsOpen());
+  EXPECT_EQ(settings.saved["PortBase"], "28801");
+  EXPECT_EQ(client->Menus().At("mnuOptionsPortBase").caption, "Local Port Range Base = 28801");
+  client->MenuChosen(client->Menus().At("mnuOptionsPortBase"));
+  box.AnswerIt({false, ""});
+  EXPECT_EQ(settings.saved["PortBase"], "28801");
+  client->MapReload();
+  AnswerLocator();
+  EXPECT_EQ(probe.connections.back(), "127.0.0.9:28799");
+}
+
 TEST_F(ClientTest, PickersShowTheEndOnlyWhenTheWindowIsNotADay) {
   StartStreaming();
   loop.Advance(5000);

@@ -162,7 +162,8 @@ TEST_F(FormMainTest, TheMenuButtonOpensThePopup) {
   for (const QAction* action : popup->actions()) {
     if (action->isVisible() && !action->isSeparator()) captions += action->text();
   }
-  EXPECT_EQ(captions, QStringList({"&View", "&Options", "E&xit"}));
+  EXPECT_EQ(captions, QStringList({"&View", "&Options", "Show StreetView Map Overlay",
+                                   "Show StreetView Panorama", "E&xit"}));
   popup->close();
 }
 
