@@ -24,6 +24,7 @@ void Client::CreateTimers() {
   tmrRedraw_ = create("tmrRedraw", 1000, &Client::OnRedrawTick);
   lastUpdateTimer_ = create("LastUpdateTimer", 1000, &Client::UpdateCaption);
   tmrFocusGetter_ = create("tmrFocusGetter", 250, &Client::FocusLost);
+  boxTimer_ = create("BoxTimer", 1000, &Client::OnBoxTick);
   tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
   tmrPB_ = create("tmrPB", RetryCountdown::kTickMilliseconds, &Client::OnRetryTick);
   dataPause_ = create("DataPause", 100, &Client::DecodeBuffer);
@@ -38,10 +39,10 @@ void Client::Unload() {
   closing_ = true;
   StorePlacement();
   Run(seams.stopSound);
-  Run(seams.closeReports);
+  HidePointMarker();
   for (Timer* timer :
-       {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), tmrDTP_.get(), tmrPB_.get(),
-        dataPause_.get(), splashPause_.get(), pageRetry_.get(), placementDelay_.get()}) {
+       {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), boxTimer_.get(), tmrDTP_.get(),
+        tmrPB_.get(), dataPause_.get(), splashPause_.get(), pageRetry_.get(), placementDelay_.get()}) {
     timer->SetEnabled(false);
   }
   ports_.view.CloseWindows();

@@ -60,13 +60,12 @@ struct Ports {
 
 /// Where rooms that are not built yet will be joined on. An empty one is skipped.
 struct Seams {
-  std::function<void()> startAlert;       ///< a batch of data has been processed
-  std::function<void()> stopSound;        ///< the window was resized or closes
-  std::function<void()> closeReports;     ///< the data of the report tables and pop-ups changes
-  std::function<void()> hidePointMarker;  ///< the map under the marker has moved
-  std::function<void()> redrawStrips;     ///< the timeline's scale and data strips
-  std::function<void()> editUnits;        ///< the unit editor is wanted
-  std::function<void()> loadZones;        ///< zone menus and the page's zone list
+  std::function<void()> startAlert;    ///< a batch of data has been processed
+  std::function<void()> stopSound;     ///< the window was resized or closes
+  std::function<void()> closeReports;  ///< the data of the report tables and pop-ups changes
+  std::function<void()> redrawStrips;  ///< the timeline's scale and data strips
+  std::function<void()> editUnits;     ///< the unit editor is wanted
+  std::function<void()> loadZones;     ///< zone menus and the page's zone list
   std::function<void(char, const std::string&)> editZone;  ///< "F", "C" or "3" of the page's zone editing
   std::function<void(double, double)> offerZonesAt;        ///< right-click at degrees, before the popup
   std::function<void(const std::string&)> showGeocode;     ///< the page's address of the clicked point
@@ -122,6 +121,11 @@ class Client {
 
   /// Clears the data of every unit and asks for it again.
   void MapReload();
+  /// Marks point `index` (from 1) of the enabled unit k on the map until the next tick of BoxTimer.
+  void ShowPointMarker(std::size_t k, std::size_t index);
+  /// Hides the mark and closes the report tables: the map under them has moved, or their data changes.
+  void HidePointMarker();
+
   /// The user's fit: takes in what has arrived meanwhile, then shows all units (0) or the enabled unit k.
   void FitByUser(std::size_t k);
 
@@ -221,7 +225,7 @@ class Client {
   void SendCentre();
   void WriteToggle(const char* menu, const char* field);
   void WriteMapType();
-  void HidePointMarker();
+  void OnBoxTick();
 
   // Timeline (client_window.cpp)
   void LayOut();
@@ -280,6 +284,7 @@ class Client {
   std::unique_ptr<Timer> tmrRedraw_;
   std::unique_ptr<Timer> lastUpdateTimer_;
   std::unique_ptr<Timer> tmrFocusGetter_;
+  std::unique_ptr<Timer> boxTimer_;
   std::unique_ptr<Timer> tmrDTP_;
   std::unique_ptr<Timer> tmrPB_;
   std::unique_ptr<Timer> dataPause_;

@@ -90,7 +90,7 @@ void Client::ProcessData(ByteView newText) {
   const std::size_t waiting = stream_.IsHeld() ? stream_.PendingSize() : newBytes_ += newText.size();
   if (waiting >= PacketStream::kMaxPending) ports_.wsClientC.SetReading(false);
   if (stream_.IsHeld()) return;
-  Run(seams.closeReports);
+  HidePointMarker();
   if (newText.empty() && stream_.Size() >= kPacketHeaderSize) {
     DecodeBuffer();
   } else {

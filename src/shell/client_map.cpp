@@ -221,7 +221,22 @@ void Client::WriteMapType() {
 
 void Client::HidePointMarker() {
   Run(seams.closeReports);
-  Run(seams.hidePointMarker);
+  ports_.view.HidePointMarker();
+}
+
+void Client::ShowPointMarker(std::size_t k, std::size_t index) {
+  if (view_.UnitsPerPixel == 0 || k == 0 || k > store_.UnitCount()) return;
+  const auto points = store_.Track(k).Points();
+  if (index == 0 || index > points.size()) return;
+  const DataPoint& point = points[index - 1];
+  ports_.view.HidePointMarker();
+  ports_.view.ShowPointMarker(WorldToView(view_, point.x, point.y, ports_.view.BrowserSize()));
+  boxTimer_->SetEnabled(true);
+}
+
+void Client::OnBoxTick() {
+  ports_.view.HidePointMarker();
+  boxTimer_->SetEnabled(false);
 }
 
 }  // namespace pallomir

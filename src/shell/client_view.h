@@ -3,6 +3,7 @@
 #include <string>
 
 #include "base/civil_time.h"
+#include "map/map_view.h"
 #include "platform/geometry.h"
 
 namespace pallomir {
@@ -31,6 +32,11 @@ class ClientView {
   virtual void ShowRetry(const std::string& message) = 0;
   virtual void SetRetryProgress(int bar, const std::string& label) = 0;
   virtual void HideRetry() = 0;
+
+  // Marks over the map
+  /// The square frame of four thin pictures around a view pixel.
+  virtual void ShowPointMarker(ViewPoint at) = 0;
+  virtual void HidePointMarker() = 0;
 
   // Date pickers
   virtual void ShowPicker(int i, Millis value, const std::string& format, bool visible) = 0;

@@ -112,6 +112,7 @@ void Client::Moved() {
 
 void Client::LayOut() {
   Run(seams.stopSound);
+  HidePointMarker();
   NotePlacement();
   if (ports_.window.IsMinimised()) return;
   ports_.view.LayOut();

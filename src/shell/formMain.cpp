@@ -18,6 +18,7 @@
 #include "shell/formMapUpdating.h"
 #include "shell/formSplash.h"
 #include "shell/key_of_event_widget.h"
+#include "shell/point_marker_widget.h"
 #include "timeline/date_time_picker_widget.h"
 #include "tracking/FormRetryAfterError.h"
 
@@ -47,6 +48,7 @@ formMain::formMain(QWidget* browser) : WB_(browser) {
   FocusGetter_->setGeometry(0, 0, 1, 1);
   formSplash_ = new formSplash(this);
   formMapUpdating_ = new formMapUpdating(this);
+  marker_ = std::make_unique<PointMarker>(mapArea_);
   FormRetryAfterError_ = new FormRetryAfterError(this);
 }
 
@@ -157,6 +159,13 @@ void formMain::SetRetryProgress(int bar, const std::string& label) {
 
 void formMain::HideRetry() {
   FormRetryAfterError_->hide();
+}
+
+void formMain::ShowPointMarker(ViewPoint at) {
+  marker_->ShowAt({at.x, at.y});
+}
+void formMain::HidePointMarker() {
+  marker_->Hide();
 }
 
 void formMain::ShowPicker(int i, Millis value, const std::string& format, bool visible) {

@@ -18,6 +18,7 @@ class Client;
 class DateTimePicker;
 class FormRetryAfterError;
 class formMapUpdating;
+class PointMarker;
 class QtMenu;
 class formSplash;
 
@@ -47,6 +48,8 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void ShowRetry(const std::string& message) override;
   void SetRetryProgress(int bar, const std::string& label) override;
   void HideRetry() override;
+  void ShowPointMarker(ViewPoint at) override;
+  void HidePointMarker() override;
   void ShowPicker(int i, Millis value, const std::string& format, bool visible) override;
   void ShowReloadButton(bool visible) override;
   void MovePointerToReloadButton() override;
@@ -93,6 +96,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   formSplash* formSplash_;
   formMapUpdating* formMapUpdating_;
   FormRetryAfterError* FormRetryAfterError_;
+  std::unique_ptr<PointMarker> marker_;
 };
 
 }  // namespace pallomir

@@ -25,6 +25,8 @@ class FakeView : public ClientView {
   void ShowRetry(const std::string& message) override { retry = message; }
   void SetRetryProgress(int, const std::string& label) override { retryLabel = label; }
   void HideRetry() override { retry.reset(); }
+  void ShowPointMarker(ViewPoint at) override { marker = at; }
+  void HidePointMarker() override { marker.reset(); }
   void ShowPicker(int i, Millis value, const std::string& format, bool visible) override {
     pickers[i] = {value, format, visible};
   }
@@ -51,6 +53,7 @@ class FakeView : public ClientView {
   bool mapUpdating = false;
   std::optional<std::string> retry;
   std::string retryLabel;
+  std::optional<ViewPoint> marker;
   Picker pickers[2];
   bool reload = false;
   int pointerMoves = 0;

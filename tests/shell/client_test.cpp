@@ -587,6 +587,28 @@ TEST_F(ClientTest, AutoCentreFollowsTheNewestPoint) {
   EXPECT_THAT(browser.Written("TxtF"), IsEmpty());
 }
 
+TEST_F(ClientTest, APointIsMarkedUntilTheNextTickOrTheMapMoves) {
+  StartStreaming();
+  Arrive(PacketOf({Record(0, 40.62, -75.37), Record(60, 40.63, -75.37)}));
+  client->ShowPointMarker(1, 1);
+  EXPECT_FALSE(view.marker) << "no zoom is known";
+  ReportMapReady();
+  client->ShowPointMarker(1, 1);
+  EXPECT_EQ(view.marker, (ViewPoint{500, 350}));
+  loop.Advance(700);
+  client->ShowPointMarker(1, 2);
+  EXPECT_TRUE(view.marker);
+  loop.Advance(300);
+  EXPECT_FALSE(view.marker) << "a running timer keeps its period";
+  client->ShowPointMarker(1, 2);
+  Command("M40.620000,-75.380000");
+  EXPECT_FALSE(view.marker);
+  for (const auto& [k, index] : {std::pair{0, 1}, {1, 0}, {1, 3}, {2, 1}}) {
+    client->ShowPointMarker(static_cast<std::size_t>(k), static_cast<std::size_t>(index));
+    EXPECT_FALSE(view.marker);
+  }
+}
+
 TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
   StartStreaming();
   const auto choose = [this](const char* name, int index = 0) {

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/civil_time.h"
+#include "timeline/time_window.h"
+
+namespace pallomir {
+
+/// The steps in which ticks can follow one another, finest first, numbered 1 to 12: 15 seconds; 1, 5 and 15
+/// minutes; 1, 3 and 12 hours; 1 and 7 days; 1 and 3 months; 1 year.
+inline constexpr int kTickSteps = 12;
+
+/// No strip is wider. With windows up to the year 9999, products of a width and a length then fit 64 bits.
+inline constexpr int kMaxStripWidth = 32767;
+
+/// One line of the time scale.
+struct Tick {
+  int column = 0;     ///< 0 at the window's start, below the strip's width
+  int rank = 0;       ///< the coarsest step on whose grid the tick lies
+  int height = 0;     ///< pixels, from the top; 2 for the finest ticks
+  std::string label;  ///< empty for most
+  bool operator==(const Tick&) const = default;
+};
+
+/// The time scale of a strip: the same for every row.
+struct TickScale {
+  int coveringStep = 0;     ///< the finest step as long as the window
+  int drawnStep = 0;        ///< the finest step whose ticks lie more than 4 pixels apart
+  std::vector<Tick> ticks;  ///< columns ascend
+  bool operator==(const TickScale&) const = default;
+};
+
+/// Whether a strip of `width` pixels can show the window: some pixels, some length, years 1900 to 9999.
+bool IsDrawable(const TimeWindow& window, int width);
+
+/// The scale of a window of local time on `width` pixels; nothing where the window can't be shown or even
+/// years lie too close together.
+std::optional<TickScale> BuildTickScale(const TimeWindow& window, int width);
+
+/// The pixel column of a moment in a drawable window: below 0 before its start, `width` or more from its end.
+std::int64_t ColumnOf(const TimeWindow& window, int width, Millis time);
+
+/// The moment on the grid of step 1..12 at or before `time`. Steps of 7 days start anew with each month, from
+/// the last day of the month before; steps of 3 months lie on 1 March, June, September and December.
+Millis FloorToStep(Millis time, int step);
+
+}  // namespace pallomir
