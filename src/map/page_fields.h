@@ -21,6 +21,7 @@ inline constexpr char kTrackingData[] = "TxtT";
 inline constexpr char kZonesShown[] = "TxtZ";
 inline constexpr char kMapType[] = "TxtMT";
 inline constexpr char kStreetView[] = "TxtSV";
+inline constexpr char kGeocode[] = "TxtG";
 inline constexpr char kPanorama[] = "txtPn";
 }  // namespace field
 

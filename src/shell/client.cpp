@@ -26,6 +26,7 @@ void Client::CreateTimers() {
   tmrFocusGetter_ = create("tmrFocusGetter", 250, &Client::FocusLost);
   boxTimer_ = create("BoxTimer", 1000, &Client::OnBoxTick);
   tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
+  tmrTimelineInfo_ = create("tmrTimelineInfo", 10'000, &Client::OnTimelineInfoTick);
   tmrPB_ = create("tmrPB", RetryCountdown::kTickMilliseconds, &Client::OnRetryTick);
   dataPause_ = create("DataPause", 100, &Client::DecodeBuffer);
   splashPause_ = create("SplashPause", 500, &Client::OnPageReady);
@@ -40,9 +41,9 @@ void Client::Unload() {
   StorePlacement();
   Run(seams.stopSound);
   HidePointMarker();
-  for (Timer* timer :
-       {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), boxTimer_.get(), tmrDTP_.get(),
-        tmrPB_.get(), dataPause_.get(), splashPause_.get(), pageRetry_.get(), placementDelay_.get()}) {
+  for (Timer* timer : {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), boxTimer_.get(),
+                       tmrTimelineInfo_.get(), tmrDTP_.get(), tmrPB_.get(), dataPause_.get(),
+                       splashPause_.get(), pageRetry_.get(), placementDelay_.get()}) {
     timer->SetEnabled(false);
   }
   ports_.view.CloseWindows();

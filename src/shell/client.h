@@ -24,9 +24,12 @@
 #include "platform/user_registry.h"
 #include "shell/client_view.h"
 #include "shell/deployment.h"
+#include "shell/hot_keys.h"
 #include "shell/settings_keys.h"
 #include "shell/stored_choices.h"
+#include "timeline/data_strip.h"
 #include "timeline/date_pickers.h"
+#include "timeline/point_text.h"
 #include "timeline/time_window.h"
 #include "tracking/mobile_units.h"
 #include "tracking/packet_stream.h"
@@ -63,7 +66,6 @@ struct Seams {
   std::function<void()> startAlert;    ///< a batch of data has been processed
   std::function<void()> stopSound;     ///< the window was resized or closes
   std::function<void()> closeReports;  ///< the data of the report tables and pop-ups changes
-  std::function<void()> redrawStrips;  ///< the timeline's scale and data strips
   std::function<void()> editUnits;     ///< the unit editor is wanted
   std::function<void()> loadZones;     ///< zone menus and the page's zone list
   std::function<void(char, const std::string&)> editZone;  ///< "F", "C" or "3" of the page's zone editing
@@ -113,6 +115,12 @@ class Client {
   void PickerDroppedDown(int i);
   void PickerClosedUp(int i);
   void ReloadClicked();  ///< `cmdOK_Reload`
+
+  // What the user does with the timeline (client_timeline.cpp)
+  void TimelineHovered(int row, int column);
+  void TimelineLeft();
+  void TimelineDragged(double from, double to);  ///< shares of the window
+  void Timeline_Resize();                        ///< also `imgReload`
 
   // The retry dialog's buttons (client_data.cpp)
   void RetryNow();
@@ -227,16 +235,25 @@ class Client {
   void WriteMapType();
   void OnBoxTick();
 
-  // Timeline (client_window.cpp)
+  bool RunKeyCommand(const KeyCommand& command);  // client_keys.cpp
+
+  // Layout (client_window.cpp)
   void LayOut();
-  void Timeline_Resize();
-  void OnRedrawTick();
-  void HideMapUpdating();
-  void ShowPickers();
-  void TakeWindowFromPickers();
   void NotePlacement();
   void StorePlacement();
+  void HideMapUpdating();
+
+  // Timeline and time window (client_timeline.cpp)
+  void OnRedrawTick();
+  void OnTimelineInfoTick();
   void OnPickerGraceTick();
+  UnitLabel LabelOf(std::size_t k) const;
+  std::optional<PointFacts> FactsOf(std::size_t k, std::int32_t pointIndex) const;
+  LengthUnit Length() const;
+  void ShowPickers();
+  void TakeWindowFromPickers();
+  void NavigateTo(const TimeWindow& window);
+  void ReturnToCurrentDay();
 
   template <class... Arguments>
   static void Run(const std::function<void(Arguments...)>& seam,
@@ -276,6 +293,7 @@ class Client {
 
   DatePickers pickers_;
   TimeWindow window_;
+  TimelinePicture picture_;
 
   bool focusHoldOff_ = false;
   bool mapUpdatingShown_ = false;
@@ -286,6 +304,7 @@ class Client {
   std::unique_ptr<Timer> tmrFocusGetter_;
   std::unique_ptr<Timer> boxTimer_;
   std::unique_ptr<Timer> tmrDTP_;
+  std::unique_ptr<Timer> tmrTimelineInfo_;
   std::unique_ptr<Timer> tmrPB_;
   std::unique_ptr<Timer> dataPause_;
   std::unique_ptr<Timer> splashPause_;

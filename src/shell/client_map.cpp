@@ -48,6 +48,7 @@ void Client::OnPage(const page::GeocodeAnswer& answer) {
 void Client::OnPage(const page::MouseMoved& move) {
   page_.MouseMoveToggle = !page_.MouseMoveToggle;
   if (!page_.MouseMoveToggle) return;
+  OnTimelineInfoTick();
   Run(seams.showPointUnder, move);
   page_.LastMouseLat = move.lat;
   page_.LastMouseLng = move.lng;

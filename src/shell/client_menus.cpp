@@ -65,6 +65,7 @@ void Client::OnMenuMapData(int) {
 void Client::OnMenuTrackingData(int) {
   Toggle("mnuViewTrackingData");
   WriteToggle("mnuViewTrackingData", field::kTrackingData);
+  ShowPickers();
 }
 
 void Client::OnMenuTimeline(int) {

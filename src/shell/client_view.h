@@ -5,6 +5,7 @@
 #include "base/civil_time.h"
 #include "map/map_view.h"
 #include "platform/geometry.h"
+#include "timeline/data_strip.h"
 
 namespace pallomir {
 
@@ -15,6 +16,7 @@ class ClientView {
 
   // Caption and layout
   virtual void SetCaption(const std::string& text) = 0;  ///< `lblCaption`
+  virtual void ShowCaption(bool visible) = 0;            ///< `txtCaption`
   /// Places the map, the caption line and the timeline in the window as large as it is now.
   virtual void LayOut() = 0;
   /// The browser control's size, the unused 18 pixels of its width included.
@@ -22,6 +24,14 @@ class ClientView {
   virtual bool IsTimelineVisible() const = 0;  ///< `frameTimeLine`
   virtual void ShowTimeline(bool visible) = 0;
   virtual void SetMenuLabel(const std::string& text) = 0;  ///< `lblMenu`
+
+  // Timeline
+  virtual void LayOutTimeline(std::size_t rows) = 0;
+  /// Columns of the strips as they are laid out now.
+  virtual int TimelineWidth() const = 0;
+  virtual void ShowTimelinePicture(const TimelinePicture& picture) = 0;
+  virtual void ShowTimelineInfo(const std::string& text) = 0;  ///< beside the pointer
+  virtual void HideTimelineInfo() = 0;
 
   // Windows of their own
   virtual void ShowSplash() = 0;

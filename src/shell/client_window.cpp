@@ -3,37 +3,11 @@
 #include <utility>
 
 #include "shell/client.h"
-#include "shell/hot_keys.h"
 #include "shell/settings_keys.h"
 
-// What the user does with the window: keys, menus, pickers, size; and the units that keys and menus choose.
+// The window's focus, size and place; and the units that keys and menus choose.
 
 namespace pallomir {
-
-bool Client::KeyDown(int modifiers, char key) {
-  if (closing_ || pickers_.PickerFocusMask() != 0) return false;
-  const auto command = FindKeyCommand(modifiers, key, menus_.Count(kUnitMenu) - 1);
-  if (!command) return false;
-  switch (command->action) {
-    case KeyAction::kShowAllUnits:
-      ShowAllUnits();
-      break;
-    case KeyAction::kShowOnlyUnit:
-      ShowOnlyUnit(command->number);
-      break;
-    case KeyAction::kToggleUnit:
-      ToggleUnit(command->number);
-      break;
-    case KeyAction::kFitAll:
-      FitByUser(0);
-      break;
-    case KeyAction::kReload:
-      MapReload();
-      break;
-  }
-  ports_.beeper.Beep();
-  return true;
-}
 
 void Client::FocusLost() {
   if (!closing_ && !focusHoldOff_) ports_.view.ReturnFocus();
@@ -86,6 +60,7 @@ void Client::EnumerateMUs() {
     item.caption = unit.caption;
   }
   menus_.AppendToArray("mnuViewFitToMU_Array", std::move(fits));
+  ports_.view.LayOutTimeline(book_.enabledCount);
 }
 
 void Client::MapReload() {
@@ -144,82 +119,11 @@ void Client::StorePlacement() {
   save(setting::kWindowHeight, bounds.height);
 }
 
-void Client::Timeline_Resize() {
-  if (ports_.window.IsMinimised() || !ports_.view.IsTimelineVisible() || book_.enabledCount == 0) {
-    HideMapUpdating();  // no redraw will come to do it
-    return;
-  }
-  ports_.trace.Line("Timeline_Resize begin...");
-  tmrRedraw_->SetEnabled(true);
-  ports_.trace.Line("...end Timeline_Resize");
-}
-
-void Client::OnRedrawTick() {
-  ports_.trace.Line("tmrRedraw_Timer begin");
-  Timeline_Resize();
-  tmrRedraw_->SetEnabled(false);
-  Run(seams.redrawStrips);
-  HideMapUpdating();
-  ports_.trace.Line("...end tmrRedraw_Timer");
-}
-
 void Client::HideMapUpdating() {
   if (!mapUpdatingShown_) return;
   mapUpdatingShown_ = false;
   ports_.view.HideMapUpdating();
   ports_.trace.Line("hiding formMapUpdating");
-}
-
-void Client::PickerGotFocus(int i) {
-  pickers_.GotFocus(i);
-  tmrDTP_->SetEnabled(false);
-  ShowPickers();
-}
-
-void Client::PickerLostFocus(int i) {
-  if (closing_) return;
-  pickers_.LostFocus(i);
-  tmrDTP_->SetEnabled(true);
-  ShowPickers();
-  FocusLost();
-}
-
-void Client::PickerChanged(int i, Millis value) {
-  pickers_.Changed(i, value);
-  ShowPickers();
-}
-
-void Client::PickerDroppedDown(int i) {
-  pickers_.DroppedDown(i);
-}
-
-void Client::PickerClosedUp(int i) {
-  const bool changed = pickers_.ClosedUp(i);
-  ShowPickers();
-  if (changed) ports_.view.MovePointerToReloadButton();
-}
-
-void Client::ReloadClicked() {
-  TakeWindowFromPickers();
-  MapReload();
-  pickers_.Reloaded();
-  ShowPickers();
-}
-
-void Client::OnPickerGraceTick() {
-  tmrDTP_->SetEnabled(false);
-  pickers_.GraceEnded();
-  ShowPickers();
-}
-
-void Client::TakeWindowFromPickers() {
-  window_ = pickers_.Window();
-}
-
-void Client::ShowPickers() {
-  ports_.view.ShowPicker(0, pickers_.Value(0), pickers_.Format(0), true);
-  ports_.view.ShowPicker(1, pickers_.Value(1), pickers_.Format(1), pickers_.IsEndVisible());
-  ports_.view.ShowReloadButton(pickers_.IsReloadVisible());
 }
 
 }  // namespace pallomir

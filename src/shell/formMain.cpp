@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
+#include <QVBoxLayout>
 
 #include "map/map_view.h"
 #include "platform/qt/qt_menu.h"
@@ -20,6 +21,8 @@
 #include "shell/key_of_event_widget.h"
 #include "shell/point_marker_widget.h"
 #include "timeline/date_time_picker_widget.h"
+#include "timeline/timeline_info_widget.h"
+#include "timeline/timeline_strip_widget.h"
 #include "tracking/FormRetryAfterError.h"
 
 namespace pallomir {
@@ -46,6 +49,7 @@ formMain::formMain(QWidget* browser) : WB_(browser) {
   FocusGetter_->setObjectName("FocusGetter");
   FocusGetter_->setAccessibleName("Map keyboard");
   FocusGetter_->setGeometry(0, 0, 1, 1);
+  frameTimelineInfo_ = new TimelineInfo(this);
   formSplash_ = new formSplash(this);
   formMapUpdating_ = new formMapUpdating(this);
   marker_ = std::make_unique<PointMarker>(mapArea_);
@@ -72,13 +76,19 @@ void formMain::BuildTimelineFrame() {
   lblCaption_->setTextFormat(Qt::PlainText);
   lblCaption_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   lblCaption_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  auto* row = new QHBoxLayout(frameTimeLine_);
+  strip_ = new TimelineStrip(frameTimeLine_);
+  auto* row = new QHBoxLayout;
   row->setContentsMargins(6, 4, 6, 4);
   for (QWidget* widget : {static_cast<QWidget*>(lblMenu_), static_cast<QWidget*>(DTP_[0]),
                           static_cast<QWidget*>(DTP_[1]), static_cast<QWidget*>(cmdOK_Reload_)}) {
     row->addWidget(widget);
   }
   row->addWidget(lblCaption_, 1);
+  auto* parts = new QVBoxLayout(frameTimeLine_);
+  parts->setContentsMargins(0, 0, 0, 0);
+  parts->setSpacing(0);
+  parts->addWidget(strip_, 1);
+  parts->addLayout(row);
 }
 
 void formMain::Attach(Client& client) {
@@ -88,6 +98,10 @@ void formMain::Attach(Client& client) {
   connect(cmdOK_Reload_, &QPushButton::clicked, this, [this] { client_->ReloadClicked(); });
   ConnectPicker(0);
   ConnectPicker(1);
+  strip_->dragFinished = [this](double from, double to) { client_->TimelineDragged(from, to); };
+  strip_->hovered = [this](int timelineRow, int column) { client_->TimelineHovered(timelineRow, column); };
+  strip_->left = [this] { client_->TimelineLeft(); };
+  strip_->layoutClicked = [this] { client_->Timeline_Resize(); };
   FormRetryAfterError_->retryNow = [this] { client_->RetryNow(); };
   FormRetryAfterError_->stopRetrying = [this] { client_->StopRetrying(); };
   FormRetryAfterError_->quit = [this] { client_->EndSession(); };
@@ -108,7 +122,12 @@ void formMain::SetCaption(const std::string& text) {
   lblCaption_->setToolTip(Text(text));
 }
 
+void formMain::ShowCaption(bool visible) {
+  lblCaption_->setVisible(visible);
+}
+
 void formMain::LayOut() {
+  strip_->setFixedHeight(strip_->HeightIn(height()));
   const int frameHeight = frameTimeLine_->isHidden() ? 0 : frameTimeLine_->sizeHint().height();
   const int mapHeight = std::max(0, height() - frameHeight);
   mapArea_->setGeometry(0, 0, width(), mapHeight);
@@ -130,6 +149,25 @@ void formMain::ShowTimeline(bool visible) {
 
 void formMain::SetMenuLabel(const std::string& text) {
   lblMenu_->setText(Text(text));
+}
+
+void formMain::LayOutTimeline(std::size_t rows) {
+  strip_->LayOutRows(static_cast<int>(rows));
+}
+int formMain::TimelineWidth() const {
+  return strip_->ScaleWidth();
+}
+void formMain::ShowTimelinePicture(const TimelinePicture& picture) {
+  strip_->Redraw(picture);
+}
+
+void formMain::ShowTimelineInfo(const std::string& text) {
+  frameTimelineInfo_->ShowText(Text(text), strip_->mapTo(this, strip_->PointerPosition()),
+                               mapArea_->geometry());
+}
+
+void formMain::HideTimelineInfo() {
+  frameTimelineInfo_->hide();
 }
 
 void formMain::ShowSplash() {

@@ -19,6 +19,8 @@ class DateTimePicker;
 class FormRetryAfterError;
 class formMapUpdating;
 class PointMarker;
+class TimelineInfo;
+class TimelineStrip;
 class QtMenu;
 class formSplash;
 
@@ -35,11 +37,17 @@ class formMain : public QWidget, public ClientView, public MainWindow {
 
   // ClientView
   void SetCaption(const std::string& text) override;
+  void ShowCaption(bool visible) override;
   void LayOut() override;
   PixelSize BrowserSize() const override;
   bool IsTimelineVisible() const override;
   void ShowTimeline(bool visible) override;
   void SetMenuLabel(const std::string& text) override;
+  void LayOutTimeline(std::size_t rows) override;
+  int TimelineWidth() const override;
+  void ShowTimelinePicture(const TimelinePicture& picture) override;
+  void ShowTimelineInfo(const std::string& text) override;
+  void HideTimelineInfo() override;
   void ShowSplash() override;
   void TickStatus(int line) override;
   void HideSplash() override;
@@ -87,6 +95,8 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   QWidget* mapArea_;  // clips WB, which is wider than the window
   QWidget* WB_;
   QFrame* frameTimeLine_;
+  TimelineStrip* strip_;
+  TimelineInfo* frameTimelineInfo_;
   QPushButton* lblMenu_;
   std::array<DateTimePicker*, 2> DTP_{};
   QPushButton* cmdOK_Reload_;

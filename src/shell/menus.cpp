@@ -32,7 +32,7 @@ constexpr Row kRows[] = {
     {"mnuView", "mnuViewMapData", 0, "&Map Data", "", true},
     {"mnuView", "mnuViewTrackingData", 0, "&Tracking Data", "", true},
     {"mnuView", "mnuViewZones", 0, "Alert &Zones", "", true, kLater},
-    {"mnuView", "mnuViewTimeline", 0, "Time&line", "", true, kLater},
+    {"mnuView", "mnuViewTimeline", 0, "Time&line", "", true},
     {"mnuView", "mnuViewMapType", 0, "Map T&ype"},
     {"mnuViewMapType", "mnuViewMapTypeArray", 1, "&Map View", "Map", true},
     {"mnuViewMapType", "mnuViewMapTypeArray", 2, "&Satellite View", "Satellite"},

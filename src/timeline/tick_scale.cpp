@@ -17,15 +17,23 @@ struct Step {
 
 constexpr Step kSteps[kTickSteps + 1] = {
     {},  // steps count from 1
-    {Unit::kSecond, 15, Shows::kSecond}, {Unit::kMinute, 1, Shows::kMinute}, {Unit::kMinute, 5, Shows::kMinute},
-    {Unit::kMinute, 15, Shows::kMinute}, {Unit::kHour, 1, Shows::kHour},     {Unit::kHour, 3, Shows::kHour},
-    {Unit::kHour, 12, Shows::kHour},     {Unit::kDay, 1, Shows::kDay},       {Unit::kDay, 7, Shows::kDay},
-    {Unit::kMonth, 1, Shows::kMonth},    {Unit::kMonth, 3, Shows::kMonth},   {Unit::kYear, 1, Shows::kYear},
+    {Unit::kSecond, 15, Shows::kSecond},
+    {Unit::kMinute, 1, Shows::kMinute},
+    {Unit::kMinute, 5, Shows::kMinute},
+    {Unit::kMinute, 15, Shows::kMinute},
+    {Unit::kHour, 1, Shows::kHour},
+    {Unit::kHour, 3, Shows::kHour},
+    {Unit::kHour, 12, Shows::kHour},
+    {Unit::kDay, 1, Shows::kDay},
+    {Unit::kDay, 7, Shows::kDay},
+    {Unit::kMonth, 1, Shows::kMonth},
+    {Unit::kMonth, 3, Shows::kMonth},
+    {Unit::kYear, 1, Shows::kYear},
 };
 
-constexpr const char* kHourLabels[24] = {"12m", "1a", "2a", "3a", "4a",  "5a",  "6a", "7a",
-                                         "8a",  "9a", "10a", "11a", "12n", "1p",  "2p", "3p",
-                                         "4p",  "5p", "6p", "7p", "8p",  "9p",  "10p", "11p"};
+constexpr const char* kHourLabels[24] = {"12m", "1a", "2a",  "3a",  "4a",  "5a", "6a",  "7a",
+                                         "8a",  "9a", "10a", "11a", "12n", "1p", "2p",  "3p",
+                                         "4p",  "5p", "6p",  "7p",  "8p",  "9p", "10p", "11p"};
 
 // Ticks are drawn where there are more pixels than this from one to the next.
 constexpr int kTickDistance = 4;
@@ -166,8 +174,7 @@ std::optional<TickScale> BuildTickScale(const TimeWindow& window, int width) {
   for (Millis time = FloorToStep(window.start, scale.drawnStep); time <= window.end;
        time = AddStep(time, step)) {
     const std::int64_t column = ColumnOf(window, width, time);
-    if (column >= 0 && column < width)
-      scale.ticks.push_back(MakeTick(time, static_cast<int>(column), scale));
+    if (column >= 0 && column < width) scale.ticks.push_back(MakeTick(time, static_cast<int>(column), scale));
   }
   return scale;
 }

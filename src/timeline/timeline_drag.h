@@ -25,8 +25,8 @@ struct RubberBand {
 /// strip.
 class TimelineDrag {
  public:
-  /// `left` says for kDown and kUp that it is the left button, for kMove that the left button is held. `width`
-  /// is the data strip's. The result is what a drag chose that ends with this event.
+  /// `left` says for kDown and kUp that it is the left button, for kMove that the left button is held.
+  /// `width` is the data strip's. The result is what a drag chose that ends with this event.
   std::optional<WindowShares> TimelineMouse(MouseAction action, bool left, double x, int width);
 
   /// Escape was pressed or the mouse was taken away: nothing is chosen.

@@ -7,8 +7,8 @@ namespace pallomir {
 /// Lengths of the timeline are given in twips.
 inline constexpr int kTwipsPerPixel = 15;
 
-/// Where the rows of the timeline lie, in pixels of its whole content, scrolled or not. Row i = 1, 2 ... has a
-/// time scale with its data strip below it.
+/// Where the rows of the timeline lie, in pixels of its whole content, scrolled or not. Row i = 1, 2 ... has
+/// a time scale with its data strip below it.
 class TimelineLayout {
  public:
   TimelineLayout() = default;

@@ -12,6 +12,7 @@ namespace pallomir::fakes {
 class FakeView : public ClientView {
  public:
   void SetCaption(const std::string& text) override { caption = text; }
+  void ShowCaption(bool visible) override { captionVisible = visible; }
   void LayOut() override { ++layouts; }
   PixelSize BrowserSize() const override { return browser; }
   bool IsTimelineVisible() const override { return timelineVisible; }
@@ -25,6 +26,11 @@ class FakeView : public ClientView {
   void ShowRetry(const std::string& message) override { retry = message; }
   void SetRetryProgress(int, const std::string& label) override { retryLabel = label; }
   void HideRetry() override { retry.reset(); }
+  void LayOutTimeline(std::size_t rows) override { timelineRows = rows; }
+  int TimelineWidth() const override { return 1000; }
+  void ShowTimelinePicture(const TimelinePicture& drawn) override { picture = drawn; }
+  void ShowTimelineInfo(const std::string& text) override { timelineInfo = text; }
+  void HideTimelineInfo() override { timelineInfo.reset(); }
   void ShowPointMarker(ViewPoint at) override { marker = at; }
   void HidePointMarker() override { marker.reset(); }
   void ShowPicker(int i, Millis value, const std::string& format, bool visible) override {
@@ -45,6 +51,7 @@ class FakeView : public ClientView {
 
   std::string caption;
   std::string menuLabel = "Menu";
+  bool captionVisible = true;
   int layouts = 0;
   PixelSize browser{1018, 700};
   bool timelineVisible = true;
@@ -54,6 +61,9 @@ class FakeView : public ClientView {
   std::optional<std::string> retry;
   std::string retryLabel;
   std::optional<ViewPoint> marker;
+  std::size_t timelineRows = 0;
+  std::optional<TimelinePicture> picture;
+  std::optional<std::string> timelineInfo;
   Picker pickers[2];
   bool reload = false;
   int pointerMoves = 0;

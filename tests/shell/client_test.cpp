@@ -372,6 +372,55 @@ TEST_F(ClientTest, DigitsChooseUnitsAndAreSilentWithoutOne) {
   EXPECT_EQ(enabled(), "D0123456789AB0123456789AC");
 }
 
+TEST_F(ClientTest, KeysMoveAndScaleTheWindow) {
+  StartStreaming();
+  const TimeWindow day{ToMillis({2026, 11, 22, 3}), ToMillis({2026, 11, 23, 3})};
+  const struct {
+    int modifiers;
+    char key;
+    TimeWindow window;
+  } steps[] = {
+      {0, '[', {day.start - kDay, day.end - kDay}},           {0, ']', day},
+      {2, '3', {day.start - 3 * kDay, day.end - 3 * kDay}},   {3, '3', day},
+      {2, '9', {day.start - 9 * kDay, day.end - 9 * kDay}},   {0, 'X', day},
+      {0, 'I', {day.start + 8 * kHour, day.end - 8 * kHour}}, {0, 'O', day},
+      {0, 'O', {day.start - kDay, day.end + kDay}},           {0, 'X', day},
+  };
+  for (const auto& step : steps) {
+    const std::size_t asked = locator.sent.size();
+    const int beeps = beeper.beeps;
+    ASSERT_TRUE(client->KeyDown(step.modifiers, step.key)) << step.key;
+    ASSERT_EQ(client->Window(), step.window) << step.key;
+    ASSERT_THAT(locator.sent, SizeIs(asked + 1));
+    ASSERT_EQ(beeper.beeps, beeps + 2) << "the reload's and the key's";
+  }
+}
+
+TEST_F(ClientTest, KeysReachThePage) {
+  StartStreaming();
+  const struct {
+    int modifiers;
+    char key;
+    const char* field;
+    const char* value;
+    bool beeps;
+  } keys[] = {{0, 'M', "TxtMT", "Map", true},    {0, 'S', "TxtMT", "Satellite", true},
+              {0, 'H', "TxtMT", "Hybrid", true}, {0, 'T', "TxtMT", "Terrain", true},
+              {0, 'C', "TxtSV", "True", true},   {0, 'C', "TxtSV", "False", true},
+              {0, 'V', "txtPn", "True", true},   {2, 'M', "TxtM", "F", true},
+              {2, 'T', "TxtT", "F", true},       {2, 'Z', "TxtZ", "F", false},
+              {0, 'N', "TxtG", "True", false}};
+  for (const auto& c : keys) {
+    const int beeps = beeper.beeps;
+    ASSERT_TRUE(client->KeyDown(c.modifiers, c.key)) << c.key;
+    ASSERT_FALSE(browser.Written(c.field).empty()) << c.key;
+    EXPECT_EQ(browser.Written(c.field).back(), c.value) << c.key;
+    EXPECT_EQ(beeper.beeps > beeps, c.beeps) << c.key;
+  }
+  EXPECT_FALSE(view.captionVisible) << "Ctrl+T hides pickers and title with the tracks";
+  EXPECT_FALSE(view.pickers[0].visible);
+}
+
 TEST_F(ClientTest, WhileAPickerIsEditedKeysBelongToIt) {
   StartStreaming();
   client->PickerGotFocus(0);
@@ -607,6 +656,43 @@ TEST_F(ClientTest, APointIsMarkedUntilTheNextTickOrTheMapMoves) {
     client->ShowPointMarker(static_cast<std::size_t>(k), static_cast<std::size_t>(index));
     EXPECT_FALSE(view.marker);
   }
+}
+
+TEST_F(ClientTest, TheTimelineIsDrawnWithTheRedrawAndDescribesItsPoints) {
+  StartStreaming();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.62, -75.37, 100), Record(3600, 40.63, -75.37)}));
+  EXPECT_FALSE(view.picture);
+  loop.Advance(1000);
+  ASSERT_TRUE(view.picture);
+  EXPECT_EQ(view.timelineRows, 1u);
+  ASSERT_THAT(view.picture->rows, SizeIs(1));
+  // 12:00 UTC is 7:00, four hours into a window of a day from 3:00: column 1000 / 6.
+  client->TimelineHovered(1, 166);
+  EXPECT_EQ(view.timelineInfo, "Unit #1 First\n11/22/26 07:00:00 AM\n34.5 mph\n0.00 mi");
+  EXPECT_TRUE(view.marker);
+  client->TimelineHovered(1, 500);
+  EXPECT_EQ(view.timelineInfo, "Unit #1 First");
+  loop.Advance(10'000);
+  EXPECT_FALSE(view.timelineInfo);
+  client->MapReload();
+  client->TimelineHovered(1, 166);
+  EXPECT_EQ(view.timelineInfo, "Unit #1 First") << "the picture is older than the data";
+  client->TimelineHovered(2, 166);
+  client->TimelineHovered(0, 166);
+  client->TimelineLeft();
+  EXPECT_FALSE(view.timelineInfo);
+}
+
+TEST_F(ClientTest, ADragOnTheTimelineLoadsItsPart) {
+  StartStreaming();
+  client->PickerChanged(1, ToMillis({2026, 11, 23, 3}));
+  client->TimelineDragged(0.25, 0.5);
+  EXPECT_EQ(client->Window(), (TimeWindow{ToMillis({2026, 11, 22, 9}), ToMillis({2026, 11, 22, 15})}));
+  EXPECT_EQ(view.pickers[0].format, "ddd,MMMd, h tt");
+  EXPECT_TRUE(view.pickers[1].visible);
+  EXPECT_FALSE(view.reload) << "navigation hides the button";
+  EXPECT_THAT(locator.sent, SizeIs(2));
 }
 
 TEST_F(ClientTest, MenuChoicesAreShownAndStored) {

@@ -1,0 +1,135 @@
+#include "shell/keyboard_widget.h"
+
+#include <QLabel>
+#include <algorithm>
+#include <string_view>
+
+#include "shell/hot_keys.h"
+
+namespace pallomir {
+namespace {
+
+constexpr QPoint kPlace(5, 5);
+constexpr int kMargin = 10;
+constexpr int kGap = 3;
+constexpr int kQuarter = 10;  // the width of a quarter of a key, gap included
+constexpr int kPitch = 36;    // from one row to the next
+const QColor kCapColour(0xdd, 0xdd, 0xdd);
+const QColor kDescribedColour(0xff, 0xff, 0xff);
+
+/// A key of the picture, in quarters of a letter key's width.
+struct Cap {
+  std::string_view caption;
+  int width = 4;
+};
+struct CapRow {
+  int left;  // quarters
+  std::vector<Cap> caps;
+};
+
+const std::vector<CapRow>& CapRows() {
+  static const std::vector<CapRow> kRows = {
+      {0,
+       {{"`"}, {"1"}, {"2"}, {"3"}, {"4"}, {"5"}, {"6"}, {"7"}, {"8"}, {"9"}, {"0"}, {"-"}, {"="}, {"bk", 8}}},
+      {0,
+       {{"tab", 6}, {"Q"}, {"W"}, {"E"}, {"R"}, {"T"}, {"Y"}, {"U"}, {"I"}, {"O"}, {"P"}, {"["}, {"]"}, {"\\", 6}}},
+      {0,
+       {{"caps", 7}, {"A"}, {"S"}, {"D"}, {"F"}, {"G"}, {"H"}, {"J"}, {"K"}, {"L"}, {";"}, {"'"}, {"cr", 9}}},
+      {0, {{"shft", 9}, {"Z"}, {"X"}, {"C"}, {"V"}, {"B"}, {"N"}, {"M"}, {","}, {"."}, {"/"}}},
+      {0, {{"ctl", 7}, {"alt", 7}, {"space", 28}}},
+  };
+  return kRows;
+}
+
+constexpr int kWidth = 60 * kQuarter;  // of the widest row
+
+QString Text(std::string_view utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+/// Arial or what measures like it; in pixels, for the caps have a size in pixels.
+QFont CapFont() {
+  QFont font;
+  font.setFamilies({"Arial", "Liberation Sans", "Nimbus Sans"});
+  font.setStyleHint(QFont::SansSerif);
+  font.setPixelSize(13);
+  return font;
+}
+
+void Colour(QLabel* key, const QColor& colour) {
+  QPalette palette = key->palette();
+  palette.setColor(QPalette::Window, colour);
+  palette.setColor(QPalette::WindowText, Qt::black);
+  key->setPalette(palette);
+}
+
+}  // namespace
+
+KeyboardPicture::KeyboardPicture(QWidget* owner) : QFrame(owner) {
+  setObjectName("pctKeyboard");
+  setAccessibleName("Keyboard");
+  setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+  setAutoFillBackground(true);
+  AddKeys();
+  lblTable_ = new QLabel(this);
+  lblTable_->setObjectName("lblTable");
+  lblTable_->setTextFormat(Qt::PlainText);
+  lblTable_->setWordWrap(true);
+  lblTable_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  lblTable_->move(kMargin, kMargin + static_cast<int>(CapRows().size()) * kPitch + kMargin);
+  Describe(nullptr);
+  hide();
+}
+
+void KeyboardPicture::AddKeys() {
+  const std::vector<std::string_view> captions = KeyCaptions();
+  lblKey_.resize(captions.size());
+  int top = kMargin;
+  for (const CapRow& row : CapRows()) {
+    int left = kMargin + row.left * kQuarter;
+    for (const Cap& cap : row.caps) {
+      const auto index = static_cast<std::size_t>(std::ranges::find(captions, cap.caption) - captions.begin());
+      auto* key = new QLabel(Text(cap.caption), this);
+      key->setObjectName(QString("lblKey(%1)").arg(index));
+      key->setAccessibleDescription(Text(KeyDescription(cap.caption)));
+      key->setTextFormat(Qt::PlainText);
+      key->setAlignment(Qt::AlignCenter);
+      key->setFrameStyle(QFrame::Panel | QFrame::Raised);
+      key->setAutoFillBackground(true);
+      key->setFont(CapFont());
+      key->setGeometry(left, top, cap.width * kQuarter - kGap, kPitch - kGap);
+      key->installEventFilter(this);
+      Colour(key, kCapColour);
+      lblKey_.at(index) = key;
+      left += cap.width * kQuarter;
+    }
+    top += kPitch;
+  }
+}
+
+void KeyboardPicture::ShowOverlay() {
+  if (isVisible()) return;
+  Describe(nullptr);
+  move(kPlace);
+  show();
+  raise();
+}
+
+/// Without a key the picture has room for one line.
+void KeyboardPicture::Describe(QLabel* key) {
+  if (described_) Colour(described_, kCapColour);
+  described_ = key;
+  if (key) Colour(key, kDescribedColour);
+  const QByteArray caption = key ? key->text().toUtf8() : QByteArray();
+  lblTable_->setText(Text(KeyDescription({caption.data(), static_cast<std::size_t>(caption.size())})).remove('\r'));
+  const int width = kWidth - kGap;
+  lblTable_->resize(width, std::max(lblTable_->heightForWidth(width), lblTable_->fontMetrics().height()));
+  setFixedSize(width + 2 * kMargin, lblTable_->y() + lblTable_->height() + kMargin);
+}
+
+bool KeyboardPicture::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Enter) Describe(static_cast<QLabel*>(watched));
+  return QFrame::eventFilter(watched, event);
+}
+
+}  // namespace pallomir

@@ -1,0 +1,18 @@
+#include "tracking/formMobileUnit_Edit.h"
+
+#include "tracking/unit_editor.h"
+
+namespace pallomir {
+
+formMobileUnit_Edit::formMobileUnit_Edit(QWidget* owner, const std::vector<MobileUnit>& units,
+                                         QuestionQueue& questions)
+    : ListGridWidget(owner, OpenUnitEditor(units), questions) {
+  setObjectName("formMobileUnit_Edit");
+  setWindowTitle("Edit Mobile Unit List");
+}
+
+void formMobileUnit_Edit::TakeResult() {
+  if (apply) apply(UnitsOfEditor(Grid()));
+}
+
+}  // namespace pallomir

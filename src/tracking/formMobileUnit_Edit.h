@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tracking/mobile_units.h"
+#include "ui/list_grid_widget.h"
+
+namespace pallomir {
+
+/// The unit editor: a modeless window that its owner keeps on top of itself.
+class formMobileUnit_Edit : public ListGridWidget {
+ public:
+  formMobileUnit_Edit(QWidget* owner, const std::vector<MobileUnit>& units, QuestionQueue& questions);
+
+  /// Apply was pressed; the window closes afterwards.
+  std::function<void(const std::vector<MobileUnit>&)> apply;
+
+ protected:
+  void TakeResult() override;
+};
+
+}  // namespace pallomir

@@ -1,0 +1,63 @@
+#include "tracking/unit_editor.h"
+
+#include <string_view>
+
+#include "tracking/packets.h"
+
+namespace pallomir {
+namespace {
+
+constexpr std::string_view kUntouched = "Unit #";
+constexpr char kIdPlaceholder[] = "Add New ID Here";
+constexpr char kDescriptionPlaceholder[] = "Enter This Mobile Unit's Description Here";
+
+ListGridSetup UnitEditorSetup() {
+  ListGridSetup setup;
+  setup.messageTitle = "pallomir key entry error";
+  ListGridColumn id{"txtID", "ID", kIdPlaceholder, 18};
+  id.rules = {true, kUnitIdSize, "Enter up to 12 \"hex\" characters (0-9, a-f, A-F)"};
+  id.mustBeFull = true;
+  ListGridColumn description{"txtDesc", "Description", kDescriptionPlaceholder};
+  description.rules.barred = "~";
+  description.rules.barredRefusal = "A description can't contain \"~\"";
+  setup.columns = {id, description};
+  setup.mostRows = kMaxMobileUnits;
+  return setup;
+}
+
+// "Unit #" and nothing but a number.
+bool IsNumbered(std::string_view description) {
+  return description.find_first_not_of("0123456789", kUntouched.size()) == std::string_view::npos;
+}
+
+ListGridRow RowOf(const MobileUnit& unit) {
+  ListGridRow row{unit.enabled, {unit.id, unit.description}};
+  if (unit.description.starts_with(kUntouched)) {
+    row.texts[kUnitDescriptionColumn] = kDescriptionPlaceholder;
+    if (!IsNumbered(unit.description)) row.carried = unit.description;
+  }
+  return row;
+}
+
+}  // namespace
+
+ListGrid OpenUnitEditor(const std::vector<MobileUnit>& units) {
+  ListGrid grid(UnitEditorSetup());
+  for (const MobileUnit& unit : units) grid.Fill(RowOf(unit));
+  return grid;
+}
+
+std::vector<MobileUnit> UnitsOfEditor(const ListGrid& grid) {
+  std::vector<MobileUnit> units;
+  for (std::size_t row = 1; row <= grid.ListedCount(); ++row) {
+    const ListGridRow& from = grid.Row(row);
+    MobileUnit unit{from.checked, from.texts[kUnitIdColumn], from.texts[kUnitDescriptionColumn]};
+    if (grid.IsPlaceholder(row, kUnitDescriptionColumn)) {
+      unit.description = from.carried.empty() ? std::string(kUntouched) + std::to_string(row) : from.carried;
+    }
+    units.push_back(unit);
+  }
+  return units;
+}
+
+}  // namespace pallomir

@@ -1,0 +1,189 @@
+#include "timeline/tick_scale.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace pallomir {
+namespace {
+
+using testing::ElementsAreArray;
+
+TimeWindow Window(const CivilTime& start, const CivilTime& end) {
+  return {ToMillis(start), ToMillis(end)};
+}
+
+// "column:text" of every label.
+std::vector<std::string> Labels(const TickScale& scale) {
+  std::vector<std::string> labels;
+  for (const Tick& tick : scale.ticks)
+    if (!tick.label.empty()) labels.push_back(std::to_string(tick.column) + ":" + tick.label);
+  return labels;
+}
+
+TEST(TickScale, StepsAndLabelsFollowTheLengthOfTheWindow) {
+  const struct {
+    const char* name;
+    TimeWindow window;
+    int width, covering, drawn;
+    std::size_t ticks;
+    std::vector<std::string> labels;
+  } cases[] = {
+      {"a day: quarters of an hour, labels every 3 hours",
+       Window({2026, 11, 16}, {2026, 11, 17}),
+       1000,
+       8,
+       4,
+       96,
+       {"0:11/16", "125:3a", "250:6a", "375:9a", "500:12n", "625:3p", "750:6p", "875:9p"}},
+      {"midnight inside",
+       Window({2026, 11, 16, 12}, {2026, 11, 17, 12}),
+       1000,
+       8,
+       4,
+       96,
+       {"0:12n", "125:3p", "250:6p", "375:9p", "500:11/17", "625:3a", "750:6a", "875:9a"}},
+      {"a minute has no label on 400 pixels",
+       Window({2026, 1, 1, 7, 3}, {2026, 1, 1, 7, 4}),
+       400,
+       2,
+       1,
+       4,
+       {}},
+      {"20 minutes",
+       Window({2026, 1, 1, 7, 3, 20}, {2026, 1, 1, 7, 23, 20}),
+       400,
+       5,
+       1,
+       80,
+       {"33:5", "133:10", "233:15", "333:20"}},
+      {"a full hour among minutes",
+       Window({2026, 1, 1, 7, 50}, {2026, 1, 1, 8, 20}),
+       400,
+       5,
+       2,
+       30,
+       {"133:8a", "333:15"}},
+      {"weeks, and a month that cuts one short",
+       Window({2011, 8, 29}, {2011, 9, 30}),
+       320,
+       11,
+       7,
+       64,
+       {"30:9/11", "90:9/7", "160:9/14", "230:9/21", "300:9/28"}},
+      {"months, and a year that is also one",
+       Window({2010, 11, 15}, {2011, 2, 23}),
+       500,
+       12,
+       8,
+       100,
+       {"80:12/10", "235:2011", "390:2/11"}},
+      {"weeks meet the first of a month by chance",
+       Window({2010, 11, 15}, {2012, 1, 15}),
+       500,
+       12,
+       9,
+       60,
+       {"483:2012"}},
+      {"50 years: quarters without labels", Window({1970, 1, 1}, {2020, 1, 1}), 1000, 12, 11, 200, {}},
+      {"5 years",
+       Window({2008, 7, 1}, {2013, 7, 1}),
+       600,
+       12,
+       10,
+       60,
+       {"60:2009", "180:2010", "300:2011", "420:2012", "540:2013"}},
+      {"longer than every step", Window({1900, 1, 1}, {9999, 12, 31}), 32767, 12, 12, 8100, {}},
+      {"a drawn step beyond the covering one",
+       Window({2026, 1, 1, 0, 0, 1}, {2026, 1, 1, 0, 0, 9}),
+       1,
+       1,
+       2,
+       0,
+       {}},
+      {"one that matches no rank", Window({2026, 1, 1, 0, 0, 0}, {2026, 1, 1, 0, 0, 9}), 1, 1, 2, 1, {}},
+  };
+  for (const auto& c : cases) {
+    const auto scale = BuildTickScale(c.window, c.width);
+    ASSERT_TRUE(scale) << c.name;
+    EXPECT_EQ(scale->coveringStep, c.covering) << c.name;
+    EXPECT_EQ(scale->drawnStep, c.drawn) << c.name;
+    EXPECT_EQ(scale->ticks.size(), c.ticks) << c.name;
+    EXPECT_THAT(Labels(*scale), ElementsAreArray(c.labels)) << c.name;
+  }
+}
+
+TEST(TickScale, NothingWhereNothingCanBeShown) {
+  const CivilTime start{2026, 11, 16};
+  const struct {
+    TimeWindow window;
+    int width;
+  } cases[] = {
+      {Window(start, {2026, 11, 17}), 0},
+      {Window(start, {2026, 11, 17}), -5},
+      {Window(start, {2026, 11, 17}), kMaxStripWidth + 1},
+      {Window(start, start), 100},
+      {Window(start, {2026, 11, 15}), 100},
+      {{ToMillis({1900, 1, 1}) - 1, ToMillis(start)}, 1000},
+      {Window(start, {10000, 1, 1}), 1000},
+      {Window({2000, 6, 1}, {2026, 6, 1}), 104},  // years lie 4 pixels apart, which is not enough
+  };
+  for (const auto& c : cases) EXPECT_FALSE(BuildTickScale(c.window, c.width)) << c.width;
+  EXPECT_TRUE(BuildTickScale(Window({2000, 6, 1}, {2026, 6, 1}), 105));
+}
+
+TEST(TickScale, GridsRollBackOverTheStartOfMonthAndYear) {
+  const struct {
+    int step;
+    CivilTime time, floor;
+  } cases[] = {
+      {1, {2026, 3, 5, 4, 7, 44}, {2026, 3, 5, 4, 7, 30}},
+      {2, {2026, 3, 5, 4, 7, 44}, {2026, 3, 5, 4, 7}},
+      {3, {2026, 3, 5, 4, 9, 59}, {2026, 3, 5, 4, 5}},
+      {4, {2026, 3, 5, 4, 59}, {2026, 3, 5, 4, 45}},
+      {6, {1950, 3, 5, 23, 59}, {1950, 3, 5, 21}},
+      {7, {1950, 3, 5, 11, 59}, {1950, 3, 5}},
+      {8, {1950, 3, 5, 11, 59}, {1950, 3, 5}},
+      {9, {2024, 3, 6, 23}, {2024, 2, 29}},
+      {9, {2024, 3, 7}, {2024, 3, 7}},
+      {9, {2024, 1, 1}, {2023, 12, 31}},
+      {9, {2024, 1, 31}, {2024, 1, 28}},
+      {10, {2024, 2, 29, 5}, {2024, 2, 1}},
+      {11, {2024, 2, 29}, {2023, 12, 1}},
+      {11, {2024, 12, 31}, {2024, 12, 1}},
+      {11, {2024, 8, 31}, {2024, 6, 1}},
+      {12, {2024, 12, 31, 23}, {2024, 1, 1}},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(IsoText(FloorToStep(ToMillis(c.time), c.step)), IsoText(ToMillis(c.floor))) << c.step;
+}
+
+TEST(TickScale, EveryWindowAndWidthGivesAnOrderlyScale) {
+  std::mt19937_64 random(20261122);
+  const auto between = [&random](Millis low, Millis high) {
+    return std::uniform_int_distribution<Millis>(low, high)(random);
+  };
+  for (int i = 0; i < 20000; ++i) {
+    // Lengths spread over the orders of magnitude, from a second to some 80 years.
+    const Millis length = between(1, 25) * (Millis{1} << between(10, 36));
+    const Millis start = between(ToMillis({1900, 1, 1}), ToMillis({2300, 1, 1}));
+    const auto width = static_cast<int>(between(1, 4000));
+    const auto scale = BuildTickScale({start, start + length}, width);
+    if (!scale) continue;
+    const int s = scale->drawnStep;
+    int before = -1;
+    for (const Tick& tick : scale->ticks) {
+      ASSERT_GT(tick.column, before) << IsoText(start) << " " << length << " " << width;
+      ASSERT_LT(tick.column, width);
+      ASSERT_EQ(tick.height, 2 * (tick.rank + 1 - s));
+      ASSERT_TRUE(tick.rank >= s && tick.rank <= std::max(s, scale->coveringStep));
+      ASSERT_EQ(!tick.label.empty(), tick.rank > s + 1);
+      before = tick.column;
+    }
+    ASSERT_LE(scale->ticks.size(), static_cast<std::size_t>(width) / 2 + 2);
+  }
+}
+
+}  // namespace
+}  // namespace pallomir

@@ -1,0 +1,136 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "timeline/point_text.h"
+#include "timeline/time_window.h"
+#include "timeline/timeline_drag.h"
+#include "timeline/timeline_layout.h"
+
+namespace pallomir {
+namespace {
+
+constexpr int kWidth = 15000;  // twips: 1000 pixels
+
+TEST(TimeWindow, NavigationMovesAndZooms) {
+  const Millis day = ToMillis({2026, 11, 16});
+  const TimeWindow whole{day, day + kDay};
+  EXPECT_EQ(ZoomedIn(whole), (TimeWindow{day + 8 * kHour, day + 16 * kHour}));
+  EXPECT_EQ(ZoomedOut(whole), (TimeWindow{day - kDay, day + 2 * kDay}));
+  EXPECT_EQ(MovedBy(whole, -3), (TimeWindow{day - 3 * kDay, day - 2 * kDay}));
+  EXPECT_EQ(MovedBy(whole, 9), (TimeWindow{day + 9 * kDay, day + 10 * kDay}));
+  EXPECT_EQ(ZoomedTo(whole, 0.25, 0.5), (TimeWindow{day + 6 * kHour, day + 12 * kHour}));
+  const TimeWindow backwards{day + kDay, day};
+  EXPECT_EQ(MovedBy(backwards, 1), (TimeWindow{day, day - kDay}));
+  EXPECT_EQ(ZoomedIn(backwards), (TimeWindow{day + 16 * kHour, day + 8 * kHour}));
+}
+
+TEST(TimeWindow, ItStaysWhereDatesExist) {
+  TimeWindow window{ToMillis({2026, 11, 16}), ToMillis({2026, 11, 17})};
+  for (int i = 0; i < 100; ++i) window = ZoomedOut(window);
+  EXPECT_EQ(ToCivil(window.start), (CivilTime{100, 1, 1}));
+  EXPECT_EQ(ToCivil(window.end), (CivilTime{9999, 12, 31, 23, 59, 59}));
+  EXPECT_EQ(MovedBy(window, 9).start, window.end);
+}
+
+TEST(TimelineDrag, PressMoveAndRelease) {
+  const struct {
+    const char* name;
+    double press, release;
+    bool band;
+    std::optional<WindowShares> shares;
+  } cases[] = {
+      {"3 pixels are a click", 1500, 1545, false, std::nullopt},
+      {"beyond 3 pixels the band shows, but 4 zoom", 1500, 1559, true, std::nullopt},
+      {"4 pixels zoom", 1500, 1560, true, WindowShares{1515.0 / kWidth, 1575.0 / kWidth}},
+      {"right to left is left to right", 1560, 1500, true, WindowShares{1515.0 / kWidth, 1575.0 / kWidth}},
+      {"out at the left", 2985, -900, true, WindowShares{0, 0.2}},
+      {"out at the right", 14985 - 7500, 99999, true, WindowShares{0.5, 1}},
+      {"all of it", -15, kWidth, true, WindowShares{0, 1}},
+  };
+  for (const auto& c : cases) {
+    TimelineDrag drag;
+    EXPECT_FALSE(drag.TimelineMouse(MouseAction::kDown, true, c.press, kWidth));
+    EXPECT_FALSE(drag.Band());
+    EXPECT_FALSE(drag.TimelineMouse(MouseAction::kMove, true, c.release, kWidth));
+    EXPECT_EQ(drag.Band().has_value(), c.band) << c.name;
+    EXPECT_EQ(drag.TimelineMouse(MouseAction::kUp, true, c.release, kWidth), c.shares) << c.name;
+    EXPECT_FALSE(drag.IsActive() || drag.Band());
+  }
+}
+
+TEST(TimelineDrag, TheBandLiesBetweenAnchorAndPointer) {
+  TimelineDrag drag;
+  drag.TimelineMouse(MouseAction::kDown, true, 1500, kWidth);
+  drag.TimelineMouse(MouseAction::kMove, true, 900, kWidth);
+  EXPECT_EQ(drag.Band(), (RubberBand{915, 615}));
+  drag.TimelineMouse(MouseAction::kMove, true, 1530, kWidth);
+  EXPECT_FALSE(drag.Band()) << "back near the anchor";
+}
+
+TEST(TimelineDrag, OnlyTheLeftButtonDragsAndALostOneEndsIt) {
+  TimelineDrag drag;
+  const auto mouse = [&drag](MouseAction action, bool left, double x) {
+    return drag.TimelineMouse(action, left, x, kWidth);
+  };
+  mouse(MouseAction::kDown, false, 100);
+  EXPECT_FALSE(drag.IsActive());
+  EXPECT_FALSE(mouse(MouseAction::kUp, true, 5000)) << "a release without a press";
+  mouse(MouseAction::kDown, true, 100);
+  EXPECT_FALSE(mouse(MouseAction::kUp, false, 5000));
+  EXPECT_TRUE(drag.IsActive()) << "another button goes up during the drag";
+  mouse(MouseAction::kMove, false, 5000);
+  EXPECT_FALSE(drag.IsActive()) << "the release was lost";
+  mouse(MouseAction::kDown, true, 100);
+  drag.Cancel();
+  EXPECT_FALSE(mouse(MouseAction::kUp, true, 5000));
+  EXPECT_FALSE(drag.TimelineMouse(MouseAction::kDown, true, 100, 0));
+  EXPECT_FALSE(drag.TimelineMouse(MouseAction::kUp, true, 5000, 0)) << "no strip, no division";
+}
+
+TEST(TimelineLayout, RowsKeepTheirHeightsAndTheFrameItsThird) {
+  for (const int rows : {1, 4, 20, 200}) {
+    const TimelineLayout layout(1020, TimelineContentHeight(rows), rows);
+    EXPECT_EQ(layout.ScaleWidth(), 1000);
+    EXPECT_EQ(layout.Time(rows), (PixelRect{10, 20 + (rows - 1) * 21, 1000, 10}));
+    EXPECT_EQ(layout.Data(rows), (PixelRect{10, 30 + (rows - 1) * 21, 1000, 8})) << rows;
+    EXPECT_EQ(TimelineFrameHeight(rows, 700), std::min(20 + rows * 21, 233));
+  }
+  EXPECT_EQ(TimelineFrameHeight(0, 700), 0);
+  EXPECT_EQ(TimelineLayout(15, 0, 3).ScaleWidth(), 0);
+  EXPECT_EQ(TimelineLayout(500, 40, 5).Data(1).height, 0);
+}
+
+TEST(TimelineLayout, APointBelongsToTheRowUnderIt) {
+  const TimelineLayout layout(120, TimelineContentHeight(2), 2);
+  const struct {
+    int x, y, row;
+  } cases[] = {{10, 19, 0}, {10, 20, 1}, {109, 37, 1}, {110, 30, 0}, {9, 30, 0},  {50, 38, 0},
+               {50, 40, 0}, {50, 41, 2}, {50, 58, 2},  {50, 59, 0},  {50, 62, 0}, {50, -5, 0}};
+  for (const auto& c : cases) EXPECT_EQ(layout.RowAt(c.x, c.y), c.row) << c.x << "," << c.y;
+}
+
+TEST(TimelineLayout, ABoxStaysInsideItsArea) {
+  const PixelRect map{0, 0, 800, 500};
+  EXPECT_EQ(PlaceBeside(100, 550, {200, 60}, map), (PixelRect{112, 440, 200, 60}));
+  EXPECT_EQ(PlaceBeside(790, 550, {200, 60}, map), (PixelRect{578, 440, 200, 60}));
+  EXPECT_EQ(PlaceBeside(100, 20, {200, 60}, map), (PixelRect{112, 0, 200, 60}));
+  EXPECT_EQ(PlaceBeside(100, 550, {900, 600}, map), (PixelRect{0, 0, 900, 600})) << "larger than the area";
+}
+
+TEST(PointText, SpeedAndDistanceInBothUnits) {
+  const PointFacts point{ToMillis({2026, 11, 16, 15, 4, 5}), 0xFE00 | 175, 12.345};
+  const UnitLabel van{3, "Van: North"};
+  EXPECT_EQ(PointText(van, point, LengthUnit::kMiles),
+            "3: Van: North\n11/16/26 03:04:05 PM\n60.4 mph\n12.35 mi");
+  EXPECT_EQ(HoverText(van, point, LengthUnit::kKilometers),
+            "Unit #3 Van: North\n11/16/26 03:04:05 PM\n97.2 kph\n19.87 km");
+  EXPECT_EQ(HoverText(van, std::nullopt, LengthUnit::kMiles), "Unit #3 Van: North");
+  EXPECT_EQ(SpeedText(0, LengthUnit::kMiles), "0.0 mph");
+  EXPECT_EQ(SpeedText(511, LengthUnit::kMiles), "176.4 mph");
+  EXPECT_EQ(DistanceText(12345.678, LengthUnit::kMiles), "12345.68 mi");
+}
+
+}  // namespace
+}  // namespace pallomir

@@ -1,0 +1,238 @@
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QElapsedTimer>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTest>
+
+#include "fakes/fake_system.h"
+#include "tracking/formMobileUnit_Edit.h"
+#include "ui/question_queue.h"
+
+namespace pallomir {
+namespace {
+
+using testing::SizeIs;
+
+class UnitEditorWindowTest : public testing::Test {
+ protected:
+  UnitEditorWindowTest() { owner_.show(); }
+
+  void Open(int count) {
+    std::vector<MobileUnit> units;
+    for (int i = 1; i <= count; ++i) units.push_back({i == 1, "0123456789AB", "Van " + std::to_string(i)});
+    editor_ = new formMobileUnit_Edit(&owner_, units, questions_);
+    editor_->apply = [this](const std::vector<MobileUnit>& list) { applied_.push_back(list); };
+    editor_->closed = [this] { ++closed_; };
+    editor_->show();
+    editor_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(editor_));
+  }
+
+  template <class Widget = QLineEdit>
+  Widget* Find(const char* name) {
+    Widget* widget = editor_->findChild<Widget*>(name);
+    EXPECT_TRUE(widget) << name;
+    return widget;
+  }
+  void Press(const char* button) { QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton); }
+  static QColor ColourOf(const QLineEdit* box) { return box->palette().color(QPalette::Text); }
+
+  QWidget owner_;
+  fakes::FakeQuestionBox box_;
+  QuestionQueue questions_{box_};
+  QPointer<formMobileUnit_Edit> editor_;
+  std::vector<std::vector<MobileUnit>> applied_;
+  int closed_ = 0;
+};
+
+TEST_F(UnitEditorWindowTest, ARowIsAddedTypedCheckedAndApplied) {
+  Open(0);
+  EXPECT_EQ(editor_->windowTitle(), "Edit Mobile Unit List");
+  EXPECT_TRUE(editor_->windowModality() == Qt::NonModal);
+  Press("cmdAddRow");
+  EXPECT_TRUE(Find("txtID(1)")->hasFocus());
+  EXPECT_EQ(Find("txtID(1)")->selectedText(), "Add New ID Here");
+  EXPECT_EQ(ColourOf(Find("txtID(1)")), QColor(0, 128, 128));
+  QTest::keyClicks(Find("txtID(1)"), "0123456789a");
+  EXPECT_EQ(ColourOf(Find("txtID(1)")), QColor(255, 0, 0));
+  QTest::keyClicks(Find("txtID(1)"), "bc");
+  EXPECT_EQ(Find("txtID(1)")->text(), "0123456789AB");
+  EXPECT_EQ(ColourOf(Find("txtID(1)")), editor_->palette().color(QPalette::Text));
+  ASSERT_THAT(box_.shown, SizeIs(1));
+  box_.AnswerIt();
+  EXPECT_FALSE(Find<QPushButton>("cmdApply")->isEnabled());
+  Find<QCheckBox>("chkEnabled(1)")->click();
+  Press("cmdApply");
+  ASSERT_THAT(applied_, SizeIs(1));
+  EXPECT_EQ(applied_[0], (std::vector<MobileUnit>{{true, "0123456789AB", "Unit #1"}}));
+  EXPECT_EQ(closed_, 1);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_FALSE(editor_) << "it is gone when it was closed";
+}
+
+TEST_F(UnitEditorWindowTest, EveryWayInGoesThroughTheRules) {
+  Open(1);
+  QLineEdit* id = Find("txtID(1)");
+  const auto clear = [&] {
+    id->selectAll();
+    QTest::keyClick(id, Qt::Key_Delete);
+    EXPECT_EQ(id->text(), "");
+  };
+  const auto expectTaken = [&](const char* way) {
+    EXPECT_EQ(id->text(), "0013A20040B1") << way;
+    EXPECT_FALSE(id->hasSelectedText()) << way;
+    clear();
+  };
+  clear();
+  QApplication::clipboard()->setText("00:13:a2:00:40:b1\n");
+  QTest::keyClick(id, Qt::Key_V, Qt::ControlModifier);
+  expectTaken("clipboard");
+  QMimeData dragged;
+  dragged.setText("00-13-a2-00-40-b1");
+  QDragEnterEvent enter(QPoint(3, 3), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(id, &enter);
+  QDropEvent drop(QPointF(3, 3), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(id, &drop);
+  expectTaken("drop");
+  QInputMethodEvent composing("ha", {});
+  QApplication::sendEvent(id, &composing);
+  EXPECT_EQ(id->text(), "");
+  QInputMethodEvent composed("", {});
+  composed.setCommitString("0013a20040b1");
+  QApplication::sendEvent(id, &composed);
+  expectTaken("input method");
+  id->insert("0013a20040b1");
+  expectTaken("a tool that writes into the box");
+  id->undo();
+  EXPECT_EQ(id->text(), "") << "the box has no history of its own";
+  QTest::keyClick(id, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(id->text(), "0013A20040B1");
+  QTest::keyClick(id, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(id->text(), "");
+  EXPECT_TRUE(box_.shown.empty());
+  id->setText("Zoo");
+  EXPECT_EQ(id->text(), "");
+  EXPECT_THAT(box_.shown, SizeIs(1)) << "one message a paste";
+}
+
+TEST_F(UnitEditorWindowTest, FocusSelectsAllAClickAPlaceholderAndTheNextClickSetsTheCursor) {
+  Open(2);
+  Press("cmdAddRow");
+  QLineEdit* placeholder = Find("txtDesc(3)");
+  for (int click = 0; click < 2; ++click) {
+    QTest::mouseClick(placeholder, Qt::LeftButton, {}, QPoint(30, 8));
+    EXPECT_EQ(placeholder->selectedText(), "Enter This Mobile Unit's Description Here");
+  }
+  QLineEdit* text = Find("txtDesc(2)");
+  QTest::mouseClick(text, Qt::LeftButton, {}, QPoint(10, 8));
+  EXPECT_EQ(text->selectedText(), "Van 2");
+  EXPECT_EQ(Find<QPushButton>("cmdDeleteRow")->text(), "Delete\nRow 2");
+  QTest::mouseClick(text, Qt::LeftButton, {}, QPoint(10, 8));
+  EXPECT_FALSE(text->hasSelectedText());
+  QTest::keyClick(text, Qt::Key_End);
+  QTest::keyClick(text, Qt::Key_Left, Qt::ShiftModifier);
+  QTest::sendKeyEvent(QTest::Click, text, Qt::Key_Eacute, QString("é"), Qt::NoModifier);
+  EXPECT_EQ(text->text(), "Van é");
+  QTest::keyClick(text, Qt::Key_Backspace);
+  QTest::keyClicks(text, "9");
+  EXPECT_EQ(text->text(), "Van 9");
+}
+
+TEST_F(UnitEditorWindowTest, TheKeyboardReachesEverythingInOrder) {
+  Open(2);
+  Press("cmdAddRow");
+  Find<QCheckBox>("chkEnabled(1)")->setFocus();
+  QStringList seen;
+  for (int i = 0; i < 15; ++i) {
+    seen += editor_->focusWidget()->objectName();
+    EXPECT_FALSE(editor_->focusWidget()->accessibleName().isEmpty() &&
+                 !qobject_cast<QPushButton*>(editor_->focusWidget()));
+    QTest::keyClick(editor_->focusWidget(), Qt::Key_Tab);
+  }
+  EXPECT_EQ(seen.join(" "),
+            "chkEnabled(1) txtID(1) txtDesc(1) chkEnabled(2) txtID(2) txtDesc(2) chkEnabled(3) txtID(3) "
+            "txtDesc(3) cmdAddRow cmdDeleteRow cmdMoveRowUp cmdCancel chkEnabled(1) txtID(1)");
+}
+
+TEST_F(UnitEditorWindowTest, EscapeAndEnterInABoxDoNothing) {
+  Open(2);
+  QLineEdit* id = Find("txtID(1)");
+  for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter}) QTest::keyClick(id, key);
+  QTest::keyClick(Find<QPushButton>("cmdAddRow"), Qt::Key_Escape);
+  EXPECT_TRUE(editor_ && editor_->isVisible());
+  EXPECT_TRUE(id->hasFocus());
+  EXPECT_EQ(id->selectedText(), "0123456789AB");
+  EXPECT_TRUE(applied_.empty());
+  QTest::keyClick(Find<QPushButton>("cmdCancel"), Qt::Key_Space);
+  EXPECT_TRUE(applied_.empty());
+  EXPECT_EQ(closed_, 1);
+}
+
+TEST_F(UnitEditorWindowTest, RowsMoveAndGoAndTheKeyboardDoesNotSlipToAnotherButton) {
+  Open(3);
+  Find("txtDesc(2)")->setFocus();
+  const int height = editor_->height();
+  auto* up = Find<QPushButton>("cmdMoveRowUp");
+  up->setFocus();
+  QTest::keyClick(up, Qt::Key_Space);
+  EXPECT_EQ(Find("txtDesc(1)")->text(), "Van 2");
+  EXPECT_TRUE(Find("txtDesc(1)")->hasFocus()) << "the row can't go further";
+  EXPECT_TRUE(Find<QCheckBox>("chkEnabled(2)")->isChecked());
+  for (int i = 0; i < 3; ++i) Press("cmdAddRow");
+  EXPECT_GT(editor_->height(), height);
+  for (int i = 0; i < 4; ++i) Press("cmdDeleteRow");
+  EXPECT_EQ(editor_->height(), height);
+  EXPECT_FALSE(editor_->findChild<QLineEdit*>("txtID(3)"));
+  EXPECT_EQ(Find("txtDesc(2)")->text(), "Van 1");
+}
+
+TEST_F(UnitEditorWindowTest, TwoHundredRowsStayQuickAndTheNewOneIsInSight) {
+  Open(199);
+  QElapsedTimer elapsed;
+  elapsed.start();
+  Press("cmdAddRow");
+  QTest::keyClicks(Find("txtID(200)"), "0123456789ab");
+  RecordProperty("milliseconds", static_cast<int>(elapsed.elapsed()));
+  EXPECT_LT(elapsed.elapsed(), 500);
+  EXPECT_LE(editor_->height(), owner_.screen()->availableGeometry().height());
+  auto* area = editor_->findChild<QScrollArea*>();
+  const QRect row(Find("txtID(200)")->mapTo(area->viewport(), QPoint()), Find("txtID(200)")->size());
+  EXPECT_TRUE(area->viewport()->rect().contains(row));
+}
+
+TEST_F(UnitEditorWindowTest, ColoursStayReadableOnADarkDesktop) {
+  Open(1);
+  Press("cmdAddRow");
+  QPalette dark;
+  dark.setColor(QPalette::Base, QColor(30, 30, 30));
+  dark.setColor(QPalette::Text, QColor(240, 240, 240));
+  editor_->setPalette(dark);
+  QTest::keyClick(Find("txtID(1)"), Qt::Key_Backspace);
+  for (const char* name : {"txtID(1)", "txtID(2)", "txtDesc(1)"}) {
+    Find(name)->setFocus();
+    EXPECT_GT(ColourOf(Find(name)).lightness(), 140) << name;
+  }
+  EXPECT_NE(ColourOf(Find("txtID(2)")), ColourOf(Find("txtDesc(1)")));
+}
+
+TEST_F(UnitEditorWindowTest, TheAnswerToAMessageMayComeAfterTheWindowIsGone) {
+  Open(1);
+  QTest::keyClicks(Find("txtID(1)"), "x");
+  Press("cmdCancel");
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_FALSE(editor_);
+  box_.AnswerIt();
+  EXPECT_EQ(closed_, 1);
+}
+
+}  // namespace
+}  // namespace pallomir

@@ -1,0 +1,62 @@
+#include "tracking/unit_editor.h"
+
+#include <gmock/gmock.h>
+
+namespace pallomir {
+namespace {
+
+TEST(UnitEditor, WhatIsOpenedAndAppliedUntouchedStaysExceptForItsNumber) {
+  const struct {
+    const char* stored;
+    bool isPlaceholder;
+    const char* applied;  // as row 2
+  } cases[] = {
+      {"Delivery van", false, "Delivery van"},
+      {"", false, ""},
+      {"Unit #7", true, "Unit #2"},
+      {"Unit #", true, "Unit #2"},
+      {"Unit #7 blue van", true, "Unit #7 blue van"},
+      {"Unit 7", false, "Unit 7"},
+      {"unit #7", false, "unit #7"},
+      {"Café ☕", false, "Café ☕"},
+      {"Enter This Mobile Unit's Description Here", true, "Unit #2"},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.stored);
+    const ListGrid grid =
+        OpenUnitEditor({{true, "0123456789AB", "First"}, {false, "0123456789AC", row.stored}});
+    EXPECT_EQ(grid.IsPlaceholder(2, kUnitDescriptionColumn), row.isPlaceholder);
+    EXPECT_EQ(UnitsOfEditor(grid), (std::vector<MobileUnit>{{true, "0123456789AB", "First"},
+                                                            {false, "0123456789AC", row.applied}}));
+  }
+}
+
+TEST(UnitEditor, AKeptDescriptionGoesWithItsRowUntilItIsTouched) {
+  ListGrid grid = OpenUnitEditor({{true, "0123456789AB", "Unit #1 red"}, {true, "0123456789AC", "Unit #2"}});
+  grid.Focus(1, kUnitIdColumn);
+  grid.MoveRowDown();
+  EXPECT_EQ(UnitsOfEditor(grid)[0].description, "Unit #1");
+  EXPECT_EQ(UnitsOfEditor(grid)[1].description, "Unit #1 red");
+  grid.Edit(2, kUnitDescriptionColumn, {BoxAction::kType, "V"}, {});
+  EXPECT_EQ(UnitsOfEditor(grid)[1].description, "V");
+}
+
+TEST(UnitEditor, WhatIsAppliedCanBeStoredAndReadBack) {
+  ListGrid grid = OpenUnitEditor({});
+  EXPECT_EQ(grid.RowCount(), 0u);
+  EXPECT_FALSE(grid.Buttons().canApply);
+  grid.AddRow();
+  const auto refusal = grid.Edit(1, kUnitIdColumn, {BoxAction::kType, "0123456789abc"}, {}).refusal;
+  ASSERT_TRUE(refusal);
+  EXPECT_EQ(refusal->text, "Enter up to 12 \"hex\" characters (0-9, a-f, A-F)");
+  EXPECT_EQ(refusal->title, "pallomir key entry error");
+  grid.Edit(1, kUnitDescriptionColumn, {BoxAction::kPaste, "Van ~ 3"}, {});
+  grid.SetChecked(1, true);
+  EXPECT_TRUE(grid.Buttons().canApply);
+  const auto units = UnitsOfEditor(grid);
+  EXPECT_EQ(EncodeMobileUnits(units), "X0123456789ABVan  3~");
+  EXPECT_EQ(ParseMobileUnits(EncodeMobileUnits(units)), units);
+}
+
+}  // namespace
+}  // namespace pallomir
