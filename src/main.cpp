@@ -108,7 +108,7 @@ class Program {
     client_ = std::make_unique<Client>(Ports{*window_, *window_, *browser_, locator_, probe_, data_, loop_,
                                              clock_, questions_, settings_, registry_, mutex_, signal_,
                                              beeper_, trace_, folders_, ReadDeployment(folders_, trace_)});
-    window_->Attach(*client_);
+    window_->Attach(*client_, questions_);
     client_->Load();
   }
 

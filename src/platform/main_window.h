@@ -6,6 +6,9 @@
 
 namespace pallomir {
 
+/// The values are those of the stored "WindowState".
+enum class WindowMode { kNormal = 0, kMinimised = 1, kMaximised = 2, kFullScreen = 99 };
+
 /// The main window as a window: its place, its state and its being in front. What it shows is
 /// shell/client_view.h.
 class MainWindow {
@@ -14,14 +17,17 @@ class MainWindow {
 
   /// The system's number of the window.
   virtual std::int64_t Handle() const = 0;
-  /// The part of the desktop that no panel covers.
+  /// The part of the window's screen that no panel covers, and its whole screen.
   virtual PixelRect WorkArea() const = 0;
+  virtual PixelRect Screen() const = 0;
+  /// Whether somebody else places windows. Without one the window has to do it itself.
+  virtual bool HasWindowManager() const = 0;
   virtual PixelRect Bounds() const = 0;
   virtual void SetBounds(const PixelRect& bounds) = 0;
+  /// Asks the system for the state; what it gives comes as an event.
+  virtual void SetState(WindowMode state) = 0;
+  virtual void SetTopmost(bool topmost) = 0;
   virtual void Show() = 0;
-  virtual void Maximise() = 0;
-  virtual bool IsMaximised() const = 0;
-  virtual bool IsMinimised() const = 0;
   /// Brings the window to the front. It takes the keyboard only when no other program's window and none of
   /// our own dialogs is active.
   virtual void BringToForeground() = 0;

@@ -9,6 +9,11 @@
 #include <QVBoxLayout>
 
 namespace pallomir {
+namespace {
+
+constexpr int kLeastWidth = 240;  // room for the window's caption
+
+}  // namespace
 
 AboutBox::AboutBox(QWidget* owner, const QString& title, const QString& version, const QDate& date)
     : QDialog(owner) {
@@ -23,6 +28,7 @@ AboutBox::AboutBox(QWidget* owner, const QString& title, const QString& version,
       new QLabel(QString("Version: %1\n\nDate: %2").arg(version, date.toString(Qt::ISODate)), this);
   lblVersion->setObjectName("lblVersion");
   lblVersion->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  lblVersion->setMinimumWidth(kLeastWidth);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
   buttons->button(QDialogButtonBox::Ok)->setObjectName("cmdOK");
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

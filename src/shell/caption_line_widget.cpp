@@ -14,6 +14,8 @@
 namespace pallomir {
 namespace {
 
+constexpr int kLeastControlWidth = 48;
+
 void Call(const std::function<void()>& callback) {
   if (callback) callback();
 }
@@ -107,6 +109,8 @@ IconButton* CaptionLine::AddButton(const char* name, const char* icon, const cha
 }
 
 void CaptionLine::AddControl(QWidget* control) {
+  // In a narrow window the pickers give way, not the window's buttons.
+  control->setMinimumWidth(kLeastControlWidth);
   controls_->addWidget(control);
 }
 

@@ -25,6 +25,7 @@ void Client::CreateTimers() {
   lastUpdateTimer_ = create("LastUpdateTimer", 1000, &Client::UpdateCaption);
   tmrFocusGetter_ = create("tmrFocusGetter", 250, &Client::FocusLost);
   boxTimer_ = create("BoxTimer", 1000, &Client::OnBoxTick);
+  tmrP_ = create("tmrP", 100, &Client::OnCaptureTick);
   tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
   tmrTimelineInfo_ = create("tmrTimelineInfo", 10'000, &Client::OnTimelineInfoTick);
   tmrPB_ = create("tmrPB", RetryCountdown::kTickMilliseconds, &Client::OnRetryTick);
@@ -36,13 +37,14 @@ void Client::CreateTimers() {
 
 void Client::Unload() {
   if (closing_) return;
-  ports_.settings.Save(setting::kWindowState.key, ports_.window.IsMaximised() ? "2" : "0");
+  const bool maximised = modes_.Mode() == WindowMode::kMaximised || modes_.IsFullScreen();
+  ports_.settings.Save(setting::kWindowState.key, maximised ? "2" : "0");
   closing_ = true;
   StorePlacement();
   Run(seams.stopSound);
   HidePointMarker();
   for (Timer* timer : {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), boxTimer_.get(),
-                       tmrTimelineInfo_.get(), tmrDTP_.get(), tmrPB_.get(), dataPause_.get(),
+                       tmrP_.get(), tmrTimelineInfo_.get(), tmrDTP_.get(), tmrPB_.get(), dataPause_.get(),
                        splashPause_.get(), pageRetry_.get(), placementDelay_.get()}) {
     timer->SetEnabled(false);
   }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "base/trace.h"
 #include "map/map_view.h"
@@ -27,6 +28,7 @@
 #include "shell/hot_keys.h"
 #include "shell/settings_keys.h"
 #include "shell/stored_choices.h"
+#include "shell/window_modes.h"
 #include "timeline/data_strip.h"
 #include "timeline/date_pickers.h"
 #include "timeline/point_text.h"
@@ -66,13 +68,11 @@ struct Seams {
   std::function<void()> startAlert;    ///< a batch of data has been processed
   std::function<void()> stopSound;     ///< the window was resized or closes
   std::function<void()> closeReports;  ///< the data of the report tables and pop-ups changes
-  std::function<void()> editUnits;     ///< the unit editor is wanted
   std::function<void()> loadZones;     ///< zone menus and the page's zone list
   std::function<void(char, const std::string&)> editZone;  ///< "F", "C" or "3" of the page's zone editing
   std::function<void(double, double)> offerZonesAt;        ///< right-click at degrees, before the popup
   std::function<void(const std::string&)> showGeocode;     ///< the page's address of the clicked point
-  std::function<void(const page::MouseMoved&)> showPointUnder;  ///< the pointer moved over the map
-  std::function<bool()> isTopLevelAlerted;                      ///< the top-level zone entry reads "Alerted"
+  std::function<bool()> isTopLevelAlerted;                 ///< the top-level zone entry reads "Alerted"
 };
 
 /// What the map page has reported.
@@ -104,8 +104,17 @@ class Client {
   // What the user does with the window (client_window.cpp)
   void Resized();
   void Moved();
+  void MinimiseClicked();
+  void NormalClicked();
+  void MaximiseClicked();
+  void FullScreenClicked();
+  void CaptionDoubleClicked();
+  void WindowStateGiven(WindowMode state);  ///< the system gave the window another state
+  void MinimiseEnded();                     ///< the minimised window is seen again
   /// True when the key was one of ours.
   bool KeyDown(int modifiers, char key);
+  /// The user works with the caption line or a menu: the focus holder leaves the keyboard there for now.
+  void HoldFocusOff(bool hold);
   void FocusLost();  ///< the focus holder lost the keyboard
   void MenuButtonClicked();
   void MenuChosen(const MenuItem& item);
@@ -121,6 +130,16 @@ class Client {
   void TimelineLeft();
   void TimelineDragged(double from, double to);  ///< shares of the window
   void Timeline_Resize();                        ///< also `imgReload`
+
+  /// The pointer moved over the caption line; x in the window.
+  void PointerOverCaption(int x) { ShowPointAtShare(x); }
+  void PointerLeftCaption() { OnBoxTick(); }
+
+  /// A box was drawn on the map with Shift held: the map is zoomed to it. Corners in view pixels.
+  void RubberBandDrawn(ViewPoint a, ViewPoint b);
+
+  /// The unit editor's Apply.
+  void UnitsApplied(const std::vector<MobileUnit>& units);
 
   // The retry dialog's buttons (client_data.cpp)
   void RetryNow();
@@ -180,6 +199,7 @@ class Client {
   void FinishBatch();
   void OnUpdateAction();
   void UpdateCaption();
+  void UpdateLamp();
 
   // Menu entries (client_menus.cpp); the argument is the index within an array of entries
   bool Toggle(const char* menu, int index = 0);
@@ -197,6 +217,8 @@ class Client {
   void OnMenuStreetView(int);
   void OnMenuPanorama(int);
   void OnMenuExit(int);
+  void OnMenuEditUnits(int);
+  void OnMenuAbout(int);
   void SetPanorama(bool on);
 
   // Units (client_window.cpp)
@@ -235,12 +257,16 @@ class Client {
   void WriteMapType();
   void OnBoxTick();
 
+  void ShowPointAtShare(int x);
+  void OnCaptureTick();
   bool RunKeyCommand(const KeyCommand& command);  // client_keys.cpp
 
   // Layout (client_window.cpp)
   void LayOut();
   void NotePlacement();
   void StorePlacement();
+  void Apply(const WindowEffects& effects);
+  WindowSurroundings Surroundings() const;
   void HideMapUpdating();
 
   // Timeline and time window (client_timeline.cpp)
@@ -288,6 +314,7 @@ class Client {
   PageState page_;
   bool firstFitPending_ = false;  // the first fit waits for MapCreated
   bool fitted_ = false;           // the map has been fitted since start
+  bool notDrawn_ = false;         // there are points that no rebuild has drawn yet
   bool pageLost_ = false;
   PixelSize pageAddressSize_;  // the map size that the page's address named
 
@@ -298,11 +325,13 @@ class Client {
   bool focusHoldOff_ = false;
   bool mapUpdatingShown_ = false;
   std::optional<PixelRect> placementToStore_;
+  WindowModes modes_;
 
   std::unique_ptr<Timer> tmrRedraw_;
   std::unique_ptr<Timer> lastUpdateTimer_;
   std::unique_ptr<Timer> tmrFocusGetter_;
   std::unique_ptr<Timer> boxTimer_;
+  std::unique_ptr<Timer> tmrP_;
   std::unique_ptr<Timer> tmrDTP_;
   std::unique_ptr<Timer> tmrTimelineInfo_;
   std::unique_ptr<Timer> tmrPB_;

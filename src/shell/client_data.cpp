@@ -121,6 +121,7 @@ void Client::MergePacket(std::string_view unitId, ByteView records) {
     ports_.trace.Line(std::to_string(decoded.leftOut) +
                       " record(s) without a possible place or date left out");
   }
+  picture_.rows.clear();  // its columns name points by their places, which may shift
   if (!store_.Merge(k, decoded.rows, view_.DataBox) && !std::exchange(storeFullTold_, true)) {
     ports_.trace.Line("the store is full: what comes now is left out");
   }
@@ -145,7 +146,10 @@ void Client::OnUpdateAction() {
   if (menus_.At("mnuOptionsOnUpdateArray", 1).checked || !fitted_) {
     fitted_ = true;
     FitToData(0);
-  } else if (menus_.At("mnuOptionsOnUpdateArray", 2).checked) {
+    return;
+  }
+  notDrawn_ = true;
+  if (menus_.At("mnuOptionsOnUpdateArray", 2).checked) {
     SendPan(view_.LatestLat, view_.LatestLng);
   }
 }
@@ -157,7 +161,25 @@ void Client::FitByUser(std::size_t k) {
   Timeline_Resize();  // the redraw takes the notice away, also where there was nothing new
 }
 
+// Tells what is unseen otherwise; it changes nothing.
+void Client::UpdateLamp() {
+  using Colour = ClientView::LampColour;
+  using State = ServerConnection::State;
+  const auto show = [this](Colour colour, const char* text) { ports_.view.ShowLamp(colour, text); };
+  const State state = connection_->CurrentState();
+  if (stream_.PendingSize() > 0) return show(Colour::kAmber, "New data waits: press F");
+  if (notDrawn_) return show(Colour::kAmber, "Not drawn yet: press F");
+  if (state == State::kLocating || state == State::kProbing || state == State::kConnecting) {
+    return show(Colour::kAmber, "Looking for the server");
+  }
+  if (state == State::kClosedByServer) return show(Colour::kRed, "Closed by the server");
+  if (state != State::kStreaming) return show(Colour::kQuiet, "Not connected");
+  if (store_.PointCount() == 0) return show(Colour::kQuiet, "No data yet");
+  show(Colour::kGreen, "Connected");
+}
+
 void Client::UpdateCaption() {
+  UpdateLamp();
   if (book_.enabledCount == 0) return;
   Millis latest = ToMillis({2000, 1, 1});
   for (std::size_t k = 1; k <= store_.UnitCount(); ++k) {

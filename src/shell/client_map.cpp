@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -49,7 +51,8 @@ void Client::OnPage(const page::MouseMoved& move) {
   page_.MouseMoveToggle = !page_.MouseMoveToggle;
   if (!page_.MouseMoveToggle) return;
   OnTimelineInfoTick();
-  Run(seams.showPointUnder, move);
+  ports_.view.HideHelp();
+  ShowPointAtShare(move.x);
   page_.LastMouseLat = move.lat;
   page_.LastMouseLng = move.lng;
   page_.LastMouseZoom = move.zoom;
@@ -161,6 +164,7 @@ void Client::RebuildTiles() {
                           Question::Icon::kError, [this](const Answer&) { ports_.window.Close(); });
     return;
   }
+  notDrawn_ = rebuildOwed_;
   ports_.trace.Line("track tiles " + tiles_->GenerationText() + " written");
   ports_.browser.WriteField(field::kGeneration, tiles_->GenerationText());
 }
@@ -233,6 +237,55 @@ void Client::ShowPointMarker(std::size_t k, std::size_t index) {
   ports_.view.HidePointMarker();
   ports_.view.ShowPointMarker(WorldToView(view_, point.x, point.y, ports_.view.BrowserSize()));
   boxTimer_->SetEnabled(true);
+}
+
+// The browser's width, less a margin of 20 pixels on each side, stands for the time window: shown is the
+// point of all units that is nearest in time to the pixel's share of it.
+void Client::ShowPointAtShare(int x) {
+  constexpr int kMargin = 20;
+  const int width = ports_.view.BrowserSize().width - 2 * kMargin;
+  if (closing_ || width <= 0 || view_.UnitsPerPixel == 0) return;
+  const double share = std::clamp((x - kMargin) / static_cast<double>(width), 0.0, 1.0);
+  const Millis utc = window_.start + static_cast<Millis>(share * static_cast<double>(window_.Length())) +
+                     utcOffsetMinutes_ * kMinute;
+  std::size_t nearestUnit = 0;
+  std::size_t nearest = 0;
+  Millis leastDistance = 0;
+  for (std::size_t k = 1; k <= store_.UnitCount(); ++k) {
+    const auto index = store_.Track(k).NearestTo(utc);
+    if (!index) continue;
+    const Millis distance =
+        std::abs(DecodePackedTime(store_.Track(k).Points()[*index].time).value_or(0) - utc);
+    if (nearestUnit != 0 && distance >= leastDistance) continue;
+    nearestUnit = k;
+    nearest = *index;
+    leastDistance = distance;
+  }
+  if (nearestUnit == 0) return;
+  ShowPointMarker(nearestUnit, nearest + 1);
+  const auto facts = FactsOf(nearestUnit, static_cast<std::int32_t>(nearest));
+  if (facts) ports_.view.ShowPointInfo(PointText(LabelOf(nearestUnit), *facts, Length()));
+}
+
+void Client::OnCaptureTick() {
+  ports_.view.ShowCapturePanel();
+}
+
+void Client::RubberBandDrawn(ViewPoint a, ViewPoint b) {
+  // Less than that is a click with an unsteady hand.
+  constexpr int kSmallest = 4;
+  if (closing_ || view_.UnitsPerPixel == 0 || std::abs(a.x - b.x) < kSmallest ||
+      std::abs(a.y - b.y) < kSmallest) {
+    return;
+  }
+  const PixelSize browser = ports_.view.BrowserSize();
+  const WorldPoint first = ViewToWorld(view_, a.x, a.y, browser);
+  const WorldPoint second = ViewToWorld(view_, b.x, b.y, browser);
+  WorldBox box;
+  box.Widen(first.x, first.y);
+  box.Widen(second.x, second.y);
+  FitToBox(view_, box, browser);
+  ports_.browser.WriteField(field::kFit, FitText(view_));
 }
 
 void Client::OnBoxTick() {

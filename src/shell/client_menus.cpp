@@ -38,6 +38,8 @@ void Client::MenuChosen(const MenuItem& item) {
       {"mnuOptionsPortBase", &Client::OnMenuPortBase},
       {"mnuPopupStreetView", &Client::OnMenuStreetView},
       {"mnuPopupPanorama", &Client::OnMenuPanorama},
+      {"mnuOptionsMUEdit", &Client::OnMenuEditUnits},
+      {"mnuHelpAbout", &Client::OnMenuAbout},
       {"mnuPopupExit", &Client::OnMenuExit},
   };
   const auto action = kActions.find(item.name);
@@ -132,6 +134,14 @@ void Client::SetPanorama(bool on) {
   menus_.At("mnuPopupPanorama").checked = on;
   ports_.browser.WriteField(field::kPanorama, on ? "True" : "False");
   ports_.view.SetMenuLabel(on ? "Exit to Map" : "Menu");
+}
+
+void Client::OnMenuEditUnits(int) {
+  ports_.view.EditUnits(UnitsFromMenu(menus_));
+}
+
+void Client::OnMenuAbout(int) {
+  ports_.view.ShowAbout();
 }
 
 void Client::OnMenuExit(int) {

@@ -56,7 +56,7 @@ void Client::ReadPlacement() {
   bounds.height = read(setting::kWindowHeight, area.height);
   ports_.window.SetBounds(bounds);
   if (ports_.settings.Get(setting::kWindowState.key, setting::kWindowState.defaultValue) == "2") {
-    ports_.window.Maximise();
+    Apply(modes_.Maximise(Surroundings()));
   }
 }
 
@@ -141,8 +141,8 @@ void Client::CheckUnits() {
                         noUnit ? Question::Icon::kExclamation : Question::Icon::kInformation,
                         [this](const Answer&) {
                           if (closing_) return;
-                          Run(seams.editUnits);
                           ShowWindow();
+                          OnMenuEditUnits(0);
                         });
 }
 
@@ -164,6 +164,7 @@ void Client::ShowWindow() {
   ports_.view.ReturnFocus();
   lastUpdateTimer_->SetEnabled(true);
   tmrFocusGetter_->SetEnabled(true);
+  tmrP_->SetEnabled(true);
   Timeline_Resize();
 }
 

@@ -9,7 +9,8 @@
 namespace pallomir {
 
 void Client::Timeline_Resize() {
-  if (ports_.window.IsMinimised() || !ports_.view.IsTimelineVisible() || book_.enabledCount == 0) {
+  if (modes_.Mode() == WindowMode::kMinimised || !ports_.view.IsTimelineVisible() ||
+      book_.enabledCount == 0) {
     HideMapUpdating();  // no redraw will come to do it
     return;
   }

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/civil_time.h"
 #include "map/map_view.h"
 #include "platform/geometry.h"
+#include "platform/main_window.h"
 #include "timeline/data_strip.h"
+#include "tracking/mobile_units.h"
 
 namespace pallomir {
 
@@ -17,6 +20,9 @@ class ClientView {
   // Caption and layout
   virtual void SetCaption(const std::string& text) = 0;  ///< `lblCaption`
   virtual void ShowCaption(bool visible) = 0;            ///< `txtCaption`
+  enum class LampColour { kQuiet, kGreen, kAmber, kRed };
+  /// A small lamp that tells what can't be seen otherwise.
+  virtual void ShowLamp(LampColour colour, const std::string& text) = 0;
   /// Places the map, the caption line and the timeline in the window as large as it is now.
   virtual void LayOut() = 0;
   /// The browser control's size, the unused 18 pixels of its width included.
@@ -33,7 +39,12 @@ class ClientView {
   virtual void ShowTimelineInfo(const std::string& text) = 0;  ///< beside the pointer
   virtual void HideTimelineInfo() = 0;
 
+  /// Which of the caption line's buttons is the pressed one; grips are there in the normal mode only.
+  virtual void ShowWindowMode(WindowMode mode) = 0;
+
   // Windows of their own
+  virtual void EditUnits(const std::vector<MobileUnit>& units) = 0;  ///< the unit editor, modeless
+  virtual void ShowAbout() = 0;
   virtual void ShowSplash() = 0;
   virtual void TickStatus(int line) = 0;  ///< 1..17
   virtual void HideSplash() = 0;
@@ -46,7 +57,13 @@ class ClientView {
   // Marks over the map
   /// The square frame of four thin pictures around a view pixel.
   virtual void ShowPointMarker(ViewPoint at) = 0;
+  /// The text of the marked point, beside the mark; goes with it.
+  virtual void ShowPointInfo(const std::string& text) = 0;
   virtual void HidePointMarker() = 0;
+  /// While Shift is held and the pointer is over the map, lays the panel `picP` over it, which takes the
+  /// mouse.
+  virtual void ShowCapturePanel() = 0;
+  virtual void HideHelp() = 0;  ///< both help overlays
 
   // Date pickers
   virtual void ShowPicker(int i, Millis value, const std::string& format, bool visible) = 0;

@@ -1,6 +1,7 @@
 #include <list>
 #include <string>
 #include <utility>
+#include <variant>
 
 #include "shell/client.h"
 #include "shell/settings_keys.h"
@@ -42,6 +43,20 @@ void Client::SaveUnits() {
   }
 }
 
+void Client::UnitsApplied(const std::vector<MobileUnit>& units) {
+  if (closing_) return;
+  ShowUnitsInMenu(menus_, units);
+  SaveUnits();
+  Question question;
+  question.kind = Question::Kind::kYesNo;
+  question.icon = Question::Icon::kQuestion;
+  question.title = "Pallomir";
+  question.text = "Do you want to reload the map now?";
+  ports_.questions.Ask(question, [this](const Answer& answer) {
+    if (answer.yes) MapReload();
+  });
+}
+
 void Client::EnumerateMUs() {
   mapUpdatingShown_ = true;
   ports_.view.ShowMapUpdating();
@@ -77,8 +92,59 @@ void Client::MapReload() {
 }
 
 void Client::Resized() {
-  if (closing_ || !loaded_) return;
+  if (closing_ || !loaded_ || modes_.IsChanging()) return;
   LayOut();
+}
+
+void Client::MinimiseClicked() {
+  Apply(modes_.Minimise(Surroundings()));
+}
+void Client::NormalClicked() {
+  Apply(modes_.Normal(Surroundings()));
+}
+void Client::MaximiseClicked() {
+  Apply(modes_.Maximise(Surroundings()));
+}
+void Client::FullScreenClicked() {
+  Apply(modes_.FullScreen(Surroundings()));
+}
+void Client::CaptionDoubleClicked() {
+  Apply(modes_.ToggleMaximised(Surroundings()));
+}
+
+void Client::WindowStateGiven(WindowMode state) {
+  if (!closing_ && loaded_) Apply(modes_.StateGiven(state));
+}
+
+void Client::MinimiseEnded() {
+  if (!closing_ && loaded_) Apply(modes_.MinimiseEnded());
+}
+
+WindowSurroundings Client::Surroundings() const {
+  return {ports_.window.Bounds(), ports_.window.WorkArea(), ports_.window.Screen(),
+          ports_.window.HasWindowManager()};
+}
+
+void Client::Apply(const WindowEffects& effects) {
+  bool resize = false;
+  for (const WindowEffect& effect : effects) {
+    if (const auto* topmost = std::get_if<window_effect::SetTopmost>(&effect)) {
+      ports_.window.SetTopmost(topmost->topmost);
+    } else if (const auto* state = std::get_if<window_effect::SetState>(&effect)) {
+      ports_.window.SetState(state->state);
+    } else if (const auto* bounds = std::get_if<window_effect::SetBounds>(&effect)) {
+      ports_.window.SetBounds(bounds->bounds);
+    } else {
+      resize = true;
+    }
+  }
+  modes_.ChangeApplied();
+  ports_.view.ShowWindowMode(modes_.Mode());
+  if (resize && loaded_) LayOut();
+}
+
+void Client::HoldFocusOff(bool hold) {
+  focusHoldOff_ = hold;
 }
 
 void Client::Moved() {
@@ -89,7 +155,7 @@ void Client::LayOut() {
   Run(seams.stopSound);
   HidePointMarker();
   NotePlacement();
-  if (ports_.window.IsMinimised()) return;
+  if (modes_.Mode() == WindowMode::kMinimised) return;
   ports_.view.LayOut();
   SendPageSize();
   SendCentre();
@@ -99,7 +165,7 @@ void Client::LayOut() {
 void Client::NotePlacement() {
   // A size that came just before the window turned out to be maximised is not the normal one.
   placementToStore_.reset();
-  if (ports_.window.IsMaximised() || ports_.window.IsMinimised()) return;
+  if (!modes_.IsPlacementNormal()) return;
   placementToStore_ = ports_.window.Bounds();
   placementDelay_->SetEnabled(true);  // a drag sends many places; the last one of a quarter second is stored
 }

@@ -5,134 +5,171 @@
 #include <QCloseEvent>
 #include <QCursor>
 #include <QFrame>
-#include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include "map/map_view.h"
 #include "platform/qt/qt_menu.h"
+#include "platform/qt/window_manager.h"
+#include "shell/about_widget.h"
+#include "shell/caption_line_widget.h"
+#include "shell/capture_panel_widget.h"
 #include "shell/client.h"
 #include "shell/formMapUpdating.h"
 #include "shell/formSplash.h"
+#include "shell/key_list_widget.h"
 #include "shell/key_of_event_widget.h"
+#include "shell/keyboard_widget.h"
 #include "shell/point_marker_widget.h"
+#include "shell/size_grips_widget.h"
 #include "timeline/date_time_picker_widget.h"
 #include "timeline/timeline_info_widget.h"
 #include "timeline/timeline_strip_widget.h"
 #include "tracking/FormRetryAfterError.h"
+#include "tracking/formMobileUnit_Edit.h"
 
 namespace pallomir {
 namespace {
-
-constexpr int kSmallestWidth = 640;
-constexpr int kSmallestHeight = 360;
 
 QString Text(const std::string& utf8) {
   return QString::fromStdString(utf8);
 }
 
+PixelRect RectOf(const QRect& rect) {
+  return {rect.x(), rect.y(), rect.width(), rect.height()};
+}
+
+WindowMode ModeOf(Qt::WindowStates states) {
+  if (states.testFlag(Qt::WindowMinimized)) return WindowMode::kMinimised;
+  if (states.testFlag(Qt::WindowFullScreen)) return WindowMode::kFullScreen;
+  return states.testFlag(Qt::WindowMaximized) ? WindowMode::kMaximised : WindowMode::kNormal;
+}
+
 }  // namespace
 
-formMain::formMain(QWidget* browser) : WB_(browser) {
+formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), WB_(browser) {
   setObjectName("formMain");
   setWindowTitle("Pallomir");
-  setMinimumSize(kSmallestWidth, kSmallestHeight);
+  setMinimumSize(kSmallestWindow);
   mapArea_ = new QWidget(this);
   WB_->setParent(mapArea_);
   WB_->setObjectName("WB");
+  BuildCaptionLine();
   BuildTimelineFrame();
   FocusGetter_ = new QCheckBox(this);
   FocusGetter_->setObjectName("FocusGetter");
   FocusGetter_->setAccessibleName("Map keyboard");
   FocusGetter_->setGeometry(0, 0, 1, 1);
+  picP_ = new CapturePanel(mapArea_);
+  marker_ = std::make_unique<PointMarker>(mapArea_);
   frameTimelineInfo_ = new TimelineInfo(this);
+  pctKeyboard_ = new KeyboardPicture(this);
+  pctKeyList_ = new KeyListPicture(this);
   formSplash_ = new formSplash(this);
   formMapUpdating_ = new formMapUpdating(this);
-  marker_ = std::make_unique<PointMarker>(mapArea_);
   FormRetryAfterError_ = new FormRetryAfterError(this);
+  about_ = new AboutBox(this, "Pallomir", PALLOMIR_VERSION, ExecutableDate());
+  pctSizer_ = new SizeGrips(this);
 }
 
+// What the widgets tell while they are hidden reaches nobody: the client may have gone before.
 formMain::~formMain() {
+  client_ = nullptr;
   qApp->removeEventFilter(this);
+  hide();
+}
+
+void formMain::BuildCaptionLine() {
+  captionLine_ = new CaptionLine(this);
+  captionLine_->setAutoFillBackground(true);  // the map lies under it
+  DTP_[0] = new DateTimePicker(captionLine_, "DTP(0)", "Start of the time window");
+  DTP_[1] = new DateTimePicker(captionLine_, "DTP(1)", "End of the time window");
+  cmdOK_Reload_ = new QPushButton("Reload", captionLine_);
+  cmdOK_Reload_->setObjectName("cmdOK_Reload");
+  cmdOK_Reload_->setToolTip("Apply the Changes Made to Start/End Times");
+  cmdOK_Reload_->hide();
+  captionLine_->AddControl(DTP_[0]);
+  captionLine_->AddControl(DTP_[1]);
+  captionLine_->AddControl(cmdOK_Reload_);
 }
 
 void formMain::BuildTimelineFrame() {
   frameTimeLine_ = new QFrame(this);
   frameTimeLine_->setObjectName("frameTimeLine");
-  lblMenu_ = new QPushButton("Menu", frameTimeLine_);
-  lblMenu_->setObjectName("lblMenu");
-  DTP_[0] = new DateTimePicker(frameTimeLine_, "DTP(0)", "Start of the time window");
-  DTP_[1] = new DateTimePicker(frameTimeLine_, "DTP(1)", "End of the time window");
-  cmdOK_Reload_ = new QPushButton("Reload", frameTimeLine_);
-  cmdOK_Reload_->setObjectName("cmdOK_Reload");
-  cmdOK_Reload_->setToolTip("Apply the Changes Made to Start/End Times");
-  cmdOK_Reload_->hide();
-  lblCaption_ = new QLabel(frameTimeLine_);
-  lblCaption_->setObjectName("lblCaption");
-  lblCaption_->setTextFormat(Qt::PlainText);
-  lblCaption_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  lblCaption_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   strip_ = new TimelineStrip(frameTimeLine_);
-  auto* row = new QHBoxLayout;
-  row->setContentsMargins(6, 4, 6, 4);
-  for (QWidget* widget : {static_cast<QWidget*>(lblMenu_), static_cast<QWidget*>(DTP_[0]),
-                          static_cast<QWidget*>(DTP_[1]), static_cast<QWidget*>(cmdOK_Reload_)}) {
-    row->addWidget(widget);
-  }
-  row->addWidget(lblCaption_, 1);
-  auto* parts = new QVBoxLayout(frameTimeLine_);
-  parts->setContentsMargins(0, 0, 0, 0);
-  parts->setSpacing(0);
-  parts->addWidget(strip_, 1);
-  parts->addLayout(row);
+  auto* inside = new QVBoxLayout(frameTimeLine_);
+  inside->setContentsMargins(0, 0, 0, 0);
+  inside->addWidget(strip_);
 }
 
-void formMain::Attach(Client& client) {
+void formMain::Attach(Client& client, QuestionQueue& questions) {
   client_ = &client;
+  questions_ = &questions;
   formMnu_ = std::make_unique<QtMenu>(client.Menus(), "mnuPopup", this);
-  connect(lblMenu_, &QPushButton::clicked, this, [this] { client_->MenuButtonClicked(); });
+  ConnectCaptionLine();
   connect(cmdOK_Reload_, &QPushButton::clicked, this, [this] { client_->ReloadClicked(); });
   ConnectPicker(0);
   ConnectPicker(1);
-  strip_->dragFinished = [this](double from, double to) { client_->TimelineDragged(from, to); };
-  strip_->hovered = [this](int timelineRow, int column) { client_->TimelineHovered(timelineRow, column); };
-  strip_->left = [this] { client_->TimelineLeft(); };
-  strip_->layoutClicked = [this] { client_->Timeline_Resize(); };
-  FormRetryAfterError_->retryNow = [this] { client_->RetryNow(); };
-  FormRetryAfterError_->stopRetrying = [this] { client_->StopRetrying(); };
-  FormRetryAfterError_->quit = [this] { client_->EndSession(); };
+  strip_->dragFinished = ToClient(&Client::TimelineDragged);
+  strip_->hovered = ToClient(&Client::TimelineHovered);
+  strip_->left = ToClient(&Client::TimelineLeft);
+  strip_->layoutClicked = ToClient(&Client::Timeline_Resize);
+  picP_->drawn = [this](QPoint a, QPoint b) { client_->RubberBandDrawn({a.x(), a.y()}, {b.x(), b.y()}); };
+  FormRetryAfterError_->retryNow = ToClient(&Client::RetryNow);
+  FormRetryAfterError_->stopRetrying = ToClient(&Client::StopRetrying);
+  FormRetryAfterError_->quit = ToClient(&Client::EndSession);
   qApp->installEventFilter(this);
+}
+
+void formMain::ConnectCaptionLine() {
+  captionLine_->menu = ToClient(&Client::MenuButtonClicked);
+  captionLine_->minimise = ToClient(&Client::MinimiseClicked);
+  captionLine_->normal = ToClient(&Client::NormalClicked);
+  captionLine_->maximise = ToClient(&Client::MaximiseClicked);
+  captionLine_->fullScreen = ToClient(&Client::FullScreenClicked);
+  captionLine_->exit = [this] { close(); };
+  captionLine_->doubleClicked = ToClient(&Client::CaptionDoubleClicked);
+  captionLine_->showKeyboard = [this] { pctKeyboard_->ShowOverlay(); };
+  captionLine_->showKeyList = [this] { pctKeyList_->ShowOverlay(); };
+  captionLine_->pointerMoved = ToClient(&Client::PointerOverCaption);
+  captionLine_->pointerLeft = ToClient(&Client::PointerLeftCaption);
 }
 
 void formMain::ConnectPicker(int i) {
   DateTimePicker& picker = *DTP_[static_cast<std::size_t>(i)];
-  picker.gotFocus = [this, i] { client_->PickerGotFocus(i); };
-  picker.lostFocus = [this, i] { client_->PickerLostFocus(i); };
-  picker.changed = [this, i](Millis value) { client_->PickerChanged(i, value); };
-  picker.droppedDown = [this, i] { client_->PickerDroppedDown(i); };
-  picker.closedUp = [this, i] { client_->PickerClosedUp(i); };
+  picker.gotFocus = ToClient(&Client::PickerGotFocus, i);
+  picker.lostFocus = ToClient(&Client::PickerLostFocus, i);
+  picker.changed = ToClient(&Client::PickerChanged, i);
+  picker.droppedDown = ToClient(&Client::PickerDroppedDown, i);
+  picker.closedUp = ToClient(&Client::PickerClosedUp, i);
+}
+
+void formMain::ShowLamp(LampColour colour, const std::string& text) {
+  constexpr LampState kStates[] = {LampState::kQuiet, LampState::kGreen, LampState::kAmber, LampState::kRed};
+  captionLine_->SetLamp(kStates[static_cast<int>(colour)], Text(text));
 }
 
 void formMain::SetCaption(const std::string& text) {
-  lblCaption_->setText(Text(text));
-  lblCaption_->setToolTip(Text(text));
+  captionLine_->SetCaption(Text(text));
 }
-
 void formMain::ShowCaption(bool visible) {
-  lblCaption_->setVisible(visible);
+  captionLine_->SetCaptionVisible(visible);
 }
 
 void formMain::LayOut() {
   strip_->setFixedHeight(strip_->HeightIn(height()));
-  const int frameHeight = frameTimeLine_->isHidden() ? 0 : frameTimeLine_->sizeHint().height();
+  const int frameHeight = frameTimeLine_->isHidden() ? 0 : strip_->height();
   const int mapHeight = std::max(0, height() - frameHeight);
   mapArea_->setGeometry(0, 0, width(), mapHeight);
   WB_->setGeometry(0, 0, width() + kUnusedBrowserWidth, mapHeight);
   frameTimeLine_->setGeometry(0, mapHeight, width(), frameHeight);
+  captionLine_->setGeometry(0, 0, width(), captionLine_->sizeHint().height());
+  captionLine_->raise();
+  pctSizer_->Raise();
 }
 
 PixelSize formMain::BrowserSize() const {
@@ -142,15 +179,12 @@ PixelSize formMain::BrowserSize() const {
 bool formMain::IsTimelineVisible() const {
   return !frameTimeLine_->isHidden();
 }
-
 void formMain::ShowTimeline(bool visible) {
   frameTimeLine_->setVisible(visible);
 }
-
 void formMain::SetMenuLabel(const std::string& text) {
-  lblMenu_->setText(Text(text));
+  captionLine_->SetMenuText(Text(text));
 }
-
 void formMain::LayOutTimeline(std::size_t rows) {
   strip_->LayOutRows(static_cast<int>(rows));
 }
@@ -170,6 +204,26 @@ void formMain::HideTimelineInfo() {
   frameTimelineInfo_->hide();
 }
 
+void formMain::ShowWindowMode(WindowMode mode) {
+  captionLine_->SetMode(mode);
+  pctSizer_->SetEnabled(mode == WindowMode::kNormal);
+}
+
+void formMain::EditUnits(const std::vector<MobileUnit>& units) {
+  if (!formMobileUnit_Edit_) {
+    formMobileUnit_Edit_ = new formMobileUnit_Edit(this, units, *questions_);
+    formMobileUnit_Edit_->apply = [this](const std::vector<MobileUnit>& edited) {
+      client_->UnitsApplied(edited);
+    };
+    formMobileUnit_Edit_->show();
+  }
+  formMobileUnit_Edit_->raise();
+  formMobileUnit_Edit_->activateWindow();
+}
+
+void formMain::ShowAbout() {
+  about_->ShowBox();
+}
 void formMain::ShowSplash() {
   formSplash_->ShowCentred();
 }
@@ -202,8 +256,19 @@ void formMain::HideRetry() {
 void formMain::ShowPointMarker(ViewPoint at) {
   marker_->ShowAt({at.x, at.y});
 }
+void formMain::ShowPointInfo(const std::string& text) {
+  marker_->ShowText(Text(text));
+}
 void formMain::HidePointMarker() {
   marker_->Hide();
+}
+void formMain::ShowCapturePanel() {
+  picP_->Poll();
+}
+
+void formMain::HideHelp() {
+  pctKeyboard_->HideOverlay();
+  pctKeyList_->HideOverlay();
 }
 
 void formMain::ShowPicker(int i, Millis value, const std::string& format, bool visible) {
@@ -239,6 +304,8 @@ void formMain::PopUpMenu() {
 
 void formMain::CloseWindows() {
   FormRetryAfterError_->hide();
+  if (formMobileUnit_Edit_) formMobileUnit_Edit_->close();
+  about_->hide();
   formSplash_->hide();
   formMapUpdating_->hide();
 }
@@ -250,32 +317,49 @@ void formMain::EndApplication(int exitCode) {
 std::int64_t formMain::Handle() const {
   return static_cast<std::int64_t>(const_cast<formMain*>(this)->winId());
 }
-
 PixelRect formMain::WorkArea() const {
-  const QRect area = screen()->availableGeometry();
-  return {area.x(), area.y(), area.width(), area.height()};
+  return RectOf(screen()->availableGeometry());
 }
-
+PixelRect formMain::Screen() const {
+  return RectOf(screen()->geometry());
+}
+bool formMain::HasWindowManager() const {
+  return WindowManagerRuns();
+}
 PixelRect formMain::Bounds() const {
-  return {pos().x(), pos().y(), width(), height()};
+  return RectOf(geometry());
 }
 
 void formMain::SetBounds(const PixelRect& bounds) {
-  move(bounds.left, bounds.top);
-  resize(std::max(bounds.width, kSmallestWidth), std::max(bounds.height, kSmallestHeight));
+  const QSize size = QSize(bounds.width, bounds.height).expandedTo(minimumSize());
+  setGeometry(QRect(QPoint(bounds.left, bounds.top), size));
+}
+
+void formMain::SetState(WindowMode state) {
+  switch (state) {
+    case WindowMode::kNormal:
+      setWindowState(Qt::WindowNoState);
+      break;
+    case WindowMode::kMinimised:
+      setWindowState(windowState() | Qt::WindowMinimized);
+      break;
+    case WindowMode::kMaximised:
+      setWindowState(Qt::WindowMaximized);
+      break;
+    case WindowMode::kFullScreen:
+      setWindowState(Qt::WindowFullScreen);
+      break;
+  }
+}
+
+// By the window's own handle: the widget's flag would hide the window for a moment.
+void formMain::SetTopmost(bool topmost) {
+  if (windowHandle()) windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topmost);
 }
 
 void formMain::Show() {
   show();
-}
-void formMain::Maximise() {
-  setWindowState(windowState() | Qt::WindowMaximized);
-}
-bool formMain::IsMaximised() const {
-  return isMaximized();
-}
-bool formMain::IsMinimised() const {
-  return isMinimized();
+  activateWindow();  // without a window manager nobody else gives it the keyboard
 }
 
 void formMain::BringToForeground() {
@@ -303,7 +387,13 @@ void formMain::moveEvent(QMoveEvent*) {
 }
 
 void formMain::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::WindowStateChange && client_) client_->Resized();
+  if (event->type() == QEvent::WindowStateChange && client_ && HasWindowManager()) {
+    const WindowMode mode = ModeOf(windowState());
+    const bool wasMinimised =
+        static_cast<QWindowStateChangeEvent*>(event)->oldState().testFlag(Qt::WindowMinimized);
+    if (wasMinimised && mode != WindowMode::kMinimised) client_->MinimiseEnded();
+    client_->WindowStateGiven(mode);
+  }
   QWidget::changeEvent(event);
 }
 
@@ -314,20 +404,53 @@ void formMain::closeEvent(QCloseEvent* event) {
 
 // The window sees keys before its controls, the map page among them.
 bool formMain::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType() && IsPickerFocused() &&
-      mapArea_->isAncestorOf(static_cast<QWidget*>(watched))) {
-    FocusGetter_->setFocus(Qt::MouseFocusReason);  // a click on the map ends the editing of a date
-  }
+  if (!watched->isWidgetType()) return QWidget::eventFilter(watched, event);
+  auto& widget = *static_cast<QWidget*>(watched);
+  if (event->type() == QEvent::KeyPress && FilterKey(widget, *static_cast<QKeyEvent*>(event))) return true;
+  if (event->type() == QEvent::MouseButtonPress && widget.window() == this) FilterMousePress(widget);
   if (event->type() == QEvent::FocusOut && watched == FocusGetter_) {
-    QTimer::singleShot(0, this, [this] { client_->FocusLost(); });
-  }
-  if (event->type() == QEvent::KeyPress && watched->isWidgetType() && isActiveWindow()) {
-    const auto* widget = static_cast<QWidget*>(watched);
-    const auto key = KeyOfEvent(*static_cast<QKeyEvent*>(event));
-    if (widget->window() == this && !IsPickerFocused() && key && client_->KeyDown(key->modifiers, key->key))
-      return true;
+    QTimer::singleShot(0, this, ToClient(&Client::FocusLost));
   }
   return QWidget::eventFilter(watched, event);
+}
+
+bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
+  if (!isActiveWindow() || widget.window() != this) return false;
+  switch (event.key()) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+      client_->HoldFocusOff(true);
+      return false;
+    case Qt::Key_F6:
+      client_->HoldFocusOff(true);
+      DTP_[0]->setFocus(Qt::ShortcutFocusReason);
+      return true;
+    case Qt::Key_F10:
+      if (event.modifiers() == Qt::NoModifier) client_->MenuButtonClicked();
+      return event.modifiers() == Qt::NoModifier;
+    case Qt::Key_Escape:
+      HideHelp();
+      LeaveChrome();
+      return false;
+    default:
+      break;
+  }
+  if (IsPickerFocused()) return false;
+  const auto key = KeyOfEvent(event);
+  if (!key || !client_->KeyDown(key->modifiers, key->key)) return false;
+  LeaveChrome();
+  return true;
+}
+
+// A click on the map ends the editing of a date and leaves the caption line.
+void formMain::FilterMousePress(QWidget& widget) {
+  if (!isActiveWindow() && !HasWindowManager()) activateWindow();
+  if (mapArea_ == &widget || mapArea_->isAncestorOf(&widget)) LeaveChrome();
+}
+
+void formMain::LeaveChrome() {
+  client_->HoldFocusOff(false);
+  FocusGetter_->setFocus(Qt::OtherFocusReason);
 }
 
 }  // namespace pallomir

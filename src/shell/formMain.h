@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <array>
 #include <memory>
@@ -9,35 +10,45 @@
 
 class QCheckBox;
 class QFrame;
-class QLabel;
+class QKeyEvent;
 class QPushButton;
 
 namespace pallomir {
 
+class AboutBox;
+class CaptionLine;
+class CapturePanel;
 class Client;
 class DateTimePicker;
 class FormRetryAfterError;
+class KeyListPicture;
+class KeyboardPicture;
 class formMapUpdating;
+class formMobileUnit_Edit;
 class PointMarker;
+class QuestionQueue;
+class SizeGrips;
 class TimelineInfo;
 class TimelineStrip;
 class QtMenu;
 class formSplash;
 
-/// The main window: the map in its browser, and under it the timeline's frame with pickers, caption and menu
-/// button. It shows what the client says and tells the client what the user does; it decides nothing.
+/// The main window: the map in its browser, the caption line over it and the timeline under it. It has no
+/// frame of the system. It shows what the client says and tells the client what the user does; it decides
+/// nothing.
 class formMain : public QWidget, public ClientView, public MainWindow {
  public:
   /// `browser` becomes the map, `WB`.
   explicit formMain(QWidget* browser);
   ~formMain() override;
 
-  /// Before anything is shown. The client outlives the window's last event.
-  void Attach(Client& client);
+  /// Before anything is shown.
+  void Attach(Client& client, QuestionQueue& questions);
 
   // ClientView
   void SetCaption(const std::string& text) override;
   void ShowCaption(bool visible) override;
+  void ShowLamp(LampColour colour, const std::string& text) override;
   void LayOut() override;
   PixelSize BrowserSize() const override;
   bool IsTimelineVisible() const override;
@@ -48,6 +59,9 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void ShowTimelinePicture(const TimelinePicture& picture) override;
   void ShowTimelineInfo(const std::string& text) override;
   void HideTimelineInfo() override;
+  void ShowWindowMode(WindowMode mode) override;
+  void EditUnits(const std::vector<MobileUnit>& units) override;
+  void ShowAbout() override;
   void ShowSplash() override;
   void TickStatus(int line) override;
   void HideSplash() override;
@@ -57,7 +71,10 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void SetRetryProgress(int bar, const std::string& label) override;
   void HideRetry() override;
   void ShowPointMarker(ViewPoint at) override;
+  void ShowPointInfo(const std::string& text) override;
   void HidePointMarker() override;
+  void ShowCapturePanel() override;
+  void HideHelp() override;
   void ShowPicker(int i, Millis value, const std::string& format, bool visible) override;
   void ShowReloadButton(bool visible) override;
   void MovePointerToReloadButton() override;
@@ -72,9 +89,10 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   PixelRect Bounds() const override;
   void SetBounds(const PixelRect& bounds) override;
   void Show() override;
-  void Maximise() override;
-  bool IsMaximised() const override;
-  bool IsMinimised() const override;
+  PixelRect Screen() const override;
+  bool HasWindowManager() const override;
+  void SetState(WindowMode state) override;
+  void SetTopmost(bool topmost) override;
   void BringToForeground() override;
   void Activate() override;
   void Close() override;
@@ -87,25 +105,44 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// A callback that calls the client's `method`; `first` are arguments before those of the callback.
+  template <class Method, class... First>
+  auto ToClient(Method method, First... first) {
+    return [this, method, first...](auto... more) {
+      if (client_) (client_->*method)(first..., more...);
+    };
+  }
+
+  void BuildCaptionLine();
   void BuildTimelineFrame();
+  void ConnectCaptionLine();
   void ConnectPicker(int i);
   bool IsPickerFocused() const;
+  bool FilterKey(QWidget& widget, const QKeyEvent& event);
+  void FilterMousePress(QWidget& widget);
+  void LeaveChrome();
 
   Client* client_ = nullptr;
+  QuestionQueue* questions_ = nullptr;
   QWidget* mapArea_;  // clips WB, which is wider than the window
   QWidget* WB_;
+  CaptionLine* captionLine_;
+  std::array<DateTimePicker*, 2> DTP_{};
+  QPushButton* cmdOK_Reload_;
   QFrame* frameTimeLine_;
   TimelineStrip* strip_;
   TimelineInfo* frameTimelineInfo_;
-  QPushButton* lblMenu_;
-  std::array<DateTimePicker*, 2> DTP_{};
-  QPushButton* cmdOK_Reload_;
-  QLabel* lblCaption_;
   QCheckBox* FocusGetter_;
   std::unique_ptr<QtMenu> formMnu_;  // the menus; only their first one is ever shown, as the popup
   formSplash* formSplash_;
   formMapUpdating* formMapUpdating_;
   FormRetryAfterError* FormRetryAfterError_;
+  QPointer<formMobileUnit_Edit> formMobileUnit_Edit_;
+  AboutBox* about_;
+  KeyboardPicture* pctKeyboard_;
+  KeyListPicture* pctKeyList_;
+  CapturePanel* picP_;
+  SizeGrips* pctSizer_;
   std::unique_ptr<PointMarker> marker_;
 };
 

@@ -181,7 +181,8 @@ std::string_view KeyDescription(std::string_view caption) {
 KeyListText KeyList() {
   std::vector<ListLine> lines;
   for (const Row& row : kRows) {
-    std::ranges::copy_if(row.lines, std::back_inserter(lines), [](const ListLine& l) { return l.place != 0; });
+    std::ranges::copy_if(row.lines, std::back_inserter(lines),
+                         [](const ListLine& l) { return l.place != 0; });
   }
   std::ranges::sort(lines, {}, &ListLine::place);
   KeyListText text;

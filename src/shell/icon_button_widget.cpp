@@ -5,6 +5,12 @@
 #include <QStylePainter>
 #include <QSvgRenderer>
 
+// The icons are in a static library, of which the linker takes only what is named. The macro must stand
+// outside of any namespace.
+static void LoadIcons() {
+  Q_INIT_RESOURCE(icons);
+}
+
 namespace pallomir {
 namespace {
 
@@ -15,6 +21,7 @@ constexpr int kPictureSide = 16;
 
 IconButton::IconButton(QWidget* parent, const QString& name, const QString& icon, const QString& text)
     : QToolButton(parent), file_(":/icons/" + icon + ".svg") {
+  LoadIcons();
   setObjectName(name);
   setAccessibleName(text);
   setToolTip(text);

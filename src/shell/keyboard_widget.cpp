@@ -1,5 +1,6 @@
 #include "shell/keyboard_widget.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <algorithm>
 #include <string_view>
@@ -30,9 +31,35 @@ struct CapRow {
 const std::vector<CapRow>& CapRows() {
   static const std::vector<CapRow> kRows = {
       {0,
-       {{"`"}, {"1"}, {"2"}, {"3"}, {"4"}, {"5"}, {"6"}, {"7"}, {"8"}, {"9"}, {"0"}, {"-"}, {"="}, {"bk", 8}}},
+       {{"`"},
+        {"1"},
+        {"2"},
+        {"3"},
+        {"4"},
+        {"5"},
+        {"6"},
+        {"7"},
+        {"8"},
+        {"9"},
+        {"0"},
+        {"-"},
+        {"="},
+        {"bk", 8}}},
       {0,
-       {{"tab", 6}, {"Q"}, {"W"}, {"E"}, {"R"}, {"T"}, {"Y"}, {"U"}, {"I"}, {"O"}, {"P"}, {"["}, {"]"}, {"\\", 6}}},
+       {{"tab", 6},
+        {"Q"},
+        {"W"},
+        {"E"},
+        {"R"},
+        {"T"},
+        {"Y"},
+        {"U"},
+        {"I"},
+        {"O"},
+        {"P"},
+        {"["},
+        {"]"},
+        {"\\", 6}}},
       {0,
        {{"caps", 7}, {"A"}, {"S"}, {"D"}, {"F"}, {"G"}, {"H"}, {"J"}, {"K"}, {"L"}, {";"}, {"'"}, {"cr", 9}}},
       {0, {{"shft", 9}, {"Z"}, {"X"}, {"C"}, {"V"}, {"B"}, {"N"}, {"M"}, {","}, {"."}, {"/"}}},
@@ -88,7 +115,8 @@ void KeyboardPicture::AddKeys() {
   for (const CapRow& row : CapRows()) {
     int left = kMargin + row.left * kQuarter;
     for (const Cap& cap : row.caps) {
-      const auto index = static_cast<std::size_t>(std::ranges::find(captions, cap.caption) - captions.begin());
+      const auto index =
+          static_cast<std::size_t>(std::ranges::find(captions, cap.caption) - captions.begin());
       auto* key = new QLabel(Text(cap.caption), this);
       key->setObjectName(QString("lblKey(%1)").arg(index));
       key->setAccessibleDescription(Text(KeyDescription(cap.caption)));
@@ -121,7 +149,8 @@ void KeyboardPicture::Describe(QLabel* key) {
   described_ = key;
   if (key) Colour(key, kDescribedColour);
   const QByteArray caption = key ? key->text().toUtf8() : QByteArray();
-  lblTable_->setText(Text(KeyDescription({caption.data(), static_cast<std::size_t>(caption.size())})).remove('\r'));
+  lblTable_->setText(
+      Text(KeyDescription({caption.data(), static_cast<std::size_t>(caption.size())})).remove('\r'));
   const int width = kWidth - kGap;
   lblTable_->resize(width, std::max(lblTable_->heightForWidth(width), lblTable_->fontMetrics().height()));
   setFixedSize(width + 2 * kMargin, lblTable_->y() + lblTable_->height() + kMargin);

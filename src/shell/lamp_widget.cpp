@@ -26,8 +26,7 @@ Look LookOf(LampState state, const QRectF& box) {
       shape.addEllipse(box);
       return {QColor(0x2e, 0xa0, 0x43), shape};
     case LampState::kAmber:
-      shape.addPolygon(
-          QPolygonF({{box.center().x(), box.top()}, box.bottomRight(), box.bottomLeft()}));
+      shape.addPolygon(QPolygonF({{box.center().x(), box.top()}, box.bottomRight(), box.bottomLeft()}));
       shape.closeSubpath();
       return {QColor(0xf0, 0xa0, 0x00), shape};
     case LampState::kRed:

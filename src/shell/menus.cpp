@@ -42,7 +42,7 @@ constexpr Row kRows[] = {
     {"mnuPopup", "mnuOptions", 0, "&Options"},
     {"mnuOptions", "mnuOptionsMU", 0, "&Mobile Units"},
     {"mnuOptionsMU", kUnitMenu, 0, "(no mobile units declared)"},
-    {"mnuOptions", "mnuOptionsMUEdit", 0, "Edit Mobile Unit List", "", false, kLater},
+    {"mnuOptions", "mnuOptionsMUEdit", 0, "Edit Mobile Unit List"},
     {"mnuOptions", "mnuOptionsContactPoints", 0, "&Contact Points"},
     {"mnuOptionsContactPoints", "mnuOptionsContactPointsArray", 0, "Display Sent/Received Points (Blue)"},
     {"mnuOptionsContactPoints", "mnuOptionsContactPointsArray", 1, "Display Sent/NOT Received Points (Red)"},
@@ -64,7 +64,8 @@ constexpr Row kRows[] = {
 
     {"mnuPopup", "mnuAlerts", 0, "&Alerts", "", false, kLater},
     {"mnuPopup", "mnuZones", 0, "&Zones", "", false, kLater},
-    {"mnuPopup", "mnuHelp", 0, "&Help", "", false, kLater},
+    {"mnuPopup", "mnuHelp", 0, "&Help"},
+    {"mnuHelp", "mnuHelpAbout", 0, "&About Pallomir"},
 
     {"mnuPopup", "mnuPopupBeenHere", 0, "Been Here?", "", false, kLater},
     {"mnuPopup", "mnuPopupDsplyDataPoints", 0, "Display Nearby DataPoints List", "", false, kLater},

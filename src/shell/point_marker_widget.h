@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QFrame>
+#include <QPoint>
 #include <array>
+
+class QLabel;
 
 namespace pallomir {
 
@@ -13,11 +16,16 @@ class PointMarker {
 
   /// Shows the frame around a pixel of the map's area.
   void ShowAt(const QPoint& at);
+  /// Shows the point's text beside the frame, inside the map's area.
+  void ShowText(const QString& text);
   void Hide();
 
  private:
-  static constexpr int kReach = 7;   // from the point to each side, pixels
+  static constexpr int kReach = 7;  // from the point to each side, pixels
+  QWidget* mapArea_;
   std::array<QFrame*, 4> pictures_;  // H1, H2, V1, V2
+  QLabel* lblDP_Info_;
+  QPoint at_;
 };
 
 }  // namespace pallomir

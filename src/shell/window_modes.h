@@ -5,11 +5,9 @@
 #include <vector>
 
 #include "platform/geometry.h"
+#include "platform/main_window.h"
 
 namespace pallomir {
-
-/// The values are those of the stored "WindowState".
-enum class WindowMode { kNormal = 0, kMinimised = 1, kMaximised = 2, kFullScreen = 99 };
 
 /// What a change of mode asks of the window. Effects are applied in the order in which they stand.
 namespace window_effect {

@@ -1,7 +1,6 @@
 #include "timeline/strip_parts_widget.h"
 
 #include <QPainter>
-#include <QPainterPath>
 #include <QStringList>
 #include <algorithm>
 #include <numeric>
@@ -53,18 +52,14 @@ void UnitMark::SetColour(std::uint32_t rgb) {
   update();
 }
 
-// The thin outline keeps the dark colours visible on a dark desktop.
+// The outline keeps the dark colours visible on a dark desktop.
 void UnitMark::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const QRectF inside = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-  QPainterPath path(inside.topLeft());
-  path.lineTo(inside.right(), inside.center().y());
-  path.lineTo(inside.bottomLeft());
-  path.closeSubpath();
-  painter.setPen(QPen(palette().color(QPalette::Mid), 1));
-  painter.setBrush(QColor::fromRgb(colour_));
-  painter.drawPath(path);
+  QColor edge = palette().color(QPalette::WindowText);
+  edge.setAlpha(90);
+  painter.fillRect(rect(), QColor::fromRgb(colour_));
+  painter.setPen(edge);
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 StripRowWidgets::StripRowWidgets(QWidget* parent, int row)
@@ -94,7 +89,7 @@ StripRowWidgets::~StripRowWidgets() {
 void StripRowWidgets::Place(const PixelRect& time, const PixelRect& data) {
   picTime_->setGeometry(ToQt(time));
   picData_->setGeometry(ToQt(data));
-  pointer_->setGeometry(time.left - kMarkWidth - 2, data.top, kMarkWidth, data.height);
+  pointer_->setGeometry(time.left - kMarkWidth - 2, time.top, kMarkWidth, time.height + data.height);
   picTime_->Clear();
   picData_->Clear();
 }

@@ -30,6 +30,18 @@ DataPoint Projected(const WireRecord& record) {
 
 }  // namespace
 
+std::optional<std::size_t> UnitTrack::NearestTo(Millis utc) const {
+  if (points_.empty()) return std::nullopt;
+  const auto time = [](const DataPoint& point) { return DecodePackedTime(point.time).value_or(0); };
+  const auto after =
+      std::lower_bound(points_.begin(), points_.end(), utc,
+                       [&time](const DataPoint& point, Millis moment) { return time(point) < moment; });
+  if (after == points_.begin()) return 0;
+  const auto before = std::prev(after);
+  const bool takeBefore = after == points_.end() || utc - time(*before) <= time(*after) - utc;
+  return static_cast<std::size_t>((takeBefore ? before : after) - points_.begin());
+}
+
 void UnitTrack::Merge(std::span<const DataPoint> rows) {
   if (rows.empty()) return;
   const auto from = std::lower_bound(points_.begin(), points_.end(), rows.front(), Earlier);

@@ -19,6 +19,9 @@ class UnitTrack {
   std::span<const DataPoint> Points() const { return points_; }
   std::span<const double> Miles() const { return miles_; }
 
+  /// Element of the point nearest in time; of two as near the earlier one. Nothing in an empty track.
+  std::optional<std::size_t> NearestTo(Millis utc) const;
+
   /// Merges rows that ascend in time without equal times. A time that is stored already keeps its stored row.
   /// Costs what lies behind the first new row.
   void Merge(std::span<const DataPoint> rows);

@@ -224,7 +224,7 @@ void ServerConnection::OnStreamError(const char* endpoint, const EndpointError& 
 
 void ServerConnection::OnClosedByPeer(const char* endpoint) {
   trace_.Line(std::string(endpoint) + " closed by the server");
-  if (state_ == State::kStreaming) state_ = State::kIdle;
+  if (state_ == State::kStreaming) state_ = State::kClosedByServer;
 }
 
 void ServerConnection::ReportLocator(const std::string& code, const std::string& message) {

@@ -51,7 +51,7 @@ LocatorReply ParseLocatorReply(ByteView datagram);
 ///                    \__________\___________\____________\__ any failure: `report`
 class ServerConnection {
  public:
-  enum class State { kIdle, kLocating, kProbing, kConnecting, kStreaming, kReporting };
+  enum class State { kIdle, kLocating, kProbing, kConnecting, kStreaming, kClosedByServer, kReporting };
 
   /// What the connection needs to know and whom it tells. All calls come from the event loop.
   struct Host {

@@ -158,6 +158,7 @@ void ListGridWidget::AppendRow() {
     inTabOrder.push_back(widgets.boxes.back());
   }
   rowsLayout_->insertWidget(static_cast<int>(rows_.size()), widgets.frame);
+  widgets.frame->show();  // else the layout leaves it out until the event loop runs
   for (QWidget* widget : inTabOrder) {
     QWidget::setTabOrder(previous, widget);
     previous = widget;

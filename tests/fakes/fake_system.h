@@ -130,17 +130,18 @@ class FakeWindow : public MainWindow {
   PixelRect Bounds() const override { return bounds; }
   void SetBounds(const PixelRect& to) override { bounds = to; }
   void Show() override { shown = true; }
-  void Maximise() override { maximised = true; }
-  bool IsMaximised() const override { return maximised; }
-  bool IsMinimised() const override { return minimised; }
+  PixelRect Screen() const override { return {0, 0, 1600, 1024}; }
+  bool HasWindowManager() const override { return true; }
+  void SetState(WindowMode to) override { state = to; }
+  void SetTopmost(bool on) override { topmost = on; }
   void BringToForeground() override { ++raised; }
   void Activate() override { ++activated; }
   void Close() override { ++closeWanted; }
 
   PixelRect bounds;
   bool shown = false;
-  bool maximised = false;
-  bool minimised = false;
+  WindowMode state = WindowMode::kNormal;
+  bool topmost = false;
   int raised = 0;
   int activated = 0;
   int closeWanted = 0;

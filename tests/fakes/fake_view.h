@@ -12,6 +12,10 @@ namespace pallomir::fakes {
 class FakeView : public ClientView {
  public:
   void SetCaption(const std::string& text) override { caption = text; }
+  void ShowLamp(LampColour colour, const std::string& text) override {
+    lamp = colour;
+    lampText = text;
+  }
   void ShowCaption(bool visible) override { captionVisible = visible; }
   void LayOut() override { ++layouts; }
   PixelSize BrowserSize() const override { return browser; }
@@ -31,8 +35,17 @@ class FakeView : public ClientView {
   void ShowTimelinePicture(const TimelinePicture& drawn) override { picture = drawn; }
   void ShowTimelineInfo(const std::string& text) override { timelineInfo = text; }
   void HideTimelineInfo() override { timelineInfo.reset(); }
+  void ShowWindowMode(WindowMode shown) override { mode = shown; }
+  void EditUnits(const std::vector<MobileUnit>& units) override { editedUnits = units; }
+  void ShowAbout() override {}
   void ShowPointMarker(ViewPoint at) override { marker = at; }
-  void HidePointMarker() override { marker.reset(); }
+  void ShowPointInfo(const std::string& text) override { pointInfo = text; }
+  void HidePointMarker() override {
+    marker.reset();
+    pointInfo.reset();
+  }
+  void ShowCapturePanel() override { ++capturePolls; }
+  void HideHelp() override { ++helpHidden; }
   void ShowPicker(int i, Millis value, const std::string& format, bool visible) override {
     pickers[i] = {value, format, visible};
   }
@@ -52,6 +65,8 @@ class FakeView : public ClientView {
   std::string caption;
   std::string menuLabel = "Menu";
   bool captionVisible = true;
+  LampColour lamp = LampColour::kQuiet;
+  std::string lampText;
   int layouts = 0;
   PixelSize browser{1018, 700};
   bool timelineVisible = true;
@@ -60,7 +75,12 @@ class FakeView : public ClientView {
   bool mapUpdating = false;
   std::optional<std::string> retry;
   std::string retryLabel;
+  WindowMode mode = WindowMode::kNormal;
+  std::optional<std::vector<MobileUnit>> editedUnits;
   std::optional<ViewPoint> marker;
+  std::optional<std::string> pointInfo;
+  int capturePolls = 0;
+  int helpHidden = 0;
   std::size_t timelineRows = 0;
   std::optional<TimelinePicture> picture;
   std::optional<std::string> timelineInfo;

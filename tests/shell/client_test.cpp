@@ -38,7 +38,7 @@ TEST_F(ClientTest, FirstStartUsesDefaultsAndAsksTheLocatorForTheEnabledDemoUnits
   client->Load();
   EXPECT_EQ(registry.values["Main Window Handle"], "4711");
   EXPECT_EQ(window.bounds, (PixelRect{0, 20, 1600, 1000}));
-  EXPECT_TRUE(window.maximised);
+  EXPECT_EQ(window.state, WindowMode::kMaximised);
   EXPECT_TRUE(window.shown);
   EXPECT_TRUE(client->IsDemoMode());
   EXPECT_EQ(client->Menus().CheckedIndex("mnuoptionsOnStartupLoadArray"), 2);
@@ -72,7 +72,7 @@ TEST_F(ClientTest, NonsenseInTheSettingsFallsBackToDefaults) {
                      {"Alert Method", "Pigeon"}, {"WindowState", "0"}};
   client->Load();
   EXPECT_EQ(window.bounds, (PixelRect{0, 12, 1600, 1000}));
-  EXPECT_FALSE(window.maximised);
+  EXPECT_EQ(window.state, WindowMode::kNormal);
   EXPECT_EQ(client->Menus().At("mnuOptionsPortBase").caption, "Local Port Range Base = 18801");
   EXPECT_EQ(client->Menus().At("mnuOptionsUOM").caption, "Unit of Measure: Miles");
   EXPECT_TRUE(client->IsDemoMode());
@@ -135,8 +135,6 @@ TEST_F(ClientTest, WithoutAnEnabledUnitItSaysSoAndNothingIsAskedOfTheNet) {
   };
   for (const auto& c : cases) {
     ClientHarness harness;
-    bool editor = false;
-    harness.client->seams.editUnits = [&editor] { editor = true; };
     harness.UseUnits(c.units);
     harness.client->Load();
     EXPECT_EQ(harness.Trouble(), c.text);
@@ -144,7 +142,7 @@ TEST_F(ClientTest, WithoutAnEnabledUnitItSaysSoAndNothingIsAskedOfTheNet) {
     EXPECT_FALSE(harness.window.shown) << "the window follows the answer";
     harness.box.AnswerIt();
     EXPECT_TRUE(harness.window.shown);
-    EXPECT_TRUE(editor);
+    EXPECT_TRUE(harness.view.editedUnits);
     EXPECT_THAT(harness.locator.connections, IsEmpty());
     EXPECT_FALSE(harness.view.mapUpdating) << "no redraw follows that would take the notice away";
   }
@@ -695,6 +693,43 @@ TEST_F(ClientTest, ADragOnTheTimelineLoadsItsPart) {
   EXPECT_THAT(locator.sent, SizeIs(2));
 }
 
+TEST_F(ClientTest, ThePointersShareOfTheWidthShowsThePointOfThatTime) {
+  StartStreaming();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.62, -75.37), Record(6 * 3600, 40.63, -75.37, 100)}));
+  // The window is 08:00 to 08:00 UTC; 978 pixels stand for it behind the margin of 20.
+  const struct {
+    int x;
+    const char* time;
+  } cases[] = {{0, "07:00:00 AM"},
+               {20 + 978 * 4 / 24, "07:00:00 AM"},
+               {20 + 978 * 69 / 240, "07:00:00 AM"},
+               {20 + 978 * 71 / 240, "01:00:00 PM"},
+               {5000, "01:00:00 PM"}};
+  for (const auto& c : cases) {
+    client->PointerOverCaption(c.x);
+    ASSERT_TRUE(view.pointInfo) << c.x;
+    EXPECT_THAT(*view.pointInfo, HasSubstr(c.time)) << c.x;
+    EXPECT_TRUE(view.marker);
+  }
+  EXPECT_EQ(*view.pointInfo, "1: First\n11/22/26 01:00:00 PM\n34.5 mph\n0.69 mi");
+  loop.Advance(1000);
+  EXPECT_FALSE(view.pointInfo);
+}
+
+TEST_F(ClientTest, ABoxDrawnOnTheMapIsFittedWithoutRedrawing) {
+  StartStreaming();
+  ReportMapReady(12);
+  const int generation = client->Tiles().TileGeneration();
+  client->RubberBandDrawn({100, 100}, {102, 300});
+  EXPECT_THAT(browser.Written("TxtF"), IsEmpty()) << "a click";
+  client->RubberBandDrawn({636, 262}, {382, 438});
+  ASSERT_THAT(browser.Written("TxtF"), SizeIs(1));
+  EXPECT_EQ(browser.Written("TxtF")[0].substr(0, 2), "13");
+  EXPECT_NEAR(client->View().CentreLat, 40.62, 1e-4);
+  EXPECT_EQ(client->Tiles().TileGeneration(), generation);
+}
+
 TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
   StartStreaming();
   const auto choose = [this](const char* name, int index = 0) {
@@ -781,11 +816,75 @@ TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
   EXPECT_THAT(settings.saved, IsEmpty());
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_W"], "990");
-  window.maximised = true;
+  client->MaximiseClicked();
   window.bounds = {0, 0, 1600, 1000};
   client->Resized();
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_W"], "990") << "the maximised size is not the normal one";
+}
+
+TEST_F(ClientTest, TheLampTellsWhatIsUnseen) {
+  settings.values["OnUpdate"] = "Do &Nothing";
+  UseUnits(kTwoUnits);
+  client->Load();
+  const auto lamp = [this] {
+    loop.Advance(1000);
+    return view.lampText;
+  };
+  EXPECT_EQ(lamp(), "Looking for the server");
+  Connect();
+  EXPECT_EQ(lamp(), "No data yet");
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.62, -75.37)}));
+  EXPECT_EQ(lamp(), "Connected");
+  Arrive(PacketOf({Record(60, 40.62, -75.37)}));
+  EXPECT_EQ(lamp(), "New data waits: press F");
+  client->FitByUser(0);
+  EXPECT_EQ(lamp(), "Connected");
+  client->MapReload();
+  Connect();
+  Arrive(PacketOf({Record(0, 40.62, -75.37)}));
+  EXPECT_EQ(lamp(), "Not drawn yet: press F");
+  client->FitByUser(0);
+  data.closedByPeer();
+  EXPECT_EQ(lamp(), "Closed by the server");
+}
+
+TEST_F(ClientTest, FullScreenGoesBackToTheBoundsBefore) {
+  settings.values["WindowState"] = "0";
+  StartStreaming();
+  window.bounds = {11, 22, 833, 644};
+  client->FullScreenClicked();
+  EXPECT_TRUE(window.topmost);
+  EXPECT_EQ(view.mode, WindowMode::kFullScreen);
+  window.bounds = {0, 0, 1600, 1024};
+  client->Resized();
+  client->MaximiseClicked();
+  EXPECT_FALSE(window.topmost);
+  client->MinimiseClicked();
+  const int layouts = view.layouts;
+  client->Resized();
+  EXPECT_EQ(view.layouts, layouts) << "a minimised window has nothing to lay out";
+  client->MinimiseEnded();
+  EXPECT_EQ(view.mode, WindowMode::kMaximised);
+  client->NormalClicked();
+  EXPECT_EQ(window.bounds, (PixelRect{11, 22, 833, 644}));
+  client->FullScreenClicked();
+  client->Unload();
+  EXPECT_EQ(settings.saved["WindowState"], "2");
+}
+
+TEST_F(ClientTest, AppliedUnitsAreStoredAndReloadedOnYes) {
+  StartStreaming();
+  client->MenuChosen(client->Menus().At("mnuOptionsMUEdit"));
+  ASSERT_TRUE(view.editedUnits);
+  EXPECT_THAT(*view.editedUnits, SizeIs(2));
+  client->UnitsApplied({{true, "00000000000F", "New"}});
+  EXPECT_EQ(settings.saved["Mobile Units"], "X00000000000FNew~");
+  EXPECT_EQ(client->Units().requestText, "D0123456789AB") << "until the reload the old books hold";
+  EXPECT_EQ(Trouble(), "Do you want to reload the map now?");
+  box.AnswerIt({true, ""});
+  EXPECT_EQ(client->Units().requestText, "D00000000000F");
 }
 
 TEST_F(ClientTest, ClosingStoresTheStateAndLetsEverythingGo) {

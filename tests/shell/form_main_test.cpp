@@ -47,7 +47,7 @@ class FormMainTest : public testing::Test {
                                        Folders{ports_.folders.Path() / "app", ports_.folders.Path() / "data",
                                                ports_.folders.Path() / "home"},
                                        {}});
-    window_.Attach(*client_);
+    window_.Attach(*client_, ports_.questions);
     client_->Load();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
   }
@@ -162,7 +162,7 @@ TEST_F(FormMainTest, TheMenuButtonOpensThePopup) {
   for (const QAction* action : popup->actions()) {
     if (action->isVisible() && !action->isSeparator()) captions += action->text();
   }
-  EXPECT_EQ(captions, QStringList({"&View", "&Options", "Show StreetView Map Overlay",
+  EXPECT_EQ(captions, QStringList({"&View", "&Options", "&Help", "Show StreetView Map Overlay",
                                    "Show StreetView Panorama", "E&xit"}));
   popup->close();
 }

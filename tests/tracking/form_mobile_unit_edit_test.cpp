@@ -158,7 +158,7 @@ TEST_F(UnitEditorWindowTest, TheKeyboardReachesEverythingInOrder) {
                  !qobject_cast<QPushButton*>(editor_->focusWidget()));
     QTest::keyClick(editor_->focusWidget(), Qt::Key_Tab);
   }
-  EXPECT_EQ(seen.join(" "),
+  EXPECT_EQ(seen.join(" ").toStdString(),
             "chkEnabled(1) txtID(1) txtDesc(1) chkEnabled(2) txtID(2) txtDesc(2) chkEnabled(3) txtID(3) "
             "txtDesc(3) cmdAddRow cmdDeleteRow cmdMoveRowUp cmdCancel chkEnabled(1) txtID(1)");
 }

@@ -1,0 +1,134 @@
+#include "shell/hot_keys.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace pallomir {
+namespace {
+
+constexpr int kBoth = kShift | kCtrl;
+
+// Every key that does something, with all digits reaching a unit. What isn't here must do nothing.
+std::map<std::pair<int, char>, KeyCommand> Expected() {
+  using enum KeyAction;
+  std::map<std::pair<int, char>, KeyCommand> rows = {
+      {{kNoModifier, 'A'}, {kShowAllUnits}}, {{kNoModifier, '0'}, {kShowAllUnits}},
+      {{kShift, '0'}, {kShowAllUnits}},      {{kNoModifier, 'C'}, {kStreetViewOverlay}},
+      {{kNoModifier, 'V'}, {kPanorama}},     {{kNoModifier, 'F'}, {kFitAll}},
+      {{kNoModifier, 'R'}, {kReload}},       {{kNoModifier, 'N'}, {kNearby}},
+      {{kNoModifier, 'P'}, {kMaxSpeed}},     {{kNoModifier, 'M'}, {kMapType, 1}},
+      {{kNoModifier, 'S'}, {kMapType, 2}},   {{kNoModifier, 'H'}, {kMapType, 3}},
+      {{kNoModifier, 'T'}, {kMapType, 4}},   {{kNoModifier, '['}, {kBack, 1}},
+      {{kNoModifier, ']'}, {kForward, 1}},   {{kNoModifier, 'I'}, {kZoomIn}},
+      {{kNoModifier, 'O'}, {kZoomOut}},      {{kNoModifier, 'X'}, {kCurrentDay}},
+      {{kCtrl, 'M'}, {kToggleMapData}},      {{kCtrl, 'T'}, {kToggleTrackingData}},
+      {{kCtrl, 'Z'}, {kToggleZones}},
+  };
+  for (int n = 1; n <= 9; ++n) {
+    const char key = static_cast<char>('0' + n);
+    rows[{kNoModifier, key}] = {kShowOnlyUnit, n};
+    rows[{kShift, key}] = {kToggleUnit, n};
+    rows[{kCtrl, key}] = {kBack, n};
+    rows[{kBoth, key}] = {kForward, n};
+  }
+  return rows;
+}
+
+TEST(HotKeys, EachKeyDoesWhatItDoesAndAllOthersNothing) {
+  const auto expected = Expected();
+  for (int modifiers = -1; modifiers <= 15; ++modifiers) {
+    for (int key = -128; key < 128; ++key) {
+      const auto row = expected.find({modifiers, static_cast<char>(key)});
+      const auto found = FindKeyCommand(modifiers, static_cast<char>(key), 12);
+      if (row == expected.end()) {
+        EXPECT_FALSE(found) << modifiers << " " << key;
+      } else {
+        EXPECT_EQ(found, row->second) << modifiers << " " << static_cast<char>(key);
+      }
+    }
+  }
+}
+
+TEST(HotKeys, DigitsReachOnlyUnitsThatExistButMoveTheWindowByAny) {
+  for (const int units : {0, 3, 9}) {
+    for (int n = 1; n <= 9; ++n) {
+      const char key = static_cast<char>('0' + n);
+      EXPECT_EQ(FindKeyCommand(kNoModifier, key, units).has_value(), n <= units) << units << " " << n;
+      EXPECT_EQ(FindKeyCommand(kShift, key, units).has_value(), n <= units) << units << " " << n;
+      EXPECT_EQ(FindKeyCommand(kCtrl, key, units), (KeyCommand{KeyAction::kBack, n}));
+      EXPECT_EQ(FindKeyCommand(kBoth, key, units), (KeyCommand{KeyAction::kForward, n}));
+    }
+  }
+}
+
+TEST(HotKeys, ThePictureHasItsKeysInOrderWithTheirTexts) {
+  const std::string digits =
+      "N: Display only mobile unit #N\r\n\r\n<shift>N: Toggle display of mobile unit #N\r\n\r\n"
+      "<ctrl>N: Move time interval back N intervals\r\n\r\n"
+      "<ctrl><shift>N: Move time interval forward N intervals";
+  std::map<std::string_view, std::string> texts = {
+      {"A", "Display all mobile units"},
+      {"C", "Toggle StreetView map overlay"},
+      {"F", "Fit map to all mobile units"},
+      {"H", "Display \"hybrid view\" of map"},
+      {"I", "Zoom in (in time) to 1/3 the interval"},
+      {"M", "Display \"map view\" of map"},
+      {"N", "Display nearby datapoints table"},
+      {"O", "Zoom out (in time) to 3x the interval"},
+      {"P", "Display max speed table"},
+      {"R", "Reload current data"},
+      {"S", "Display \"satellite view\" of map"},
+      {"T", "Toggle tracking data visibility"},
+      {"V", "Toggle StreetView 360\xC2\xBA Panorama"},
+      {"X", "Return to current day, 24-hr display"},
+      {"Z", "Toggle alert zones visibility"},
+      {"0", "Display all mobile units"},
+      {"[", "Move time interval back 1 period"},
+      {"]", "Move time interval forward 1 period"},
+  };
+  for (const char* digit : {"1", "2", "3", "4", "5", "6", "7", "8", "9"}) texts[digit] = digits;
+  std::string order;
+  for (const std::string_view caption : KeyCaptions()) {
+    order += std::string(caption) + " ";
+    EXPECT_EQ(KeyDescription(caption), texts[caption]) << caption;
+  }
+  EXPECT_EQ(order,
+            "A B C D E F G H I J K L M N O P Q R S T U V W X Y Z 0 1 2 3 4 5 6 7 8 9 ` - = [ ] \\ ; ' , . / "
+            "space ctl alt shft caps tab cr bk ");
+  for (const char* unknown : {"", "a", "AB", "ctrl"}) EXPECT_EQ(KeyDescription(unknown), "") << unknown;
+}
+
+TEST(HotKeys, TheListHasItsLinesWithTheirTrailingBlanks) {
+  const KeyListText list = KeyList();
+  EXPECT_EQ(
+      list.hotKeys,
+      "1-9\r\n<Shift>1-9\r\n<Ctrl>1-9\r\n<Ctrl><Shift>\r\nA\r\nC\r\nF\r\nH\r\nI\r\nM\r\nN\r\nO\r\nP\r\nR\r\nS"
+      "\r\n<Ctrl>T\r\nV\r\n<Ctrl>Z\r\nX\r\n]\r\n[");
+  EXPECT_EQ(list.functions,
+            "Display only mobile unit #N \r\n"
+            "Toggle display of mobile unit #N\r\n"
+            "Move time interval back N periods \r\n"
+            "Move time interval forward N periods \r\n"
+            "Display all mobile units \r\n"
+            "Toggle StreetView map overlay\r\n"
+            "Fit map to all mobile units\r\n"
+            "Display \"hybrid view\" of map \r\n"
+            "Zoom in (in time) to 1/3 the interval\r\n"
+            "Display \"map view\" of map \r\n"
+            "Display nearby datapoints table \r\n"
+            "Zoom out (in time) to 3x the interval\r\n"
+            "Display max speed table \r\n"
+            "Reload current data\r\n"
+            "Display \"satellite view\" of map \r\n"
+            "Toggle tracking data visibility \r\n"
+            "Toggle StreetView 360\xC2\xBA Panorama\r\n"
+            "Toggle alert zones visibility \r\n"
+            "Return to current day, 24-hr display \r\n"
+            "Move time interval forward 1 period \r\n"
+            "Move time interval back 1 period ");
+}
+
+}  // namespace
+}  // namespace pallomir

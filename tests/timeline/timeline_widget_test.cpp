@@ -1,0 +1,236 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QScrollBar>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "timeline/timeline_info_widget.h"
+#include "timeline/timeline_strip_widget.h"
+
+// The strip as it is seen and dragged. The tests run at several screen scales (QT_SCALE_FACTOR).
+
+namespace pallomir {
+namespace {
+
+using testing::DoubleNear;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+
+constexpr int kWidth = 1000;
+
+class TimelineStripTest : public testing::Test {
+ protected:
+  TimelineStripTest() {
+    window_.resize(kWidth + 20, 700);
+    strip_ = new TimelineStrip(&window_);
+    strip_->dragFinished = [this](double from, double to) { drags_.emplace_back(from, to); };
+    strip_->hovered = [this](int row, int column) { hovers_.emplace_back(row, column); };
+    strip_->left = [this] { ++leaves_; };
+  }
+
+  void Show(int rows) {
+    strip_->resize(kWidth + 20, 100);
+    strip_->LayOutRows(rows);
+    strip_->resize(kWidth + 20, strip_->HeightIn(window_.height()));
+    std::vector<TimelineUnit> units;
+    for (int k = 1; k <= rows; ++k) units.push_back({"Van", 0x800000, points_});
+    picture_ = DrawTimeline({start_, start_ + kDay}, 0, strip_->ScaleWidth(), units);
+    strip_->Redraw(picture_);
+    window_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
+  }
+
+  QWidget* Find(const char* name) { return strip_->findChild<QWidget*>(name); }
+
+  // The strip is told directly: where the tests' pointer rests is the platform's affair.
+  void Mouse(QEvent::Type type, const char* on, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
+    QMouseEvent event(type, at, Find(on)->mapToGlobal(at), button, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(Find(on), &event);
+  }
+  void Press(double x) {
+    Mouse(QEvent::MouseButtonPress, "picData(1)", {x, 3}, Qt::LeftButton, Qt::LeftButton);
+  }
+  void MoveTo(double x) { Mouse(QEvent::MouseMove, "picData(1)", {x, 3}, Qt::NoButton, Qt::LeftButton); }
+  void Release(double x) {
+    Mouse(QEvent::MouseButtonRelease, "picData(1)", {x, 3}, Qt::LeftButton, Qt::NoButton);
+  }
+
+  const Millis start_ = ToMillis({2026, 11, 16});
+  const std::vector<DataPoint> points_ = [this] {
+    std::vector<DataPoint> points;
+    for (const Millis minutes : {-5, 0, 300, 301, 302, 303, 777, 1439, 1500}) {
+      DataPoint point;
+      point.time = *EncodePackedTime(start_ + minutes * kMinute);
+      points.push_back(point);
+    }
+    return points;
+  }();
+  QWidget window_;
+  TimelineStrip* strip_;
+  TimelinePicture picture_;
+  std::vector<std::pair<double, double>> drags_;
+  std::vector<std::pair<int, int>> hovers_;
+  int leaves_ = 0;
+};
+
+TEST_F(TimelineStripTest, EachColumnFillsItsPixelsOfTheScreen) {
+  Show(2);
+  const double s = strip_->devicePixelRatioF();
+  const QImage time = Find("picTime(2)")->grab().toImage().convertToFormat(QImage::Format_RGB32);
+  const QImage data = Find("picData(2)")->grab().toImage().convertToFormat(QImage::Format_RGB32);
+  ASSERT_EQ(data.width(), qRound(kWidth * s));
+  std::vector<int> tickHeights(kWidth, 0);
+  for (const Tick& tick : picture_.scale->ticks)
+    tickHeights[static_cast<std::size_t>(tick.column)] = tick.height;
+  for (int column = 0; column < kWidth; ++column) {
+    const int ticks = tickHeights[static_cast<std::size_t>(column)];
+    const QRgb ground = PointUnder(picture_, 2, column) == kNoPoint ? qRgb(255, 192, 192) : qRgb(255, 0, 0);
+    for (int x = qRound(column * s); x < qRound((column + 1) * s); ++x) {
+      for (int line = 0; line < 8; ++line) {
+        const int y = qRound(line * s);
+        const QRgb below = line == 0 ? qRgb(255, 255, 255) : ground;
+        ASSERT_EQ(data.pixel(x, y), line < ticks ? qRgb(0, 0, 0) : below) << column << " " << line;
+        ASSERT_EQ(time.pixel(x, y), line < ticks ? qRgb(0, 0, 0) : qRgb(255, 255, 255)) << column;
+      }
+    }
+  }
+}
+
+TEST_F(TimelineStripTest, LabelsStandAtTheirTicksAndNotOverOneAnother) {
+  Show(1);
+  std::vector<std::pair<int, std::string>> labels;
+  for (const auto& mark : strip_->ScaleMarks()) {
+    labels.emplace_back(mark.column, mark.text.toStdString());
+    EXPECT_TRUE(mark.shown) << mark.column;
+    EXPECT_GE(mark.place.left(), 0);
+    EXPECT_NEAR(mark.place.center().x(), mark.column + 10, mark.column == 0 ? 9 : 1);
+  }
+  EXPECT_THAT(labels, ElementsAre(Pair(0, "11/16"), Pair(125, "3a"), Pair(250, "6a"), Pair(375, "9a"),
+                                  Pair(500, "12n"), Pair(625, "3p"), Pair(750, "6p"), Pair(875, "9p")));
+  // 28 February and 1 March are 8 pixels apart: the month is the one that shows.
+  const TimeWindow spring{ToMillis({2026, 2, 14}), ToMillis({2026, 6, 4})};
+  strip_->Redraw(DrawTimeline(spring, 0, kWidth, std::vector<TimelineUnit>(1)));
+  for (const auto& mark : strip_->ScaleMarks()) {
+    for (const auto& other : strip_->ScaleMarks())
+      EXPECT_FALSE(mark.column < other.column && mark.shown && other.shown &&
+                   mark.place.intersects(other.place))
+          << mark.text.toStdString() << " " << other.text.toStdString();
+  }
+}
+
+TEST_F(TimelineStripTest, ADragZoomsAndShowsItsBand) {
+  Show(2);
+  QWidget* band = Find("shpZoomInterval");
+  Press(249);
+  MoveTo(252);
+  EXPECT_FALSE(band->isVisible());
+  MoveTo(499);
+  EXPECT_TRUE(band->isVisible());
+  EXPECT_EQ(band->geometry(), QRect(260, 0, 251, 42));
+  Release(499);
+  EXPECT_FALSE(band->isVisible());
+  Press(499);
+  Release(249);
+  EXPECT_THAT(drags_, ElementsAre(Pair(DoubleNear(0.25, 1e-9), DoubleNear(0.5, 1e-9)),
+                                  Pair(DoubleNear(0.25, 1e-9), DoubleNear(0.5, 1e-9))));
+}
+
+TEST_F(TimelineStripTest, EscapeAnotherWindowAndANewWidthEndADrag) {
+  Show(1);
+  QWidget keyboardHolder(&window_);
+  const std::function<void()> ends[] = {
+      [&] { QTest::keyClick(&keyboardHolder, Qt::Key_Escape); },
+      [&] {
+        QEvent away(QEvent::WindowDeactivate);
+        QCoreApplication::sendEvent(strip_, &away);
+      },
+      [&] { strip_->resize(kWidth, strip_->height()); },
+      [&] { strip_->hide(); },
+  };
+  for (const auto& end : ends) {
+    Press(100);
+    MoveTo(300);
+    EXPECT_TRUE(Find("shpZoomInterval")->isVisible());
+    end();
+    EXPECT_FALSE(Find("shpZoomInterval")->isVisible());
+    Release(300);
+  }
+  EXPECT_THAT(drags_, IsEmpty());
+}
+
+TEST_F(TimelineStripTest, HoverNamesRowAndColumnOnceAndLeavesBesideTheRows) {
+  Show(3);
+  const auto hover = [this](const char* on, double x) {
+    Mouse(QEvent::MouseMove, on, {x, 2}, Qt::NoButton, Qt::NoButton);
+  };
+  hover("picTime(1)", 0);
+  hover("picData(1)", 0);
+  hover("picData(3)", 999);
+  leaves_ = 0;
+  hover("ScaleMark", 400);
+  EXPECT_EQ(leaves_, 1);
+  hover("picData(3)", 999);
+  EXPECT_THAT(hovers_, ElementsAre(Pair(1, 0), Pair(3, 999), Pair(3, 999)));
+  EXPECT_EQ(strip_->PointerPosition(), QPoint(1009, 20 + 42 + 10 + 2));
+}
+
+TEST_F(TimelineStripTest, ManyRowsScrollInAThirdOfTheWindow) {
+  Show(40);
+  EXPECT_EQ(strip_->height(), 233);
+  auto* bar = strip_->findChild<QScrollBar*>();
+  ASSERT_TRUE(bar->isVisible());
+  EXPECT_EQ(strip_->ScaleWidth(), kWidth);
+  QWheelEvent wheel({50, 100}, strip_->mapToGlobal(QPointF(50, 100)), {}, {0, -120}, Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(strip_, &wheel);
+  EXPECT_GT(bar->value(), 0);
+  bar->setValue(bar->maximum());
+  Mouse(QEvent::MouseMove, "picData(40)", {5, 3}, Qt::NoButton, Qt::NoButton);
+  EXPECT_THAT(hovers_, ElementsAre(Pair(40, 5)));
+  Show(1);
+  EXPECT_FALSE(bar->isVisible());
+  EXPECT_FALSE(Find("picData(2)"));
+}
+
+TEST_F(TimelineStripTest, LayOutClearsAndImgReloadAsksForIt) {
+  Show(1);
+  int clicks = 0;
+  strip_->layoutClicked = [&clicks] { ++clicks; };
+  auto* reload = strip_->findChild<QAbstractButton*>("imgReload");
+  EXPECT_EQ(reload->toolTip(), "Reload Timeline");
+  QTest::mouseClick(reload, Qt::LeftButton);
+  EXPECT_EQ(clicks, 1);
+  strip_->LayOutRows(1);
+  EXPECT_THAT(strip_->ScaleMarks(), IsEmpty());
+  EXPECT_NE(Find("picData(1)")->grab().toImage().pixelColor(300, 3), QColor(255, 192, 192));
+  picture_.width = kWidth - 1;
+  strip_->Redraw(picture_);
+  EXPECT_THAT(strip_->ScaleMarks(), IsEmpty()) << "drawn for a width of before";
+}
+
+TEST(TimelineInfo, TheBoxStaysOverTheMapAndGoesWhenThePointerComes) {
+  QWidget window;
+  window.resize(800, 600);
+  TimelineInfo box(&window);
+  const QRect map(0, 0, 800, 500);
+  window.show();
+  for (const QString& text : {QString("Unit #1 Van"), QString(400, 'W'), QString("<b>a</b>\nb\nc\nd")}) {
+    box.ShowText(text, {790, 520}, map);
+    EXPECT_TRUE(map.contains(box.geometry())) << text.toStdString();
+    auto* label = box.findChild<QLabel*>("lblTimelineInfo");
+    EXPECT_EQ(label->text(), text);
+    EXPECT_TRUE(box.rect().contains(label->geometry()));
+  }
+  EXPECT_FALSE(box.isWindow());
+  QTest::mouseMove(&box, QPoint(3, 3));
+  QEnterEvent enter({3, 3}, {3, 3}, {3, 3});
+  QCoreApplication::sendEvent(&box, &enter);
+  EXPECT_FALSE(box.isVisible());
+}
+
+}  // namespace
+}  // namespace pallomir
