@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
+#include <utility>
 
 #include "map/map_view.h"
 #include "platform/qt/qt_menu.h"
@@ -169,6 +170,8 @@ void formMain::LayOut() {
   frameTimeLine_->setGeometry(0, mapHeight, width(), frameHeight);
   captionLine_->setGeometry(0, 0, width(), captionLine_->sizeHint().height());
   captionLine_->raise();
+  pctKeyboard_->raise();
+  pctKeyList_->raise();
   pctSizer_->Raise();
 }
 
@@ -358,8 +361,17 @@ void formMain::SetTopmost(bool topmost) {
 }
 
 void formMain::Show() {
+  // A window manager takes a state only from a window that it knows: when it has been seen for the first
+  // time.
+  stateWhenSeen_ = windowState();
+  setWindowState(Qt::WindowNoState);
   show();
-  activateWindow();  // without a window manager nobody else gives it the keyboard
+}
+
+void formMain::FirstSeen() {
+  if (stateWhenSeen_) setWindowState(stateWhenSeen_);
+  // Without a window manager nobody else gives it the keyboard.
+  if (!HasWindowManager()) QTimer::singleShot(0, this, [this] { activateWindow(); });
 }
 
 void formMain::BringToForeground() {
@@ -404,6 +416,7 @@ void formMain::closeEvent(QCloseEvent* event) {
 
 // The window sees keys before its controls, the map page among them.
 bool formMain::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Expose && watched == windowHandle() && !std::exchange(seen_, true)) FirstSeen();
   if (!watched->isWidgetType()) return QWidget::eventFilter(watched, event);
   auto& widget = *static_cast<QWidget*>(watched);
   if (event->type() == QEvent::KeyPress && FilterKey(widget, *static_cast<QKeyEvent*>(event))) return true;

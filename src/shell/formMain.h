@@ -118,11 +118,14 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void ConnectCaptionLine();
   void ConnectPicker(int i);
   bool IsPickerFocused() const;
+  void FirstSeen();
   bool FilterKey(QWidget& widget, const QKeyEvent& event);
   void FilterMousePress(QWidget& widget);
   void LeaveChrome();
 
   Client* client_ = nullptr;
+  Qt::WindowStates stateWhenSeen_ = Qt::WindowNoState;
+  bool seen_ = false;
   QuestionQueue* questions_ = nullptr;
   QWidget* mapArea_;  // clips WB, which is wider than the window
   QWidget* WB_;
