@@ -1,7 +1,6 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <algorithm>
 #include <array>
@@ -11,13 +10,13 @@
 #include <asio/ip/udp.hpp>
 #include <asio/write.hpp>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "base/check_code.h"
 #include "base/packed_time.h"
+#include "fakes/temporary_folder.h"
 #include "station/position_source.h"
 
 namespace pallomir::station {
@@ -110,30 +109,15 @@ class TestClient {
   bool timedOut_ = false;
 };
 
-/// A folder of the test's own, gone afterwards.
-class TemporaryFolder {
+/// The tests' folder, with files in folders below it.
+class TemporaryFolder : public fakes::TemporaryFolder {
  public:
-  TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "station-test-XXXXXX").string();
-    path_ = ::mkdtemp(name.data());
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  const std::filesystem::path& Path() const { return path_; }
   std::filesystem::path Write(const std::filesystem::path& name, std::string_view content) const {
-    const std::filesystem::path file = path_ / name;
+    const std::filesystem::path file = Path() / name;
     std::filesystem::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << content;
+    fakes::WriteFile(file, std::string(content));
     return file;
   }
-
- private:
-  std::filesystem::path path_;
 };
 
 }  // namespace pallomir::station
