@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "platform/geometry.h"
 
@@ -22,6 +23,10 @@ class MainWindow {
   virtual PixelRect Screen() const = 0;
   /// Whether somebody else places windows. Without one the window has to do it itself.
   virtual bool HasWindowManager() const = 0;
+  /// Whether the system tells and takes positions; where not, only sizes mean something.
+  virtual bool KnowsPosition() const = 0;
+  /// All screens, whole.
+  virtual std::vector<PixelRect> Screens() const = 0;
   virtual PixelRect Bounds() const = 0;
   virtual void SetBounds(const PixelRect& bounds) = 0;
   /// Asks the system for the state; what it gives comes as an event.

@@ -16,6 +16,9 @@ CapturePanel::CapturePanel(QWidget* mapArea) : QWidget(mapArea) {
 
 void CapturePanel::Poll() {
   const QWidget* map = parentWidget();
+  // The release may have gone elsewhere.
+  if (anchor_ && (!map->isActiveWindow() || !(QGuiApplication::mouseButtons() & Qt::LeftButton)))
+    anchor_.reset();
   const bool shift = QGuiApplication::queryKeyboardModifiers() == Qt::ShiftModifier;
   const bool overMap = map->rect().contains(map->mapFromGlobal(QCursor::pos()));
   const bool wanted = anchor_ || (shift && overMap && map->isActiveWindow());

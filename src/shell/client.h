@@ -133,7 +133,8 @@ class Client {
 
   /// The pointer moved over the caption line; x in the window.
   void PointerOverCaption(int x) { ShowPointAtShare(x); }
-  void PointerLeftCaption() { OnBoxTick(); }
+  /// The pointer left the map and the caption line, or the window is no longer active.
+  void HidePointInfos();
 
   /// A box was drawn on the map with Shift held: the map is zoomed to it. Corners in view pixels.
   void RubberBandDrawn(ViewPoint a, ViewPoint b);

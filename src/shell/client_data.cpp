@@ -139,6 +139,8 @@ void Client::FinishBatch() {
   if (ports_.view.IsTimelineVisible()) {
     ports_.trace.Line("DataProcess is calling for redraw");
     tmrRedraw_->SetEnabled(true);
+  } else {
+    HideMapUpdating();
   }
 }
 
@@ -148,7 +150,7 @@ void Client::OnUpdateAction() {
     FitToData(0);
     return;
   }
-  notDrawn_ = true;
+  notDrawn_ = store_.PointCount() > 0;
   if (menus_.At("mnuOptionsOnUpdateArray", 2).checked) {
     SendPan(view_.LatestLat, view_.LatestLng);
   }

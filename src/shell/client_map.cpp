@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "map/page_fields.h"
 #include "map/projection.h"
@@ -226,6 +227,7 @@ void Client::WriteMapType() {
 
 void Client::HidePointMarker() {
   Run(seams.closeReports);
+  HidePointInfos();
   ports_.view.HidePointMarker();
 }
 
@@ -239,32 +241,40 @@ void Client::ShowPointMarker(std::size_t k, std::size_t index) {
   boxTimer_->SetEnabled(true);
 }
 
-// The browser's width, less a margin of 20 pixels on each side, stands for the time window: shown is the
-// point of all units that is nearest in time to the pixel's share of it.
+// The map's width, less a margin of 20 pixels on each side, stands for the time window. For each unit the
+// point nearest to the instant under the pointer is described; the one nearest to the pointer on the map is
+// marked.
 void Client::ShowPointAtShare(int x) {
   constexpr int kMargin = 20;
-  const int width = ports_.view.BrowserSize().width - 2 * kMargin;
-  if (closing_ || width <= 0 || view_.UnitsPerPixel == 0) return;
-  const double share = std::clamp((x - kMargin) / static_cast<double>(width), 0.0, 1.0);
+  const PixelSize browser = ports_.view.BrowserSize();
+  const double share = (x - kMargin) / static_cast<double>(browser.width - 2 * kMargin);
+  if (closing_ || browser.width <= 2 * kMargin || share < 0 || share > 1) return HidePointInfos();
   const Millis utc = window_.start + static_cast<Millis>(share * static_cast<double>(window_.Length())) +
                      utcOffsetMinutes_ * kMinute;
-  std::size_t nearestUnit = 0;
-  std::size_t nearest = 0;
-  Millis leastDistance = 0;
+  std::vector<std::string> texts;
+  std::optional<std::pair<std::size_t, std::size_t>> marked;  // unit and point, from 1
+  int leastDistance = 0;
   for (std::size_t k = 1; k <= store_.UnitCount(); ++k) {
     const auto index = store_.Track(k).NearestTo(utc);
-    if (!index) continue;
-    const Millis distance =
-        std::abs(DecodePackedTime(store_.Track(k).Points()[*index].time).value_or(0) - utc);
-    if (nearestUnit != 0 && distance >= leastDistance) continue;
-    nearestUnit = k;
-    nearest = *index;
-    leastDistance = distance;
+    const auto facts = index ? FactsOf(k, static_cast<std::int32_t>(*index)) : std::nullopt;
+    if (!facts) continue;
+    texts.push_back(PointText(LabelOf(k), *facts, Length()));
+    if (view_.UnitsPerPixel == 0) continue;
+    const DataPoint& point = store_.Track(k).Points()[*index];
+    const ViewPoint at = WorldToView(view_, point.x, point.y, browser);
+    const bool isOnMap =
+        at.x >= 0 && at.y >= 0 && at.x < browser.width - kUnusedBrowserWidth && at.y < browser.height;
+    if (!isOnMap || (marked && std::abs(at.x - x) >= leastDistance)) continue;
+    marked = {k, *index + 1};
+    leastDistance = std::abs(at.x - x);
   }
-  if (nearestUnit == 0) return;
-  ShowPointMarker(nearestUnit, nearest + 1);
-  const auto facts = FactsOf(nearestUnit, static_cast<std::int32_t>(nearest));
-  if (facts) ports_.view.ShowPointInfo(PointText(LabelOf(nearestUnit), *facts, Length()));
+  if (texts.empty()) return HidePointInfos();
+  ports_.view.ShowPointInfos(texts);
+  if (marked) ShowPointMarker(marked->first, marked->second);
+}
+
+void Client::HidePointInfos() {
+  ports_.view.HidePointInfos();
 }
 
 void Client::OnCaptureTick() {

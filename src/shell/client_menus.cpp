@@ -21,6 +21,7 @@ void Client::MenuButtonClicked() {
 
 void Client::MenuChosen(const MenuItem& item) {
   if (closing_) return;
+  HoldFocusOff(false);
   using Action = void (Client::*)(int index);
   static const std::unordered_map<std::string, Action> kActions{
       {"mnuViewReload", &Client::OnMenuReload},

@@ -54,7 +54,9 @@ void Client::ReadPlacement() {
   bounds.top = read(setting::kWindowTop, area.top);
   bounds.width = read(setting::kWindowWidth, area.width);
   bounds.height = read(setting::kWindowHeight, area.height);
-  ports_.window.SetBounds(bounds);
+  if (!ports_.window.KnowsPosition())
+    ports_.trace.Line("positions are neither set nor stored on this desktop");
+  ports_.window.SetBounds(MovedIntoReach(bounds, ports_.window.Screens()));
   if (ports_.settings.Get(setting::kWindowState.key, setting::kWindowState.defaultValue) == "2") {
     Apply(modes_.Maximise(Surroundings()));
   }

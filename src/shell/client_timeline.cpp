@@ -15,6 +15,7 @@ void Client::Timeline_Resize() {
     return;
   }
   ports_.trace.Line("Timeline_Resize begin...");
+  picture_ = {};  // until the redraw: its columns may be others now
   ports_.view.LayOutTimeline(book_.enabledCount);
   tmrRedraw_->SetEnabled(true);
   ports_.trace.Line("...end Timeline_Resize");
@@ -59,11 +60,7 @@ void Client::TimelineDragged(double from, double to) {
 
 // The number is the one that the digit keys name.
 UnitLabel Client::LabelOf(std::size_t k) const {
-  constexpr std::size_t kDescription = kUnitIdSize + 3;  // behind the ID and " - "
-  const std::size_t i = book_.enabledToList[k];
-  const MenuItem* unit = menus_.Find(kUnitMenu, static_cast<int>(i));
-  if (!unit) return {i, ""};
-  return {i, unit->caption.substr(std::min(unit->caption.size(), kDescription))};
+  return {book_.enabledToList[k], book_.descriptions[k]};
 }
 
 // A picture may be older than the points: what it names need not be there any more.
@@ -139,9 +136,10 @@ void Client::ShowPickers() {
 void Client::NavigateTo(const TimeWindow& window) {
   pickers_.SetWindow(window);
   TakeWindowFromPickers();
-  pickers_.SetPickerFormat(0);
-  pickers_.SetPickerFormat(1);
-  pickers_.Reloaded();
+  for (const int i : {0, 1}) {
+    if (!(pickers_.PickerFocusMask() & 1 << i)) pickers_.SetPickerFormat(i);
+  }
+  pickers_.HideReload();
   MapReload();
   ShowPickers();
 }

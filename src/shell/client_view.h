@@ -57,8 +57,9 @@ class ClientView {
   // Marks over the map
   /// The square frame of four thin pictures around a view pixel.
   virtual void ShowPointMarker(ViewPoint at) = 0;
-  /// The text of the marked point, beside the mark; goes with it.
-  virtual void ShowPointInfo(const std::string& text) = 0;
+  /// A text for each displayed unit, `txtDP_Info(k)`, along the upper edge of the map.
+  virtual void ShowPointInfos(const std::vector<std::string>& texts) = 0;
+  virtual void HidePointInfos() = 0;
   virtual void HidePointMarker() = 0;
   /// While Shift is held and the pointer is over the map, lays the panel `picP` over it, which takes the
   /// mouse.

@@ -179,8 +179,10 @@ void Client::StorePlacement() {
     const std::string text = std::to_string(value);
     if (ports_.settings.Get(key.key, "") != text) ports_.settings.Save(key.key, text);
   };
-  save(setting::kWindowLeft, bounds.left);
-  save(setting::kWindowTop, bounds.top);
+  if (ports_.window.KnowsPosition()) {
+    save(setting::kWindowLeft, bounds.left);
+    save(setting::kWindowTop, bounds.top);
+  }
   save(setting::kWindowWidth, bounds.width);
   save(setting::kWindowHeight, bounds.height);
 }

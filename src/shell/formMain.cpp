@@ -67,9 +67,10 @@ formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::Framele
   FocusGetter_->setGeometry(0, 0, 1, 1);
   picP_ = new CapturePanel(mapArea_);
   marker_ = std::make_unique<PointMarker>(mapArea_);
+  infos_ = new PointInfos(mapArea_);
   frameTimelineInfo_ = new TimelineInfo(this);
-  pctKeyboard_ = new KeyboardPicture(this);
-  pctKeyList_ = new KeyListPicture(this);
+  pctKeyboard_ = new KeyboardPicture(mapArea_);
+  pctKeyList_ = new KeyListPicture(mapArea_);
   formSplash_ = new formSplash(this);
   formMapUpdating_ = new formMapUpdating(this);
   FormRetryAfterError_ = new FormRetryAfterError(this);
@@ -86,7 +87,6 @@ formMain::~formMain() {
 
 void formMain::BuildCaptionLine() {
   captionLine_ = new CaptionLine(this);
-  captionLine_->setAutoFillBackground(true);  // the map lies under it
   DTP_[0] = new DateTimePicker(captionLine_, "DTP(0)", "Start of the time window");
   DTP_[1] = new DateTimePicker(captionLine_, "DTP(1)", "End of the time window");
   cmdOK_Reload_ = new QPushButton("Reload", captionLine_);
@@ -137,7 +137,7 @@ void formMain::ConnectCaptionLine() {
   captionLine_->showKeyboard = [this] { pctKeyboard_->ShowOverlay(); };
   captionLine_->showKeyList = [this] { pctKeyList_->ShowOverlay(); };
   captionLine_->pointerMoved = ToClient(&Client::PointerOverCaption);
-  captionLine_->pointerLeft = ToClient(&Client::PointerLeftCaption);
+  captionLine_->pointerLeft = ToClient(&Client::HidePointInfos);
 }
 
 void formMain::ConnectPicker(int i) {
@@ -164,14 +164,12 @@ void formMain::ShowCaption(bool visible) {
 void formMain::LayOut() {
   strip_->setFixedHeight(strip_->HeightIn(height()));
   const int frameHeight = frameTimeLine_->isHidden() ? 0 : strip_->height();
-  const int mapHeight = std::max(0, height() - frameHeight);
-  mapArea_->setGeometry(0, 0, width(), mapHeight);
+  const int captionHeight = captionLine_->sizeHint().height();
+  const int mapHeight = std::max(0, height() - frameHeight - captionHeight);
+  mapArea_->setGeometry(0, captionHeight, width(), mapHeight);
   WB_->setGeometry(0, 0, width() + kUnusedBrowserWidth, mapHeight);
-  frameTimeLine_->setGeometry(0, mapHeight, width(), frameHeight);
-  captionLine_->setGeometry(0, 0, width(), captionLine_->sizeHint().height());
-  captionLine_->raise();
-  pctKeyboard_->raise();
-  pctKeyList_->raise();
+  frameTimeLine_->setGeometry(0, captionHeight + mapHeight, width(), frameHeight);
+  captionLine_->setGeometry(0, 0, width(), captionHeight);
   pctSizer_->Raise();
 }
 
@@ -245,6 +243,8 @@ void formMain::HideMapUpdating() {
 
 void formMain::ShowRetry(const std::string& message) {
   FormRetryAfterError_->SetMessage(Text(message));
+  // It takes the keyboard only from the main window, not from another program's or from a dialog of ours.
+  FormRetryAfterError_->setAttribute(Qt::WA_ShowWithoutActivating, QApplication::activeWindow() != this);
   FormRetryAfterError_->show();
 }
 
@@ -259,8 +259,13 @@ void formMain::HideRetry() {
 void formMain::ShowPointMarker(ViewPoint at) {
   marker_->ShowAt({at.x, at.y});
 }
-void formMain::ShowPointInfo(const std::string& text) {
-  marker_->ShowText(Text(text));
+void formMain::ShowPointInfos(const std::vector<std::string>& texts) {
+  QStringList lines;
+  for (const std::string& text : texts) lines += Text(text);
+  infos_->ShowTexts(lines);
+}
+void formMain::HidePointInfos() {
+  infos_->hide();
 }
 void formMain::HidePointMarker() {
   marker_->Hide();
@@ -333,9 +338,23 @@ PixelRect formMain::Bounds() const {
   return RectOf(geometry());
 }
 
+bool formMain::KnowsPosition() const {
+  return !QGuiApplication::platformName().startsWith("wayland");
+}
+
+std::vector<PixelRect> formMain::Screens() const {
+  std::vector<PixelRect> screens;
+  for (const QScreen* each : QGuiApplication::screens()) screens.push_back(RectOf(each->geometry()));
+  return screens;
+}
+
 void formMain::SetBounds(const PixelRect& bounds) {
   const QSize size = QSize(bounds.width, bounds.height).expandedTo(minimumSize());
-  setGeometry(QRect(QPoint(bounds.left, bounds.top), size));
+  if (KnowsPosition()) {
+    setGeometry(QRect(QPoint(bounds.left, bounds.top), size));
+  } else {
+    resize(size);
+  }
 }
 
 void formMain::SetState(WindowMode state) {
@@ -377,6 +396,8 @@ void formMain::FirstSeen() {
 void formMain::BringToForeground() {
   // Another program's window, or a dialog of ours, keeps the keyboard: raising alone does not take it.
   raise();
+  if (formMobileUnit_Edit_) formMobileUnit_Edit_->raise();
+  if (FormRetryAfterError_->isVisible()) FormRetryAfterError_->raise();
 }
 
 void formMain::Activate() {
@@ -406,6 +427,13 @@ void formMain::changeEvent(QEvent* event) {
     if (wasMinimised && mode != WindowMode::kMinimised) client_->MinimiseEnded();
     client_->WindowStateGiven(mode);
   }
+  if (event->type() == QEvent::ActivationChange && client_) {
+    if (isActiveWindow()) {
+      client_->MinimiseEnded();
+    } else {
+      client_->HidePointInfos();
+    }
+  }
   QWidget::changeEvent(event);
 }
 
@@ -416,11 +444,18 @@ void formMain::closeEvent(QCloseEvent* event) {
 
 // The window sees keys before its controls, the map page among them.
 bool formMain::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Expose && watched == windowHandle() && !std::exchange(seen_, true)) FirstSeen();
-  if (!watched->isWidgetType()) return QWidget::eventFilter(watched, event);
+  if (event->type() == QEvent::Expose && watched == windowHandle() && !std::exchange(seen_, true))
+    FirstSeen();
+  if (event->type() == QEvent::Expose && watched == windowHandle() && windowHandle()->isExposed()) {
+    client_->MinimiseEnded();
+  }
+  const bool isOfInterest = event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress ||
+                            event->type() == QEvent::FocusOut || event->type() == QEvent::Leave;
+  if (!isOfInterest || !watched->isWidgetType()) return QWidget::eventFilter(watched, event);
   auto& widget = *static_cast<QWidget*>(watched);
   if (event->type() == QEvent::KeyPress && FilterKey(widget, *static_cast<QKeyEvent*>(event))) return true;
   if (event->type() == QEvent::MouseButtonPress && widget.window() == this) FilterMousePress(widget);
+  if (event->type() == QEvent::Leave && watched == mapArea_) client_->HidePointInfos();
   if (event->type() == QEvent::FocusOut && watched == FocusGetter_) {
     QTimer::singleShot(0, this, ToClient(&Client::FocusLost));
   }
@@ -436,7 +471,11 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       return false;
     case Qt::Key_F6:
       client_->HoldFocusOff(true);
-      DTP_[0]->setFocus(Qt::ShortcutFocusReason);
+      if (DTP_[0]->isVisible()) {
+        DTP_[0]->setFocus(Qt::ShortcutFocusReason);
+      } else {
+        captionLine_->setFocus(Qt::ShortcutFocusReason);
+      }
       return true;
     case Qt::Key_F10:
       if (event.modifiers() == Qt::NoModifier) client_->MenuButtonClicked();
@@ -455,10 +494,10 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
   return true;
 }
 
-// A click on the map ends the editing of a date and leaves the caption line.
+// A click outside the caption line ends the editing of a date and gives the keyboard back.
 void formMain::FilterMousePress(QWidget& widget) {
   if (!isActiveWindow() && !HasWindowManager()) activateWindow();
-  if (mapArea_ == &widget || mapArea_->isAncestorOf(&widget)) LeaveChrome();
+  if (&widget != captionLine_ && !captionLine_->isAncestorOf(&widget)) LeaveChrome();
 }
 
 void formMain::LeaveChrome() {

@@ -25,6 +25,7 @@ class KeyListPicture;
 class KeyboardPicture;
 class formMapUpdating;
 class formMobileUnit_Edit;
+class PointInfos;
 class PointMarker;
 class QuestionQueue;
 class SizeGrips;
@@ -71,7 +72,8 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void SetRetryProgress(int bar, const std::string& label) override;
   void HideRetry() override;
   void ShowPointMarker(ViewPoint at) override;
-  void ShowPointInfo(const std::string& text) override;
+  void ShowPointInfos(const std::vector<std::string>& texts) override;
+  void HidePointInfos() override;
   void HidePointMarker() override;
   void ShowCapturePanel() override;
   void HideHelp() override;
@@ -91,6 +93,8 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void Show() override;
   PixelRect Screen() const override;
   bool HasWindowManager() const override;
+  bool KnowsPosition() const override;
+  std::vector<PixelRect> Screens() const override;
   void SetState(WindowMode state) override;
   void SetTopmost(bool topmost) override;
   void BringToForeground() override;
@@ -147,6 +151,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   CapturePanel* picP_;
   SizeGrips* pctSizer_;
   std::unique_ptr<PointMarker> marker_;
+  PointInfos* infos_;
 };
 
 }  // namespace pallomir

@@ -1,8 +1,8 @@
 #include "shell/point_marker_widget.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
-
-#include "timeline/timeline_layout.h"
+#include <algorithm>
 
 namespace pallomir {
 namespace {
@@ -21,22 +21,13 @@ QFrame* Picture(QWidget* parent, const char* name, const QSize& size) {
 
 }  // namespace
 
-PointMarker::PointMarker(QWidget* mapArea) : mapArea_(mapArea) {
+PointMarker::PointMarker(QWidget* mapArea) {
   constexpr int kLength = 2 * kReach + kThickness;
   pictures_ = {Picture(mapArea, "H1", {kLength, kThickness}), Picture(mapArea, "H2", {kLength, kThickness}),
                Picture(mapArea, "V1", {kThickness, kLength}), Picture(mapArea, "V2", {kThickness, kLength})};
-  lblDP_Info_ = new QLabel(mapArea);
-  lblDP_Info_->setObjectName("lblDP_Info");
-  lblDP_Info_->setTextFormat(Qt::PlainText);
-  lblDP_Info_->setAttribute(Qt::WA_TransparentForMouseEvents);
-  lblDP_Info_->setAutoFillBackground(true);
-  lblDP_Info_->setFrameStyle(QFrame::StyledPanel);
-  lblDP_Info_->setMargin(4);
-  lblDP_Info_->hide();
 }
 
 void PointMarker::ShowAt(const QPoint& at) {
-  at_ = at;
   const QPoint corners[] = {{-kReach, -kReach}, {-kReach, kReach}, {-kReach, -kReach}, {kReach, -kReach}};
   for (std::size_t i = 0; i < pictures_.size(); ++i) {
     pictures_[i]->hide();
@@ -46,19 +37,39 @@ void PointMarker::ShowAt(const QPoint& at) {
   }
 }
 
-void PointMarker::ShowText(const QString& text) {
-  lblDP_Info_->setText(text);
-  lblDP_Info_->adjustSize();
-  const PixelRect place = PlaceBeside(at_.x(), at_.y(), {lblDP_Info_->width(), lblDP_Info_->height()},
-                                      {0, 0, mapArea_->width(), mapArea_->height()});
-  lblDP_Info_->move(place.left, place.top);
-  lblDP_Info_->show();
-  lblDP_Info_->raise();
+void PointMarker::Hide() {
+  for (QFrame* picture : pictures_) picture->hide();
 }
 
-void PointMarker::Hide() {
-  lblDP_Info_->hide();
-  for (QFrame* picture : pictures_) picture->hide();
+PointInfos::PointInfos(QWidget* mapArea) : QFrame(mapArea) {
+  setObjectName("pointInfos");
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(4);
+  hide();
+}
+
+void PointInfos::ShowTexts(const QStringList& texts) {
+  while (txtDP_Info_.size() < static_cast<std::size_t>(texts.size())) {
+    auto* label = new QLabel(this);
+    label->setObjectName(QString("txtDP_Info(%1)").arg(txtDP_Info_.size() + 1));
+    label->setTextFormat(Qt::PlainText);
+    label->setAutoFillBackground(true);
+    label->setFrameStyle(QFrame::StyledPanel);
+    label->setMargin(3);
+    layout()->addWidget(label);
+    txtDP_Info_.push_back(label);
+  }
+  for (std::size_t k = 0; k < txtDP_Info_.size(); ++k) {
+    const bool used = k < static_cast<std::size_t>(texts.size());
+    if (used) txtDP_Info_[k]->setText(texts[static_cast<int>(k)]);
+    txtDP_Info_[k]->setVisible(used);
+  }
+  adjustSize();
+  move(std::max(0, (parentWidget()->width() - width()) / 2), 4);
+  show();
+  raise();
 }
 
 }  // namespace pallomir

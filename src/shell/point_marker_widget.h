@@ -2,7 +2,9 @@
 
 #include <QFrame>
 #include <QPoint>
+#include <QStringList>
 #include <array>
+#include <vector>
 
 class QLabel;
 
@@ -16,16 +18,22 @@ class PointMarker {
 
   /// Shows the frame around a pixel of the map's area.
   void ShowAt(const QPoint& at);
-  /// Shows the point's text beside the frame, inside the map's area.
-  void ShowText(const QString& text);
   void Hide();
 
  private:
-  static constexpr int kReach = 7;  // from the point to each side, pixels
-  QWidget* mapArea_;
+  static constexpr int kReach = 7;   // from the point to each side, pixels
   std::array<QFrame*, 4> pictures_;  // H1, H2, V1, V2
-  QLabel* lblDP_Info_;
-  QPoint at_;
+};
+
+/// The texts of the points at the pointer's share of the time window, one `txtDP_Info(k)` a unit side by side
+/// along the upper edge of the map. They take neither keyboard nor mouse.
+class PointInfos : public QFrame {
+ public:
+  explicit PointInfos(QWidget* mapArea);
+  void ShowTexts(const QStringList& texts);
+
+ private:
+  std::vector<QLabel*> txtDP_Info_;
 };
 
 }  // namespace pallomir

@@ -1,5 +1,6 @@
 #include "shell/window_modes.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace pallomir {
@@ -8,6 +9,24 @@ using window_effect::Resize;
 using window_effect::SetBounds;
 using window_effect::SetState;
 using window_effect::SetTopmost;
+
+PixelRect MovedIntoReach(PixelRect bounds, const std::vector<PixelRect>& screens) {
+  // As much of the caption line as a pointer needs to take hold of it.
+  constexpr int kGripWidth = 80;
+  constexpr int kGripHeight = 16;
+  for (const PixelRect& screen : screens) {
+    const int width =
+        std::min(bounds.left + bounds.width, screen.left + screen.width) - std::max(bounds.left, screen.left);
+    const int height =
+        std::min(bounds.top + kGripHeight, screen.top + screen.height) - std::max(bounds.top, screen.top);
+    if (width >= kGripWidth && height >= kGripHeight) return bounds;
+  }
+  if (screens.empty()) return bounds;
+  const PixelRect& first = screens.front();
+  bounds.left = std::clamp(bounds.left, first.left, first.left + std::max(0, first.width - bounds.width));
+  bounds.top = std::clamp(bounds.top, first.top, first.top + std::max(0, first.height - bounds.height));
+  return bounds;
+}
 
 WindowEffects WindowModes::FullScreen(const WindowSurroundings& at) {
   if (mode_ == WindowMode::kMinimised || mode_ == WindowMode::kFullScreen) return {};
@@ -69,12 +88,12 @@ WindowEffects WindowModes::ToggleMaximised(const WindowSurroundings& at) {
 WindowEffects WindowModes::StateGiven(WindowMode state) {
   // While a change of ours is under way, the states are those that it asks for.
   if (state == mode_ || changing_) return {};
-  if (mode_ == WindowMode::kNormal) normalBounds_.reset();
   if (state == WindowMode::kMinimised) {
     beforeMinimised_ = mode_;
     mode_ = state;
     return {};
   }
+  if (mode_ == WindowMode::kNormal) normalBounds_.reset();
   WindowEffects effects;
   DropTopmost(effects);
   return Enter(state, std::move(effects));

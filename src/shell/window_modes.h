@@ -44,6 +44,9 @@ struct WindowSurroundings {
   bool hasWindowManager = true;
 };
 
+/// The bounds, moved if need be so that the window's caption can be reached on one of the screens.
+PixelRect MovedIntoReach(PixelRect bounds, const std::vector<PixelRect>& screens);
+
 /// The window's mode and the bounds to return to. Each button's function changes the mode and returns what is
 /// to be done, nothing when the button does nothing in this mode. From then on IsChanging() holds, which
 /// mutes the resize rule, until the caller has applied the effects before Resize and calls ChangeApplied().

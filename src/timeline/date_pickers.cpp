@@ -77,6 +77,7 @@ void DatePickers::GotFocus(int i) {
 void DatePickers::LostFocus(int i) {
   focusMask_ &= ~(1 << i);
   droppedDown_ = false;
+  grace_ = true;
   SetPickerFormat(i);
 }
 

@@ -48,6 +48,7 @@ class DatePickers {
   void GraceEnded() { grace_ = false; }
   /// The Reload button was pressed and has done its work.
   void Reloaded();
+  void HideReload() { reloadVisible_ = false; }
 
  private:
   struct Picker {

@@ -6,7 +6,9 @@
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QStyleOptionComboBox>
+#include <QTimer>
 #include <QWheelEvent>
+#include <utility>
 
 namespace pallomir {
 namespace {
@@ -56,12 +58,25 @@ QSize DateTimePicker::sizeHint() const {
 
 void DateTimePicker::focusInEvent(QFocusEvent* event) {
   QDateTimeEdit::focusInEvent(event);
-  if (!IsPassing(event->reason()) && gotFocus) gotFocus();
+  if (!std::exchange(told_, true) && gotFocus) gotFocus();
 }
 
 void DateTimePicker::focusOutEvent(QFocusEvent* event) {
   QDateTimeEdit::focusOutEvent(event);
-  if (!IsPassing(event->reason()) && lostFocus) lostFocus();
+  if (!IsPassing(event->reason())) TellLost();
+}
+
+// While the window was not active the focus inside it may have gone elsewhere without an event.
+void DateTimePicker::changeEvent(QEvent* event) {
+  QDateTimeEdit::changeEvent(event);
+  if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
+  QTimer::singleShot(0, this, [this] {
+    if (isActiveWindow() && !hasFocus()) TellLost();
+  });
+}
+
+void DateTimePicker::TellLost() {
+  if (std::exchange(told_, false) && lostFocus) lostFocus();
 }
 
 // Scrolling past the picker must not change a date.

@@ -30,11 +30,15 @@ class DateTimePicker : public QDateTimeEdit {
  protected:
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void TellLost();
   Millis Value() const { return dateTime().toMSecsSinceEpoch(); }
+
+  bool told_ = false;  // gotFocus was called, lostFocus not yet
 };
 
 }  // namespace pallomir

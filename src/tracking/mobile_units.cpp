@@ -93,6 +93,7 @@ UnitBook EnumerateUnits(const std::vector<MobileUnit>& units) {
     book.listToEnabled.push_back(unit.enabled ? ++book.enabledCount : 0);
     if (!unit.enabled) continue;
     book.enabledToList.push_back(i);
+    book.descriptions.push_back(unit.description);
     // An ID that is none would shift all that follow it in the request.
     if (IsUnitId(unit.id)) book.requestText += unit.id;
     book.unitById.emplace(unit.id, i);

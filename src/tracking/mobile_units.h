@@ -45,6 +45,7 @@ struct UnitBook {
   std::size_t enabledCount = 0;
   std::vector<std::size_t> listToEnabled{0};  ///< by i; 0 for a disabled unit
   std::vector<std::size_t> enabledToList{0};  ///< by k
+  std::vector<std::string> descriptions{""};  ///< by k
   std::map<std::string, std::size_t, std::less<>> unitById;
   std::string requestText = "D";  ///< "D" and the IDs of the enabled units, in list order
 

@@ -237,7 +237,7 @@ double ShareOnScreen(const Image& screen, const Expected& expected, int mapWidth
   const int unit = 1 << (22 - expected.zoom);
   double best = 0;
   for (int dx = -2; dx <= 2; ++dx) {
-    for (int dy = -2; dy <= 2; ++dy) {
+    for (int dy = 20; dy <= 50; ++dy) {  // the caption line lies above the map
       int marked = 0;
       int seen = 0;
       for (const auto& [name, marks] : expected.tiles) {

@@ -132,6 +132,8 @@ class FakeWindow : public MainWindow {
   void Show() override { shown = true; }
   PixelRect Screen() const override { return {0, 0, 1600, 1024}; }
   bool HasWindowManager() const override { return true; }
+  bool KnowsPosition() const override { return knowsPosition; }
+  std::vector<PixelRect> Screens() const override { return {Screen()}; }
   void SetState(WindowMode to) override { state = to; }
   void SetTopmost(bool on) override { topmost = on; }
   void BringToForeground() override { ++raised; }
@@ -142,6 +144,7 @@ class FakeWindow : public MainWindow {
   bool shown = false;
   WindowMode state = WindowMode::kNormal;
   bool topmost = false;
+  bool knowsPosition = true;
   int raised = 0;
   int activated = 0;
   int closeWanted = 0;

@@ -39,11 +39,9 @@ class FakeView : public ClientView {
   void EditUnits(const std::vector<MobileUnit>& units) override { editedUnits = units; }
   void ShowAbout() override {}
   void ShowPointMarker(ViewPoint at) override { marker = at; }
-  void ShowPointInfo(const std::string& text) override { pointInfo = text; }
-  void HidePointMarker() override {
-    marker.reset();
-    pointInfo.reset();
-  }
+  void ShowPointInfos(const std::vector<std::string>& texts) override { pointInfos = texts; }
+  void HidePointInfos() override { pointInfos.clear(); }
+  void HidePointMarker() override { marker.reset(); }
   void ShowCapturePanel() override { ++capturePolls; }
   void HideHelp() override { ++helpHidden; }
   void ShowPicker(int i, Millis value, const std::string& format, bool visible) override {
@@ -78,7 +76,7 @@ class FakeView : public ClientView {
   WindowMode mode = WindowMode::kNormal;
   std::optional<std::vector<MobileUnit>> editedUnits;
   std::optional<ViewPoint> marker;
-  std::optional<std::string> pointInfo;
+  std::vector<std::string> pointInfos;
   int capturePolls = 0;
   int helpHidden = 0;
   std::size_t timelineRows = 0;

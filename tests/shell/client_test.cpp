@@ -693,28 +693,44 @@ TEST_F(ClientTest, ADragOnTheTimelineLoadsItsPart) {
   EXPECT_THAT(locator.sent, SizeIs(2));
 }
 
-TEST_F(ClientTest, ThePointersShareOfTheWidthShowsThePointOfThatTime) {
-  StartStreaming();
+TEST_F(ClientTest, ThePointersShareOfTheWidthDescribesThePointsOfThatTime) {
+  UseUnits("X0123456789ABFirst~X0123456789ACSecond~");
+  client->Load();
+  Connect();
   ReportMapReady();
-  Arrive(PacketOf({Record(0, 40.62, -75.37), Record(6 * 3600, 40.63, -75.37, 100)}));
+  Bytes stream = PacketOf({Record(0, 40.62, -75.37), Record(6 * 3600, 40.63, -75.37, 100)});
+  Append(stream, PacketOf({Record(60, 40.62, -75.30)}, "0123456789AC"));
+  Arrive(stream);
+  Command("M40.620000,-75.370000");
+  Command("Z12");
   // The window is 08:00 to 08:00 UTC; 978 pixels stand for it behind the margin of 20.
   const struct {
     int x;
     const char* time;
-  } cases[] = {{0, "07:00:00 AM"},
-               {20 + 978 * 4 / 24, "07:00:00 AM"},
+  } cases[] = {{20 + 978 * 4 / 24, "07:00:00 AM"},
                {20 + 978 * 69 / 240, "07:00:00 AM"},
                {20 + 978 * 71 / 240, "01:00:00 PM"},
-               {5000, "01:00:00 PM"}};
+               {998, "01:00:00 PM"}};
   for (const auto& c : cases) {
     client->PointerOverCaption(c.x);
-    ASSERT_TRUE(view.pointInfo) << c.x;
-    EXPECT_THAT(*view.pointInfo, HasSubstr(c.time)) << c.x;
-    EXPECT_TRUE(view.marker);
+    ASSERT_THAT(view.pointInfos, SizeIs(2)) << c.x;
+    EXPECT_THAT(view.pointInfos[0], HasSubstr(c.time)) << c.x;
+    EXPECT_THAT(view.pointInfos[1], HasSubstr("2: Second")) << c.x;
   }
-  EXPECT_EQ(*view.pointInfo, "1: First\n11/22/26 01:00:00 PM\n34.5 mph\n0.69 mi");
+  EXPECT_EQ(view.pointInfos[0], "1: First\n11/22/26 01:00:00 PM\n34.5 mph\n0.69 mi");
+  ASSERT_TRUE(view.marker);
+  EXPECT_GT(view.marker->x, 600) << "the second unit's point is nearer to the pointer";
   loop.Advance(1000);
-  EXPECT_FALSE(view.pointInfo);
+  EXPECT_FALSE(view.marker);
+  EXPECT_THAT(view.pointInfos, SizeIs(2)) << "the texts stay while the pointer does";
+  for (const int outside : {0, 19, 999, 5000}) {
+    client->PointerOverCaption(300);
+    client->PointerOverCaption(outside);
+    EXPECT_THAT(view.pointInfos, IsEmpty()) << outside;
+  }
+  client->PointerOverCaption(300);
+  Command("M40.620000,-75.380000");
+  EXPECT_THAT(view.pointInfos, IsEmpty()) << "a pan hides them";
 }
 
 TEST_F(ClientTest, ABoxDrawnOnTheMapIsFittedWithoutRedrawing) {
@@ -848,6 +864,27 @@ TEST_F(ClientTest, TheLampTellsWhatIsUnseen) {
   client->FitByUser(0);
   data.closedByPeer();
   EXPECT_EQ(lamp(), "Closed by the server");
+}
+
+TEST_F(ClientTest, APlacementOffEveryScreenIsMovedIntoReach) {
+  settings.values = {{"WindowState", "0"},
+                     {"WindowPos_L", "5000"},
+                     {"WindowPos_T", "40"},
+                     {"WindowPos_W", "800"},
+                     {"WindowPos_H", "600"}};
+  client->Load();
+  EXPECT_EQ(window.bounds, (PixelRect{800, 40, 800, 600}));
+}
+
+TEST_F(ClientTest, WherePositionsMeanNothingOnlySizesAreStored) {
+  settings.values["WindowState"] = "0";
+  window.knowsPosition = false;
+  StartStreaming();
+  window.bounds = {7, 8, 900, 700};
+  client->Resized();
+  loop.Advance(250);
+  EXPECT_EQ(settings.saved.count("WindowPos_L"), 0u);
+  EXPECT_EQ(settings.saved["WindowPos_W"], "900");
 }
 
 TEST_F(ClientTest, FullScreenGoesBackToTheBoundsBefore) {

@@ -69,8 +69,9 @@ TEST_F(FormMainTest, TheMapFillsTheWindowAboveTheTimelineAndIsWiderThanItsPart) 
   Start();
   auto* frame = Find<QFrame>("frameTimeLine");
   EXPECT_EQ(map_->width(), window_.width() + 18);
-  EXPECT_EQ(map_->height() + frame->height(), window_.height());
-  EXPECT_EQ(map_->mapTo(&window_, QPoint(0, 0)), QPoint(0, 0));
+  auto* caption = Find<QWidget>("captionLine");
+  EXPECT_EQ(caption->height() + map_->height() + frame->height(), window_.height());
+  EXPECT_EQ(map_->mapTo(&window_, QPoint(0, 0)), QPoint(0, caption->height()));
   window_.resize(1000, 700);
   EXPECT_TRUE(QTest::qWaitFor([&] { return map_->width() == 1018; }));
   EXPECT_EQ(ports_.browser.Written("TxtX").back(), "997");
