@@ -64,7 +64,7 @@ class ListGridWidget::RowsArea : public QScrollArea {
 };
 
 ListGridWidget::ListGridWidget(QWidget* owner, ListGrid grid, QuestionQueue& questions)
-    : QWidget(owner, Qt::Window), grid_(std::move(grid)), questions_(questions) {
+    : QWidget(owner, Qt::Dialog), grid_(std::move(grid)), questions_(questions) {
   setAttribute(Qt::WA_DeleteOnClose);
   auto* parts = new QVBoxLayout(this);
   parts->addWidget(MakeTitles());
