@@ -37,9 +37,7 @@ void DataSession::SetDeadline(std::chrono::seconds fromNow) {
   deadline_ = std::chrono::steady_clock::now() + fromNow;
 }
 
-void DataSession::Start() {
-  Read();
-}
+void DataSession::Start() { Read(); }
 
 void DataSession::Close() {
   std::error_code ignored;

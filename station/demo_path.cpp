@@ -57,9 +57,7 @@ int PiecesOf(double length, double pieceLength) {
 
 }  // namespace
 
-PathBuilder::PathBuilder(Place start) {
-  path_.push_back({.place = start});
-}
+PathBuilder::PathBuilder(Place start) { path_.push_back({.place = start}); }
 
 void PathBuilder::AddPiece(Place place, double limitMph) {
   const double distance = path_.back().distance + GroundDistance(path_.back().place, place);

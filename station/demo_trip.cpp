@@ -40,9 +40,7 @@ double PaceAt(double distance, const Dice& dice) {
 
 Dice::Dice(std::uint64_t unit, std::uint64_t trip) : seed_(Mixed(Mixed(unit) ^ trip)) {}
 
-double Dice::Roll(std::uint64_t key) const {
-  return static_cast<double>(Mixed(seed_ ^ key) >> 11) * 0x1p-53;
-}
+double Dice::Roll(std::uint64_t key) const { return static_cast<double>(Mixed(seed_ ^ key) >> 11) * 0x1p-53; }
 
 Trip::Trip(const Path& path, const Dice& dice) : path_(path), passages_(path.size()) {
   ChooseSpeedsAndStops(dice);

@@ -112,9 +112,7 @@ std::vector<WireRecord> DemoReports(const DemoUnit& unit, std::int64_t slot) {
   return reports;
 }
 
-bool DemoSource::Knows(std::string_view unitId) {
-  return FindUnit(unitId) != nullptr;
-}
+bool DemoSource::Knows(std::string_view unitId) { return FindUnit(unitId) != nullptr; }
 
 std::vector<WireRecord> DemoSource::Read(std::string_view unitId, TimeWindow window, std::size_t limit) {
   const DemoUnit* unit = FindUnit(unitId);

@@ -44,8 +44,6 @@ Bytes LocatorReply(std::uint32_t address, std::uint16_t port) {
   return WithCheckForm(HexDigits(address, 8) + HexDigits(port, 4));
 }
 
-Bytes EmptyLocatorReply() {
-  return WithCheckForm("");
-}
+Bytes EmptyLocatorReply() { return WithCheckForm(""); }
 
 }  // namespace pallomir::station

@@ -13,9 +13,7 @@
 namespace pallomir::station {
 namespace {
 
-void LogToStandardError(const std::string& line) {
-  std::cerr << line << std::endl;
-}
+void LogToStandardError(const std::string& line) { std::cerr << line << std::endl; }
 
 Millis LocalToday() {
   const std::time_t now = std::time(nullptr);

@@ -20,9 +20,7 @@ Millis RecordTime(Millis utc) {
   return nearest - (nearest % kSecond + kSecond) % kSecond;
 }
 
-bool IsInRange(Millis utc) {
-  return EncodePackedTime(RecordTime(utc)).has_value();
-}
+bool IsInRange(Millis utc) { return EncodePackedTime(RecordTime(utc)).has_value(); }
 
 bool AreNeighbours(const TrackPoint& a, const TrackPoint& b) {
   return a.segment == b.segment && b.utc - a.utc <= kMaxNeighbourGap;

@@ -48,8 +48,6 @@ inline void AppendBigEndian32(Bytes& out, std::uint32_t value) {
   AppendBigEndian16(out, static_cast<std::uint16_t>(value));
 }
 
-inline void Append(Bytes& out, ByteView more) {
-  out.insert(out.end(), more.begin(), more.end());
-}
+inline void Append(Bytes& out, ByteView more) { out.insert(out.end(), more.begin(), more.end()); }
 
 }  // namespace pallomir

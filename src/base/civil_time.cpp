@@ -11,9 +11,7 @@ constexpr Millis FloorTo(Millis value, Millis step) {
   return value - (rest < 0 ? rest + step : rest);
 }
 
-int HourOfTwelve(int hour) {
-  return hour % 12 == 0 ? 12 : hour % 12;
-}
+int HourOfTwelve(int hour) { return hour % 12 == 0 ? 12 : hour % 12; }
 
 }  // namespace
 
@@ -48,9 +46,7 @@ CivilTime ToCivil(Millis time) {
           seconds % 60};
 }
 
-Millis WholeDay(Millis time) {
-  return FloorTo(time, kDay);
-}
+Millis WholeDay(Millis time) { return FloorTo(time, kDay); }
 
 int DayOfWeek(Millis time) {
   const Millis sinceSunday = WholeDay(time) / kDay + 4;  // 1970-01-01 was a Thursday

@@ -34,9 +34,7 @@ std::string UnsignedFixed(double value, int integerDigits, int decimals) {
   return text;
 }
 
-bool IsZero(const std::string& digits) {
-  return digits.find_first_not_of("0.") == std::string::npos;
-}
+bool IsZero(const std::string& digits) { return digits.find_first_not_of("0.") == std::string::npos; }
 
 }  // namespace
 
@@ -68,9 +66,7 @@ std::optional<double> ParseNumber(std::string_view text) {
   return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
-std::optional<std::int64_t> ParseInteger(std::string_view text) {
-  return ParseWhole<std::int64_t>(text);
-}
+std::optional<std::int64_t> ParseInteger(std::string_view text) { return ParseWhole<std::int64_t>(text); }
 
 std::optional<std::uint64_t> ParseHex(std::string_view text) {
   std::uint64_t value = 0;

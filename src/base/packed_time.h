@@ -15,9 +15,7 @@ namespace pallomir {
 /// The time is UTC. The flag is carried unchanged and means nothing here.
 inline constexpr std::uint32_t kPackedTimeFlag = 0x80000000u;
 
-constexpr std::uint32_t WithoutFlag(std::uint32_t packed) {
-  return packed & ~kPackedTimeFlag;
-}
+constexpr std::uint32_t WithoutFlag(std::uint32_t packed) { return packed & ~kPackedTimeFlag; }
 
 /// The packed form of a UTC moment, to the second; nothing outside the years 2000 to 2031.
 std::optional<std::uint32_t> EncodePackedTime(Millis utc);

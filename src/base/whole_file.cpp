@@ -26,9 +26,7 @@ class Descriptor {
   int fd_;
 };
 
-std::error_code LastError() {
-  return {errno, std::generic_category()};
-}
+std::error_code LastError() { return {errno, std::generic_category()}; }
 
 bool WriteAll(int fd, std::string_view content) {
   while (!content.empty()) {

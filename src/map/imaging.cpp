@@ -17,9 +17,7 @@ struct EncoderEntry {
 };
 constexpr EncoderEntry kEncoders[] = {{ImageEncoder::kPng, "*.png"}};
 
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
+char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;

@@ -49,9 +49,7 @@ WorldBox BoxOf(std::span<const DataPoint> points, WorldBox box) {
   return box;
 }
 
-WorldBox DefaultBox() {
-  return BoxOfDegrees({23.0, 50.0, -125.0, -66.0});
-}
+WorldBox DefaultBox() { return BoxOfDegrees({23.0, 50.0, -125.0, -66.0}); }
 
 WorldBox BoxOfDegrees(const std::array<double, 4>& edges) {
   WorldBox box;

@@ -6,9 +6,7 @@
 
 namespace pallomir {
 
-std::string PlaceText(double lat, double lng) {
-  return FormatSigned(lat, 3, 6) + FormatSigned(lng, 3, 6);
-}
+std::string PlaceText(double lat, double lng) { return FormatSigned(lat, 3, 6) + FormatSigned(lng, 3, 6); }
 
 std::string FitText(const MapView& view) {
   return FormatInteger(view.RequestedZoom, 2) + PlaceText(view.CentreLat, view.CentreLng);
@@ -24,8 +22,6 @@ std::string MapPageAddress(const std::string& webSite, PixelSize browser) {
          "&Y=" + std::to_string(map.height);
 }
 
-std::string CommandPrefix(const std::string& webSite) {
-  return "http://" + webSite + "/dummy/";
-}
+std::string CommandPrefix(const std::string& webSite) { return "http://" + webSite + "/dummy/"; }
 
 }  // namespace pallomir

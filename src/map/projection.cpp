@@ -47,9 +47,7 @@ double WorldYFraction(double latDegrees) {
   return 0.5 - std::log(v) / kTwoPi;
 }
 
-double WorldXToLng(std::int32_t x) {
-  return (x / kWorldSize - 0.5) * 360;
-}
+double WorldXToLng(std::int32_t x) { return (x / kWorldSize - 0.5) * 360; }
 
 double WorldYToLat(std::int32_t y) {
   const double t = (0.5 - y / kWorldSize) * kTwoPi;

@@ -48,8 +48,6 @@ void AboutBox::ShowBox() {
   activateWindow();
 }
 
-QDate ExecutableDate() {
-  return QFileInfo(QCoreApplication::applicationFilePath()).lastModified().date();
-}
+QDate ExecutableDate() { return QFileInfo(QCoreApplication::applicationFilePath()).lastModified().date(); }
 
 }  // namespace pallomir

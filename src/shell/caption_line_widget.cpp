@@ -119,17 +119,11 @@ void CaptionLine::SetCaption(const QString& text) {
   txtCaption_->Show(text);
 }
 
-void CaptionLine::SetCaptionVisible(bool visible) {
-  txtCaption_->setVisible(visible);
-}
+void CaptionLine::SetCaptionVisible(bool visible) { txtCaption_->setVisible(visible); }
 
-void CaptionLine::SetMenuText(const QString& text) {
-  lblMenu_->setText(text);
-}
+void CaptionLine::SetMenuText(const QString& text) { lblMenu_->setText(text); }
 
-void CaptionLine::SetLamp(LampState state, const QString& text) {
-  picLamp_->Show(state, text);
-}
+void CaptionLine::SetLamp(LampState state, const QString& text) { picLamp_->Show(state, text); }
 
 void CaptionLine::SetMode(WindowMode mode) {
   mode_ = mode;
@@ -169,18 +163,14 @@ void CaptionLine::DragTo(const QPoint& global) {
   window()->move(drag_->window + way);
 }
 
-void CaptionLine::mouseReleaseEvent(QMouseEvent*) {
-  drag_.reset();
-}
+void CaptionLine::mouseReleaseEvent(QMouseEvent*) { drag_.reset(); }
 
 void CaptionLine::mouseDoubleClickEvent(QMouseEvent* event) {
   drag_.reset();
   if (event->button() == Qt::LeftButton) Call(doubleClicked);
 }
 
-void CaptionLine::leaveEvent(QEvent*) {
-  Call(pointerLeft);
-}
+void CaptionLine::leaveEvent(QEvent*) { Call(pointerLeft); }
 
 bool CaptionLine::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseMove && pointerMoved) {

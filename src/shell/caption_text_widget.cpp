@@ -34,8 +34,6 @@ QString CaptionText::Elided() const {
   return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
 }
 
-void CaptionText::UpdateToolTip() {
-  setToolTip(Elided() == text() ? QString() : text());
-}
+void CaptionText::UpdateToolTip() { setToolTip(Elided() == text() ? QString() : text()); }
 
 }  // namespace pallomir

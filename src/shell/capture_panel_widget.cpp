@@ -59,8 +59,6 @@ void CapturePanel::mouseReleaseEvent(QMouseEvent* event) {
   if (drawn) drawn(from, event->position().toPoint());
 }
 
-void CapturePanel::hideEvent(QHideEvent*) {
-  anchor_.reset();
-}
+void CapturePanel::hideEvent(QHideEvent*) { anchor_.reset(); }
 
 }  // namespace pallomir

@@ -68,8 +68,6 @@ void Client::ReleaseMutex(const std::function<void()>& then) {
   if (error == 0) then();
 }
 
-Millis Client::NowLocal() const {
-  return ports_.clock.NowUtc() - utcOffsetMinutes_ * kMinute;
-}
+Millis Client::NowLocal() const { return ports_.clock.NowUtc() - utcOffsetMinutes_ * kMinute; }
 
 }  // namespace pallomir

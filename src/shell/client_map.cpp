@@ -44,9 +44,7 @@ void Client::OnPage(const page::PopupAtPlace& click) {
   ports_.view.PopUpMenu();
 }
 
-void Client::OnPage(const page::GeocodeAnswer& answer) {
-  Run(seams.showGeocode, answer.text);
-}
+void Client::OnPage(const page::GeocodeAnswer& answer) { Run(seams.showGeocode, answer.text); }
 
 void Client::OnPage(const page::MouseMoved& move) {
   page_.MouseMoveToggle = !page_.MouseMoveToggle;
@@ -105,9 +103,7 @@ void Client::OnPage(const page::TileQuestion& question) {
   }
 }
 
-void Client::OnPage(const page::Zoomed& zoomed) {
-  ChangeTileZoom(zoomed.zoom, ZoomOrigin::kZoom);
-}
+void Client::OnPage(const page::Zoomed& zoomed) { ChangeTileZoom(zoomed.zoom, ZoomOrigin::kZoom); }
 
 void Client::OnPage(const page::ZoneEdit& edit) {
   if (edit.sub == 'F' || edit.sub == 'C' || edit.sub == '3') {
@@ -201,9 +197,7 @@ void Client::SendFirstFit() {
   ports_.browser.WriteField(field::kFirstFit, FitText(view_));
 }
 
-void Client::SendPan(double lat, double lng) {
-  ports_.browser.WriteField(field::kPan, PlaceText(lat, lng));
-}
+void Client::SendPan(double lat, double lng) { ports_.browser.WriteField(field::kPan, PlaceText(lat, lng)); }
 
 void Client::SendPageSize() {
   const PixelSize map = PageMapSize(ports_.view.BrowserSize());
@@ -273,13 +267,9 @@ void Client::ShowPointAtShare(int x) {
   if (marked) ShowPointMarker(marked->first, marked->second);
 }
 
-void Client::HidePointInfos() {
-  ports_.view.HidePointInfos();
-}
+void Client::HidePointInfos() { ports_.view.HidePointInfos(); }
 
-void Client::OnCaptureTick() {
-  ports_.view.ShowCapturePanel();
-}
+void Client::OnCaptureTick() { ports_.view.ShowCapturePanel(); }
 
 void Client::RubberBandDrawn(ViewPoint a, ViewPoint b) {
   // Less than that is a click with an unsteady hand.

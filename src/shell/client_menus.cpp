@@ -52,13 +52,9 @@ bool Client::Toggle(const char* menu, int index) {
   return item.checked = !item.checked;
 }
 
-void Client::OnMenuReload(int) {
-  MapReload();
-}
+void Client::OnMenuReload(int) { MapReload(); }
 
-void Client::OnMenuFit(int index) {
-  FitByUser(static_cast<std::size_t>(index));
-}
+void Client::OnMenuFit(int index) { FitByUser(static_cast<std::size_t>(index)); }
 
 void Client::OnMenuMapData(int) {
   Toggle("mnuViewMapData");
@@ -127,9 +123,7 @@ void Client::OnMenuStreetView(int) {
   ports_.browser.WriteField(field::kStreetView, Toggle("mnuPopupStreetView") ? "True" : "False");
 }
 
-void Client::OnMenuPanorama(int) {
-  SetPanorama(!menus_.At("mnuPopupPanorama").checked);
-}
+void Client::OnMenuPanorama(int) { SetPanorama(!menus_.At("mnuPopupPanorama").checked); }
 
 void Client::SetPanorama(bool on) {
   menus_.At("mnuPopupPanorama").checked = on;
@@ -137,16 +131,10 @@ void Client::SetPanorama(bool on) {
   ports_.view.SetMenuLabel(on ? "Exit to Map" : "Menu");
 }
 
-void Client::OnMenuEditUnits(int) {
-  ports_.view.EditUnits(UnitsFromMenu(menus_));
-}
+void Client::OnMenuEditUnits(int) { ports_.view.EditUnits(UnitsFromMenu(menus_)); }
 
-void Client::OnMenuAbout(int) {
-  ports_.view.ShowAbout();
-}
+void Client::OnMenuAbout(int) { ports_.view.ShowAbout(); }
 
-void Client::OnMenuExit(int) {
-  ports_.window.Close();
-}
+void Client::OnMenuExit(int) { ports_.window.Close(); }
 
 }  // namespace pallomir

@@ -45,9 +45,7 @@ void Client::TimelineHovered(int row, int column) {
   tmrTimelineInfo_->SetEnabled(true);
 }
 
-void Client::TimelineLeft() {
-  OnTimelineInfoTick();
-}
+void Client::TimelineLeft() { OnTimelineInfoTick(); }
 
 void Client::OnTimelineInfoTick() {
   tmrTimelineInfo_->SetEnabled(false);
@@ -59,9 +57,7 @@ void Client::TimelineDragged(double from, double to) {
 }
 
 // The number is the one that the digit keys name.
-UnitLabel Client::LabelOf(std::size_t k) const {
-  return {book_.enabledToList[k], book_.descriptions[k]};
-}
+UnitLabel Client::LabelOf(std::size_t k) const { return {book_.enabledToList[k], book_.descriptions[k]}; }
 
 // A picture may be older than the points: what it names need not be there any more.
 std::optional<PointFacts> Client::FactsOf(std::size_t k, std::int32_t pointIndex) const {
@@ -96,9 +92,7 @@ void Client::PickerChanged(int i, Millis value) {
   ShowPickers();
 }
 
-void Client::PickerDroppedDown(int i) {
-  pickers_.DroppedDown(i);
-}
+void Client::PickerDroppedDown(int i) { pickers_.DroppedDown(i); }
 
 void Client::PickerClosedUp(int i) {
   const bool changed = pickers_.ClosedUp(i);
@@ -119,9 +113,7 @@ void Client::OnPickerGraceTick() {
   ShowPickers();
 }
 
-void Client::TakeWindowFromPickers() {
-  window_ = pickers_.Window();
-}
+void Client::TakeWindowFromPickers() { window_ = pickers_.Window(); }
 
 // The pickers and the title show while the tracking data does.
 void Client::ShowPickers() {

@@ -96,21 +96,11 @@ void Client::Resized() {
   LayOut();
 }
 
-void Client::MinimiseClicked() {
-  Apply(modes_.Minimise(Surroundings()));
-}
-void Client::NormalClicked() {
-  Apply(modes_.Normal(Surroundings()));
-}
-void Client::MaximiseClicked() {
-  Apply(modes_.Maximise(Surroundings()));
-}
-void Client::FullScreenClicked() {
-  Apply(modes_.FullScreen(Surroundings()));
-}
-void Client::CaptionDoubleClicked() {
-  Apply(modes_.ToggleMaximised(Surroundings()));
-}
+void Client::MinimiseClicked() { Apply(modes_.Minimise(Surroundings())); }
+void Client::NormalClicked() { Apply(modes_.Normal(Surroundings())); }
+void Client::MaximiseClicked() { Apply(modes_.Maximise(Surroundings())); }
+void Client::FullScreenClicked() { Apply(modes_.FullScreen(Surroundings())); }
+void Client::CaptionDoubleClicked() { Apply(modes_.ToggleMaximised(Surroundings())); }
 
 void Client::WindowStateGiven(WindowMode state) {
   if (!closing_ && loaded_) Apply(modes_.StateGiven(state));
@@ -143,9 +133,7 @@ void Client::Apply(const WindowEffects& effects) {
   if (resize && loaded_) LayOut();
 }
 
-void Client::HoldFocusOff(bool hold) {
-  focusHoldOff_ = hold;
-}
+void Client::HoldFocusOff(bool hold) { focusHoldOff_ = hold; }
 
 void Client::Moved() {
   if (!closing_ && loaded_) NotePlacement();

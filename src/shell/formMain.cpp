@@ -36,13 +36,9 @@
 namespace pallomir {
 namespace {
 
-QString Text(const std::string& utf8) {
-  return QString::fromStdString(utf8);
-}
+QString Text(const std::string& utf8) { return QString::fromStdString(utf8); }
 
-PixelRect RectOf(const QRect& rect) {
-  return {rect.x(), rect.y(), rect.width(), rect.height()};
-}
+PixelRect RectOf(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
 
 WindowMode ModeOf(Qt::WindowStates states) {
   if (states.testFlag(Qt::WindowMinimized)) return WindowMode::kMinimised;
@@ -154,12 +150,8 @@ void formMain::ShowLamp(LampColour colour, const std::string& text) {
   captionLine_->SetLamp(kStates[static_cast<int>(colour)], Text(text));
 }
 
-void formMain::SetCaption(const std::string& text) {
-  captionLine_->SetCaption(Text(text));
-}
-void formMain::ShowCaption(bool visible) {
-  captionLine_->SetCaptionVisible(visible);
-}
+void formMain::SetCaption(const std::string& text) { captionLine_->SetCaption(Text(text)); }
+void formMain::ShowCaption(bool visible) { captionLine_->SetCaptionVisible(visible); }
 
 void formMain::LayOut() {
   strip_->setFixedHeight(strip_->HeightIn(height()));
@@ -173,37 +165,21 @@ void formMain::LayOut() {
   pctSizer_->Raise();
 }
 
-PixelSize formMain::BrowserSize() const {
-  return {WB_->width(), WB_->height()};
-}
+PixelSize formMain::BrowserSize() const { return {WB_->width(), WB_->height()}; }
 
-bool formMain::IsTimelineVisible() const {
-  return !frameTimeLine_->isHidden();
-}
-void formMain::ShowTimeline(bool visible) {
-  frameTimeLine_->setVisible(visible);
-}
-void formMain::SetMenuLabel(const std::string& text) {
-  captionLine_->SetMenuText(Text(text));
-}
-void formMain::LayOutTimeline(std::size_t rows) {
-  strip_->LayOutRows(static_cast<int>(rows));
-}
-int formMain::TimelineWidth() const {
-  return strip_->ScaleWidth();
-}
-void formMain::ShowTimelinePicture(const TimelinePicture& picture) {
-  strip_->Redraw(picture);
-}
+bool formMain::IsTimelineVisible() const { return !frameTimeLine_->isHidden(); }
+void formMain::ShowTimeline(bool visible) { frameTimeLine_->setVisible(visible); }
+void formMain::SetMenuLabel(const std::string& text) { captionLine_->SetMenuText(Text(text)); }
+void formMain::LayOutTimeline(std::size_t rows) { strip_->LayOutRows(static_cast<int>(rows)); }
+int formMain::TimelineWidth() const { return strip_->ScaleWidth(); }
+void formMain::ShowTimelinePicture(const TimelinePicture& picture) { strip_->Redraw(picture); }
 
 void formMain::ShowTimelineInfo(const std::string& text) {
   frameTimelineInfo_->ShowText(Text(text), strip_->mapTo(this, strip_->PointerPosition()),
                                mapArea_->geometry());
 }
 
-void formMain::HideTimelineInfo() {
-  frameTimelineInfo_->hide();
-}
+void formMain::HideTimelineInfo() { frameTimelineInfo_->hide(); }
 
 void formMain::ShowWindowMode(WindowMode mode) {
   captionLine_->SetMode(mode);
@@ -222,24 +198,12 @@ void formMain::EditUnits(const std::vector<MobileUnit>& units) {
   formMobileUnit_Edit_->activateWindow();
 }
 
-void formMain::ShowAbout() {
-  about_->ShowBox();
-}
-void formMain::ShowSplash() {
-  formSplash_->ShowCentred();
-}
-void formMain::TickStatus(int line) {
-  formSplash_->Tick(line);
-}
-void formMain::HideSplash() {
-  formSplash_->hide();
-}
-void formMain::ShowMapUpdating() {
-  formMapUpdating_->ShowNotice();
-}
-void formMain::HideMapUpdating() {
-  formMapUpdating_->hide();
-}
+void formMain::ShowAbout() { about_->ShowBox(); }
+void formMain::ShowSplash() { formSplash_->ShowCentred(); }
+void formMain::TickStatus(int line) { formSplash_->Tick(line); }
+void formMain::HideSplash() { formSplash_->hide(); }
+void formMain::ShowMapUpdating() { formMapUpdating_->ShowNotice(); }
+void formMain::HideMapUpdating() { formMapUpdating_->hide(); }
 
 void formMain::ShowRetry(const std::string& message) {
   FormRetryAfterError_->SetMessage(Text(message));
@@ -252,27 +216,17 @@ void formMain::SetRetryProgress(int bar, const std::string& label) {
   FormRetryAfterError_->SetProgress(bar, Text(label));
 }
 
-void formMain::HideRetry() {
-  FormRetryAfterError_->hide();
-}
+void formMain::HideRetry() { FormRetryAfterError_->hide(); }
 
-void formMain::ShowPointMarker(ViewPoint at) {
-  marker_->ShowAt({at.x, at.y});
-}
+void formMain::ShowPointMarker(ViewPoint at) { marker_->ShowAt({at.x, at.y}); }
 void formMain::ShowPointInfos(const std::vector<std::string>& texts) {
   QStringList lines;
   for (const std::string& text : texts) lines += Text(text);
   infos_->ShowTexts(lines);
 }
-void formMain::HidePointInfos() {
-  infos_->hide();
-}
-void formMain::HidePointMarker() {
-  marker_->Hide();
-}
-void formMain::ShowCapturePanel() {
-  picP_->Poll();
-}
+void formMain::HidePointInfos() { infos_->hide(); }
+void formMain::HidePointMarker() { marker_->Hide(); }
+void formMain::ShowCapturePanel() { picP_->Poll(); }
 
 void formMain::HideHelp() {
   pctKeyboard_->HideOverlay();
@@ -285,9 +239,7 @@ void formMain::ShowPicker(int i, Millis value, const std::string& format, bool v
   picker->setVisible(visible);
 }
 
-void formMain::ShowReloadButton(bool visible) {
-  cmdOK_Reload_->setVisible(visible);
-}
+void formMain::ShowReloadButton(bool visible) { cmdOK_Reload_->setVisible(visible); }
 
 void formMain::MovePointerToReloadButton() {
   QCursor::setPos(cmdOK_Reload_->mapToGlobal(cmdOK_Reload_->rect().center()));
@@ -318,29 +270,17 @@ void formMain::CloseWindows() {
   formMapUpdating_->hide();
 }
 
-void formMain::EndApplication(int exitCode) {
-  QCoreApplication::exit(exitCode);
-}
+void formMain::EndApplication(int exitCode) { QCoreApplication::exit(exitCode); }
 
 std::int64_t formMain::Handle() const {
   return static_cast<std::int64_t>(const_cast<formMain*>(this)->winId());
 }
-PixelRect formMain::WorkArea() const {
-  return RectOf(screen()->availableGeometry());
-}
-PixelRect formMain::Screen() const {
-  return RectOf(screen()->geometry());
-}
-bool formMain::HasWindowManager() const {
-  return WindowManagerRuns();
-}
-PixelRect formMain::Bounds() const {
-  return RectOf(geometry());
-}
+PixelRect formMain::WorkArea() const { return RectOf(screen()->availableGeometry()); }
+PixelRect formMain::Screen() const { return RectOf(screen()->geometry()); }
+bool formMain::HasWindowManager() const { return WindowManagerRuns(); }
+PixelRect formMain::Bounds() const { return RectOf(geometry()); }
 
-bool formMain::KnowsPosition() const {
-  return !QGuiApplication::platformName().startsWith("wayland");
-}
+bool formMain::KnowsPosition() const { return !QGuiApplication::platformName().startsWith("wayland"); }
 
 std::vector<PixelRect> formMain::Screens() const {
   std::vector<PixelRect> screens;
@@ -407,9 +347,7 @@ void formMain::Activate() {
   activateWindow();
 }
 
-void formMain::Close() {
-  close();
-}
+void formMain::Close() { close(); }
 
 void formMain::resizeEvent(QResizeEvent*) {
   if (client_) client_->Resized();

@@ -24,8 +24,6 @@ void formMapUpdating::ShowNotice() {
   repaint();  // the work that it announces may begin before the next event
 }
 
-void formMapUpdating::mousePressEvent(QMouseEvent*) {
-  hide();
-}
+void formMapUpdating::mousePressEvent(QMouseEvent*) { hide(); }
 
 }  // namespace pallomir

@@ -42,9 +42,7 @@ constexpr std::array<ListLine, 4> kDigitLines = {{
     {4, "<Ctrl><Shift>", "Move time interval forward N periods "},
 }};
 
-constexpr Row Silent(const char* caption) {
-  return {'\0', {}, caption, "", {}};
-}
+constexpr Row Silent(const char* caption) { return {'\0', {}, caption, "", {}}; }
 
 /// A key with an action when pressed alone.
 constexpr Row Plain(const char* caption, KeyCommand command, const char* description, int place,

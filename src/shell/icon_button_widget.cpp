@@ -7,9 +7,7 @@
 
 // The icons are in a static library, of which the linker takes only what is named. The macro must stand
 // outside of any namespace.
-static void LoadIcons() {
-  Q_INIT_RESOURCE(icons);
-}
+static void LoadIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace pallomir {
 namespace {
@@ -33,9 +31,7 @@ IconButton::IconButton(QWidget* parent, const QString& name, const QString& icon
   });
 }
 
-QSize IconButton::sizeHint() const {
-  return {kSide, kSide};
-}
+QSize IconButton::sizeHint() const { return {kSide, kSide}; }
 
 void IconButton::paintEvent(QPaintEvent*) {
   QStylePainter painter(this);

@@ -11,9 +11,7 @@ namespace {
 constexpr QPoint kPlace(5, 5);
 
 /// A label draws line feeds only.
-QString Lines(const std::string& text) {
-  return QString::fromStdString(text).remove('\r');
-}
+QString Lines(const std::string& text) { return QString::fromStdString(text).remove('\r'); }
 
 }  // namespace
 

@@ -25,9 +25,7 @@ std::optional<char> KeyAt(quint32 code, const KeyRun& run) {
   return run.keys[code - run.firstCode];
 }
 
-bool IsLatinLetter(int key) {
-  return key >= Qt::Key_A && key <= Qt::Key_Z;
-}
+bool IsLatinLetter(int key) { return key >= Qt::Key_A && key <= Qt::Key_Z; }
 
 /// A character of another script, whose keyboard has Latin letters printed beside it. Not those of Latin
 /// layouts: what lies on a US keyboard's M may be a comma there, and the M elsewhere.

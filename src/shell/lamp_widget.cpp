@@ -52,9 +52,7 @@ void Lamp::Show(LampState state, const QString& text) {
   update();
 }
 
-QSize Lamp::sizeHint() const {
-  return {kSide, kSide};
-}
+QSize Lamp::sizeHint() const { return {kSide, kSide}; }
 
 void Lamp::paintEvent(QPaintEvent*) {
   QPainter painter(this);

@@ -60,13 +60,9 @@ void DatePickers::SetWindow(const TimeWindow& window) {
   pickers_[1].value = window.end;
 }
 
-void DatePickers::SetPickerFormat(int i) {
-  picker(i).format = PickerFormat(Value(i));
-}
+void DatePickers::SetPickerFormat(int i) { picker(i).format = PickerFormat(Value(i)); }
 
-bool DatePickers::IsEndVisible() const {
-  return focusMask_ != 0 || grace_ || Window().Length() != kDay;
-}
+bool DatePickers::IsEndVisible() const { return focusMask_ != 0 || grace_ || Window().Length() != kDay; }
 
 void DatePickers::GotFocus(int i) {
   focusMask_ |= 1 << i;

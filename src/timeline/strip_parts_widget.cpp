@@ -14,13 +14,9 @@ constexpr int kLabelFontPixels = 11;
 constexpr int kLabelGap = 3;  // pixels that two labels keep between them
 constexpr int kMarkWidth = 6;
 
-QString Indexed(const char* name, int index) {
-  return QString("%1(%2)").arg(name).arg(index);
-}
+QString Indexed(const char* name, int index) { return QString("%1(%2)").arg(name).arg(index); }
 
-QRect ToQt(const PixelRect& rect) {
-  return {rect.left, rect.top, rect.width, rect.height};
-}
+QRect ToQt(const PixelRect& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
 
 }  // namespace
 
@@ -186,13 +182,9 @@ void ReloadImage::paintEvent(QPaintEvent*) {
   painter.drawPolygon(QPolygonF({tip + QPointF(0.5, -0.5), tip + QPointF(-4, -3), tip + QPointF(-4, 3)}));
 }
 
-void ReloadImage::enterEvent(QEnterEvent*) {
-  update();
-}
+void ReloadImage::enterEvent(QEnterEvent*) { update(); }
 
-void ReloadImage::leaveEvent(QEvent*) {
-  update();
-}
+void ReloadImage::leaveEvent(QEvent*) { update(); }
 
 ZoomInterval::ZoomInterval(QWidget* parent) : QWidget(parent) {
   setObjectName("shpZoomInterval");

@@ -57,9 +57,7 @@ constexpr Millis FixedLength(Unit unit) {
   return 0;
 }
 
-constexpr Millis FloorDivide(Millis value, Millis by) {
-  return value / by - (value % by < 0 ? 1 : 0);
-}
+constexpr Millis FloorDivide(Millis value, Millis by) { return value / by - (value % by < 0 ? 1 : 0); }
 
 // The day of the month stays, or becomes the last day of a shorter month.
 Millis AddMonths(Millis time, int months) {

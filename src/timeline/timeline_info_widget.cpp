@@ -46,12 +46,8 @@ void TimelineInfo::ShowText(const QString& text, QPoint pointer, const QRect& ma
   show();
 }
 
-void TimelineInfo::enterEvent(QEnterEvent*) {
-  hide();
-}
+void TimelineInfo::enterEvent(QEnterEvent*) { hide(); }
 
-void TimelineInfo::mouseMoveEvent(QMouseEvent*) {
-  hide();
-}
+void TimelineInfo::mouseMoveEvent(QMouseEvent*) { hide(); }
 
 }  // namespace pallomir

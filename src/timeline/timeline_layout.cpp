@@ -15,9 +15,7 @@ constexpr int kRowGap = 60;
 
 constexpr int kPointerGap = 12;  // pixels between the pointer and a box beside it
 
-constexpr int Pixels(int twips) {
-  return twips / kTwipsPerPixel;
-}
+constexpr int Pixels(int twips) { return twips / kTwipsPerPixel; }
 
 }  // namespace
 
@@ -45,13 +43,9 @@ int TimelineLayout::RowAt(int x, int y) const {
   return row > rows_ || isBetweenRows ? 0 : row;
 }
 
-int TimelineHeaderHeight() {
-  return Pixels(kHeader);
-}
+int TimelineHeaderHeight() { return Pixels(kHeader); }
 
-int TimelineContentHeight(int rows) {
-  return rows <= 0 ? 0 : Pixels(kHeader + rows * kRowPitch);
-}
+int TimelineContentHeight(int rows) { return rows <= 0 ? 0 : Pixels(kHeader + rows * kRowPitch); }
 
 int TimelineFrameHeight(int rows, int windowHeight) {
   return std::min(TimelineContentHeight(rows), std::max(0, windowHeight / 3));

@@ -53,9 +53,7 @@ TimelineStrip::~TimelineStrip() {
   left = nullptr;  // whoever listened may be half gone
 }
 
-QSize TimelineStrip::sizeHint() const {
-  return {2 * TimelineHeaderHeight(), HeightIn(window()->height())};
-}
+QSize TimelineStrip::sizeHint() const { return {2 * TimelineHeaderHeight(), HeightIn(window()->height())}; }
 
 const std::vector<TimelineStrip::ScaleMark>& TimelineStrip::ScaleMarks() const {
   return scaleMarks_->Marks();
@@ -195,9 +193,7 @@ void TimelineStrip::wheelEvent(QWheelEvent* event) {
   }
 }
 
-void TimelineStrip::leaveEvent(QEvent*) {
-  LeaveRows();
-}
+void TimelineStrip::leaveEvent(QEvent*) { LeaveRows(); }
 
 void TimelineStrip::hideEvent(QHideEvent*) {
   CancelDrag();
@@ -210,9 +206,7 @@ bool TimelineStrip::event(QEvent* event) {
 }
 
 // Only during a drag, when Escape must reach the strip although another control has the keyboard.
-void TimelineStrip::StartWatching() {
-  qApp->installEventFilter(this);
-}
+void TimelineStrip::StartWatching() { qApp->installEventFilter(this); }
 
 bool TimelineStrip::eventFilter(QObject* watched, QEvent* event) {
   const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;

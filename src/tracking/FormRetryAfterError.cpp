@@ -48,9 +48,7 @@ FormRetryAfterError::FormRetryAfterError(QWidget* owner) : QDialog(owner) {
   rows->setSizeConstraint(QLayout::SetFixedSize);  // the dialog follows the length of the message
 }
 
-void FormRetryAfterError::SetMessage(const QString& message) {
-  message_->setText(message);
-}
+void FormRetryAfterError::SetMessage(const QString& message) { message_->setText(message); }
 
 void FormRetryAfterError::SetProgress(int bar, const QString& label) {
   bar_->setValue(bar);

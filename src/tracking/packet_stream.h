@@ -50,8 +50,8 @@ class PacketStream {
     bool resynchronised = false;  ///< a check code differed and everything was dropped
   };
 
-  /// Decodes all whole packets in the buffer. A short tail behind at least one of them is left, because the rest
-  /// of a split header may still come; one that is all there is in the buffer is an error.
+  /// Decodes all whole packets in the buffer. A short tail behind at least one of them is left, because the
+  /// rest of a split header may still come; one that is all there is in the buffer is an error.
   Outcome Decode(const PacketHandler& packet);
 
  private:

@@ -11,12 +11,8 @@ namespace {
 constexpr std::int32_t kMaxLatitude = 90 * 600000;
 constexpr std::int32_t kMaxLongitude = 180 * 600000;
 
-bool Earlier(const DataPoint& a, const DataPoint& b) {
-  return WithoutFlag(a.time) < WithoutFlag(b.time);
-}
-bool SameTime(const DataPoint& a, const DataPoint& b) {
-  return WithoutFlag(a.time) == WithoutFlag(b.time);
-}
+bool Earlier(const DataPoint& a, const DataPoint& b) { return WithoutFlag(a.time) < WithoutFlag(b.time); }
+bool SameTime(const DataPoint& a, const DataPoint& b) { return WithoutFlag(a.time) == WithoutFlag(b.time); }
 
 bool IsUsable(const WireRecord& record) {
   return record.latitude >= -kMaxLatitude && record.latitude <= kMaxLatitude &&

@@ -240,8 +240,6 @@ void ServerConnection::Report(const std::string& code, const std::string& messag
   host_.report(code, message);
 }
 
-std::string ServerConnection::FaqLine() const {
-  return "See the answers at " + host_.faqAddress;
-}
+std::string ServerConnection::FaqLine() const { return "See the answers at " + host_.faqAddress; }
 
 }  // namespace pallomir

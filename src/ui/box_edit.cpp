@@ -7,9 +7,7 @@
 namespace pallomir {
 namespace {
 
-bool IsContinuation(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
+bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 // Length of the UTF-8 character at the front of `text`, or 0 where there is none.
 std::size_t CharacterSize(std::string_view text) {
@@ -28,9 +26,7 @@ std::size_t CharacterSize(std::string_view text) {
   return code >= kSmallest[size] && code <= 0x10FFFF && !isSurrogate ? size : 0;
 }
 
-bool IsControl(char c) {
-  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
+bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
 
 // A text from elsewhere on one line: what breaks lines at its ends goes, in between it becomes a blank.
 std::string OnOneLine(std::string_view text) {

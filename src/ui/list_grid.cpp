@@ -20,9 +20,7 @@ ListGrid::ListGrid(ListGridSetup setup) : setup_(std::move(setup)) {
   current_ = rows_.size();
 }
 
-std::size_t ListGrid::ListedCount() const {
-  return rows_.size() - (setup_.hasAddRow ? 1 : 0);
-}
+std::size_t ListGrid::ListedCount() const { return rows_.size() - (setup_.hasAddRow ? 1 : 0); }
 
 bool ListGrid::IsPlaceholder(std::size_t row, std::size_t column) const {
   return Row(row).texts[column] == setup_.columns[column].placeholder;

@@ -128,9 +128,7 @@ void ListGridBox::Cut() {
   Delete();
 }
 
-void ListGridBox::Paste() {
-  Wish(BoxAction::kPaste, QApplication::clipboard()->text());
-}
+void ListGridBox::Paste() { Wish(BoxAction::kPaste, QApplication::clipboard()->text()); }
 
 // Escape is kept here also where a shortcut of the window would take it.
 bool ListGridBox::event(QEvent* event) {

@@ -99,9 +99,7 @@ void OfferFast(std::vector<FastPoint>& fastest, const FastPoint& point) {
   while (fastest.size() > 22) fastest.pop_back();
 }
 
-std::int32_t WorldX(std::int32_t lng) {
-  return Round((lng / 600000.0 / 360 + 0.5) * 1073741824.0);
-}
+std::int32_t WorldX(std::int32_t lng) { return Round((lng / 600000.0 / 360 + 0.5) * 1073741824.0); }
 
 std::int32_t WorldY(std::int32_t lat) {
   const double phi = lat / 600000.0 * kPi / 180;

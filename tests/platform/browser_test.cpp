@@ -298,7 +298,8 @@ TEST(TileScheme, FindsPlainPngNamesOnly) {
                {std::string("Red.png\0", 8), false},
                {std::string("a\0Red.png", 9), false},
                {(root.Path() / "Red.png").string(), false}};
-  for (const auto& row : cases) EXPECT_EQ(FindServedFile(files, row.name).has_value(), row.isFound) << row.name;
+  for (const auto& row : cases)
+    EXPECT_EQ(FindServedFile(files, row.name).has_value(), row.isFound) << row.name;
 }
 
 TEST(Address, GetsItsScheme) {

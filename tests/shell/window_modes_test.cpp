@@ -19,9 +19,7 @@ std::string Name(const PixelRect& rect) {
   return "elsewhere";
 }
 
-std::string Name(WindowMode mode) {
-  return "state " + std::to_string(static_cast<int>(mode));
-}
+std::string Name(WindowMode mode) { return "state " + std::to_string(static_cast<int>(mode)); }
 
 std::string Describe(const WindowEffects& effects) {
   struct {

@@ -10,9 +10,7 @@ namespace {
 
 using testing::ElementsAreArray;
 
-TimeWindow Window(const CivilTime& start, const CivilTime& end) {
-  return {ToMillis(start), ToMillis(end)};
-}
+TimeWindow Window(const CivilTime& start, const CivilTime& end) { return {ToMillis(start), ToMillis(end)}; }
 
 // "column:text" of every label.
 std::vector<std::string> Labels(const TickScale& scale) {

@@ -30,9 +30,7 @@ int OpenLockFile(const std::string& name) {
 
 }  // namespace
 
-LockFileMutex::~LockFileMutex() {
-  Close();
-}
+LockFileMutex::~LockFileMutex() { Close(); }
 
 bool LockFileMutex::IsOwnedElsewhere(const std::string& name) {
   if (owned_) return false;

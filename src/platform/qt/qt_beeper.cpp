@@ -4,8 +4,6 @@
 
 namespace pallomir {
 
-void QtBeeper::Beep() {
-  QApplication::beep();
-}
+void QtBeeper::Beep() { QApplication::beep(); }
 
 }  // namespace pallomir

@@ -37,9 +37,7 @@ std::string ReasonOf(const QWebEngineLoadingInfo& info) {
   return address + ": " + info.errorString().toStdString();
 }
 
-bool IsOnDisk(const QUrl& address) {
-  return address.isLocalFile() || address.scheme() == "about";
-}
+bool IsOnDisk(const QUrl& address) { return address.isLocalFile() || address.scheme() == "about"; }
 
 }  // namespace
 

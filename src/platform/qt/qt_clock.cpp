@@ -36,16 +36,12 @@ std::optional<ZoneInfo> ZoneInfoAt(const QTimeZone& zone, Millis utc) {
   return info;
 }
 
-Millis QtClock::NowUtc() const {
-  return QDateTime::currentMSecsSinceEpoch();
-}
+Millis QtClock::NowUtc() const { return QDateTime::currentMSecsSinceEpoch(); }
 
 double QtClock::Seconds() const {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-std::optional<ZoneInfo> QtClock::Zone() const {
-  return ZoneInfoAt(QTimeZone::systemTimeZone(), NowUtc());
-}
+std::optional<ZoneInfo> QtClock::Zone() const { return ZoneInfoAt(QTimeZone::systemTimeZone(), NowUtc()); }
 
 }  // namespace pallomir

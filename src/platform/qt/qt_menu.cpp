@@ -50,9 +50,7 @@ QtMenu::QtMenu(MenuModel& model, std::string name, QWidget* parent)
 }
 
 // The window that the menu belongs to may have taken it along.
-QtMenu::~QtMenu() {
-  delete menu_;
-}
+QtMenu::~QtMenu() { delete menu_; }
 
 void QtMenu::PopUp(const QPoint& at) {
   menu_->close();

@@ -70,13 +70,9 @@ Answer AnswerOf(const QDialog* dialog, int result) {
 
 QtQuestionBox::QtQuestionBox(QWidget* window) : window_(window) {}
 
-QtQuestionBox::~QtQuestionBox() {
-  Dismiss();
-}
+QtQuestionBox::~QtQuestionBox() { Dismiss(); }
 
-void QtQuestionBox::SetWindow(QWidget* window) {
-  window_ = window;
-}
+void QtQuestionBox::SetWindow(QWidget* window) { window_ = window; }
 
 void QtQuestionBox::Show(const Question& question, AnswerHandler then) {
   if (then_) {

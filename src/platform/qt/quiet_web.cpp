@@ -39,13 +39,9 @@ bool QuietPage::acceptNavigationRequest(const QUrl& url, NavigationType, bool) {
   return !stops || !stops(url);
 }
 
-QWebEnginePage* QuietPage::createWindow(WebWindowType) {
-  return nullptr;
-}
+QWebEnginePage* QuietPage::createWindow(WebWindowType) { return nullptr; }
 
-QStringList QuietPage::chooseFiles(FileSelectionMode, const QStringList&, const QStringList&) {
-  return {};
-}
+QStringList QuietPage::chooseFiles(FileSelectionMode, const QStringList&, const QStringList&) { return {}; }
 
 void QuietPage::javaScriptAlert(const QUrl&, const QString& message) {
   trace_.Line("page alert: " + message.left(kLongestLine).toStdString());

@@ -52,9 +52,7 @@ SocketLink::SocketLink(Kind kind, Listener listener) : kind_(kind), listener_(st
   connect(&deadline_, &QTimer::timeout, this, [this] { Fail(ETIMEDOUT); });
 }
 
-SocketLink::~SocketLink() {
-  CloseSocket();
-}
+SocketLink::~SocketLink() { CloseSocket(); }
 
 void SocketLink::Open(const std::string& host, int port, int patienceMilliseconds) {
   if (port < 1 || port > 65535) return FailLater(EADDRNOTAVAIL);
