@@ -338,6 +338,7 @@ void formMain::BringToForeground() {
   raise();
   if (formMobileUnit_Edit_) formMobileUnit_Edit_->raise();
   if (FormRetryAfterError_->isVisible()) FormRetryAfterError_->raise();
+  if (!QApplication::activeWindow() && KeyboardIsFree()) activateWindow();
 }
 
 void formMain::Activate() {
@@ -412,12 +413,14 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       if (DTP_[0]->isVisible()) {
         DTP_[0]->setFocus(Qt::ShortcutFocusReason);
       } else {
-        captionLine_->setFocus(Qt::ShortcutFocusReason);
+        captionLine_->findChild<QWidget*>("lblMenu")->setFocus(Qt::ShortcutFocusReason);
       }
       return true;
     case Qt::Key_F10:
-      if (event.modifiers() == Qt::NoModifier) client_->MenuButtonClicked();
-      return event.modifiers() == Qt::NoModifier;
+      if (event.modifiers() != Qt::NoModifier) return false;
+      client_->HoldFocusOff(true);
+      client_->MenuButtonClicked();
+      return true;
     case Qt::Key_Escape:
       HideHelp();
       LeaveChrome();

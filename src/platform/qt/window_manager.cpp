@@ -32,4 +32,15 @@ bool WindowManagerRuns() {
   return property && xcb_get_property_value_length(property.get()) > 0;
 }
 
+bool KeyboardIsFree() {
+  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  if (!x11 || !x11->connection()) return false;
+  xcb_connection_t* connection = x11->connection();
+  const auto asked = xcb_get_input_focus(connection);
+  const Owned<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(connection, asked, nullptr));
+  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+  return reply && (reply->focus == XCB_INPUT_FOCUS_NONE || reply->focus == XCB_INPUT_FOCUS_POINTER_ROOT ||
+                   reply->focus == root);
+}
+
 }  // namespace pallomir

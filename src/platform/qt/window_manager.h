@@ -6,4 +6,7 @@ namespace pallomir {
 /// everywhere else there is always one. Needs the application object.
 bool WindowManagerRuns();
 
+/// Whether the keyboard belongs to no window of any program. Only X11 can say so; elsewhere it is false.
+bool KeyboardIsFree();
+
 }  // namespace pallomir
