@@ -13,6 +13,7 @@
 
 #include "base/trace.h"
 #include "base/whole_file.h"
+#include "platform/qt/detached_starter.h"
 #include "platform/qt/local_instance_signal.h"
 #include "platform/qt/lock_file_mutex.h"
 #include "platform/qt/qt_beeper.h"
@@ -105,9 +106,9 @@ class Program {
     browser_ = std::make_unique<QtBrowser>(FilesForThePage(folders_), trace_);
     window_ = std::make_unique<formMain>(browser_->Widget());
     questionBox_.SetWindow(window_.get());
-    client_ = std::make_unique<Client>(Ports{*window_, *window_, *browser_, locator_, probe_, data_, loop_,
-                                             clock_, questions_, settings_, registry_, mutex_, signal_,
-                                             beeper_, trace_, folders_, ReadDeployment(folders_, trace_)});
+    client_ = std::make_unique<Client>(Ports{
+        *window_, *window_, *browser_, locator_, probe_, data_, loop_, clock_, questions_, settings_,
+        registry_, mutex_, signal_, beeper_, programs_, trace_, folders_, ReadDeployment(folders_, trace_)});
     window_->Attach(*client_, questions_);
     client_->Load();
   }
@@ -124,6 +125,7 @@ class Program {
   LocalInstanceSignal signal_{kInstanceMutex, trace_};
   SettingsStore settings_{folders_.commonData, [this](const std::string& line) { trace_.Line(line); }};
   QtBeeper beeper_;
+  DetachedStarter programs_;
   QtDatagramEndpoint locator_;
   QtStreamEndpoint probe_;
   QtStreamEndpoint data_;

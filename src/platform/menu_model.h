@@ -18,7 +18,8 @@ struct MenuItem {
   bool checked = false;
   bool visible = true;
   bool enabled = true;
-  int identifier = 0;  ///< command identifier, 0 for none
+  bool isPlainText = false;  ///< the caption is the user's own: an "&" in it stands for itself
+  int identifier = 0;        ///< command identifier, 0 for none
   std::list<MenuItem> children;
 
   bool IsSeparator() const { return caption == "-"; }

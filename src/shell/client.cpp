@@ -7,7 +7,10 @@
 
 namespace pallomir {
 
-Client::Client(const Ports& ports) : ports_(ports) {
+Client::Client(const Ports& ports)
+    : ports_(ports),
+      service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application) {
+  service_.busyChanged = [this] { ServiceBusyChanged(); };
   BuildMenus(menus_);
   menus_.chosen = [this](const MenuItem& item) { MenuChosen(item); };
   connection_ = std::make_unique<ServerConnection>(ports_.wsClientA, ports_.wsClientB, ports_.wsClientC,
@@ -40,6 +43,7 @@ void Client::Unload() {
   const bool maximised = modes_.Mode() == WindowMode::kMaximised || modes_.IsFullScreen();
   ports_.settings.Save(setting::kWindowState.key, maximised ? "2" : "0");
   closing_ = true;
+  service_.Close();
   StorePlacement();
   Run(seams.stopSound);
   HidePointMarker();
@@ -50,7 +54,12 @@ void Client::Unload() {
   }
   ports_.view.CloseWindows();
   ports_.instanceSignal.Stop();
-  ReleaseMutex([this] { ports_.view.EndApplication(0); });
+  const auto end = [this] { ports_.view.EndApplication(0); };
+  if (isMutexReleased_) {
+    end();
+  } else {
+    ReleaseMutex(end);
+  }
   connection_->Close();
   ports_.browser.Stop();
   ports_.trace.Line("end of the session");

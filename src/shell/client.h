@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "base/trace.h"
+#include "dataserver/service_control.h"
+#include "hotspots/hotspot_lists.h"
 #include "map/map_view.h"
 #include "map/page_commands.h"
 #include "map/track_tiles.h"
@@ -21,6 +23,7 @@
 #include "platform/main_window.h"
 #include "platform/menu_model.h"
 #include "platform/named_mutex.h"
+#include "platform/program_starter.h"
 #include "platform/settings.h"
 #include "platform/user_registry.h"
 #include "shell/client_view.h"
@@ -58,6 +61,7 @@ struct Ports {
   NamedMutex& mutex;
   InstanceSignal& instanceSignal;
   Beeper& beeper;
+  ProgramStarter& programs;
   Trace& trace;
   Folders folders;
   Deployment deployment;
@@ -142,6 +146,10 @@ class Client {
   /// The unit editor's Apply.
   void UnitsApplied(const std::vector<MobileUnit>& units);
 
+  // The hotspot editors' Apply (client_services.cpp)
+  void HotspotsApplied(const std::vector<std::string>& ssids);
+  void SecureHotspotsApplied(const std::vector<SecureHotspot>& hotspots);
+
   // The retry dialog's buttons (client_data.cpp)
   void RetryNow();
   void StopRetrying();
@@ -222,6 +230,21 @@ class Client {
   void OnMenuAbout(int);
   void SetPanorama(bool on);
 
+  // Hotspot lists, the user's own Data Server, demo mode (client_services.cpp)
+  void ReadHotspots();
+  void OnMenuHotspotsEdit(int);
+  void OnMenuHotspotsChange(int);
+  void OnMenuSecureHotspotsEdit(int);
+  void OnMenuInstall(int) { service_.Run(ServiceCommand::kInstall); }
+  void OnMenuStart(int) { service_.Run(ServiceCommand::kStart); }
+  void OnMenuStop(int) { service_.Run(ServiceCommand::kStop); }
+  void OnMenuUninstall(int) { service_.Run(ServiceCommand::kUninstall); }
+  void ServiceBusyChanged();
+  void OnMenuDemoMode(int);
+  void SwitchDemoMode();
+  void OnMenuFaqs(int);
+  std::string FaqAddress() const { return "http://" + ports_.deployment.webSite + "/faq"; }
+
   // Units (client_window.cpp)
   void SaveUnits();
   void EnumerateMUs();
@@ -295,9 +318,12 @@ class Client {
   StoredChoices choices_;
   MenuModel menus_;
   std::string demoUnits_;
+  bool areUnitsDemo_ = false;  // the units in the menu are the demo ones
   std::string currentUnitId_;
   UnitBook book_;
   std::filesystem::path zoneFile_;
+  ServiceControl service_;
+  bool isMutexReleased_ = false;  // for the new instance of a demo switch
   int utcOffsetMinutes_ = 0;
 
   PacketStream stream_;

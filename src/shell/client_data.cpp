@@ -21,7 +21,7 @@ ServerConnection::Host Client::ConnectionHost() {
   host.report = [this](const std::string& code, const std::string& message) { ReportError(code, message); };
   host.arrived = [this](ByteView bytes) { ProcessData(bytes); };
   host.locatorHost = ports_.deployment.websiteServer;
-  host.faqAddress = "http://" + ports_.deployment.webSite + "/faq";
+  host.faqAddress = FaqAddress();
   return host;
 }
 
@@ -167,7 +167,10 @@ void Client::FitByUser(std::size_t k) {
 void Client::UpdateLamp() {
   using Colour = ClientView::LampColour;
   using State = ServerConnection::State;
-  const auto show = [this](Colour colour, const char* text) { ports_.view.ShowLamp(colour, text); };
+  const auto show = [this](Colour colour, const char* text) {
+    const std::string& note = service_.Note();
+    ports_.view.ShowLamp(colour, note.empty() ? text : text + ("\n" + note));
+  };
   const State state = connection_->CurrentState();
   if (stream_.PendingSize() > 0) return show(Colour::kAmber, "New data waits: press F");
   if (notDrawn_) return show(Colour::kAmber, "Not drawn yet: press F");

@@ -28,11 +28,14 @@ void Client::Load() {
   choices_ = ReadStoredChoices(
       ports_.settings, [this](const std::string& complaint) { ports_.trace.Line(complaint); },
       [this] { ports_.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\""); });
+  HotSpotsChange(menus_, choices_.hotspotMode, false);
+  ports_.settings.Save(setting::kHotspotMode.key, choices_.hotspotMode);
   ChooseInMenu(menus_, "mnuOptionsUOM_Array", choices_.unitOfMeasure, "mnuOptionsUOM", "Unit of Measure: ");
   menus_.At("mnuOptionsPortBase").caption = "Local Port Range Base = " + std::to_string(choices_.portBase);
   menus_.At("mnuOptionsDemoMode").checked = choices_.demoMode;
   demoUnits_ = DemoMobileUnits();
   ReadUnits();
+  ReadHotspots();
   ReadZone();
 }
 
@@ -75,9 +78,8 @@ void Client::ReadMenuChoice(const char* array, const char* parent, const char* p
 void Client::ReadUnits() {
   const std::string stored =
       ports_.settings.Get(setting::kMobileUnits.key, setting::kMobileUnits.defaultValue);
-  ShowUnitsInMenu(menus_, ParseMobileUnits(choices_.demoMode ? demoUnits_ : stored));
-  ports_.settings.Get(setting::kHotspots.key, setting::kHotspots.defaultValue);
-  ports_.settings.Get(setting::kSecureHotspots.key, setting::kSecureHotspots.defaultValue);
+  areUnitsDemo_ = choices_.demoMode;
+  ShowUnitsInMenu(menus_, ParseMobileUnits(areUnitsDemo_ ? demoUnits_ : stored));
 }
 
 void Client::ReadZone() {

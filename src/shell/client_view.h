@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/civil_time.h"
+#include "hotspots/hotspot_lists.h"
 #include "map/map_view.h"
 #include "platform/geometry.h"
 #include "platform/main_window.h"
@@ -43,7 +44,10 @@ class ClientView {
   virtual void ShowWindowMode(WindowMode mode) = 0;
 
   // Windows of their own
-  virtual void EditUnits(const std::vector<MobileUnit>& units) = 0;  ///< the unit editor, modeless
+  // The editors, modeless; one that is open comes forward and keeps what was entered.
+  virtual void EditUnits(const std::vector<MobileUnit>& units) = 0;
+  virtual void EditHotspots(const std::vector<std::string>& ssids) = 0;
+  virtual void EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) = 0;
   virtual void ShowAbout() = 0;
   virtual void ShowSplash() = 0;
   virtual void TickStatus(int line) = 0;  ///< 1..17

@@ -36,7 +36,7 @@ void Client::ShowAllUnits() {
 
 void Client::SaveUnits() {
   const std::string stored = EncodeMobileUnits(UnitsFromMenu(menus_));
-  if (choices_.demoMode) {
+  if (areUnitsDemo_) {
     demoUnits_ = stored;
   } else {
     ports_.settings.Save(setting::kMobileUnits.key, stored);
@@ -73,6 +73,7 @@ void Client::EnumerateMUs() {
     item.name = "mnuViewFitToMU_Array";
     item.index = static_cast<int>(fits.size());
     item.caption = unit.caption;
+    item.isPlainText = unit.isPlainText;
   }
   menus_.AppendToArray("mnuViewFitToMU_Array", std::move(fits));
   ports_.view.LayOutTimeline(book_.enabledCount);

@@ -13,6 +13,8 @@
 #include <QWindow>
 #include <utility>
 
+#include "hotspots/formHotSpots_Edit.h"
+#include "hotspots/formSecureHotSpots_Edit.h"
 #include "map/map_view.h"
 #include "platform/qt/qt_menu.h"
 #include "platform/qt/window_manager.h"
@@ -186,16 +188,35 @@ void formMain::ShowWindowMode(WindowMode mode) {
   pctSizer_->SetEnabled(mode == WindowMode::kNormal);
 }
 
-void formMain::EditUnits(const std::vector<MobileUnit>& units) {
-  if (!formMobileUnit_Edit_) {
-    formMobileUnit_Edit_ = new formMobileUnit_Edit(this, units, *questions_);
-    formMobileUnit_Edit_->apply = [this](const std::vector<MobileUnit>& edited) {
-      client_->UnitsApplied(edited);
-    };
-    formMobileUnit_Edit_->show();
+template <class Editor, class List>
+void formMain::OpenEditor(QPointer<Editor>& editor, const List& list, void (Client::*applied)(const List&)) {
+  if (!editor) {
+    editor = new Editor(this, list, *questions_);
+    editor->apply = [this, applied](const List& edited) { (client_->*applied)(edited); };
+    editor->show();
   }
-  formMobileUnit_Edit_->raise();
-  formMobileUnit_Edit_->activateWindow();
+  editor->raise();
+  editor->activateWindow();
+}
+
+std::vector<QWidget*> formMain::OpenEditors() const {
+  std::vector<QWidget*> open;
+  for (QWidget* editor :
+       std::initializer_list<QWidget*>{formMobileUnit_Edit_, formHotSpots_Edit_, formSecureHotSpots_Edit_})
+    if (editor) open.push_back(editor);
+  return open;
+}
+
+void formMain::EditUnits(const std::vector<MobileUnit>& units) {
+  OpenEditor(formMobileUnit_Edit_, units, &Client::UnitsApplied);
+}
+
+void formMain::EditHotspots(const std::vector<std::string>& ssids) {
+  OpenEditor(formHotSpots_Edit_, ssids, &Client::HotspotsApplied);
+}
+
+void formMain::EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) {
+  OpenEditor(formSecureHotSpots_Edit_, hotspots, &Client::SecureHotspotsApplied);
 }
 
 void formMain::ShowAbout() { about_->ShowBox(); }
@@ -264,7 +285,7 @@ void formMain::PopUpMenu() {
 
 void formMain::CloseWindows() {
   FormRetryAfterError_->hide();
-  if (formMobileUnit_Edit_) formMobileUnit_Edit_->close();
+  for (QWidget* editor : OpenEditors()) editor->close();
   about_->hide();
   formSplash_->hide();
   formMapUpdating_->hide();
@@ -336,7 +357,7 @@ void formMain::FirstSeen() {
 void formMain::BringToForeground() {
   // Another program's window, or a dialog of ours, keeps the keyboard: raising alone does not take it.
   raise();
-  if (formMobileUnit_Edit_) formMobileUnit_Edit_->raise();
+  for (QWidget* editor : OpenEditors()) editor->raise();
   if (FormRetryAfterError_->isVisible()) FormRetryAfterError_->raise();
   if (!QApplication::activeWindow() && KeyboardIsFree()) activateWindow();
 }

@@ -24,7 +24,9 @@ class FormRetryAfterError;
 class KeyListPicture;
 class KeyboardPicture;
 class formMapUpdating;
+class formHotSpots_Edit;
 class formMobileUnit_Edit;
+class formSecureHotSpots_Edit;
 class PointInfos;
 class PointMarker;
 class QuestionQueue;
@@ -62,6 +64,8 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void HideTimelineInfo() override;
   void ShowWindowMode(WindowMode mode) override;
   void EditUnits(const std::vector<MobileUnit>& units) override;
+  void EditHotspots(const std::vector<std::string>& ssids) override;
+  void EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) override;
   void ShowAbout() override;
   void ShowSplash() override;
   void TickStatus(int line) override;
@@ -109,6 +113,10 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  template <class Editor, class List>
+  void OpenEditor(QPointer<Editor>& editor, const List& list, void (Client::*applied)(const List&));
+  std::vector<QWidget*> OpenEditors() const;
+
   /// A callback that calls the client's `method`; `first` are arguments before those of the callback.
   template <class Method, class... First>
   auto ToClient(Method method, First... first) {
@@ -145,6 +153,8 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   formMapUpdating* formMapUpdating_;
   FormRetryAfterError* FormRetryAfterError_;
   QPointer<formMobileUnit_Edit> formMobileUnit_Edit_;
+  QPointer<formHotSpots_Edit> formHotSpots_Edit_;
+  QPointer<formSecureHotSpots_Edit> formSecureHotSpots_Edit_;
   AboutBox* about_;
   KeyboardPicture* pctKeyboard_;
   KeyListPicture* pctKeyList_;

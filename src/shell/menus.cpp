@@ -7,7 +7,7 @@
 namespace pallomir {
 namespace {
 
-enum Visibility { kShown, kLater };
+enum State { kShown, kGrey, kLater };
 
 struct Row {
   const char* parent;
@@ -16,7 +16,7 @@ struct Row {
   const char* caption;
   const char* tag = "";
   bool checked = false;
-  Visibility visibility = kShown;
+  State state = kShown;
 };
 
 // A row's parent stands above it. Parents are found by name.
@@ -43,6 +43,16 @@ constexpr Row kRows[] = {
     {"mnuOptions", "mnuOptionsMU", 0, "&Mobile Units"},
     {"mnuOptionsMU", kUnitMenu, 0, "(no mobile units declared)"},
     {"mnuOptions", "mnuOptionsMUEdit", 0, "Edit Mobile Unit List"},
+    {"mnuOptions", "mnuOptionsHotSpots", 0, "Mobile Unit Permitted Hotspots List"},
+    {"mnuOptionsHotSpots", "mnuOptionsHotSpotsArray", 0, "(No Wi-Fi HotSpots Specified)", "", false, kGrey},
+    {"mnuOptionsHotSpots", "mnuOptionsMUSeparator2", 0, "-"},
+    {"mnuOptionsHotSpots", "mnuOptionsHotSpotsEdit", 0, "Edit List (currently empty)"},
+    {"mnuOptionsHotSpots", "mnuOptionsHotSpotsChange", 0, "Change from \"Permitted\" to \"Prohibited\" List"},
+    {"mnuOptions", "mnuOptionsSecureHotSpots", 0, "Mobile Unit Secure HotSpots List"},
+    {"mnuOptionsSecureHotSpots", "mnuOptionsSecureHotSpotsArray", 0, "(No Secure Wi-Fi HotSpots Specified)",
+     "", false, kGrey},
+    {"mnuOptionsSecureHotSpots", "mnuOptionsMUSeparator1", 0, "-"},
+    {"mnuOptionsSecureHotSpots", "mnuOptionsSecureHotSpotsEdit", 0, "Edit List (currently empty)"},
     {"mnuOptions", "mnuOptionsContactPoints", 0, "&Contact Points"},
     {"mnuOptionsContactPoints", "mnuOptionsContactPointsArray", 0, "Display Sent/Received Points (Blue)"},
     {"mnuOptionsContactPoints", "mnuOptionsContactPointsArray", 1, "Display Sent/NOT Received Points (Red)"},
@@ -60,11 +70,18 @@ constexpr Row kRows[] = {
     {"mnuOptionsUOM", "mnuOptionsUOM_Array", 0, "Miles"},
     {"mnuOptionsUOM", "mnuOptionsUOM_Array", 1, "Kilometers"},
     {"mnuOptions", "mnuOptionsPortBase", 0, "Local Port Range Base = "},
-    {"mnuOptions", "mnuOptionsDemoMode", 0, "&Demo Mode", "", false, kLater},
+    {"mnuOptions", "mnuOptionsDataServer", 0, "Data Server"},
+    {"mnuOptionsDataServer", "mnuOptionsDataServerInstall", 0, "&Install"},
+    {"mnuOptionsDataServer", "mnuOptionsDataServerStart", 0, "&Start"},
+    {"mnuOptionsDataServer", "mnuOptionsDataServerStop", 0, "&Stop"},
+    {"mnuOptionsDataServer", "mnuOptionsDataServerUninstall", 0, "&Uninstall"},
+    {"mnuOptions", "mnuOptionsDemoMode", 0, "&Demo Mode"},
 
     {"mnuPopup", "mnuAlerts", 0, "&Alerts", "", false, kLater},
     {"mnuPopup", "mnuZones", 0, "&Zones", "", false, kLater},
     {"mnuPopup", "mnuHelp", 0, "&Help"},
+    {"mnuHelp", "mnuHelpHelp", 0, "&Help", "", false, kGrey},
+    {"mnuHelp", "mnuHelpFAQs", 0, "&FAQs"},
     {"mnuHelp", "mnuHelpAbout", 0, "&About Pallomir"},
 
     {"mnuPopup", "mnuPopupBeenHere", 0, "Been Here?", "", false, kLater},
@@ -85,7 +102,8 @@ void BuildMenus(MenuModel& menus) {
     item.caption = row.caption;
     item.tag = row.tag;
     item.checked = row.checked;
-    item.visible = row.visibility == kShown;
+    item.visible = row.state == kShown || row.state == kGrey;
+    item.enabled = row.state != kGrey;
     MenuItem& parent = *row.parent ? menus.At(row.parent) : menus.bar;
     parent.children.push_back(item);
   }

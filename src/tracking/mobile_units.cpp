@@ -66,6 +66,7 @@ void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units) {
     item.caption = unit.id + " - " + unit.description;
     item.tag = EncodeRecord(unit);
     item.checked = unit.enabled;
+    item.isPlainText = true;
   }
   menus.AppendToArray(kUnitMenu, std::move(items));
 }

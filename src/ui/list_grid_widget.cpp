@@ -23,6 +23,7 @@ constexpr int kFewestRowsShown = 3;
 constexpr int kMostRowsShown = 12;  // beyond them the rows scroll
 constexpr int kDarkBelow = 128;     // lightness of a box
 constexpr int kNumberDigits = 5;
+constexpr int kCellMargin = 6;
 constexpr int kWindowWidth = 560;
 
 QString Name(const std::string& name, std::size_t row) {
@@ -40,8 +41,7 @@ QPalette PaletteOf(ListGridColour colour, const QPalette& around) {
   return palette;
 }
 
-// Cells of a row and of the titles stand under each other because both are laid out by this. A column of no
-// width of its own should be the last one: the scroll bar takes its room.
+// Cells of a row and of the titles stand under each other because both are laid out by this.
 void AddCell(QHBoxLayout* cells, QWidget* cell, int width) {
   if (width != 0) cell->setFixedWidth(cell->fontMetrics().averageCharWidth() * width + 16);
   cells->addWidget(cell, width == 0 ? 1 : 0);
@@ -49,7 +49,7 @@ void AddCell(QHBoxLayout* cells, QWidget* cell, int width) {
 
 QHBoxLayout* MakeCells(QWidget* parent) {
   auto* cells = new QHBoxLayout(parent);
-  cells->setContentsMargins(6, 2, 6, 2);
+  cells->setContentsMargins(kCellMargin, 2, kCellMargin, 2);
   return cells;
 }
 
@@ -61,14 +61,27 @@ class ListGridWidget::RowsArea : public QScrollArea {
   using QScrollArea::QScrollArea;
   QSize sizeHint() const override { return {kWindowWidth, hintHeight}; }
   int hintHeight = 0;
+  QLayout* titles = nullptr;
+
+ protected:
+  // The titles leave the room that the scroll bar takes from the rows.
+  void resizeEvent(QResizeEvent* event) override {
+    QScrollArea::resizeEvent(event);
+    if (!titles) return;
+    QMargins margins = titles->contentsMargins();
+    margins.setRight(kCellMargin + width() - 2 * frameWidth() - viewport()->width());
+    titles->setContentsMargins(margins);
+  }
 };
 
 ListGridWidget::ListGridWidget(QWidget* owner, ListGrid grid, QuestionQueue& questions)
     : QWidget(owner, Qt::Dialog), grid_(std::move(grid)), questions_(questions) {
   setAttribute(Qt::WA_DeleteOnClose);
   auto* parts = new QVBoxLayout(this);
-  parts->addWidget(MakeTitles());
+  QWidget* titles = MakeTitles();
+  parts->addWidget(titles);
   area_ = new RowsArea(this);
+  area_->titles = titles->layout();
   area_->setWidgetResizable(true);
   area_->setFocusPolicy(Qt::NoFocus);
   auto* content = new QWidget;

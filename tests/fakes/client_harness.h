@@ -7,6 +7,7 @@
 #include "base/check_code.h"
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_network.h"
+#include "fakes/fake_programs.h"
 #include "fakes/fake_system.h"
 #include "fakes/fake_view.h"
 #include "fakes/temporary_folder.h"
@@ -38,6 +39,7 @@ class ClientHarness {
               mutex,
               signal,
               beeper,
+              programs,
               trace,
               Folders{folders.Path() / "app", folders.Path() / "data", folders.Path() / "home"},
               {}});
@@ -102,6 +104,7 @@ class ClientHarness {
   FakeMutex mutex;
   FakeSignal signal;
   FakeBeeper beeper;
+  FakeProgramStarter programs;
   std::vector<std::string> traced;
   Trace trace{[] { return 0.0; }, [this](const std::string& line) { traced.push_back(line); }};
   std::unique_ptr<Client> client;

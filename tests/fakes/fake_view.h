@@ -37,6 +37,10 @@ class FakeView : public ClientView {
   void HideTimelineInfo() override { timelineInfo.reset(); }
   void ShowWindowMode(WindowMode shown) override { mode = shown; }
   void EditUnits(const std::vector<MobileUnit>& units) override { editedUnits = units; }
+  void EditHotspots(const std::vector<std::string>& ssids) override { editedHotspots = ssids; }
+  void EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) override {
+    editedSecureHotspots = hotspots;
+  }
   void ShowAbout() override {}
   void ShowPointMarker(ViewPoint at) override { marker = at; }
   void ShowPointInfos(const std::vector<std::string>& texts) override { pointInfos = texts; }
@@ -75,6 +79,8 @@ class FakeView : public ClientView {
   std::string retryLabel;
   WindowMode mode = WindowMode::kNormal;
   std::optional<std::vector<MobileUnit>> editedUnits;
+  std::optional<std::vector<std::string>> editedHotspots;
+  std::optional<std::vector<SecureHotspot>> editedSecureHotspots;
   std::optional<ViewPoint> marker;
   std::vector<std::string> pointInfos;
   int capturePolls = 0;

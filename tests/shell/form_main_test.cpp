@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QDateTimeEdit>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
@@ -43,6 +44,7 @@ class FormMainTest : public testing::Test {
                                        ports_.mutex,
                                        ports_.signal,
                                        ports_.beeper,
+                                       ports_.programs,
                                        ports_.trace,
                                        Folders{ports_.folders.Path() / "app", ports_.folders.Path() / "data",
                                                ports_.folders.Path() / "home"},
@@ -189,6 +191,28 @@ TEST_F(FormMainTest, ClosingTheWindowUnloadsTheClient) {
   window_.close();
   EXPECT_TRUE(client_->IsClosing());
   EXPECT_TRUE(ports_.mutex.closed);
+}
+
+TEST_F(FormMainTest, TheHotspotEditorsOpenOverTheWindowAndApply) {
+  const struct {
+    const char* entry;
+    const char* editor;
+    const char* setting;
+    const char* stored;
+  } cases[] = {{"mnuOptionsHotSpotsEdit", "formHotSpots_Edit", "SSIDs", "04home"},
+               {"mnuOptionsSecureHotSpotsEdit", "formSecureHotSpots_Edit", "SecureSSIDs", "04home05WPA2~"}};
+  ports_.settings.values["SSIDs"] = "";
+  Start();
+  for (const auto& row : cases) {
+    client_->MenuChosen(client_->Menus().At(row.entry));
+    auto* editor = Find<QWidget>(row.editor);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(editor));
+    client_->MenuChosen(client_->Menus().At(row.entry));
+    EXPECT_EQ(window_.findChildren<QWidget*>(row.editor).size(), 1) << "an open editor is not opened twice";
+    QTest::keyClicks(editor->findChild<QLineEdit*>("txtSSID(1)"), "home");
+    QTest::mouseClick(editor->findChild<QPushButton*>("cmdApply"), Qt::LeftButton);
+    EXPECT_EQ(ports_.settings.saved[row.setting], row.stored);
+  }
 }
 
 }  // namespace

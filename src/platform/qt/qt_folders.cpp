@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <cstdlib>
 #include <string>
 #include <system_error>
@@ -25,6 +26,8 @@ std::filesystem::path Home() {
 Folders SystemFolders() {
   Folders folders;
   folders.application = QCoreApplication::applicationDirPath().toStdString();
+  // As it is at the start: a program that is renamed while it runs is gone from its place.
+  folders.executable = QFileInfo(QCoreApplication::applicationFilePath()).fileName().toStdString();
   const std::string profile = Environment("UserProfile");
   folders.userProfile = profile.empty() ? Home() : std::filesystem::path(profile);
   folders.commonData = Environment("XDG_DATA_HOME");

@@ -2,7 +2,8 @@
 
 #include <QAction>
 #include <QMenu>
-#include <algorithm>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace pallomir {
@@ -17,25 +18,38 @@ const MenuItem* FindBelow(const MenuItem& parent, const Matches& matches) {
   return nullptr;
 }
 
-bool IsSameArray(const MenuItem& one, const MenuItem& other) {
-  return !one.name.empty() && one.name == other.name && one.name != "-";
+/// The entries of a menu that bear one name.
+struct Array {
+  int count = 0;
+  bool hasCheckMark = false;
+};
+using Arrays = std::unordered_map<std::string_view, Array>;
+
+Arrays ArraysOf(const MenuItem& parent) {
+  Arrays arrays;
+  for (const MenuItem& item : parent.children) {
+    Array& array = arrays[item.name];
+    ++array.count;
+    array.hasCheckMark |= item.checked;
+  }
+  return arrays;
 }
 
-QString ObjectNameOf(const MenuItem& item, const MenuItem& parent) {
+QString ObjectNameOf(const MenuItem& item, const Array& array) {
   QString name = QString::fromStdString(item.name);
-  const auto count = std::count_if(parent.children.begin(), parent.children.end(),
-                                   [&](const MenuItem& sibling) { return IsSameArray(sibling, item); });
-  if (item.index != 0 || count > 1) name += '(' + QString::number(item.index) + ')';
+  if (item.index != 0 || array.count > 1) name += '(' + QString::number(item.index) + ')';
   return name;
 }
 
-void ApplyState(QAction& action, const MenuItem& item, const MenuItem& parent) {
+QString TextOf(const MenuItem& item) {
+  if (item.IsSeparator()) return {};
+  QString text = QString::fromStdString(item.caption);
+  return item.isPlainText ? text.replace('&', "&&") : text;
+}
+
+void ApplyState(QAction& action, const MenuItem& item, const Array& array) {
   // The other entries of an array with a check mark keep the room for theirs.
-  const bool isCheckable = item.checked || std::any_of(parent.children.begin(), parent.children.end(),
-                                                       [&](const MenuItem& sibling) {
-                                                         return sibling.checked && IsSameArray(sibling, item);
-                                                       });
-  action.setCheckable(isCheckable);
+  action.setCheckable(array.hasCheckMark);
   action.setChecked(item.checked);
   action.setEnabled(item.enabled);
   action.setVisible(item.visible);
@@ -67,7 +81,9 @@ void QtMenu::Render() {
 }
 
 void QtMenu::RenderInto(QMenu& menu, const MenuItem& parent) {
+  const Arrays arrays = ArraysOf(parent);
   for (const MenuItem& item : parent.children) {
+    const Array& array = arrays.at(item.name);
     QAction* action = nullptr;
     if (item.IsSeparator()) {
       action = menu.addSeparator();
@@ -75,7 +91,7 @@ void QtMenu::RenderInto(QMenu& menu, const MenuItem& parent) {
       auto* submenu = new QMenu(&menu);
       action = menu.addMenu(submenu);
       RenderInto(*submenu, item);
-      submenu->setObjectName(ObjectNameOf(item, parent));
+      submenu->setObjectName(ObjectNameOf(item, array));
     } else {
       action = menu.addAction(QString());
       Key key{item.name, item.index, item.identifier};
@@ -84,9 +100,9 @@ void QtMenu::RenderInto(QMenu& menu, const MenuItem& parent) {
           action, &QAction::triggered, menu_, [this, key = std::move(key)] { Choose(key); },
           Qt::QueuedConnection);
     }
-    action->setText(item.IsSeparator() ? QString() : QString::fromStdString(item.caption));
-    action->setObjectName(ObjectNameOf(item, parent));
-    ApplyState(*action, item, parent);
+    action->setText(TextOf(item));
+    action->setObjectName(ObjectNameOf(item, array));
+    ApplyState(*action, item, array);
   }
 }
 

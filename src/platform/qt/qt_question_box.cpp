@@ -30,7 +30,7 @@ QMessageBox* MakeMessageBox(const Question& question, QWidget* window) {
   auto* box = new QMessageBox(window);
   // Texts come from files and servers too; none of them is mark-up.
   box->setTextFormat(Qt::PlainText);
-  box->setText(QString::fromStdString(question.text));
+  box->setText(QString::fromStdString(question.text).remove('\r'));
   box->setIcon(IconOf(question.icon));
   switch (question.kind) {
     case Question::Kind::kYesNo:

@@ -1,0 +1,86 @@
+#include <string>
+
+#include "dataserver/open_result.h"
+#include "shell/client.h"
+#include "shell/instance_guard.h"
+#include "shell/settings_keys.h"
+
+// The Wi-Fi lists of the mobile units, the user's own Data Server, and the switch between normal and demo
+// mode.
+
+namespace pallomir {
+
+void Client::ReadHotspots() {
+  LoadSSIDs(menus_, ports_.settings.Get(setting::kHotspots.key, setting::kHotspots.defaultValue));
+  LoadSecureSSIDs(menus_,
+                  ports_.settings.Get(setting::kSecureHotspots.key, setting::kSecureHotspots.defaultValue));
+}
+
+void Client::OnMenuHotspotsEdit(int) { ports_.view.EditHotspots(HotspotsFromMenu(menus_)); }
+
+void Client::OnMenuSecureHotspotsEdit(int) { ports_.view.EditSecureHotspots(SecureHotspotsFromMenu(menus_)); }
+
+void Client::OnMenuHotspotsChange(int) {
+  choices_.hotspotMode = menus_.At("mnuOptionsHotSpots").tag;
+  HotSpotsChange(menus_, choices_.hotspotMode, true);
+  ports_.settings.Save(setting::kHotspotMode.key, choices_.hotspotMode);
+}
+
+void Client::HotspotsApplied(const std::vector<std::string>& ssids) {
+  if (closing_) return;
+  LoadSSIDs(menus_, ports_.settings.Save(setting::kHotspots.key, EncodeHotspots(ssids)));
+}
+
+void Client::SecureHotspotsApplied(const std::vector<SecureHotspot>& hotspots) {
+  if (closing_) return;
+  LoadSecureSSIDs(menus_, ports_.settings.Save(setting::kSecureHotspots.key, EncodeSecureHotspots(hotspots)));
+}
+
+void Client::ServiceBusyChanged() {
+  const bool isFree = !service_.IsBusy();
+  for (const char* entry :
+       {"mnuOptionsDataServerInstall", "mnuOptionsDataServerStart", "mnuOptionsDataServerStop",
+        "mnuOptionsDataServerUninstall", "mnuOptionsDemoMode"})
+    menus_.At(entry).enabled = isFree;
+  if (!closing_) UpdateLamp();
+}
+
+void Client::OnMenuDemoMode(int) {
+  Question question;
+  question.kind = Question::Kind::kOkCancel;
+  question.title = "Pallomir";
+  question.text =
+      std::string("Do you want to ") + (choices_.demoMode ? "exit" : "enter") +
+      " Demo Mode?\r\nIf you do, then Pallomir Display will\r\n   exit and restart in the new mode.";
+  ports_.questions.Ask(question, [this](const Answer& answer) {
+    if (answer.yes && !closing_) SwitchDemoMode();
+  });
+}
+
+// The new instance finds the mutex and the raise signal free. Where it can't be started this one goes on with
+// the units that it has; the other mode is stored for the next start.
+void Client::SwitchDemoMode() {
+  MenuItem& entry = menus_.At("mnuOptionsDemoMode");
+  choices_.demoMode = entry.checked = !entry.checked;
+  StorePlacement();
+  ports_.instanceSignal.Stop();
+  isMutexReleased_ = true;
+  ReleaseMutex([] {});
+  ports_.settings.Save(setting::kDemoMode.key, choices_.demoMode ? "True" : "False");
+  const Folders& folders = ports_.folders;
+  const ProgramStart start =
+      ports_.programs.Start(folders.application / folders.executable, {}, folders.application);
+  if (start.program) return ports_.window.Close();
+  isMutexReleased_ = !ports_.mutex.Create(kInstanceMutex);
+  if (isMutexReleased_) ports_.trace.Line("the mutex could not be taken again");
+  ports_.instanceSignal.Listen();
+  ports_.questions.Tell("Error: " + std::string(OpenErrorMessage(OpenResultOf(start.error))), "Run",
+                        Question::Icon::kError);
+}
+
+void Client::OnMenuFaqs(int) {
+  if (!ports_.programs.OpenPage(FaqAddress()))
+    ports_.trace.Line("no program to show " + FaqAddress() + " with");
+}
+
+}  // namespace pallomir

@@ -1,0 +1,152 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "fakes/client_harness.h"
+
+namespace pallomir {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+// The rooms that the Options menu opens: hotspot lists, the Data Server, demo mode.
+class ClientServicesTest : public testing::Test, public fakes::ClientHarness {
+ protected:
+  void Choose(const char* name) { client->Menus().chosen(client->Menus().At(name)); }
+};
+
+TEST_F(ClientServicesTest, HotspotsAreShownEditedAndStored) {
+  client->Load();
+  EXPECT_EQ(client->Menus().At("mnuOptionsHotSpots").caption, "Mobile Unit Permitted Hotspots List");
+  EXPECT_THAT(HotspotsFromMenu(client->Menus()), ElementsAre("default", "wireless", "linksys", "netgear"));
+  EXPECT_EQ(settings.saved["SSID_List_Mode"], "Permitted");
+
+  Choose("mnuOptionsHotSpotsEdit");
+  EXPECT_EQ(view.editedHotspots, HotspotsFromMenu(client->Menus()));
+  client->HotspotsApplied({"Caf\u00E9 \u2615"});
+  EXPECT_EQ(settings.saved["SSIDs"], "09Caf\u00E9 \u2615");
+  EXPECT_THAT(HotspotsFromMenu(client->Menus()), ElementsAre("Caf\u00E9 \u2615"));
+
+  Choose("mnuOptionsSecureHotSpotsEdit");
+  EXPECT_THAT(*view.editedSecureHotspots, IsEmpty());
+  client->SecureHotspotsApplied({{"home", "WPA2", "abc"}});
+  EXPECT_EQ(settings.saved["SecureSSIDs"], "04home08WPA2~abc");
+  EXPECT_EQ(client->Menus().At("mnuOptionsSecureHotSpotsArray", 1).caption, "home");
+
+  Choose("mnuOptionsHotSpotsChange");
+  EXPECT_EQ(settings.saved["SSID_List_Mode"], "Prohibited");
+  EXPECT_EQ(client->Menus().At("mnuOptionsHotSpots").caption, "Mobile Unit Prohibited Hotspots List");
+  Choose("mnuOptionsHotSpotsChange");
+  EXPECT_EQ(settings.saved["SSID_List_Mode"], "Permitted");
+}
+
+TEST_F(ClientServicesTest, ADamagedListStaysAsItIsUntilItIsEdited) {
+  settings.values["SSIDs"] = "04home??";
+  client->Load();
+  EXPECT_THAT(HotspotsFromMenu(client->Menus()), ElementsAre("home"));
+  EXPECT_FALSE(settings.saved.contains("SSIDs"));
+}
+
+TEST_F(ClientServicesTest, TheDataServersEntriesWaitForEachOther) {
+  client->Load();
+  const auto areEnabled = [this] {
+    std::vector<bool> enabled;
+    for (const char* name :
+         {"mnuOptionsDataServerInstall", "mnuOptionsDataServerStart", "mnuOptionsDataServerStop",
+          "mnuOptionsDataServerUninstall", "mnuOptionsDemoMode"})
+      enabled.push_back(client->Menus().At(name).enabled);
+    return enabled;
+  };
+  Choose("mnuOptionsDataServerStop");
+  EXPECT_EQ(areEnabled(), std::vector<bool>(5, false));
+  EXPECT_THAT(programs.started.back().arguments, ElementsAre("-k", "Pallomir_Service"));
+  programs.End();
+  loop.Advance(100);
+  EXPECT_EQ(areEnabled(), std::vector<bool>(5, true));
+
+  programs.error = ENOENT;
+  Choose("mnuOptionsDataServerStart");
+  EXPECT_EQ(view.lampText,
+            "Looking for the server\nThe service host of the Data Server can't be started: No such file "
+            "or directory");
+}
+
+TEST_F(ClientServicesTest, ClosingDuringAWaitShowsNothing) {
+  client->Load();
+  Choose("mnuOptionsDataServerStart");
+  client->Unload();
+  programs.End();
+  loop.Advance(1000);
+  EXPECT_THAT(box.shown, IsEmpty());
+  EXPECT_EQ(view.exitCode, 0);
+}
+
+TEST_F(ClientServicesTest, DemoModeIsLeftThroughANewInstance) {
+  client->Load();
+  Choose("mnuOptionsDemoMode");
+  EXPECT_EQ(box.shown.back().text,
+            "Do you want to exit Demo Mode?\r\nIf you do, then Pallomir Display will\r\n   exit and restart "
+            "in the new "
+            "mode.");
+  EXPECT_EQ(box.shown.back().kind, Question::Kind::kOkCancel);
+  bool wasFree = false;
+  programs.beforeStart = [&] { wasFree = !mutex.owned && mutex.closed && !signal.listening; };
+  box.AnswerIt({true, ""});
+  ASSERT_THAT(programs.started, SizeIs(1));
+  EXPECT_EQ(programs.started[0].program, folders.Path() / "app" / "pallomir");
+  EXPECT_THAT(programs.started[0].arguments, IsEmpty());
+  EXPECT_EQ(programs.started[0].workingFolder, folders.Path() / "app");
+  EXPECT_TRUE(wasFree) << "the new instance would take itself for the second one";
+  EXPECT_EQ(settings.saved["Demo Mode"], "False");
+  EXPECT_EQ(window.closeWanted, 1);
+  client->Unload();
+  EXPECT_THAT(box.shown, SizeIs(1)) << "the mutex is not released twice";
+  EXPECT_EQ(view.exitCode, 0);
+}
+
+TEST_F(ClientServicesTest, DemoModeThatCanNotBeSwitchedLeavesTheUnitsAlone) {
+  const struct {
+    const char* mode;
+    const char* stored;
+  } cases[] = {{"True", "False"}, {"False", "True"}};
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.mode);
+    fakes::ClientHarness harness;
+    harness.UseUnits("X0123456789ABFirst~-0123456789ACSecond~");
+    harness.settings.values["Demo Mode"] = row.mode;
+    harness.client->Load();
+    harness.programs.error = ENOENT;
+    harness.client->Menus().chosen(harness.client->Menus().At("mnuOptionsDemoMode"));
+    harness.box.AnswerIt({true, ""});
+    EXPECT_EQ(harness.box.shown.back().text, "Error: The specified file was not found.");
+    EXPECT_EQ(harness.box.shown.back().title, "Run");
+    EXPECT_EQ(harness.box.shown.back().icon, Question::Icon::kError);
+    EXPECT_EQ(harness.settings.saved["Demo Mode"], row.stored);
+    EXPECT_EQ(harness.window.closeWanted, 0);
+    EXPECT_TRUE(harness.mutex.owned);
+    EXPECT_TRUE(harness.signal.listening);
+    harness.client->Menus().chosen(harness.client->Menus().At(kUnitMenu, 2));
+    const bool isDemo = std::string(row.mode) == "True";
+    EXPECT_EQ(harness.settings.saved.contains("Mobile Units"), !isDemo);
+    EXPECT_EQ(harness.settings.values["Mobile Units"],
+              isDemo ? "X0123456789ABFirst~-0123456789ACSecond~" : "-0123456789ABFirst~X0123456789ACSecond~");
+  }
+}
+
+TEST_F(ClientServicesTest, CancelLeavesTheModeAndTheFaqOpensInTheBrowser) {
+  client->Load();
+  Choose("mnuOptionsDemoMode");
+  box.AnswerIt({false, ""});
+  EXPECT_THAT(programs.started, IsEmpty());
+  EXPECT_TRUE(client->IsDemoMode());
+  EXPECT_TRUE(mutex.owned);
+  Choose("mnuHelpFAQs");
+  EXPECT_THAT(programs.pages, ElementsAre("http://127.0.0.1:2480/faq"));
+  EXPECT_FALSE(client->Menus().At("mnuHelpHelp").enabled);
+}
+
+}  // namespace
+}  // namespace pallomir
