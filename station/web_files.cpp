@@ -9,8 +9,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kMapPage = "/fullscreen/index.php";
-constexpr std::string_view kMapPageFile = "/fullscreen/index.html";
+// Addresses that clients know by heart, and the files behind them.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 2> kAddresses{{
+    {"/fullscreen/index.php", "/fullscreen/index.html"},
+    {"/faq", "/fullscreen/faq.html"},
+}};
 
 constexpr std::array<std::pair<std::string_view, std::string_view>, 14> kContentTypes{{
     {".html", "text/html; charset=utf-8"},
@@ -43,7 +46,8 @@ bool IsInside(const fs::path& root, const fs::path& file) {
 }  // namespace
 
 std::optional<fs::path> FindWebFile(const fs::path& root, std::string_view path) {
-  if (path == kMapPage) path = kMapPageFile;
+  for (const auto& [address, fileOfIt] : kAddresses)
+    if (path == address) path = fileOfIt;
   if (!IsPlain(path)) return std::nullopt;
   std::error_code error;
   const fs::path realRoot = fs::canonical(root, error);

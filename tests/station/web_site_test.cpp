@@ -17,6 +17,7 @@ class WebSiteOnDisk : public testing::Test {
     folder_.Write("web/.hidden", "no");
     folder_.Write("secret.txt", "no");
     fs::create_symlink(folder_.Path() / "secret.txt", root_ / "link.txt");
+    folder_.Write("web/fullscreen/faq.html", "answers");
     fs::create_symlink("fullscreen/map.js", root_ / "inside.js");
   }
 
@@ -42,6 +43,7 @@ TEST_F(WebSiteOnDisk, FindsFilesAndNothingElse) {
     const char* file;
   } cases[] = {
       {"/fullscreen/index.php", "fullscreen/index.html"},
+      {"/faq", "fullscreen/faq.html"},
       {"/fullscreen/index.html", "fullscreen/index.html"},
       {"/fullscreen/map.js", "fullscreen/map.js"},
       {"/a b.css", "a b.css"},
