@@ -1,0 +1,183 @@
+#include "servicehost/systemd_service.h"
+
+#include <poll.h>
+
+#include <sstream>
+
+#include "base/whole_file.h"
+#include "servicehost/listening.h"
+#include "servicehost/record_file.h"
+#include "servicehost/unit_file.h"
+#include "servicehost/user_folders.h"
+
+namespace pallomir::servicehost {
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+// Stopping takes systemd at most the 10 s of the unit, and some.
+constexpr std::chrono::seconds kCommandTime{20};
+constexpr std::chrono::seconds kQuestionTime{5};
+constexpr std::chrono::seconds kStartTime{10};
+constexpr std::chrono::milliseconds kGlance{300};
+
+std::string UnitName() { return std::string(kServiceName) + ".service"; }
+
+RunOutcome Run(std::vector<std::string> command, std::chrono::seconds limit, Transcript& transcript) {
+  const RunOutcome outcome = RunProgram(command, limit);
+  std::string line = "ran";
+  for (const std::string& word : command) line += " " + word;
+  transcript.Detail(line + ": exit code " + std::to_string(outcome.exitCode) + " " + outcome.problem);
+  std::istringstream output(outcome.output);
+  for (std::string text; std::getline(output, text);) transcript.Detail("  " + text);
+  return outcome;
+}
+
+RunOutcome Systemctl(std::vector<std::string> words, Transcript& transcript,
+                     std::chrono::seconds limit = kCommandTime) {
+  words.insert(words.begin(), {"systemctl", "--user", "--no-pager", "--no-ask-password"});
+  return Run(std::move(words), limit, transcript);
+}
+
+struct State {
+  bool isActive = false;
+  bool hasEnded = false;  ///< whether or not it will be tried again
+};
+
+State AskState(Transcript& transcript) {
+  Record state = ParseRecord(
+      Systemctl({"show", UnitName(), "--property=ActiveState,SubState,NRestarts"}, transcript, kQuestionTime)
+          .output);
+  const std::string& active = state["ActiveState"];
+  const std::string& restarts = state["NRestarts"];
+  return {active == "active", active == "failed" || active == "inactive" ||
+                                  state["SubState"] == "auto-restart" ||
+                                  (!restarts.empty() && restarts != "0")};
+}
+
+bool AwaitStation(const station::Options& options, Transcript& transcript) {
+  const auto until = Clock::now() + kStartTime;
+  while (Clock::now() < until) {
+    const bool isAnswering = AwaitAnswers(options, kGlance);
+    const State state = AskState(transcript);
+    if (state.hasEnded) return false;
+    if (isAnswering && state.isActive) return true;
+  }
+  return false;
+}
+
+void SayLastWords(Transcript& transcript) {
+  const RunOutcome journal = Run(
+      {"journalctl", "--user", "--unit", UnitName(), "--lines=4", "--output=cat", "--no-pager", "--quiet"},
+      kQuestionTime, transcript);
+  std::istringstream lines(journal.Succeeded() ? journal.output : "");
+  for (std::string line; std::getline(lines, line);) transcript.Say("  " + line);
+  transcript.Say("The command \"journalctl --user -u " + UnitName() + "\" shows more.");
+}
+
+void SayLingering(bool isGranted, const std::string& reason, Transcript& transcript) {
+  if (isGranted) {
+    transcript.Say("It starts by itself together with this computer (lingering was granted).");
+    return;
+  }
+  transcript.Say("It starts by itself when you log in, but not together with this computer:");
+  transcript.Say("lingering was not granted (" + reason + ").");
+  transcript.Say("An administrator can grant it with: loginctl enable-linger " + UserName());
+}
+
+fs::path EnabledLink() { return UnitFolder() / "default.target.wants" / UnitName(); }
+
+void RemoveUnit() {
+  std::error_code ignored;
+  fs::remove(EnabledLink(), ignored);
+  fs::remove(SystemdService::UnitFile(), ignored);
+}
+
+}  // namespace
+
+bool SystemdService::Answers(Transcript& transcript) {
+  return Systemctl({"show-environment"}, transcript, kQuestionTime).Succeeded();
+}
+
+fs::path SystemdService::UnitFile() { return UnitFolder() / UnitName(); }
+
+bool SystemdService::Register(Installation& installation, Transcript& transcript) {
+  std::error_code error;
+  const bool wasThere = fs::exists(UnitFile(), error);
+  fs::create_directories(UnitFolder(), error);
+  if ((error = ReplaceFile(UnitFile(), UnitText(StationCommand(installation))))) {
+    transcript.Say("The unit file " + UnitFile().string() + " can't be written: " + error.message() + ".");
+    return false;
+  }
+  for (const char* command : {"daemon-reload", "enable"}) {
+    std::vector<std::string> words{command};
+    if (words[0] == "enable") words.push_back(UnitName());
+    const RunOutcome outcome = Systemctl(words, transcript);
+    if (outcome.Succeeded()) continue;
+    transcript.Say("systemd did not take the service: " + outcome.Reason());
+    if (!wasThere) RemoveUnit();
+    return false;
+  }
+  const RunOutcome lingering =
+      Run({"loginctl", "--no-ask-password", "enable-linger"}, kQuestionTime, transcript);
+  installation.isLingering = lingering.Succeeded();
+  transcript.Say("The Data Server is installed as a systemd service of the user " + UserName() + ".");
+  SayLingering(lingering.Succeeded(), lingering.Reason(), transcript);
+  return true;
+}
+
+bool SystemdService::Start(const Installation&, const station::Options& options, Transcript& transcript) {
+  if (AskState(transcript).isActive) {
+    const bool isAnswering = AwaitAnswers(options, kStartTime);
+    transcript.Say(isAnswering
+                       ? "The Data Server was already running. Nothing was changed."
+                       : "The Data Server runs already, but does not answer. Stop it, then start it.");
+    return isAnswering;
+  }
+  const std::string taken = FindTakenPort(options);
+  if (!taken.empty()) {
+    transcript.Say("The Data Server was not started: " + taken + ".");
+    return false;
+  }
+  Systemctl({"reset-failed", UnitName()}, transcript);  // earlier failures don't count
+  const RunOutcome outcome = Systemctl({"start", UnitName()}, transcript);
+  if (outcome.Succeeded() && AwaitStation(options, transcript)) {
+    transcript.Say("The Data Server was started by systemd.");
+    return true;
+  }
+  transcript.Say(outcome.Succeeded() ? "The Data Server was started, but did not come up. Its last words:"
+                                     : "systemd did not start the Data Server: " + outcome.Reason());
+  SayLastWords(transcript);
+  Systemctl({"stop", UnitName()}, transcript);
+  return false;
+}
+
+bool SystemdService::Stop(Transcript& transcript) {
+  const bool wasActive = !AskState(transcript).hasEnded;
+  // A restart may be due even when it does not run at the moment.
+  const RunOutcome outcome = Systemctl({"stop", UnitName()}, transcript);
+  if (!outcome.Succeeded())
+    transcript.Say("systemd did not stop the Data Server: " + outcome.Reason());
+  else
+    transcript.Say(wasActive ? "The Data Server was stopped. It starts by itself the next time."
+                             : "The Data Server was not running.");
+  return outcome.Succeeded();
+}
+
+bool SystemdService::Unregister(Transcript& transcript) {
+  if (!Answers(transcript)) {
+    RemoveUnit();
+    transcript.Say("systemd does not answer: the service was removed for its next start, but a Data Server");
+    transcript.Say("that runs now could not be stopped.");
+    return false;
+  }
+  if (!Stop(transcript)) return false;
+  const RunOutcome outcome = Systemctl({"disable", UnitName()}, transcript);
+  if (!outcome.Succeeded()) transcript.Detail("disable: " + outcome.Reason());
+  RemoveUnit();
+  Systemctl({"daemon-reload"}, transcript);
+  return true;
+}
+
+}  // namespace pallomir::servicehost
