@@ -141,7 +141,6 @@ int main(int argc, char** argv) {
   pallomir::RegisterTileScheme();
   QApplication application(argc, argv);
   QApplication::setApplicationName("pallomir");
-  QApplication::setApplicationDisplayName("Pallomir");
   QApplication::setApplicationVersion(PALLOMIR_VERSION);
   // The client says when it has ended; a message may still be open after the last window has closed.
   QApplication::setQuitOnLastWindowClosed(false);

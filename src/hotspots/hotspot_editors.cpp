@@ -6,7 +6,7 @@
 namespace pallomir {
 namespace {
 
-constexpr int kSsidWidth = 34;
+constexpr int kSsidWidth = 43;
 constexpr int kProtocolWidth = 10;
 
 ListGridSetup HotspotSetup() {

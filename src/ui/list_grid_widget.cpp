@@ -24,7 +24,8 @@ constexpr int kMostRowsShown = 12;  // beyond them the rows scroll
 constexpr int kDarkBelow = 128;     // lightness of a box
 constexpr int kNumberDigits = 5;
 constexpr int kCellMargin = 6;
-constexpr int kWindowWidth = 560;
+constexpr int kFreeColumnWidth =
+    43;  // characters of the longest placeholder in a column of no width of its own
 
 QString Name(const std::string& name, std::size_t row) {
   return QString("%1(%2)").arg(QString::fromStdString(name)).arg(row);
@@ -42,8 +43,12 @@ QPalette PaletteOf(ListGridColour colour, const QPalette& around) {
 }
 
 // Cells of a row and of the titles stand under each other because both are laid out by this.
+int CellWidth(const QWidget& cell, int characters) {
+  return cell.fontMetrics().averageCharWidth() * characters + 16;
+}
+
 void AddCell(QHBoxLayout* cells, QWidget* cell, int width) {
-  if (width != 0) cell->setFixedWidth(cell->fontMetrics().averageCharWidth() * width + 16);
+  if (width != 0) cell->setFixedWidth(CellWidth(*cell, width));
   cells->addWidget(cell, width == 0 ? 1 : 0);
 }
 
@@ -59,7 +64,8 @@ QHBoxLayout* MakeCells(QWidget* parent) {
 class ListGridWidget::RowsArea : public QScrollArea {
  public:
   using QScrollArea::QScrollArea;
-  QSize sizeHint() const override { return {kWindowWidth, hintHeight}; }
+  QSize sizeHint() const override { return {hintWidth, hintHeight}; }
+  int hintWidth = 0;
   int hintHeight = 0;
   QLayout* titles = nullptr;
 
@@ -82,6 +88,9 @@ ListGridWidget::ListGridWidget(QWidget* owner, ListGrid grid, QuestionQueue& que
   parts->addWidget(titles);
   area_ = new RowsArea(this);
   area_->titles = titles->layout();
+  area_->hintWidth = titles->sizeHint().width();
+  for (const ListGridColumn& column : grid_.Setup().columns)
+    if (column.width == 0) area_->hintWidth += CellWidth(*titles, kFreeColumnWidth);
   area_->setWidgetResizable(true);
   area_->setFocusPolicy(Qt::NoFocus);
   auto* content = new QWidget;

@@ -7,6 +7,9 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include "platform/qt/qt_question_box.h"
@@ -117,6 +120,21 @@ TEST_F(QuestionBoxTest, HandlerMayAskAgainAndAReplacedQuestionIsStillAnswered) {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   QTest::keyClick(Open(), Qt::Key_Return);
   EXPECT_TRUE(WaitForAnswer().yes);
+}
+
+TEST_F(QuestionBoxTest, ALongTextLeavesTheButtonsOnTheScreen) {
+  std::string text = "first\r\n" + std::string(5000, 'w') + "\r\n";
+  for (int i = 0; i < 500; ++i) text += "line\r\n";
+  Show(Kind::kMessage, text + "last");
+  QDialog* dialog = Open();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog));
+  const QSize screen = dialog->screen()->size();
+  EXPECT_LE(dialog->height(), screen.height());
+  EXPECT_LE(dialog->width(), screen.width());
+  const auto* area = dialog->findChild<QScrollArea*>();
+  ASSERT_TRUE(area);
+  EXPECT_GT(area->verticalScrollBar()->maximum(), 0);
+  EXPECT_FALSE(area->findChild<QLabel*>()->text().contains('\r'));
 }
 
 }  // namespace

@@ -3,8 +3,13 @@
 #include <QDialogButtonBox>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <algorithm>
 #include <utility>
 
 namespace pallomir {
@@ -26,12 +31,33 @@ QMessageBox::Icon IconOf(Question::Icon icon) {
   return QMessageBox::NoIcon;
 }
 
+// As wide as its longest line within half of the screen, and with a scroll bar where it is higher than two
+// thirds of it: the buttons stay in reach under any text.
+void FitText(QMessageBox& box, const QWidget* window) {
+  auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+  if (!label) return;
+  const QSize screen = (window ? window->screen() : box.screen())->availableGeometry().size();
+  label->setWordWrap(true);
+  const QRect lines =
+      label->fontMetrics().boundingRect(QRect(0, 0, screen.width() / 2, 0), Qt::TextWordWrap, label->text());
+  const int width = std::min(lines.width() + 2, screen.width() / 2);
+  label->setMinimumWidth(width);
+  if (lines.height() <= screen.height() * 2 / 3) return;
+  auto* area = new QScrollArea(&box);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setWidgetResizable(true);
+  area->setMinimumSize(width + area->verticalScrollBar()->sizeHint().width() + 8, screen.height() * 2 / 3);
+  delete box.layout()->replaceWidget(label, area);
+  area->setWidget(label);
+}
+
 QMessageBox* MakeMessageBox(const Question& question, QWidget* window) {
   auto* box = new QMessageBox(window);
   // Texts come from files and servers too; none of them is mark-up.
   box->setTextFormat(Qt::PlainText);
   box->setText(QString::fromStdString(question.text).remove('\r'));
   box->setIcon(IconOf(question.icon));
+  FitText(*box, window);
   switch (question.kind) {
     case Question::Kind::kYesNo:
       box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
