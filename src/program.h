@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "base/trace.h"
+#include "platform/qt/detached_starter.h"
+#include "platform/qt/local_instance_signal.h"
+#include "platform/qt/lock_file_mutex.h"
+#include "platform/qt/qt_beeper.h"
+#include "platform/qt/qt_browser.h"
+#include "platform/qt/qt_clock.h"
+#include "platform/qt/qt_endpoints.h"
+#include "platform/qt/qt_event_loop.h"
+#include "platform/qt/qt_folders.h"
+#include "platform/qt/qt_question_box.h"
+#include "platform/qt/user_registry_file.h"
+#include "shell/client.h"
+#include "shell/formMain.h"
+#include "shell/instance_guard.h"
+#include "shell/settings_store.h"
+#include "ui/question_queue.h"
+
+namespace pallomir {
+
+/// The whole program: the ports on this platform, and the client on them. It needs a QApplication.
+class Program {
+ public:
+  /// `traced` takes the lines of the progress trace.
+  Program(Folders folders, std::function<void(const std::string&)> traced);
+
+  /// Runs until the program ends; gives its exit code.
+  int Run();
+
+  // Null until this turned out to be the only instance.
+  Client* TheClient() { return client_.get(); }
+  QtBrowser* TheBrowser() { return browser_.get(); }
+
+ private:
+  void Start();
+
+  // In the order in which they need each other.
+  Folders folders_;
+  QtClock clock_;
+  Trace trace_;
+  QtEventLoop loop_;
+  QtQuestionBox questionBox_;
+  QuestionQueue questions_{questionBox_};
+  UserRegistryFile registry_;
+  LockFileMutex mutex_;
+  LocalInstanceSignal signal_{kInstanceMutex, trace_};
+  SettingsStore settings_{folders_.commonData, [this](const std::string& line) { trace_.Line(line); }};
+  QtBeeper beeper_;
+  DetachedStarter programs_;
+  QtDatagramEndpoint locator_;
+  QtStreamEndpoint probe_;
+  QtStreamEndpoint data_;
+  std::unique_ptr<QtBrowser> browser_;
+  std::unique_ptr<formMain> window_;
+  std::unique_ptr<Client> client_;
+};
+
+}  // namespace pallomir
