@@ -1,0 +1,296 @@
+#include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTimer>
+#include <QWebEngineView>
+#include <algorithm>
+#include <asio/io_context.hpp>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/qt/tile_scheme.h"
+#include "program.h"
+#include "shell/settings_store.h"
+#include "station/data_writer.h"
+#include "station/station.h"
+
+// How fast the whole program answers, measured in it: a station in a thread of its own streams a million
+// points (or as many as the first argument says) to the real window with the real page. Prints the longest
+// time for which the window did not look at its events, how long tile questions took as the page sees them,
+// and when the first track was shown. A second argument names a file for a picture of the window.
+
+namespace pallomir {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kAddress[] = "127.0.88.1";
+constexpr int kUnits = 12;
+constexpr int kFits = 12;
+
+double NowMs() {
+  return std::chrono::duration<double, std::milli>(std::chrono::system_clock::now().time_since_epoch())
+      .count();
+}
+
+std::string UnitId(int unit) {
+  char id[16];
+  std::snprintf(id, sizeof id, "%012X", 0xB0 + unit);
+  return id;
+}
+
+// A wandering course of one fix a second that ends a minute ago.
+std::vector<WireRecord> Course(int unit, std::size_t count) {
+  std::mt19937 random(static_cast<unsigned>(unit));
+  std::normal_distribution<double> turn(0, 0.15);
+  double lat = 40.62, lng = -75.37, heading = unit;
+  const auto end = static_cast<Millis>(NowMs()) / kSecond * kSecond - kMinute;
+  std::vector<WireRecord> records(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    heading += turn(random);
+    lat += 0.00012 * std::cos(heading) + (40.62 - lat) * 0.0002;
+    lng += 0.00016 * std::sin(heading) + (-75.37 - lng) * 0.0002;
+    records[i] = {*EncodePackedTime(end - static_cast<Millis>(count - 1 - i) * kSecond),
+                  static_cast<std::int32_t>(lat * 600000), static_cast<std::int32_t>(lng * 600000), 100};
+  }
+  return records;
+}
+
+struct Scene {
+  fs::path folder;
+  std::size_t points;
+
+  Folders Make() const {
+    for (const char* name : {"profile", "share/pallomir/Data", "config", "runtime"})
+      fs::create_directories(folder / name);
+    fs::permissions(folder / "runtime", fs::perms::owner_all);
+    fs::copy(PALLOMIR_FOLDER, folder / "app", fs::copy_options::recursive);
+    std::ofstream(folder / "app/deployment.ini")
+        << "WebsiteServer=" << kAddress << "\nWebSite=" << kAddress << ":2480\n";
+    std::string units;
+    for (int unit = 0; unit < kUnits; ++unit) {
+      units += "X" + UnitId(unit) + "Unit " + std::to_string(unit) + "~";
+      const auto outcome =
+          station::MergeIntoUnit(folder / "share/pallomir/Data", UnitId(unit), Course(unit, points / kUnits));
+      if (!outcome.error.empty()) std::fprintf(stderr, "%s\n", outcome.error.c_str());
+    }
+    std::ofstream settings(folder / "share/pallomir/Registry.txt", std::ios::binary);
+    const auto set = [&](const char* key, const std::string& value) {
+      settings << SettingsLine("pallomir browser~Startup~" + std::string(key), value) << "\r\n";
+    };
+    set("Demo Mode", "False");
+    set("LoadOnStartup", "Load Last 24 Hrs Data");
+    set("Mobile Units", units);
+    set("WindowState", "0");
+    set("WindowPos_L", "0");
+    set("WindowPos_T", "0");
+    set("WindowPos_W", "1920");
+    set("WindowPos_H", "1080");
+    return {folder / "app", folder / "share", folder / "profile"};
+  }
+
+  void Announce() const {
+    const auto put = [&](const char* name, const char* below) {
+      ::setenv(name, (folder / below).c_str(), 1);
+    };
+    put("HOME", "profile");
+    put("UserProfile", "profile");
+    put("XDG_DATA_HOME", "share");
+    put("XDG_CONFIG_HOME", "config");
+    put("XDG_RUNTIME_DIR", "runtime");
+  }
+};
+
+/// The longest time between two looks of the event loop, phase by phase.
+class Watch {
+ public:
+  Watch() {
+    timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer_, &QTimer::timeout, [this] { Look(); });
+    timer_.start(1);
+  }
+  void Begin() {
+    longest_ = 0;
+    last_ = NowMs();
+  }
+  double Longest() const { return longest_; }
+
+ private:
+  void Look() {
+    const double now = NowMs();
+    longest_ = std::max(longest_, now - last_);
+    last_ = now;
+  }
+  QTimer timer_;
+  double last_ = NowMs();
+  double longest_ = 0;
+};
+
+// Notes when each tile question leaves the page and when its answer arrives.
+constexpr char kSpy[] = R"(
+  window.asked = []; window.answered = [];
+  const src = Object.getOwnPropertyDescriptor(HTMLIFrameElement.prototype, 'src');
+  Object.defineProperty(HTMLIFrameElement.prototype, 'src', { configurable: true, get: src.get,
+    set(value) { if (String(value).includes('/dummy/TT')) asked.push(performance.timeOrigin + performance.now());
+                 src.set.call(this, value); } });
+  const field = document.querySelector('[name=TxtTT]');
+  const value = Object.getOwnPropertyDescriptor(field, 'value');
+  Object.defineProperty(field, 'value', { configurable: true, get: value.get,
+    set(text) { if (text) answered.push(performance.timeOrigin + performance.now()); value.set.call(this, text); } });
+)";
+
+class Run {
+ public:
+  Run(Program& program, std::size_t points, QString picture)
+      : program_(program), points_(points), picture_(std::move(picture)), start_(NowMs()) {
+    QObject::connect(&step_, &QTimer::timeout, [this] { Step(); });
+    step_.start(20);
+  }
+
+  void Traced(const std::string& line) {
+    if (std::getenv("ANSWER_TIMES_TRACE")) std::fprintf(stderr, "%s\n", line.c_str());
+    if (line.find("map page ready") != line.npos) pageReady_ = true;
+    if (line.find("track tile ") != line.npos) {
+      if (firstTile_ == 0) firstTile_ = NowMs();
+      lastTile_ = NowMs();
+    }
+    if (line.find("written") != line.npos) rebuilds_.push_back(NowMs());
+  }
+
+ private:
+  QWebEngineView* View() { return dynamic_cast<QWebEngineView*>(program_.TheBrowser()->Widget()); }
+
+  void Step() {
+    Client* client = program_.TheClient();
+    if (!client) return;
+    switch (phase_) {
+      case 0:
+        if (pageReady_) Next("page is made ready");
+        break;
+      case 1:
+        View()->page()->runJavaScript(kSpy);
+        Next(nullptr);
+        break;
+      case 2:
+        if (client->Points().PointCount() >= points_ / kUnits * kUnits && firstTile_ != 0 && IsQuiet()) {
+          std::printf("%zu points; first track tile after %.0f ms\n", client->Points().PointCount(),
+                      firstTile_ - start_);
+          if (!picture_.isEmpty()) View()->window()->grab().save(picture_);
+          Next("points arrive and are drawn");
+        }
+        break;
+      case 3:
+        if (!IsQuiet()) break;
+        if (fits_ < kFits) {
+          client->FitByUser(static_cast<std::size_t>(++fits_ % 2));
+          lastTile_ = NowMs();
+        } else {
+          Next("fits to one unit and to all");
+        }
+        break;
+      default:
+        step_.stop();
+        Report();
+    }
+  }
+
+  bool IsQuiet() const { return NowMs() - lastTile_ > 1000; }
+
+  void Next(const char* what) {
+    if (what) std::printf("longest silence of the window while %s: %.1f ms\n", what, watch_.Longest());
+    std::fflush(stdout);
+    watch_.Begin();
+    ++phase_;
+  }
+
+  void Report() {
+    View()->page()->runJavaScript("JSON.stringify([asked, answered])", [this](const QVariant& text) {
+      const QJsonArray both = QJsonDocument::fromJson(text.toString().toUtf8()).array();
+      const QJsonArray asked = both.at(0).toArray(), answered = both.at(1).toArray();
+      std::vector<double> calm, withRebuild;
+      for (qsizetype i = 0; i < std::min(asked.size(), answered.size()); ++i) {
+        const double from = asked.at(i).toDouble(), to = answered.at(i).toDouble();
+        const bool rebuilt = std::any_of(rebuilds_.begin(), rebuilds_.end(),
+                                         [&](double at) { return at >= from - 1 && at <= to + 1; });
+        (rebuilt ? withRebuild : calm).push_back(to - from);
+      }
+      Print("tile question, no rebuild due", calm);
+      Print("tile question with a rebuild", withRebuild);
+      QCoreApplication::exit(0);
+    });
+  }
+
+  static void Print(const char* what, std::vector<double> times) {
+    if (times.empty()) return;
+    std::sort(times.begin(), times.end());
+    const auto at = [&](double share) {
+      return times[static_cast<std::size_t>(share * static_cast<double>(times.size() - 1))];
+    };
+    std::printf("%s: %zu, median %.1f ms, 99 of 100 within %.1f ms, longest %.1f ms\n", what, times.size(),
+                at(0.5), at(0.99), times.back());
+  }
+
+  Program& program_;
+  std::size_t points_;
+  QString picture_;
+  double start_;
+  Watch watch_;
+  QTimer step_;
+  int phase_ = 0;
+  int fits_ = 0;
+  bool pageReady_ = false;
+  double firstTile_ = 0;
+  double lastTile_ = 0;
+  std::vector<double> rebuilds_;
+};
+
+int Measure(int argc, char** argv) {
+  const std::size_t points = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 1'000'000;
+  std::string pattern = (fs::temp_directory_path() / "pallomir-answers-XXXXXX").string();
+  const Scene scene{::mkdtemp(pattern.data()), points};
+  const Folders folders = scene.Make();
+  scene.Announce();
+
+  station::Options options;
+  options.address = kAddress;
+  options.webRoot = WEB_FOLDER;
+  options.data = scene.folder / "share/pallomir/Data";
+  options.isDemoOn = false;
+  asio::io_context context;
+  station::Station station(context, options, [](const std::string&) {});
+  if (const std::string error = station.Open(); !error.empty()) {
+    std::fprintf(stderr, "%s\n", error.c_str());
+    return 1;
+  }
+  std::thread serving([&] { context.run(); });
+
+  RegisterTileScheme();
+  int exitCode = 0;
+  {
+    QApplication application(argc, argv);
+    Run* run = nullptr;
+    Program program(folders, [&](const std::string& line) {
+      if (run) run->Traced(line);
+    });
+    Run measured(program, points, argc > 2 ? argv[2] : "");
+    run = &measured;
+    exitCode = program.Run();
+  }
+  context.stop();
+  serving.join();
+  fs::remove_all(scene.folder);
+  return exitCode;
+}
+
+}  // namespace
+}  // namespace pallomir
+
+int main(int argc, char** argv) { return pallomir::Measure(argc, argv); }
