@@ -130,8 +130,9 @@ bool Uninstall(Transcript& transcript) {
   if (fs::exists(SettingsFile(), ignored))
     transcript.Say("Its settings were kept for another installation: " + SettingsFile().string());
   if (installation && installation->isLingering) {
-    transcript.Say("Other services of your account may still start with this computer. If you want none to:");
-    transcript.Say("loginctl disable-linger");
+    transcript.Say(
+        "Other services of your account may still start with this computer. If you want none: loginctl "
+        "disable-linger");
   }
   return isGone;
 }

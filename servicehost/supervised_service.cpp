@@ -63,7 +63,7 @@ void SayReport(const std::string& report, Transcript& transcript) {
     transcript.Say("The Data Server was not started: the station did not get ready in time.");
   std::istringstream lines(report);
   for (std::string line; std::getline(lines, line);) transcript.Say(line);
-  transcript.Say("More may stand in " + StationLogFile().string());
+  transcript.Say("Its log tells more: " + StationLogFile().string());
 }
 
 bool SayAlreadyRunning(const station::Options& options, Transcript& transcript) {
@@ -76,10 +76,10 @@ bool SayAlreadyRunning(const station::Options& options, Transcript& transcript) 
 }  // namespace
 
 bool SupervisedService::Register(Installation&, Transcript& transcript) {
-  transcript.Say("The Data Server is installed for the user " + UserName() +
-                 ". systemd does not run here, so it");
-  transcript.Say("runs as a background process. It does NOT start by itself after this computer restarts:");
-  transcript.Say("choose \"Start\" in the menu then.");
+  transcript.Say("The Data Server is installed for the user " + UserName() + ".");
+  transcript.Say("systemd does not run here, so it runs as a background process.");
+  transcript.Say(
+      "It does NOT start by itself after this computer restarts: choose \"Start\" in the menu then.");
   return true;
 }
 

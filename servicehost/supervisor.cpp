@@ -126,10 +126,14 @@ bool Supervisor::Launch() {
     return false;
   }
   const std::error_code error = WriteProcesses({IdentityOf(::getpid()), IdentityOf(station_)});
-  if (error) TakeLine("supervisor: can't write " + PidFile().string() + ": " + error.message());
+  if (!error) return true;
+  TakeLine("supervisor: can't write " + PidFile().string() + ": " + error.message());
+  if (wasReady_) return true;
   // Nobody could stop what nobody knows.
-  if (error && !wasReady_) ::kill(station_, SIGKILL);
-  return true;
+  ::kill(station_, SIGKILL);
+  ::waitpid(station_, &status_, 0);
+  station_ = -1;
+  return false;
 }
 
 void Supervisor::FollowStation() {

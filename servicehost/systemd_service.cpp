@@ -42,7 +42,8 @@ RunOutcome Systemctl(std::vector<std::string> words, Transcript& transcript,
 
 struct State {
   bool isActive = false;
-  bool hasEnded = false;  ///< whether or not it will be tried again
+  bool isTried = false;    ///< active, or on the way to it
+  bool hasFailed = false;  ///< since it was started; it may be tried again
 };
 
 State AskState(Transcript& transcript) {
@@ -51,9 +52,10 @@ State AskState(Transcript& transcript) {
           .output);
   const std::string& active = state["ActiveState"];
   const std::string& restarts = state["NRestarts"];
-  return {active == "active", active == "failed" || active == "inactive" ||
-                                  state["SubState"] == "auto-restart" ||
-                                  (!restarts.empty() && restarts != "0")};
+  const bool isActive = active == "active";
+  const bool isTried = isActive || active == "activating" || active == "reloading";
+  const bool wasRestarted = !restarts.empty() && restarts != "0";
+  return {isActive, isTried, !isTried || state["SubState"] == "auto-restart" || wasRestarted};
 }
 
 bool AwaitStation(const station::Options& options, Transcript& transcript) {
@@ -61,7 +63,7 @@ bool AwaitStation(const station::Options& options, Transcript& transcript) {
   while (Clock::now() < until) {
     const bool isAnswering = AwaitAnswers(options, kGlance);
     const State state = AskState(transcript);
-    if (state.hasEnded) return false;
+    if (state.hasFailed) return false;
     if (isAnswering && state.isActive) return true;
   }
   return false;
@@ -81,8 +83,10 @@ void SayLingering(bool isGranted, const std::string& reason, Transcript& transcr
     transcript.Say("It starts by itself together with this computer (lingering was granted).");
     return;
   }
-  transcript.Say("It starts by itself when you log in, but not together with this computer:");
-  transcript.Say("lingering was not granted (" + reason + ").");
+  transcript.Say(
+      "It starts by itself when you log in, but not together with this computer: lingering was not granted "
+      "(" +
+      reason + ").");
   transcript.Say("An administrator can grant it with: loginctl enable-linger " + UserName());
 }
 
@@ -97,12 +101,20 @@ void RemoveUnit() {
 }  // namespace
 
 bool SystemdService::Answers(Transcript& transcript) {
-  return Systemctl({"show-environment"}, transcript, kQuestionTime).Succeeded();
+  // What it prints may hold secrets and stays out of the log.
+  const RunOutcome outcome = RunProgram({"systemctl", "--user", "show-environment"}, kQuestionTime);
+  transcript.Detail(outcome.Succeeded() ? "systemd answers" : "no systemd: " + outcome.Reason());
+  return outcome.Succeeded();
 }
 
 fs::path SystemdService::UnitFile() { return UnitFolder() / UnitName(); }
 
 bool SystemdService::Register(Installation& installation, Transcript& transcript) {
+  const std::string station = installation.station.string();
+  if (station.find_first_of("\"'\\") != station.npos) {
+    transcript.Say("systemd runs no program whose path has a quote or a backslash: " + station);
+    return false;
+  }
   std::error_code error;
   const bool wasThere = fs::exists(UnitFile(), error);
   fs::create_directories(UnitFolder(), error);
@@ -154,22 +166,24 @@ bool SystemdService::Start(const Installation&, const station::Options& options,
 }
 
 bool SystemdService::Stop(Transcript& transcript) {
-  const bool wasActive = !AskState(transcript).hasEnded;
+  const bool wasTried = AskState(transcript).isTried;
   // A restart may be due even when it does not run at the moment.
   const RunOutcome outcome = Systemctl({"stop", UnitName()}, transcript);
   if (!outcome.Succeeded())
     transcript.Say("systemd did not stop the Data Server: " + outcome.Reason());
   else
-    transcript.Say(wasActive ? "The Data Server was stopped. It starts by itself the next time."
-                             : "The Data Server was not running.");
+    transcript.Say(wasTried ? "The Data Server was stopped. It starts again with the next start of this "
+                              "computer or the next login."
+                            : "The Data Server was not running.");
   return outcome.Succeeded();
 }
 
 bool SystemdService::Unregister(Transcript& transcript) {
   if (!Answers(transcript)) {
     RemoveUnit();
-    transcript.Say("systemd does not answer: the service was removed for its next start, but a Data Server");
-    transcript.Say("that runs now could not be stopped.");
+    transcript.Say(
+        "systemd does not answer. The service will not start again, but a Data Server that runs now could "
+        "not be stopped.");
     return false;
   }
   if (!Stop(transcript)) return false;

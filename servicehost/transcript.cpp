@@ -1,5 +1,7 @@
 #include "servicehost/transcript.h"
 
+#include <unistd.h>
+
 #include <iostream>
 
 #include "base/whole_file.h"
@@ -12,6 +14,17 @@ constexpr std::size_t kMaxLines = 20;
 constexpr std::size_t kMaxLine = 400;
 
 constexpr std::size_t kMaxDetail = 256 * 1024;
+
+// Two runs at once must not write into each other's file.
+std::error_code Replace(const std::filesystem::path& file, const std::string& text) {
+  std::filesystem::path ours = file;
+  ours += "." + std::to_string(::getpid());
+  std::error_code error = ReplaceFile(ours, text), ignored;
+  if (error) return error;
+  std::filesystem::rename(ours, file, error);
+  if (error) std::filesystem::remove(ours, ignored);
+  return error;
+}
 
 // As much as fits, without half a UTF-8 character at the end.
 std::string Shortened(std::string_view text) {
@@ -29,7 +42,7 @@ Transcript::Transcript(std::filesystem::path folder)
 std::error_code Transcript::Begin(const std::string& title) {
   title_ = title + " (" + LocalTimeText() + ")\n\n";
   log_.Write(title);
-  return ReplaceFile(file_, title_ + "This run has not finished.\n");
+  return Replace(file_, title_ + "This run has not finished.\n");
 }
 
 void Transcript::Say(std::string_view sentence) {
@@ -41,7 +54,7 @@ std::error_code Transcript::Finish() {
   std::string text = title_;
   for (const std::string& line : lines_) text += line + "\n";
   std::cout << text << std::flush;
-  return ReplaceFile(file_, text);
+  return Replace(file_, text);
 }
 
 }  // namespace pallomir::servicehost
