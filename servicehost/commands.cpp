@@ -1,6 +1,7 @@
 #include "servicehost/commands.h"
 
 #include <memory>
+#include <optional>
 
 #include "servicehost/installation.h"
 #include "servicehost/listening.h"
@@ -58,7 +59,7 @@ bool ChooseManager(const std::optional<Installation>& before, Installation& inst
         transcript);
   installation.manager = isSystemdHere ? Manager::kSystemd : Manager::kSupervised;
   // Two stations would fight for the ports.
-  return !before || wasSystemd || !isSystemdHere || SupervisedService().Stop(transcript);
+  return !isSystemdHere || !SupervisedService::IsRunning() || SupervisedService().Stop(transcript);
 }
 
 }  // namespace
@@ -121,9 +122,12 @@ bool Uninstall(Transcript& transcript) {
   const bool hasUnit = fs::exists(SystemdService::UnitFile(), ignored);
   const bool isSystemd = hasUnit || (installation && installation->manager == Manager::kSystemd);
   if (!installation && !hasUnit) transcript.Say(kNotInstalled);
-  const bool isGone =
-      MakeManager(isSystemd ? Manager::kSystemd : Manager::kSupervised)->Unregister(transcript);
-  if (!isGone && fs::exists(isSystemd ? SystemdService::UnitFile() : PidFile(), ignored))
+  bool isGone = !isSystemd || SystemdService().Unregister(transcript);
+  // Whatever the installation says, nothing may run without it.
+  if (!isSystemd || SupervisedService::IsRunning())
+    isGone = SupervisedService().Unregister(transcript) && isGone;
+  // Where systemd does not answer the unit has gone all the same.
+  if (!isGone && (SupervisedService::IsRunning() || fs::exists(SystemdService::UnitFile(), ignored)))
     return Fail("It stays installed.", transcript);
   RemoveInstallation();
   if (installation) transcript.Say("The Data Server was uninstalled. The recorded positions were kept.");

@@ -33,9 +33,16 @@ std::string WithValue(const std::string& text, const std::string& key, const std
   return isSet ? result : result + key + "=" + value + "\n";
 }
 
+// The folder in which the station looks for its own files: that of the program itself, not of a link to it.
+fs::path StationFolder(const fs::path& station) {
+  std::error_code error;
+  const fs::path program = fs::canonical(station, error);
+  return (error ? station : program).parent_path();
+}
+
 std::variant<station::Options, std::string> Parse(const std::vector<std::string>& arguments,
                                                   const fs::path& station) {
-  const auto parsed = station::ParseCommandLine(arguments, station.parent_path());
+  const auto parsed = station::ParseCommandLine(arguments, StationFolder(station));
   if (const auto* nothing = std::get_if<station::NothingToRun>(&parsed)) return nothing->text;
   return std::get<station::CommandLine>(parsed).options;
 }
@@ -74,9 +81,8 @@ void RemoveInstallation() {
 std::error_code EnsureSettings(const fs::path& station) {
   std::error_code error;
   if (fs::exists(SettingsFile(), error)) return {};
-  const fs::path shipped = station.parent_path() / "station.ini";
-  std::string text = ReadWholeFile(shipped, kMaxSettings, error).value_or("");
-  const auto options = Parse({"--config", shipped.string()}, station);
+  std::string text = ReadWholeFile(StationFolder(station) / "station.ini", kMaxSettings, error).value_or("");
+  const auto options = Parse({}, station);
   // Shipped settings with a fault are taken over as they are: the complaint then names the place.
   if (const auto* valid = std::get_if<station::Options>(&options))
     text = WithValue(text, "Data", fs::absolute(valid->data).lexically_normal().string());

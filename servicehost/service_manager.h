@@ -25,4 +25,7 @@ class ServiceManager {
   virtual bool Unregister(Transcript& transcript) = 0;
 };
 
+/// Tells that the service runs already; false when it runs, but does not answer.
+bool ReportRunning(const station::Options& options, Transcript& transcript);
+
 }  // namespace pallomir::servicehost

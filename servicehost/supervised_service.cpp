@@ -66,14 +66,12 @@ void SayReport(const std::string& report, Transcript& transcript) {
   transcript.Say("Its log tells more: " + StationLogFile().string());
 }
 
-bool SayAlreadyRunning(const station::Options& options, Transcript& transcript) {
-  const bool isAnswering = AwaitAnswers(options, kStartTime);
-  transcript.Say(isAnswering ? "The Data Server was already running. Nothing was changed."
-                             : "The Data Server runs already, but does not answer. Stop it, then start it.");
-  return isAnswering;
-}
-
 }  // namespace
+
+bool SupervisedService::IsRunning() {
+  const ServiceProcesses processes = ReadProcesses();
+  return Running(processes.supervisor) || Running(processes.station);
+}
 
 bool SupervisedService::Register(Installation&, Transcript& transcript) {
   transcript.Say("The Data Server is installed for the user " + UserName() + ".");
@@ -84,7 +82,7 @@ bool SupervisedService::Register(Installation&, Transcript& transcript) {
 }
 
 bool SupervisedService::Start(const Installation&, const station::Options& options, Transcript& transcript) {
-  if (Running(ReadProcesses().supervisor)) return SayAlreadyRunning(options, transcript);
+  if (Running(ReadProcesses().supervisor)) return ReportRunning(options, transcript);
   if (StopProcesses() == Stopped::kStopped)
     transcript.Say("A station that had lost its supervisor was stopped first.");
 

@@ -8,6 +8,9 @@ namespace pallomir::servicehost {
 /// next restart.
 class SupervisedService : public ServiceManager {
  public:
+  /// Whether its supervisor runs, or a station that has lost it.
+  static bool IsRunning();
+
   bool Register(Installation& installation, Transcript& transcript) override;
   bool Start(const Installation& installation, const station::Options& options,
              Transcript& transcript) override;

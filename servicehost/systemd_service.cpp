@@ -1,7 +1,6 @@
 #include "servicehost/systemd_service.h"
 
-#include <poll.h>
-
+#include <optional>
 #include <sstream>
 
 #include "base/whole_file.h"
@@ -90,6 +89,19 @@ void SayLingering(bool isGranted, const std::string& reason, Transcript& transcr
   transcript.Say("An administrator can grant it with: loginctl enable-linger " + UserName());
 }
 
+// Whether it ran; nothing when it could not be stopped.
+std::optional<bool> StopUnit(Transcript& transcript) {
+  const bool wasTried = AskState(transcript).isTried;
+  // Nothing more will be tried either.
+  const RunOutcome outcome = Systemctl({"stop", UnitName()}, transcript);
+  if (!outcome.Succeeded()) {
+    transcript.Say("systemd did not stop the Data Server: " + outcome.Reason());
+    return std::nullopt;
+  }
+  transcript.Say(wasTried ? "The Data Server was stopped." : "The Data Server was not running.");
+  return wasTried;
+}
+
 fs::path EnabledLink() { return UnitFolder() / "default.target.wants" / UnitName(); }
 
 void RemoveUnit() {
@@ -140,13 +152,7 @@ bool SystemdService::Register(Installation& installation, Transcript& transcript
 }
 
 bool SystemdService::Start(const Installation&, const station::Options& options, Transcript& transcript) {
-  if (AskState(transcript).isActive) {
-    const bool isAnswering = AwaitAnswers(options, kStartTime);
-    transcript.Say(isAnswering
-                       ? "The Data Server was already running. Nothing was changed."
-                       : "The Data Server runs already, but does not answer. Stop it, then start it.");
-    return isAnswering;
-  }
+  if (AskState(transcript).isActive) return ReportRunning(options, transcript);
   const std::string taken = FindTakenPort(options);
   if (!taken.empty()) {
     transcript.Say("The Data Server was not started: " + taken + ".");
@@ -166,16 +172,10 @@ bool SystemdService::Start(const Installation&, const station::Options& options,
 }
 
 bool SystemdService::Stop(Transcript& transcript) {
-  const bool wasTried = AskState(transcript).isTried;
-  // A restart may be due even when it does not run at the moment.
-  const RunOutcome outcome = Systemctl({"stop", UnitName()}, transcript);
-  if (!outcome.Succeeded())
-    transcript.Say("systemd did not stop the Data Server: " + outcome.Reason());
-  else
-    transcript.Say(wasTried ? "The Data Server was stopped. It starts again with the next start of this "
-                              "computer or the next login."
-                            : "The Data Server was not running.");
-  return outcome.Succeeded();
+  const std::optional<bool> wasRunning = StopUnit(transcript);
+  if (wasRunning && *wasRunning)
+    transcript.Say("It starts again with the next start of this computer or the next login.");
+  return wasRunning.has_value();
 }
 
 bool SystemdService::Unregister(Transcript& transcript) {
@@ -186,7 +186,7 @@ bool SystemdService::Unregister(Transcript& transcript) {
         "not be stopped.");
     return false;
   }
-  if (!Stop(transcript)) return false;
+  if (!StopUnit(transcript)) return false;
   const RunOutcome outcome = Systemctl({"disable", UnitName()}, transcript);
   if (!outcome.Succeeded()) transcript.Detail("disable: " + outcome.Reason());
   RemoveUnit();

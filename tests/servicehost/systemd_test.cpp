@@ -117,6 +117,20 @@ TEST_F(SystemdTest, RefusalsAreTold) {
   Refuse("");
 }
 
+TEST_F(SystemdTest, FollowsTheLinkToTheStation) {
+  const fs::path link = folder_.Path() / "bin/pallomir-station";
+  fs::create_symlink(station_, link);
+  ::setenv("PALLOMIR_STATION", link.c_str(), 1);
+  fs::remove(station_.parent_path() / "station.ini");  // it need not be there
+  EXPECT_THAT(Host({"-i"}), EndsWith(0, link.string()));
+  EXPECT_THAT(fakes::ReadFile(SettingsFile()),
+              HasSubstr("\nData=" + (folder_.Path() / "data é/pallomir/Data").string() + "\nDemo=off\n"));
+  fakes::WriteFile(station_.parent_path() / "station.ini", "WebPort=4711\nDemo=on\n");
+  fs::remove(SettingsFile());
+  EXPECT_THAT(Host({"-i"}), EndsWith(0, ":4711/"));
+  EXPECT_THAT(fakes::ReadFile(SettingsFile()), HasSubstr("\nDemo=off\n"));
+}
+
 TEST_F(SystemdTest, ThatIsGoneLater) {
   InstallAt("127.0.43.33");
   WriteProgram(Bin() / "systemctl", "#!/bin/sh\necho no bus\nexit 1\n");
