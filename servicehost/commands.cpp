@@ -31,7 +31,7 @@ void SayWhere(const Installation& installation, const station::Options& options,
   transcript.Say("");
   transcript.Say("Program: " + installation.station.string());
   transcript.Say("Ports: " + PortsText(options));
-  transcript.Say("Web site: " + WebSiteText(options));
+  transcript.Say("Map page: " + MapPageText(options));
   transcript.Say("Data folder: " + options.data.string());
   transcript.Say("Settings: " + SettingsFile().string() + " (a change counts from the next start)");
   if (options.isDemoOn) transcript.Say("The demo units are on.");

@@ -83,8 +83,8 @@ std::string PortsText(const station::Options& options) {
          std::to_string(options.portBase - 1);
 }
 
-std::string WebSiteText(const station::Options& options) {
-  return "http://" + options.address + ":" + std::to_string(options.webPort) + "/";
+std::string MapPageText(const station::Options& options) {
+  return "http://" + AskedAddress(options) + ":" + std::to_string(options.webPort) + "/fullscreen/index.php";
 }
 
 std::string FindTakenPort(const station::Options& options) {

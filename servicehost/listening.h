@@ -9,8 +9,8 @@ namespace pallomir::servicehost {
 
 /// "locator 127.0.0.1:2435 (UDP), Base Server 127.0.0.1:18799 and 18800"
 std::string PortsText(const station::Options& options);
-/// "http://127.0.0.1:2480/"
-std::string WebSiteText(const station::Options& options);
+/// "http://127.0.0.1:2480/fullscreen/index.php", as this computer reaches it.
+std::string MapPageText(const station::Options& options);
 
 /// Names a port of the station that can't be opened and why; empty when all are free.
 std::string FindTakenPort(const station::Options& options);

@@ -10,7 +10,7 @@
 namespace pallomir::servicehost {
 namespace {
 
-using namespace std::chrono_literals;
+using namespace std::literals;
 using testing::HasSubstr;
 
 class SupervisedTest : public HostTest {
@@ -108,7 +108,7 @@ TEST_F(SupervisedTest, StalePidFileHarmsNoStranger) {
   --old.startTicks;
   for (const std::string& content :
        {"Supervisor=" + ToText(old) + "\nStation=" + ToText(old) + "\n", std::string("Supervisor=1 0 x\n"),
-        std::string("Supervisor=-1\nStation=\n\0\xff", 27), std::string()}) {
+        "Supervisor=-1\nStation=\n\0\xff"s, std::string()}) {
     fakes::WriteFile(PidFile(), content);
     EXPECT_THAT(Stop(), EndsWith(0, "was not running")) << content;
   }
@@ -120,13 +120,17 @@ TEST_F(SupervisedTest, StalePidFileHarmsNoStranger) {
 TEST_F(SupervisedTest, ClosingTheCallerDoesNotEndIt) {
   InstallAt("127.0.43.16");
   // The caller's group is killed as soon as the service runs, and its pipe is closed with it.
-  const RunOutcome caller = RunProgram({"sh", "-c", "\"$0\" -r Pallomir_Service; kill -9 0", host_}, 30s);
+  const fs::path held = folder_.Path() / "held";
+  const RunOutcome caller =
+      RunProgram({"sh", "-c", "exec 9>\"$1\"; \"$0\" -r Pallomir_Service; kill -9 0", host_, held}, 30s);
   EXPECT_THAT(caller.output, HasSubstr("was started"));
   EXPECT_TRUE(IsAnswering());
   for (const auto& identity : {ReadProcesses().supervisor, ReadProcesses().station}) {
     ASSERT_TRUE(Running(identity));
-    const fs::path streams = "/proc/" + std::to_string(identity->pid) + "/fd";
-    EXPECT_EQ(fs::read_symlink(streams / "0"), "/dev/null");
+    std::vector<fs::path> open;
+    for (const auto& entry : fs::directory_iterator("/proc/" + std::to_string(identity->pid) + "/fd"))
+      open.push_back(fs::read_symlink(entry.path()));
+    EXPECT_THAT(open, testing::AllOf(testing::Contains("/dev/null"), testing::Not(testing::Contains(held))));
   }
 }
 

@@ -127,7 +127,7 @@ TEST_F(SystemdTest, FollowsTheLinkToTheStation) {
               HasSubstr("\nData=" + (folder_.Path() / "data é/pallomir/Data").string() + "\nDemo=off\n"));
   fakes::WriteFile(station_.parent_path() / "station.ini", "WebPort=4711\nDemo=on\n");
   fs::remove(SettingsFile());
-  EXPECT_THAT(Host({"-i"}), EndsWith(0, ":4711/"));
+  EXPECT_THAT(Host({"-i"}), EndsWith(0, ":4711/fullscreen/index.php\n"));
   EXPECT_THAT(fakes::ReadFile(SettingsFile()), HasSubstr("\nDemo=off\n"));
 }
 
