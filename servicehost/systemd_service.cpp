@@ -1,5 +1,6 @@
 #include "servicehost/systemd_service.h"
 
+#include <cstdio>
 #include <optional>
 #include <sstream>
 
@@ -73,6 +74,7 @@ void SayLastWords(Transcript& transcript) {
       {"journalctl", "--user", "--unit", UnitName(), "--lines=4", "--output=cat", "--no-pager", "--quiet"},
       kQuestionTime, transcript);
   std::istringstream lines(journal.Succeeded() ? journal.output : "");
+  if (lines.peek() != EOF) transcript.Say("Its last words:");
   for (std::string line; std::getline(lines, line);) transcript.Say("  " + line);
   transcript.Say("The command \"journalctl --user -u " + UnitName() + "\" shows more.");
 }
@@ -164,7 +166,7 @@ bool SystemdService::Start(const Installation&, const station::Options& options,
     transcript.Say("The Data Server was started by systemd.");
     return true;
   }
-  transcript.Say(outcome.Succeeded() ? "The Data Server was started, but did not come up. Its last words:"
+  transcript.Say(outcome.Succeeded() ? "The Data Server was started, but did not come up."
                                      : "systemd did not start the Data Server: " + outcome.Reason());
   SayLastWords(transcript);
   Systemctl({"stop", UnitName()}, transcript);
