@@ -822,6 +822,7 @@ TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
   settings.values["WindowState"] = "0";
   StartStreaming();
   browser.writes.clear();
+  settings.saved.clear();
   for (int width = 900; width < 1000; width += 10) {
     window.bounds = {10, 20, width, 700};
     view.browser = {width + 18, 600};
