@@ -19,13 +19,21 @@ constexpr char kHead[] =
 
 fs::path InstallationFile() { return ServiceFolder() / "installation.ini"; }
 
+// What stands before "=", without the blanks that the station allows around it.
+std::string_view KeyOf(std::string_view line) {
+  constexpr std::string_view kBlanks = " \t\r";
+  line = line.substr(0, std::min(line.find('='), line.size()));
+  line.remove_prefix(std::min(line.find_first_not_of(kBlanks), line.size()));
+  return line.substr(0, line.find_last_not_of(kBlanks) + 1);
+}
+
 // The file with the line of `key` set to `value`.
 std::string WithValue(const std::string& text, const std::string& key, const std::string& value) {
   std::istringstream lines(text);
   std::string result;
   bool isSet = false;
   for (std::string line; std::getline(lines, line);) {
-    const bool isKey = line.starts_with(key + "=");
+    const bool isKey = KeyOf(line) == key;
     if (isKey && isSet) continue;
     result += (isKey ? key + "=" + value : line) + "\n";
     isSet = isSet || isKey;
@@ -84,8 +92,13 @@ std::error_code EnsureSettings(const fs::path& station) {
   std::string text = ReadWholeFile(StationFolder(station) / "station.ini", kMaxSettings, error).value_or("");
   const auto options = Parse({}, station);
   // Shipped settings with a fault are taken over as they are: the complaint then names the place.
-  if (const auto* valid = std::get_if<station::Options>(&options))
-    text = WithValue(text, "Data", fs::absolute(valid->data).lexically_normal().string());
+  if (const auto* valid = std::get_if<station::Options>(&options)) {
+    const fs::path folder = StationFolder(station);
+    const auto spelledOut = [&](const fs::path& path) { return (folder / path).lexically_normal().string(); };
+    text = WithValue(text, "Data", spelledOut(valid->data));
+    // The web site beside the station is found where the station is, also after a move.
+    if (valid->webRoot != folder / "web") text = WithValue(text, "WebRoot", spelledOut(valid->webRoot));
+  }
   return ReplaceFile(SettingsFile(), kHead + WithValue(text, "Demo", "off"));
 }
 

@@ -36,8 +36,9 @@ std::error_code WriteInstallation(const Installation& installation);
 /// Removes everything but the user's settings. The folder goes too when nothing is left in it.
 void RemoveInstallation();
 
-/// Makes the settings of the service from the station.ini beside the station, with the demo units off and the
-/// data folder spelled out: a service has another environment than the user's shell. Existing ones are kept.
+/// Makes the settings of the service from the station.ini beside the station, with the demo units off and its
+/// folders spelled out, relative ones from the station's: a service has another environment than the user's
+/// shell. Existing ones are kept.
 std::error_code EnsureSettings(const std::filesystem::path& station);
 
 /// The options that the station will start with, or what is wrong with the settings.

@@ -16,8 +16,8 @@ constexpr char kInstallLog[] = "ServiceName.InstallLog";
 constexpr char kService[] = "Pallomir_Service";
 constexpr int kPollMilliseconds = 100;
 
-// A message box can't show more than some pages; the host keeps its log to one.
-constexpr std::size_t kMaxLogSize = 64 * 1024;
+// The host keeps its log to a page; what is longer than a book is no log.
+constexpr std::size_t kMaxLogSize = 1024 * 1024;
 
 }  // namespace
 
@@ -84,7 +84,7 @@ void ServiceControl::Run(ServiceCommand command) {
 }
 
 void ServiceControl::StartHost() {
-  // Emptied in its place: a service that runs may be writing to it.
+  // Emptied in its place: another host may be writing to it.
   if (!std::ofstream(hostFolder_ / kHostLog, std::ios::trunc))
     trace_.Line(std::string(kHostLog) + " can't be emptied");
   ProgramStart start = starter_.Start(hostFolder_ / kHost, command_->switches, hostFolder_);

@@ -24,7 +24,7 @@ class ServiceControl {
                  const std::filesystem::path& applicationFolder);
   ~ServiceControl();
 
-  /// A command begins or is through; it begins with the question, where there is one.
+  /// A command begins (with the question, where there is one) or is through, or its note has changed.
   std::function<void()> busyChanged;
 
   void Run(ServiceCommand command);

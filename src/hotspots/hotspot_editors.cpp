@@ -6,7 +6,6 @@
 namespace pallomir {
 namespace {
 
-constexpr int kSsidWidth = 43;
 constexpr int kProtocolWidth = 10;
 
 ListGridSetup HotspotSetup() {
@@ -57,7 +56,7 @@ ListGrid OpenHotspotEditor(const std::vector<std::string>& ssids) {
 ListGrid OpenSecureHotspotEditor(const std::vector<SecureHotspot>& hotspots) {
   ListGridSetup setup = HotspotSetup();
   ListGridColumn ssid = SsidColumn("Enter This Wi-Fi HotSpot's Name (SSID) Here");
-  ssid.width = kSsidWidth;
+  ssid.width = static_cast<int>(ssid.placeholder.size());
   setup.columns = {std::move(ssid), KeyColumn(), ProtocolColumn()};
   ListGrid grid(std::move(setup));
   for (const SecureHotspot& hotspot : hotspots)

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/number_format.h"
+#include "ui/box_edit.h"
 
 namespace pallomir {
 namespace {
@@ -29,25 +30,35 @@ std::optional<std::string> TakePart(std::string_view& text) {
   return part;
 }
 
-// A longer part can't come from the editors; it is cut between two characters.
-std::string Part(std::string_view text) {
-  std::size_t size = std::min(text.size(), kMaxPartSize);
-  while (size > 0 && size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80) --size;
+// A longer text can't come from the editors; it is cut between two characters.
+std::string WithLength(std::string_view text) {
+  const std::size_t size = ClampSpan(text, {kMaxPartSize, kMaxPartSize}).begin;
   return FormatInteger(static_cast<std::int64_t>(size), kLengthDigits) + std::string(text.substr(0, size));
 }
 
-std::string TagOf(const SecureHotspot& hotspot) { return hotspot.protocol + "~" + hotspot.key; }
-
-SecureHotspot FromTag(std::string ssid, std::string_view tag) {
-  const std::size_t end = std::min(tag.find('~'), tag.size());
-  return {std::move(ssid), std::string(tag.substr(0, end)),
-          std::string(tag.substr(std::min(end + 1, tag.size())))};
-}
-
+/// A network as the menus hold it: name and tag.
 struct Entry {
   std::string caption;
   std::string tag;
 };
+
+std::vector<Entry> TakeEntries(std::string_view stored, bool hasTags) {
+  std::vector<Entry> entries;
+  while (!stored.empty() && entries.size() < kMaxHotspots) {
+    auto caption = TakePart(stored);
+    auto tag = caption && hasTags ? TakePart(stored) : std::string();
+    if (!caption || !tag) break;
+    entries.push_back({std::move(*caption), std::move(*tag)});
+  }
+  return entries;
+}
+
+std::string TagOf(const SecureHotspot& hotspot) { return hotspot.protocol + "~" + hotspot.key; }
+
+SecureHotspot FromEntry(const std::string& caption, std::string_view tag) {
+  const std::size_t end = std::min(tag.find('~'), tag.size());
+  return {caption, std::string(tag.substr(0, end)), std::string(tag.substr(std::min(end + 1, tag.size())))};
+}
 
 void ShowList(MenuModel& menus, const char* array, const char* separator, const char* edit,
               std::vector<Entry> entries) {
@@ -78,49 +89,38 @@ void ForEachEntry(const MenuModel& menus, const char* array, Take take) {
 
 std::vector<std::string> ParseHotspots(std::string_view stored) {
   std::vector<std::string> ssids;
-  while (!stored.empty() && ssids.size() < kMaxHotspots) {
-    auto ssid = TakePart(stored);
-    if (!ssid) break;
-    ssids.push_back(std::move(*ssid));
-  }
+  for (Entry& entry : TakeEntries(stored, false)) ssids.push_back(std::move(entry.caption));
   return ssids;
 }
 
 std::string EncodeHotspots(const std::vector<std::string>& ssids) {
   std::string stored;
-  for (const std::string& ssid : ssids) stored += Part(ssid);
+  for (const std::string& ssid : ssids) stored += WithLength(ssid);
   return stored;
 }
 
 std::vector<SecureHotspot> ParseSecureHotspots(std::string_view stored) {
   std::vector<SecureHotspot> hotspots;
-  while (!stored.empty() && hotspots.size() < kMaxHotspots) {
-    auto ssid = TakePart(stored);
-    const auto tag = ssid ? TakePart(stored) : std::nullopt;
-    if (!tag) break;
-    hotspots.push_back(FromTag(std::move(*ssid), *tag));
-  }
+  for (const Entry& entry : TakeEntries(stored, true))
+    hotspots.push_back(FromEntry(entry.caption, entry.tag));
   return hotspots;
 }
 
 std::string EncodeSecureHotspots(const std::vector<SecureHotspot>& hotspots) {
   std::string stored;
-  for (const SecureHotspot& hotspot : hotspots) stored += Part(hotspot.ssid) + Part(TagOf(hotspot));
+  for (const SecureHotspot& hotspot : hotspots)
+    stored += WithLength(hotspot.ssid) + WithLength(TagOf(hotspot));
   return stored;
 }
 
 void LoadSSIDs(MenuModel& menus, std::string_view stored) {
-  std::vector<Entry> entries;
-  for (std::string& ssid : ParseHotspots(stored)) entries.push_back({std::move(ssid), ""});
-  ShowList(menus, kHotspotMenu, "mnuOptionsMUSeparator2", "mnuOptionsHotSpotsEdit", std::move(entries));
+  ShowList(menus, kHotspotMenu, "mnuOptionsMUSeparator2", "mnuOptionsHotSpotsEdit",
+           TakeEntries(stored, false));
 }
 
 void LoadSecureSSIDs(MenuModel& menus, std::string_view stored) {
-  std::vector<Entry> entries;
-  for (const SecureHotspot& hotspot : ParseSecureHotspots(stored))
-    entries.push_back({hotspot.ssid, TagOf(hotspot)});
   ShowList(menus, kSecureHotspotMenu, "mnuOptionsMUSeparator1", "mnuOptionsSecureHotSpotsEdit",
-           std::move(entries));
+           TakeEntries(stored, true));
 }
 
 std::vector<std::string> HotspotsFromMenu(const MenuModel& menus) {
@@ -132,7 +132,7 @@ std::vector<std::string> HotspotsFromMenu(const MenuModel& menus) {
 std::vector<SecureHotspot> SecureHotspotsFromMenu(const MenuModel& menus) {
   std::vector<SecureHotspot> hotspots;
   ForEachEntry(menus, kSecureHotspotMenu,
-               [&](const MenuItem& item) { hotspots.push_back(FromTag(item.caption, item.tag)); });
+               [&](const MenuItem& item) { hotspots.push_back(FromEntry(item.caption, item.tag)); });
   return hotspots;
 }
 

@@ -22,7 +22,7 @@ struct MenuItem {
   int identifier = 0;        ///< command identifier, 0 for none
   std::list<MenuItem> children;
 
-  bool IsSeparator() const { return caption == "-"; }
+  bool IsSeparator() const { return caption == "-" && !isPlainText; }
 };
 
 /// All menus of the menu holder: a bar of menus.

@@ -40,11 +40,9 @@ void Client::CreateTimers() {
 
 void Client::Unload() {
   if (closing_) return;
-  const bool maximised = modes_.Mode() == WindowMode::kMaximised || modes_.IsFullScreen();
-  ports_.settings.Save(setting::kWindowState.key, maximised ? "2" : "0");
+  StoreWindow();
   closing_ = true;
   service_.Close();
-  StorePlacement();
   Run(seams.stopSound);
   HidePointMarker();
   for (Timer* timer : {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), boxTimer_.get(),
@@ -63,6 +61,12 @@ void Client::Unload() {
   connection_->Close();
   ports_.browser.Stop();
   ports_.trace.Line("end of the session");
+}
+
+void Client::StoreWindow() {
+  const bool maximised = modes_.Mode() == WindowMode::kMaximised || modes_.IsFullScreen();
+  ports_.settings.Save(setting::kWindowState.key, maximised ? "2" : "0");
+  StorePlacement();
 }
 
 // `then` follows the answer to the message of a failure.

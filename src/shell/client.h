@@ -289,6 +289,7 @@ class Client {
   void LayOut();
   void NotePlacement();
   void StorePlacement();
+  void StoreWindow();
   void Apply(const WindowEffects& effects);
   WindowSurroundings Surroundings() const;
   void HideMapUpdating();

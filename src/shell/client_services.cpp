@@ -27,12 +27,13 @@ void Client::OnMenuHotspotsChange(int) {
 }
 
 void Client::HotspotsApplied(const std::vector<std::string>& ssids) {
-  if (closing_) return;
+  // A list that was not changed is not written: the stored text may be damaged behind what was shown of it.
+  if (closing_ || ssids == HotspotsFromMenu(menus_)) return;
   LoadSSIDs(menus_, ports_.settings.Save(setting::kHotspots.key, EncodeHotspots(ssids)));
 }
 
 void Client::SecureHotspotsApplied(const std::vector<SecureHotspot>& hotspots) {
-  if (closing_) return;
+  if (closing_ || hotspots == SecureHotspotsFromMenu(menus_)) return;
   LoadSecureSSIDs(menus_, ports_.settings.Save(setting::kSecureHotspots.key, EncodeSecureHotspots(hotspots)));
 }
 
@@ -62,7 +63,7 @@ void Client::OnMenuDemoMode(int) {
 void Client::SwitchDemoMode() {
   MenuItem& entry = menus_.At("mnuOptionsDemoMode");
   choices_.demoMode = entry.checked = !entry.checked;
-  StorePlacement();
+  StoreWindow();
   ports_.instanceSignal.Stop();
   isMutexReleased_ = true;
   ReleaseMutex([] {});

@@ -90,7 +90,8 @@ ListGridWidget::ListGridWidget(QWidget* owner, ListGrid grid, QuestionQueue& que
   area_->titles = titles->layout();
   area_->hintWidth = titles->sizeHint().width();
   for (const ListGridColumn& column : grid_.Setup().columns)
-    if (column.width == 0) area_->hintWidth += CellWidth(*titles, kFreeColumnWidth);
+    if (column.width == 0)
+      area_->hintWidth += CellWidth(*titles, static_cast<int>(column.placeholder.size()));
   area_->setWidgetResizable(true);
   area_->setFocusPolicy(Qt::NoFocus);
   auto* content = new QWidget;

@@ -62,9 +62,10 @@ class HotspotMenuTest : public testing::Test {
 };
 
 TEST_F(HotspotMenuTest, FollowsTheList) {
-  LoadSSIDs(menus_, "04home03A&B");
+  LoadSSIDs(menus_, "04home01-03A&B");
   LoadSecureSSIDs(menus_, "04home08WPA2~abc");
-  EXPECT_THAT(HotspotsFromMenu(menus_), ElementsAre("home", "A&B"));
+  EXPECT_THAT(HotspotsFromMenu(menus_), ElementsAre("home", "-", "A&B"));
+  EXPECT_FALSE(menus_.At("mnuOptionsHotSpotsArray", 2).IsSeparator());
   EXPECT_THAT(SecureHotspotsFromMenu(menus_), ElementsAre(SecureHotspot{"home", "WPA2", "abc"}));
   EXPECT_EQ(menus_.At("mnuOptionsSecureHotSpotsArray", 1).tag, "WPA2~abc");
   EXPECT_TRUE(menus_.At("mnuOptionsHotSpotsArray", 2).visible);

@@ -83,7 +83,7 @@ class HostTest : public testing::Test {
   station::Options options_;
 };
 
-MATCHER_P2(EndsWith, exitCode, words, "") {
+MATCHER_P2(Ended, exitCode, words, "") {
   *result_listener << "exit code " << arg.exitCode << " " << arg.problem << "\n" << arg.output;
   return arg.exitCode == exitCode && arg.output.find(words) != std::string::npos;
 }

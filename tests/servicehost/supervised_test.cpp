@@ -25,37 +25,37 @@ class SupervisedTest : public HostTest {
 };
 
 TEST_F(SupervisedTest, FromInstallToUninstall) {
-  EXPECT_THAT(Start(), EndsWith(1, "not installed"));
-  EXPECT_THAT(Stop(), EndsWith(0, "not running"));
-  EXPECT_THAT(Host({"-u"}), EndsWith(0, "not installed"));
+  EXPECT_THAT(Start(), Ended(1, "not installed"));
+  EXPECT_THAT(Stop(), Ended(0, "not running"));
+  EXPECT_THAT(Host({"-u"}), Ended(0, "not installed"));
 
   InstallAt("127.0.43.11");
   EXPECT_THAT(InstallLog(), HasSubstr("does NOT start by itself"));
   EXPECT_THAT(InstallLog(), HasSubstr(station_.string()));
   EXPECT_THAT(fakes::ReadFile(SettingsFile()), HasSubstr("\nDemo=off\n"));
-  EXPECT_THAT(Stop(), EndsWith(0, "was not running"));
+  EXPECT_THAT(Stop(), Ended(0, "was not running"));
 
-  EXPECT_THAT(Start(), EndsWith(0, "was started"));
+  EXPECT_THAT(Start(), Ended(0, "was started"));
   EXPECT_TRUE(IsAnswering());
   const auto first = ReadProcesses().station;
-  EXPECT_THAT(Start(), EndsWith(0, "already running"));
+  EXPECT_THAT(Start(), Ended(0, "already running"));
   const RunOutcome again = Host({"-i"});
-  EXPECT_THAT(again, EndsWith(0, "installed before"));
+  EXPECT_THAT(again, Ended(0, "installed before"));
   EXPECT_EQ(InstallLog(), again.output);
   EXPECT_LE(std::ranges::count(InstallLog(), '\n'), 20);
   EXPECT_THAT(InstallLog(), HasSubstr("127.0.43.11:2435")) << "the settings were kept";
   EXPECT_EQ(ReadProcesses().station, first) << "what runs was left alone";
 
-  EXPECT_THAT(Stop(), EndsWith(0, "was stopped"));
+  EXPECT_THAT(Stop(), Ended(0, "was stopped"));
   EXPECT_TRUE(IsSilent());
-  EXPECT_THAT(Start(), EndsWith(0, "was started"));
-  EXPECT_THAT(Host({"-u"}), EndsWith(0, "was uninstalled"));
+  EXPECT_THAT(Start(), Ended(0, "was started"));
+  EXPECT_THAT(Host({"-u"}), Ended(0, "was uninstalled"));
   EXPECT_TRUE(IsSilent());
   EXPECT_FALSE(ReadInstallation());
   std::vector<fs::path> left;
   for (const auto& entry : fs::directory_iterator(SettingsFile().parent_path())) left.push_back(entry.path());
   EXPECT_THAT(left, testing::ElementsAre(SettingsFile()));
-  EXPECT_THAT(Start(), EndsWith(1, "not installed"));
+  EXPECT_THAT(Start(), Ended(1, "not installed"));
 }
 
 TEST_F(SupervisedTest, StationThatCrashesComesBack) {
@@ -63,14 +63,14 @@ TEST_F(SupervisedTest, StationThatCrashesComesBack) {
   ASSERT_EQ(Start().exitCode, 0);
   const auto first = ReadProcesses().station;
   Crash(first);
-  EXPECT_THAT(Start(), EndsWith(0, "already running")) << "its supervisor brings it back";
+  EXPECT_THAT(Start(), Ended(0, "already running")) << "its supervisor brings it back";
   EXPECT_NE(ReadProcesses().station, first);
   EXPECT_THAT(fakes::ReadFile(StationLogFile()),
               HasSubstr("ended with signal 9 and is started again in 1 s"));
 
   // Stopped while it waits for the next try.
   Crash(ReadProcesses().station);
-  EXPECT_THAT(Stop(), EndsWith(0, "was stopped"));
+  EXPECT_THAT(Stop(), Ended(0, "was stopped"));
   EXPECT_TRUE(IsSilent());
 }
 
@@ -79,10 +79,10 @@ TEST_F(SupervisedTest, SupervisorThatCrashesIsReplaced) {
   ASSERT_EQ(Start().exitCode, 0);
   Crash(ReadProcesses().supervisor);
   EXPECT_TRUE(IsAnswering()) << "the station goes on";
-  EXPECT_THAT(Start(), EndsWith(0, "lost its supervisor"));
+  EXPECT_THAT(Start(), Ended(0, "lost its supervisor"));
   EXPECT_TRUE(IsAnswering());
   Crash(ReadProcesses().supervisor);
-  EXPECT_THAT(Stop(), EndsWith(0, "was stopped"));
+  EXPECT_THAT(Stop(), Ended(0, "was stopped"));
   EXPECT_TRUE(IsSilent());
 }
 
@@ -91,14 +91,14 @@ TEST_F(SupervisedTest, PortTaken) {
   const pid_t other = Spawn({STATION_PROGRAM, "--address", "127.0.43.14", "--data", folder_.Path() / "other"},
                             -1, ProcessGroup::kOwn);
   ASSERT_TRUE(IsAnswering());
-  EXPECT_THAT(Start(), EndsWith(1, "can't open port 2435 on 127.0.43.14"));
+  EXPECT_THAT(Start(), Ended(1, "can't open port 2435 on 127.0.43.14"));
   EXPECT_FALSE(Running(ReadProcesses().supervisor));
   EXPECT_TRUE(IsAnswering()) << "the other one is none of ours";
-  EXPECT_THAT(Stop(), EndsWith(0, "was not running"));
+  EXPECT_THAT(Stop(), Ended(0, "was not running"));
   EXPECT_TRUE(IsAnswering());
   ::kill(other, SIGKILL);
   ::waitpid(other, nullptr, 0);
-  EXPECT_THAT(Start(), EndsWith(0, "was started"));
+  EXPECT_THAT(Start(), Ended(0, "was started"));
 }
 
 TEST_F(SupervisedTest, StalePidFileHarmsNoStranger) {
@@ -110,7 +110,7 @@ TEST_F(SupervisedTest, StalePidFileHarmsNoStranger) {
        {"Supervisor=" + ToText(old) + "\nStation=" + ToText(old) + "\n", std::string("Supervisor=1 0 x\n"),
         "Supervisor=-1\nStation=\n\0\xff"s, std::string()}) {
     fakes::WriteFile(PidFile(), content);
-    EXPECT_THAT(Stop(), EndsWith(0, "was not running")) << content;
+    EXPECT_THAT(Stop(), Ended(0, "was not running")) << content;
   }
   EXPECT_TRUE(IdentityOf(stranger));
   ::kill(stranger, SIGKILL);
@@ -141,33 +141,32 @@ TEST_F(SupervisedTest, CommandsAtOnceDoNoDamage) {
   for (int& exitCode : exitCodes) callers.emplace_back([&] { exitCode = Start().exitCode; });
   for (std::thread& caller : callers) caller.join();
   EXPECT_THAT(exitCodes, testing::Each(0));
-  EXPECT_THAT(Stop(), EndsWith(0, "was stopped"));
+  EXPECT_THAT(Stop(), Ended(0, "was stopped"));
   EXPECT_TRUE(IsSilent()) << "there was only one";
 }
 
 TEST_F(SupervisedTest, FaultsAreTold) {
-  const std::string notFound = "Not installed.";
   const fs::path away = folder_.Path() / "away";
   fs::rename(station_, away);
-  EXPECT_THAT(Host({"-i"}), EndsWith(1, "pallomir-station was not found"));
+  EXPECT_THAT(Host({"-i"}), Ended(1, "pallomir-station was not found"));
   EXPECT_FALSE(ReadInstallation());
   WriteProgram(station_, "#!/bin/sh\necho broken pieces\nexit 9\n");
-  EXPECT_THAT(Host({"-i"}), EndsWith(1, "broken pieces"));
+  EXPECT_THAT(Host({"-i"}), Ended(1, "broken pieces"));
   fs::rename(away, station_);
   InstallAt("127.0.43.18");
 
   fs::rename(station_, away);
-  EXPECT_THAT(Start(), EndsWith(1, "choose \"Install\" in the menu again"));
+  EXPECT_THAT(Start(), Ended(1, "choose \"Install\" in the menu again"));
   // One that passes for a station, but does not come up.
   WriteProgram(station_, "#!/bin/sh\n[ \"$1\" = --version ] && exit 0\necho my last words\nexit 5\n");
-  EXPECT_THAT(Start(), EndsWith(1, "exit code 5.\n  my last words\n"));
+  EXPECT_THAT(Start(), Ended(1, "exit code 5.\n  my last words\n"));
   fs::rename(away, station_);
 
   const std::string settings = fakes::ReadFile(SettingsFile());
   fakes::WriteFile(SettingsFile(), settings + "Colour=red\n");
-  for (const RunOutcome& outcome : {Start(), Host({"-i"})}) EXPECT_THAT(outcome, EndsWith(1, "Colour=red"));
+  for (const RunOutcome& outcome : {Start(), Host({"-i"})}) EXPECT_THAT(outcome, Ended(1, "Colour=red"));
   fakes::WriteFile(SettingsFile(), settings);
-  EXPECT_THAT(Start(), EndsWith(0, "was started"));
+  EXPECT_THAT(Start(), Ended(0, "was started"));
 }
 
 TEST_F(SupervisedTest, WrongArguments) {
@@ -179,7 +178,7 @@ TEST_F(SupervisedTest, WrongArguments) {
                                              {"-i", "-u"},
                                              {"-r", "Pallomir_Service", "x"},
                                              {""}}) {
-    EXPECT_THAT(Host(arguments), EndsWith(2, "usage: ServiceName -i"));
+    EXPECT_THAT(Host(arguments), Ended(2, "usage: ServiceName -i"));
     EXPECT_THAT(InstallLog(), HasSubstr("usage: ServiceName -i"));
   }
   EXPECT_FALSE(fs::exists(SettingsFile()));
@@ -191,7 +190,7 @@ TEST_F(SupervisedTest, FolderThatCantBeWritten) {
   std::vector<std::string> command{host_.string(), "-i"};
   // Nothing is read-only to root.
   if (::geteuid() == 0) command.insert(command.begin(), {"setpriv", "--reuid=65534", "--clear-groups"});
-  EXPECT_THAT(RunProgram(command, 30s), EndsWith(1, "can't write"));
+  EXPECT_THAT(RunProgram(command, 30s), Ended(1, "can't write"));
   EXPECT_FALSE(ReadInstallation());
   fs::permissions(host_.parent_path(), fs::perms(0755));
 }

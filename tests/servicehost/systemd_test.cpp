@@ -62,20 +62,20 @@ TEST_F(SystemdTest, FromInstallToUninstall) {
     EXPECT_THAT(calls, HasSubstr(call));
   EXPECT_THAT(fakes::ReadFile(Unit()), HasSubstr("ExecStart=:\"" + station_.string() + "\" \"--config\" \"" +
                                                  SettingsFile().string()));
-  EXPECT_THAT(Host({"-i"}), EndsWith(0, "installed before"));
+  EXPECT_THAT(Host({"-i"}), Ended(0, "installed before"));
 
-  EXPECT_THAT(Start(), EndsWith(0, "started by systemd"));
+  EXPECT_THAT(Start(), Ended(0, "started by systemd"));
   EXPECT_TRUE(IsAnswering());
   TakeCalls();
-  EXPECT_THAT(Start(), EndsWith(0, "already running"));
+  EXPECT_THAT(Start(), Ended(0, "already running"));
   EXPECT_THAT(TakeCalls(), Not(HasSubstr(" start ")));
-  EXPECT_THAT(Stop(), EndsWith(0, "was stopped"));
+  EXPECT_THAT(Stop(), Ended(0, "was stopped"));
   EXPECT_TRUE(IsSilent());
-  EXPECT_THAT(Stop(), EndsWith(0, "was not running"));
+  EXPECT_THAT(Stop(), Ended(0, "was not running"));
 
   ASSERT_EQ(Start().exitCode, 0);
   TakeCalls();
-  EXPECT_THAT(Host({"-u"}), EndsWith(0, "disable-linger"));
+  EXPECT_THAT(Host({"-u"}), Ended(0, "disable-linger"));
   calls = TakeCalls();
   EXPECT_THAT(calls, HasSubstr("disable Pallomir_Service.service\n"));
   EXPECT_THAT(calls, Not(HasSubstr("disable-linger"))) << "others may need it";
@@ -87,7 +87,7 @@ TEST_F(SystemdTest, FromInstallToUninstall) {
 TEST_F(SystemdTest, RefusalsAreTold) {
   WriteProgram(Bin() / "loginctl", "#!/bin/sh\necho Access denied >&2\nexit 1\n");
   Refuse("enable");
-  EXPECT_THAT(Host({"-i"}), EndsWith(1, "enable is refused"));
+  EXPECT_THAT(Host({"-i"}), Ended(1, "enable is refused"));
   EXPECT_FALSE(fs::exists(Unit()));
   EXPECT_FALSE(ReadInstallation());
   Refuse("");
@@ -95,10 +95,10 @@ TEST_F(SystemdTest, RefusalsAreTold) {
   EXPECT_THAT(InstallLog(), HasSubstr("lingering was not granted (Access denied)"));
 
   Refuse("start");
-  EXPECT_THAT(Start(), EndsWith(1, "start is refused"));
+  EXPECT_THAT(Start(), Ended(1, "start is refused"));
   Refuse("crash");
   TakeCalls();
-  EXPECT_THAT(Start(), EndsWith(1, "words from the journal"));
+  EXPECT_THAT(Start(), Ended(1, "words from the journal"));
   EXPECT_THAT(TakeCalls(), HasSubstr(" stop ")) << "a failed start leaves nothing that is tried again";
   {
     std::vector<std::string> other{STATION_PROGRAM, "--address", "127.0.43.32", "--data",
@@ -106,13 +106,13 @@ TEST_F(SystemdTest, RefusalsAreTold) {
     Refuse("");
     const pid_t process = Spawn(other, -1, ProcessGroup::kOwn);
     EXPECT_TRUE(IsAnswering());
-    EXPECT_THAT(Start(), EndsWith(1, "can't open port 2435"));
+    EXPECT_THAT(Start(), Ended(1, "can't open port 2435"));
     EXPECT_TRUE(ProcessHandle::Open(IdentityOf(process).value())->End(std::chrono::seconds(10)));
   }
   ASSERT_EQ(Start().exitCode, 0);
   Refuse("stop");
-  EXPECT_THAT(Stop(), EndsWith(1, "stop is refused"));
-  EXPECT_THAT(Host({"-u"}), EndsWith(1, "It stays installed"));
+  EXPECT_THAT(Stop(), Ended(1, "stop is refused"));
+  EXPECT_THAT(Host({"-u"}), Ended(1, "It stays installed"));
   EXPECT_TRUE(ReadInstallation());
   Refuse("");
 }
@@ -122,38 +122,39 @@ TEST_F(SystemdTest, FollowsTheLinkToTheStation) {
   fs::create_symlink(station_, link);
   ::setenv("PALLOMIR_STATION", link.c_str(), 1);
   fs::remove(station_.parent_path() / "station.ini");  // it need not be there
-  EXPECT_THAT(Host({"-i"}), EndsWith(0, link.string()));
+  EXPECT_THAT(Host({"-i"}), Ended(0, link.string()));
   EXPECT_THAT(fakes::ReadFile(SettingsFile()),
               HasSubstr("\nData=" + (folder_.Path() / "data é/pallomir/Data").string() + "\nDemo=off\n"));
-  fakes::WriteFile(station_.parent_path() / "station.ini", "WebPort=4711\nDemo=on\n");
+  fakes::WriteFile(station_.parent_path() / "station.ini", "WebPort=4711\n Demo = on\nData = own\n");
   fs::remove(SettingsFile());
-  EXPECT_THAT(Host({"-i"}), EndsWith(0, ":4711/fullscreen/index.php\n"));
-  EXPECT_THAT(fakes::ReadFile(SettingsFile()), HasSubstr("\nDemo=off\n"));
+  EXPECT_THAT(Host({"-i"}), Ended(0, ":4711/fullscreen/index.php\n"));
+  EXPECT_THAT(fakes::ReadFile(SettingsFile()),
+              HasSubstr("\nDemo=off\nData=" + (station_.parent_path() / "own").string() + "\n"));
 }
 
 TEST_F(SystemdTest, ThatIsGoneLater) {
   InstallAt("127.0.43.33");
   WriteProgram(Bin() / "systemctl", "#!/bin/sh\necho no bus\nexit 1\n");
-  EXPECT_THAT(Host({"-i"}), EndsWith(1, "systemd does not answer now"));
-  EXPECT_THAT(Start(), EndsWith(1, "no bus"));
-  EXPECT_THAT(Stop(), EndsWith(1, "no bus"));
-  EXPECT_THAT(Host({"-u"}), EndsWith(1, "could not be stopped"));
+  EXPECT_THAT(Host({"-i"}), Ended(1, "systemd does not answer now"));
+  EXPECT_THAT(Start(), Ended(1, "no bus"));
+  EXPECT_THAT(Stop(), Ended(1, "no bus"));
+  EXPECT_THAT(Host({"-u"}), Ended(1, "could not be stopped"));
   EXPECT_FALSE(fs::exists(Unit()));
   EXPECT_FALSE(ReadInstallation());
-  EXPECT_THAT(Host({"-i"}), EndsWith(0, "background process"));
+  EXPECT_THAT(Host({"-i"}), Ended(0, "background process"));
   ASSERT_EQ(Host({"-i"}).exitCode, 0);
   options_.address = "127.0.43.33";
   ASSERT_EQ(Start().exitCode, 0);
 
   // It comes back: what runs in the background would hold the ports.
   BringSystemd();
-  EXPECT_THAT(Host({"-i"}), EndsWith(0, "systemd service"));
+  EXPECT_THAT(Host({"-i"}), Ended(0, "systemd service"));
   EXPECT_TRUE(IsSilent());
 }
 
 TEST_F(SystemdTest, ThatHangsEndsTheCommandAllTheSame) {
   WriteProgram(Bin() / "systemctl", "#!/bin/sh\nsleep 300\n");
-  EXPECT_THAT(Host({"-i"}), EndsWith(0, "background process"));
+  EXPECT_THAT(Host({"-i"}), Ended(0, "background process"));
 }
 
 }  // namespace

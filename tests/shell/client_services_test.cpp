@@ -47,7 +47,10 @@ TEST_F(ClientServicesTest, ADamagedListStaysAsItIsUntilItIsEdited) {
   settings.values["SSIDs"] = "04home??";
   client->Load();
   EXPECT_THAT(HotspotsFromMenu(client->Menus()), ElementsAre("home"));
+  client->HotspotsApplied({"home"});
   EXPECT_FALSE(settings.saved.contains("SSIDs"));
+  client->HotspotsApplied({"home", "car"});
+  EXPECT_EQ(settings.saved["SSIDs"], "04home03car");
 }
 
 TEST_F(ClientServicesTest, TheDataServersEntriesWaitForEachOther) {
