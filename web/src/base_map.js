@@ -1,49 +1,29 @@
-/* global L, topojson */
-/** The drawn base map: land, coasts, borders, states. Each tile is drawn at once from shapes in memory. */
+/* global L */
+/** The drawn base map: land, lakes, borders, names. Each tile is drawn at once from what is in memory. */
+import { ByteReader } from './byte_stream.js';
 import { clipRing, clipSegment, overlap } from './clipping.js';
+import { loadBytes } from './loading.js';
+import { decodeLayers, RegionFile } from './shape_file.js';
 import { ShapeRegions } from './shape_regions.js';
-import { linesOf, ringsOf } from './world_shapes.js';
 
 const TILE_SIZE = 256;
 /** How far beyond the tile shapes are drawn, pixels: more than half of the widest line. */
 const MARGIN = 4;
 const TILE_BOX = { left: -MARGIN, right: TILE_SIZE + MARGIN, top: -MARGIN, bottom: TILE_SIZE + MARGIN };
-/** Below this zoom the states would be a tangle. */
-const FIRST_STATES_ZOOM = 4;
-const LOAD_TIMEOUT_MS = 10000;
+/** Below these zooms the lines would be a tangle. */
+const FIRST_ZOOM = { states: 4, counties: 8 };
 /** Fresh canvas memory costs more time than drawing: this many canvases are kept for the next view. */
-const SPARE_CANVASES = 96;
+const SPARE_CANVASES = 160;
 
-async function loadJson(url) {
-  const stop = new AbortController();
-  const timer = setTimeout(() => stop.abort(), LOAD_TIMEOUT_MS);
-  try {
-    const answer = await fetch(url, { signal: stop.signal });
-    if (!answer.ok) throw new Error(`${url}: ${answer.status}`);
-    return await answer.json();
-  } finally {
-    clearTimeout(timer);
-  }
+/** Loads the shapes of the whole world from the station. */
+export async function loadBaseMap() {
+  const bytes = new Uint8Array(await loadBytes('../data/world.shapes'));
+  return new ShapeRegions(decodeLayers(new ByteReader(bytes)));
 }
 
-/** Loads the shapes from the station. */
-export async function loadBaseMap() {
-  const [world, states] = await Promise.all([
-    loadJson('../data/countries-50m.json'),
-    loadJson('../data/states-10m.json'),
-  ]);
-  const land = topojson.feature(world, world.objects.land);
-  const between = (a, b) => a !== b;
-  const lines = (topology, object, filter) => ({
-    kind: 'line',
-    shapes: linesOf(topojson.mesh(topology, object, filter)),
-  });
-  return new ShapeRegions({
-    land: { kind: 'ring', shapes: land.features.flatMap((each) => ringsOf(each.geometry)) },
-    coasts: lines(world, world.objects.land),
-    borders: lines(world, world.objects.countries, between),
-    states: lines(states, states.objects.states, between),
-  });
+/** Loads the finer shapes, for the closer zooms. */
+export async function loadDetail() {
+  return new RegionFile(new Uint8Array(await loadBytes('../data/detail.shapes')));
 }
 
 /** Where a tile lies, and how to get from the unit world to its pixels. */
@@ -76,17 +56,18 @@ class TileView {
   }
 }
 
-function fillRings(context, rings) {
-  context.beginPath();
+/** One path of rings; where they are cut, the cut runs outside the tile. */
+function pathOf(rings) {
+  const path = new Path2D();
   for (const ring of rings) {
     const points = clipRing(ring, TILE_BOX);
     for (let at = 0; at < points.length; at += 2) {
-      if (at === 0) context.moveTo(points[0], points[1]);
-      else context.lineTo(points[at], points[at + 1]);
+      if (at === 0) path.moveTo(points[0], points[1]);
+      else path.lineTo(points[at], points[at + 1]);
     }
-    if (points.length > 0) context.closePath();
+    if (points.length > 0) path.closePath();
   }
-  context.fill('evenodd');
+  return path;
 }
 
 function strokeLines(context, lines) {
@@ -112,35 +93,55 @@ function traceLine(context, points) {
 export const BaseMap = L.GridLayer.extend({
   options: { pane: 'base', className: 'base-map' },
 
-  /** @param {object} palette colours of water, land, coast, border and state */
-  initialize(palette) {
+  /** @param {object} palette one of MAP_TYPES @param {import('./pictures.js').Pictures} pictures */
+  initialize(palette, pictures) {
     L.GridLayer.prototype.initialize.call(this);
     this._palette = palette;
+    this._pictures = pictures;
     this._regions = null;
+    this._labels = null;
+    this._shown = new Map();
     this._spare = [];
-    this.on('tileunload', ({ tile }) => this._spare.length < SPARE_CANVASES && this._spare.push(tile));
+    this.on('tileunload', ({ tile }) => {
+      this._shown.delete(tile);
+      if (this._spare.length < SPARE_CANVASES) this._spare.push(tile);
+    });
   },
 
   setPalette(palette) {
     this._palette = palette;
-    if (this._map) this.redraw();
+    this.repaint();
   },
 
   /** @param {ShapeRegions} regions what loadBaseMap() gave */
   setShapes(regions) {
     this._regions = regions;
-    if (this._map) this.redraw();
+    this.repaint();
+  },
+
+  /** @param {RegionFile} detail what loadDetail() gave */
+  setDetail(detail) {
+    this._regions.setDetail(detail);
+    if (this._map?.getZoom() >= detail.zoom) this.repaint();
+  },
+
+  /** @param {import('./label_painter.js').LabelPainter} labels */
+  setLabels(labels) {
+    this._labels = labels;
+    this.repaint();
   },
 
   createTile(coords) {
     const density = Math.ceil(window.devicePixelRatio || 1);
     const canvas = this._canvas(TILE_SIZE * density);
-    const context = canvas.getContext('2d', { alpha: false });
-    context.setTransform(density, 0, 0, density, 0, 0);
-    context.fillStyle = this._palette.water;
-    context.fillRect(0, 0, TILE_SIZE, TILE_SIZE);
-    if (this._regions) this._draw(context, coords);
+    this._shown.set(canvas, { coords, density });
+    this._paint(canvas, coords, density);
     return canvas;
+  },
+
+  /** Draws what is shown anew, each tile in its place: nothing vanishes meanwhile. */
+  repaint() {
+    for (const [canvas, { coords, density }] of this._shown) this._paint(canvas, coords, density);
   },
 
   _canvas(size) {
@@ -150,20 +151,47 @@ export const BaseMap = L.GridLayer.extend({
     return canvas;
   },
 
-  _draw(context, coords) {
-    const { land, coast, border, state } = this._palette;
+  _paint(canvas, coords, density) {
+    const context = canvas.getContext('2d', { alpha: false });
+    context.setTransform(density, 0, 0, density, 0, 0);
+    context.fillStyle = this._fill('sea', coords) ?? this._palette.water;
+    context.fillRect(0, 0, TILE_SIZE, TILE_SIZE);
+    if (this._regions) this._paintShapes(context, coords);
+    if (this._labels && this._palette.text) this._labels.paint(context, coords, this._palette, density);
+  },
+
+  /** The picture that this map type has for the land or the sea, where it is there. */
+  _fill(part, coords) {
+    const picture = this._palette.pictures?.[part];
+    return picture ? this._pictures.pattern(picture, coords) : null;
+  },
+
+  _paintShapes(context, coords) {
+    const { land, lake, coast, border, state, county } = this._palette;
     const view = new TileView(coords);
     const layers = this._regions.forTile(coords.z, coords.x, coords.y);
     const stroke = (layer, colour, width) => {
+      if (layer.shapes.length === 0 || !colour) return;
       context.strokeStyle = colour;
       context.lineWidth = width;
       strokeLines(context, view.pixels(layer));
     };
+    const fill = (layer, style) => {
+      const rings = layer.shapes.length > 0 ? view.pixels(layer) : [];
+      if (rings.length === 0) return;
+      const path = pathOf(rings);
+      context.fillStyle = style;
+      context.fill(path, 'evenodd');
+      if (!coast) return;
+      context.strokeStyle = coast;
+      context.lineWidth = 1;
+      context.stroke(path);
+    };
     context.lineJoin = 'round';
-    context.fillStyle = land;
-    fillRings(context, view.pixels(layers.land));
-    if (coords.z >= FIRST_STATES_ZOOM) stroke(layers.states, state, 1);
-    stroke(layers.borders, border, coords.z < 5 ? 0.8 : 1.5);
-    stroke(layers.coasts, coast, 1);
+    fill(layers.land, this._fill('land', coords) ?? land);
+    fill(layers.lakes, lake);
+    if (coords.z >= FIRST_ZOOM.counties) stroke(layers.counties, county, 1);
+    if (coords.z >= FIRST_ZOOM.states) stroke(layers.states, state, coords.z < 7 ? 1 : 1.5);
+    stroke(layers.borders, border, coords.z < 5 ? 0.8 : 1.6);
   },
 });

@@ -93,9 +93,9 @@ export const Graticule = L.Layer.extend({
 
   _label(context, text, x, y) {
     if (!this._palette.label) return;
-    context.lineWidth = 3;
-    context.strokeStyle = this._palette.halo;
-    context.strokeText(text, x, y);
+    // On a ground of its own: a name of the base map may lie below.
+    context.fillStyle = this._palette.ground;
+    context.fillRect(x - 2, y - 11, context.measureText(text).width + 4, 14);
     context.fillStyle = this._palette.label;
     context.fillText(text, x, y);
   },

@@ -59,8 +59,20 @@ export class ShapeRegions {
   constructor(layers) {
     this.world = mapLayers(layers, withCopies);
     this.regions = new Map();
+    this.detail = null;
     // The whole world takes longest; done now, no view has to wait for it.
     for (let zoom = 0; zoom < ZOOMS_A_REGION; zoom += 1) this.forTile(zoom, 0, 0);
+  }
+
+  /**
+   * From now on the regions of one zoom, and those below them, are taken from finer shapes.
+   * @param {{zoom: number, layers: function(number, number): Object<string, Layer>}} detail
+   */
+  setDetail(detail) {
+    this.detail = detail;
+    for (const key of this.regions.keys()) {
+      if (parseInt(key, 10) >= detail.zoom) this.regions.delete(key);
+    }
   }
 
   /** @returns {Object<string, Layer>} what to draw a tile from, and some more around it */
@@ -83,6 +95,7 @@ export class ShapeRegions {
   }
 
   cutRegion(zoom, column, row) {
+    if (zoom === this.detail?.zoom) return { full: this.detail.layers(column, row), thinned: [] };
     const size = 2 ** -zoom;
     const reach = size * REACH;
     const left = column * size;

@@ -1,23 +1,28 @@
 /* global L */
 /** Builds the page step by step, telling the client of each, and then follows what the client writes. */
-import { BaseMap, loadBaseMap } from './base_map.js';
+import { BaseMap, loadBaseMap, loadDetail } from './base_map.js';
 import { createCommandSender } from './command_sender.js';
 import { placeCommand, statusCommand, tileCommand } from './commands.js';
+import { Credits } from './credits.js';
 import { FieldQueue } from './field_queue.js';
 import { parseCentre, parseFit, parseGeneration, parseSwitch, parseViewLength, parseZone } from './fields.js';
 import { Graticule } from './graticule.js';
+import { LabelPainter } from './label_painter.js';
+import { loadBytes, loadJson } from './loading.js';
 import { MAP_TYPES, MapTypeControl } from './map_types.js';
 import { MapView } from './map_view.js';
+import { NameFile } from './name_file.js';
 import { Notices } from './notices.js';
-import { describePlace } from './place.js';
+import { OnlineMap } from './online_map.js';
+import { Orientation } from './orientation.js';
+import { Pictures } from './pictures.js';
+import { PlaceFinder, positionText } from './place.js';
 import { Pointer } from './pointer.js';
 import { fileNameOf } from './tile_names.js';
 import { TileQuestions } from './tile_questions.js';
 import { TrackLayer } from './track_layer.js';
 import { ViewReporter } from './view_reporter.js';
 import { ZoneLayer } from './zone_layer.js';
-
-const CREDITS = 'Map data: Natural Earth (public domain), by way of world-atlas and us-atlas. Map: Leaflet.';
 
 const fields = new FieldQueue();
 fields.watch(document.forms.Form1);
@@ -39,7 +44,7 @@ view.createPanes();
 const notices = new Notices(view.element);
 reached(2);
 
-L.control.attribution({ prefix: false }).addAttribution(CREDITS).addTo(map);
+const credits = new Credits().addTo(map);
 reached(3);
 
 const fillTile = { T: (...answer) => tracks.fill(...answer), Z: (...answer) => zones.tiles.fill(...answer) };
@@ -54,7 +59,8 @@ const zones = new ZoneLayer(map, questions);
 zones.setVisible(true);
 reached(5);
 
-const baseMap = new BaseMap(MAP_TYPES.Map);
+const pictures = new Pictures(() => baseMap.repaint());
+const baseMap = new BaseMap(MAP_TYPES.Map, pictures);
 baseMap.addTo(map);
 reached(6);
 
@@ -75,6 +81,7 @@ reached(11);
 const graticule = new Graticule(MAP_TYPES.Map);
 graticule.addTo(map);
 L.control.scale({ maxWidth: 140 }).addTo(map);
+const orientation = new Orientation().addTo(map);
 reached(12);
 
 questions.start();
@@ -83,6 +90,7 @@ reached(13);
 addZoomControl();
 reached(14);
 
+const onlineMap = new OnlineMap(map, credits);
 const mapTypes = new MapTypeControl(setMapType).addTo(map);
 setMapType('Map');
 reached(15);
@@ -90,9 +98,14 @@ reached(15);
 new ViewReporter(view, send).start();
 reached(16);
 
+let tellPlaces;
+/** Fulfilled with the finder of places, or with null when their names can't be had. */
+const places = new Promise((resolve) => (tellPlaces = resolve));
 const answerPlace = async () => {
   const { lat, lng } = view.centre();
-  send(placeCommand(await describePlace(...(pointer.rightClicked ?? [lat, lng]))));
+  const position = pointer.rightClicked ?? [lat, lng];
+  const finder = await places;
+  send(placeCommand(finder ? finder.describe(...position) : positionText(...position)));
 };
 reached(17);
 
@@ -105,7 +118,7 @@ fields.start({
   TxtR: (text) => whenRead(parseGeneration(text), renewTiles),
   TxtTT: (text) => questions.answer('T', fileNameOf(text)),
   TxtTZ: (text) => questions.answer('Z', fileNameOf(text)),
-  TxtM: (text) => whenRead(parseSwitch(text), (visible) => [baseMap, graticule].forEach(shownOrNot(visible))),
+  TxtM: (text) => whenRead(parseSwitch(text), setMapDataVisible),
   TxtT: (text) => whenRead(parseSwitch(text), (visible) => [tracks].forEach(shownOrNot(visible))),
   TxtZ: (text) => whenRead(parseSwitch(text), (visible) => zones.setVisible(visible)),
   TxtMT: setMapType,
@@ -121,11 +134,34 @@ fields.start({
 
 baseMapData
   .then((regions) => baseMap.setShapes(regions))
-  .catch((error) => {
-    console.error(`base map: ${error.message}`);
-    notices.show('base map', 'The base map could not be loaded. Tracks and zones are shown without it.');
-  })
-  .finally(() => reached(99));
+  .catch((error) => tellMissing('base map', 'Tracks and zones are shown without it.', error))
+  .finally(() => reached(99))
+  .then(loadTheRest);
+
+/** What the first view can do without. */
+async function loadTheRest() {
+  const parts = [
+    loadJson('settings.json').then(({ onlineMap: online }) => onlineMap.set(online)),
+    loadBytes('../data/names.bin').then(setNames),
+    baseMapData.then(loadDetail).then((detail) => baseMap.setDetail(detail)),
+  ];
+  const results = await Promise.allSettled(parts);
+  tellPlaces(null);
+  for (const { reason } of results) if (reason) console.error(`map data: ${reason.message}`);
+}
+
+function setNames(bytes) {
+  const names = new NameFile(bytes);
+  baseMap.setLabels(new LabelPainter(names));
+  const finder = new PlaceFinder(names);
+  orientation.setPlaces((latitude, longitude) => finder.describe(latitude, longitude));
+  tellPlaces(finder);
+}
+
+function tellMissing(what, consequence, error) {
+  console.error(`${what}: ${error.message}`);
+  notices.show(what, `The ${what} could not be loaded. ${consequence}`);
+}
 
 function whenRead(value, act) {
   if (value === null) console.error('a field holds a text of another form');
@@ -141,6 +177,11 @@ function renewTiles(generation) {
   zones.tiles.renew();
 }
 
+function setMapDataVisible(visible) {
+  [baseMap, graticule].forEach(shownOrNot(visible));
+  onlineMap.setVisible(visible);
+}
+
 function setMapType(name) {
   if (!Object.hasOwn(MAP_TYPES, name)) return;
   const palette = MAP_TYPES[name];
@@ -148,7 +189,12 @@ function setMapType(name) {
   view.element.classList.toggle('dark-map', palette.dark);
   baseMap.setPalette(palette);
   graticule.setPalette(palette);
+  orientation.setPicture(palette.note ?? null);
+  onlineMap.setWanted(name === 'Map');
   mapTypes.mark(name);
+  for (const picture of Object.values(palette.pictures ?? {})) {
+    pictures.want(picture).catch((error) => tellMissing('picture', 'The map is drawn without it.', error));
+  }
 }
 
 /** The library makes the two buttons as links; without an address they can't lead the page away. */

@@ -1,7 +1,6 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
 import * as commands from '../src/commands.js';
-import { describePlace } from '../src/place.js';
 
 const samples = [
   ['status', commands.statusCommand(99), 'S99'],
@@ -63,9 +62,4 @@ test('command: a place reaches the client whole, with or without its escapes', (
     assert.equal(asTheClientReads(halfDecoded), text);
   }
   assert.equal(asTheClientReads(commands.placeCommand('Łódź 北')), '?ódz ?');
-});
-
-test('a place without a name is described by its position', async () => {
-  assert.equal(await describePlace(40.6259, -75.3703), '40.62590 N, 75.37030 W');
-  assert.equal(await describePlace(-33.5, 151), '33.50000 S, 151.00000 E');
 });

