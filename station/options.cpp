@@ -79,6 +79,16 @@ std::string CheckUnitId(const std::string& text) {
   return IsUnitId(text) ? "" : text + " is not a unit ID: 12 characters of 0-9 and A-F";
 }
 
+// What an address may be made of here: it becomes part of a header line and of JSON.
+bool IsAddressCharacter(char c) {
+  constexpr std::string_view kMarks = "-._~:/?#@&+=%{}";
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || kMarks.find(c) != kMarks.npos;
+}
+
+std::string CheckOnlineMap(const std::string& text) {
+  return ParseOnlineMap(text) ? "" : "give an address with {z}, {x} and {y}, a space, and its attribution";
+}
+
 void AddOptions(CLI::App& app, Options& options) {
   const CLI::Range port(1, kHighestPort), portBase(kLowestPortBase, kHighestPort);
   app.add_option("--address", options.address, "IPv4 address to listen on, 0.0.0.0 for all")
@@ -100,6 +110,11 @@ void AddOptions(CLI::App& app, Options& options) {
   app.add_option("--data", options.data, "data folder: a folder of data files for each unit")
       ->capture_default_str();
   app.add_option("--demo", options.isDemoOn, "the nine demo units: on or off")->default_str("on");
+  app.add_option_function<std::string>(
+         "--online-map", [&options](const std::string& text) { options.onlineMap = ParseOnlineMap(text); },
+         "address of an online map's tiles with {z}, {x} and {y}, a space, and its attribution; default: "
+         "none")
+      ->check(CLI::Validator(CheckOnlineMap, "MAP"));
 }
 
 CLI::App* AddImport(CLI::App& app, ImportCommand& command) {
@@ -121,6 +136,20 @@ CLI::App* AddUnits(CLI::App& app, UnitsCommand& command) {
 }
 
 }  // namespace
+
+std::optional<OnlineMap> ParseOnlineMap(std::string_view text) {
+  const std::size_t space = text.find(' ');
+  if (space == text.npos) return std::nullopt;
+  const std::string_view url = text.substr(0, space);
+  const std::string attribution = Trimmed(std::string(text.substr(space)));
+  const bool isWeb = url.starts_with("https://") || url.starts_with("http://");
+  const bool hasHost =
+      isWeb && url.find("://") + 3 < std::min(url.find('/', url.find("://") + 3), url.size());
+  const auto names = [&url](std::string_view part) { return url.find(part) != url.npos; };
+  if (!hasHost || !names("{z}") || !names("{x}") || !names("{y}") || attribution.empty()) return std::nullopt;
+  if (!std::ranges::all_of(url, IsAddressCharacter)) return std::nullopt;
+  return OnlineMap{std::string(url), attribution};
+}
 
 std::variant<CommandLine, NothingToRun> ParseCommandLine(std::vector<std::string> arguments,
                                                          const fs::path& programFolder) {

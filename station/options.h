@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -11,6 +12,16 @@ namespace pallomir::station {
 
 /// How the program ends.
 enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2, kPortTaken = 3 };
+
+/// A map of somebody else's that the map page shows in place of its own.
+struct OnlineMap {
+  std::string url;          ///< http or https; {z}, {x} and {y} stand for a tile, {s} for a, b or c
+  std::string attribution;  ///< what its makers want to be said beside it
+};
+
+/// "URL attribution" in one text. Nothing where the address is not one of tiles or the attribution is
+/// missing.
+std::optional<OnlineMap> ParseOnlineMap(std::string_view text);
 
 /// What station.ini and the command line say; the command line wins. Addresses are IPv4 in dotted form.
 struct Options {
@@ -22,6 +33,7 @@ struct Options {
   std::filesystem::path webRoot;
   std::filesystem::path data;
   bool isDemoOn = true;
+  std::optional<OnlineMap> onlineMap;
 };
 
 struct ServeCommand {};

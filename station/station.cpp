@@ -40,7 +40,7 @@ Station::Station(asio::io_context& context, const Options& options, Log log)
       demoAndStored_(demo_, stored_),
       source_(options.isDemoOn ? static_cast<PositionSource&>(demoAndStored_) : stored_),
       timer_(context),
-      webSite_(options.webRoot) {}
+      webSite_(options.webRoot, options.onlineMap) {}
 
 std::string Station::Open() {
   std::error_code error;

@@ -20,6 +20,9 @@ constexpr std::size_t kRequestsAConnection = 100;
 // Milliseconds that its thread may take to get going.
 constexpr int kStartAttempts = 5000;
 
+// In place of the file of that name, which says that nothing is set.
+constexpr const char* kPageSettings = "/fullscreen/settings.json";
+
 // Nothing is ever sent to the site.
 constexpr std::size_t kMaxUpload = 1024;
 
@@ -38,6 +41,39 @@ std::string EntityTag(const fs::path& file) {
   std::error_code ignored;
   return '"' + std::to_string(fs::last_write_time(file, ignored).time_since_epoch().count()) + '-' +
          std::to_string(fs::file_size(file, ignored)) + '"';
+}
+
+// Where a page may get pictures from besides this site and the client's own tiles. Of the host
+// {s}.example.org every sibling may be asked.
+std::string PictureHosts(const std::optional<OnlineMap>& onlineMap) {
+  if (!onlineMap) return "";
+  const std::string& url = onlineMap->url;
+  const std::size_t start = url.find("://") + 3;
+  std::string host = url.substr(start, url.find_first_of("/?#", start) - start);
+  if (const std::size_t server = host.find("{s}"); server != host.npos)
+    host.replace(0, host.find('.', server), "*");
+  return " " + url.substr(0, start) + host;
+}
+
+// Forbids a page everything that does not come from here, whatever it is made of.
+std::string ContentPolicy(const std::optional<OnlineMap>& onlineMap) {
+  return "default-src 'self'; style-src 'self' 'unsafe-inline'; object-src 'none'; base-uri 'none'; "
+         "img-src 'self' data: blob: tile:" +
+         PictureHosts(onlineMap);
+}
+
+std::string Quoted(std::string_view text) {
+  std::string quoted = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') quoted += '\\';
+    quoted += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+  }
+  return quoted + '"';
+}
+
+std::string PageSettings(const OnlineMap& onlineMap) {
+  return "{\"onlineMap\":{\"url\":" + Quoted(onlineMap.url) +
+         ",\"attribution\":" + Quoted(onlineMap.attribution) + "}}\n";
 }
 
 void Serve(const fs::path& root, const httplib::Request& request, httplib::Response& response) {
@@ -64,17 +100,25 @@ struct WebSite::Server {
   std::thread thread;
 };
 
-WebSite::WebSite(fs::path root) : server_(std::make_unique<Server>()) {
+WebSite::WebSite(fs::path root, std::optional<OnlineMap> onlineMap) : server_(std::make_unique<Server>()) {
   httplib::Server& http = server_->http;
   http.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
   http.set_keep_alive_timeout(kIdleSeconds);
   http.set_keep_alive_max_count(kRequestsAConnection);
   http.set_payload_max_length(kMaxUpload);
   http.set_socket_options(SetSocketOptions);
-  http.set_default_headers({{"Cache-Control", "no-cache"}, {"X-Content-Type-Options", "nosniff"}});
+  http.set_default_headers({{"Cache-Control", "no-cache"},
+                            {"X-Content-Type-Options", "nosniff"},
+                            {"Content-Security-Policy", ContentPolicy(onlineMap)}});
   http.set_error_handler([](const httplib::Request&, httplib::Response& response) {
     if (response.status == 404) response.set_content("Not found\n", "text/plain; charset=utf-8");
   });
+  if (onlineMap) {
+    http.Get(kPageSettings,
+             [settings = PageSettings(*onlineMap)](const httplib::Request&, httplib::Response& response) {
+               response.set_content(settings, "application/json");
+             });
+  }
   http.Get(".*", [root = std::move(root)](const httplib::Request& request, httplib::Response& response) {
     Serve(root, request, response);
   });

@@ -3,14 +3,18 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
+
+#include "station/options.h"
 
 namespace pallomir::station {
 
 /// Serves the files of a folder over HTTP, on threads of its own from Start until it is destroyed.
 class WebSite {
  public:
-  explicit WebSite(std::filesystem::path root);
+  /// The map page is told of `onlineMap`, and may then ask that host too; else only this site.
+  explicit WebSite(std::filesystem::path root, std::optional<OnlineMap> onlineMap = std::nullopt);
   ~WebSite();
 
   WebSite(const WebSite&) = delete;

@@ -47,6 +47,18 @@ TEST_F(CommandLines, TakeGeneralOptionsBehindACommand) {
   EXPECT_TRUE(std::get<UnitsCommand>(Good({"units", "--client-list"}).command).asClientList);
 }
 
+TEST_F(CommandLines, TakeAnOnlineMapWithItsAttribution) {
+  EXPECT_FALSE(Good({}).options.onlineMap);
+  folder_.Write("station.ini",
+                "OnlineMap=https://{s}.example.org/{z}/{x}/{y}.png  \xC2\xA9 Makers, \"all\" of them \n");
+  const auto map = Good({}).options.onlineMap;
+  ASSERT_TRUE(map);
+  EXPECT_EQ(map->url, "https://{s}.example.org/{z}/{x}/{y}.png");
+  EXPECT_EQ(map->attribution, "\xC2\xA9 Makers, \"all\" of them");
+  folder_.Write("station.ini", "OnlineMap=\n");
+  EXPECT_FALSE(Good({}).options.onlineMap);
+}
+
 TEST_F(CommandLines, SayWhatIsWrong) {
   const struct {
     std::string ini;
@@ -69,6 +81,11 @@ TEST_F(CommandLines, SayWhatIsWrong) {
       {"PortBase\n", {}, "line 1"},
       {"PortBase=0\n", {}, "port-base"},
       {"Address=256.0.0.1\n", {}, "address"},
+      {"OnlineMap=https://example.org/{z}/{x}/{y}.png\n", {}, "attribution"},
+      {"OnlineMap=https://example.org/tiles.png Makers\n", {}, "{z}"},
+      {"OnlineMap=ftp://example.org/{z}/{x}/{y}.png Makers\n", {}, "online-map"},
+      {"OnlineMap=https:///{z}/{x}/{y}.png Makers\n", {}, "online-map"},
+      {"OnlineMap=https://example.org/{z}/{x}/{y}.png;script-src Makers\n", {}, "online-map"},
   };
   for (const auto& c : cases) {
     folder_.Write("station.ini", c.ini);

@@ -96,6 +96,32 @@ TEST_F(WebSiteOnDisk, SendsAFileAgainOnlyWhenItHasChanged) {
   EXPECT_TRUE(Ask("/fullscreen/map.js", condition).starts_with("HTTP/1.1 200"));
 }
 
+TEST_F(WebSiteOnDisk, LetsAPageAskNoOtherHostUnlessAnOnlineMapIsSet) {
+  folder_.Write("web/fullscreen/settings.json", "{ \"onlineMap\": null }");
+  const std::string closed = Ask("/fullscreen/index.php");
+  EXPECT_NE(closed.find("Content-Security-Policy: default-src 'self'; "), std::string::npos) << closed;
+  EXPECT_EQ(closed.find("http:"), std::string::npos);
+  EXPECT_TRUE(Ask("/fullscreen/settings.json").ends_with("null }"));
+
+  const struct {
+    std::string url, policyEnd;
+  } cases[] = {
+      {"https://maps.example.org:8443/{z}/{x}/{y}.png", "tile: https://maps.example.org:8443\r\n"},
+      {"http://t-{s}.maps.example.org?{z}{x}{y}", "tile: http://*.maps.example.org\r\n"},
+  };
+  for (const auto& c : cases) {
+    WebSite open(root_, OnlineMap{c.url, "The \"makers\" \\ others"});
+    port_ = open.Start("127.0.72.3", 0);
+    const std::string page = Ask("/fullscreen/index.php");
+    EXPECT_NE(page.find(c.policyEnd), std::string::npos) << page;
+    const std::string settings = Ask("/fullscreen/settings.json?x=1");
+    EXPECT_NE(settings.find("Content-Type: application/json"), std::string::npos);
+    EXPECT_TRUE(settings.ends_with("{\"onlineMap\":{\"url\":\"" + c.url +
+                                   R"(","attribution":"The \"makers\" \\ others"}})" + "\n"))
+        << settings;
+  }
+}
+
 TEST_F(WebSiteOnDisk, DoesNotShareItsPort) {
   Ask("/");
   WebSite second(root_);

@@ -157,7 +157,7 @@ export const BaseMap = L.GridLayer.extend({
     context.fillStyle = this._fill('sea', coords) ?? this._palette.water;
     context.fillRect(0, 0, TILE_SIZE, TILE_SIZE);
     if (this._regions) this._paintShapes(context, coords);
-    if (this._labels && this._palette.text) this._labels.paint(context, coords, this._palette, density);
+    if (this._labels && this._palette.text) this._labels.paint(context, coords, this._palette);
   },
 
   /** The picture that this map type has for the land or the sea, where it is there. */

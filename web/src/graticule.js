@@ -42,7 +42,7 @@ export const Graticule = L.Layer.extend({
     }
     for (const { y, text } of this._parallels(size)) {
       this._line(context, [0, y], [size.x, y]);
-      this._label(context, text, LABEL_LEFT, y - EDGE);
+      if (y < size.y - LABEL_BOTTOM - EDGE) this._label(context, text, LABEL_LEFT, y - EDGE);
     }
   },
 

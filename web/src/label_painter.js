@@ -1,12 +1,8 @@
-/** Draws the names on tiles. Text with a halo is slow, so each name is drawn once and then copied. */
-import { shownText } from './label_styles.js';
+/** Draws the names on tiles, each with a halo of the ground's colour. */
 import { DOT_RIM, LabelPlacement } from './label_placement.js';
+import { shownText } from './label_styles.js';
 
-const HALO = 3;
-/** Pictures of names that are kept, more than the largest view has. */
-const KEPT = 2500;
-
-const ruler = () => document.createElement('canvas').getContext('2d');
+const HALO_WIDTH = 2.5;
 
 function applyStyle(context, { font, spacing }) {
   context.font = font;
@@ -17,71 +13,44 @@ export class LabelPainter {
   /** @param {import('./name_file.js').NameFile} names */
   constructor(names) {
     this.names = names;
-    const context = ruler();
+    const ruler = document.createElement('canvas').getContext('2d');
     this.placement = new LabelPlacement(names, (text, style) => {
-      applyStyle(context, style);
-      return Math.ceil(context.measureText(text).width);
+      applyStyle(ruler, style);
+      return Math.ceil(ruler.measureText(text).width);
     });
-    this.sprites = new Map();
-    this.palette = null;
   }
 
   /**
    * @param {CanvasRenderingContext2D} context whose units are the tile's pixels @param {object} coords of the tile
-   * @param {object} palette with colours text, area and halo @param {number} density dots a pixel
+   * @param {object} palette with colours text, area and halo
    */
-  paint(context, coords, palette, density) {
-    if (palette !== this.palette || density !== this.density) this.sprites.clear();
-    Object.assign(this, { palette, density });
-    for (const { index, x, y, left, top } of this.placement.forTile(coords)) {
-      const style = this.placement.style(index);
-      if (style.dot > 0) this.paintDot(context, x, y, style);
-      const sprite = this.sprite(index, style);
-      // Whole pixels keep the text sharp.
-      const [atX, atY] = [Math.round(left) - HALO, Math.round(top) - HALO];
-      context.drawImage(sprite, atX, atY, sprite.width / density, sprite.height / density);
-    }
-  }
-
-  paintDot(context, x, y, { dot }) {
-    const { text, halo } = this.palette;
-    context.beginPath();
-    context.arc(x, y, dot + DOT_RIM, 0, 2 * Math.PI);
-    context.fillStyle = halo;
-    context.fill();
-    context.beginPath();
-    context.arc(x, y, dot, 0, 2 * Math.PI);
-    context.fillStyle = text;
-    context.fill();
-  }
-
-  sprite(index, style) {
-    let sprite = this.sprites.get(index);
-    if (!sprite) {
-      sprite = this.drawSprite(index, style);
-      if (this.sprites.size >= KEPT) this.sprites.delete(this.sprites.keys().next().value);
-      this.sprites.set(index, sprite);
-    }
-    return sprite;
-  }
-
-  drawSprite(index, style) {
-    const canvas = document.createElement('canvas');
-    canvas.width = (this.placement.width(index) + 2 * HALO) * this.density;
-    canvas.height = (style.height + 2 * HALO + 2) * this.density;
-    const context = canvas.getContext('2d');
-    context.scale(this.density, this.density);
-    applyStyle(context, style);
+  paint(context, coords, palette) {
     context.textBaseline = 'middle';
     context.lineJoin = 'round';
-    context.lineWidth = 2.5;
-    context.strokeStyle = this.palette.halo;
+    for (const label of this.placement.forTile(coords)) this.paintLabel(context, palette, label);
+  }
+
+  paintLabel(context, palette, { index, x, y, left, top }) {
+    const style = this.placement.style(index);
+    if (style.dot > 0) {
+      paintDisc(context, x, y, style.dot + DOT_RIM, palette.halo);
+      paintDisc(context, x, y, style.dot, palette.text);
+    }
+    applyStyle(context, style);
     const text = shownText(this.names.name(index), style);
-    const middle = HALO + style.height / 2;
-    context.strokeText(text, HALO, middle);
-    context.fillStyle = this.palette[style.colour];
-    context.fillText(text, HALO, middle);
-    return canvas;
+    // Whole pixels keep the text sharp.
+    const [atX, atY] = [Math.round(left), Math.round(top + style.height / 2)];
+    context.lineWidth = HALO_WIDTH;
+    context.strokeStyle = palette.halo;
+    context.strokeText(text, atX, atY);
+    context.fillStyle = palette[style.colour];
+    context.fillText(text, atX, atY);
   }
 }
 
+function paintDisc(context, x, y, radius, colour) {
+  context.beginPath();
+  context.arc(x, y, radius, 0, 2 * Math.PI);
+  context.fillStyle = colour;
+  context.fill();
+}

@@ -15,6 +15,7 @@ const GAP = 4;
 export const DOT_RIM = 1;
 /** No name reaches farther from its place, pixels. */
 export const LONGEST_REACH = 300;
+const HIGHEST_REACH = 24;
 /** From this zoom on the same names are there at every zoom. */
 const LAST_CHANGE = 13;
 
@@ -66,9 +67,14 @@ export class LabelPlacement {
     const scale = TILE_SIZE * 2 ** z;
     const [left, top] = [x * TILE_SIZE, y * TILE_SIZE];
     const tile = { left: 0, top: 0, right: TILE_SIZE, bottom: TILE_SIZE };
-    const reach = { left: left - LONGEST_REACH, right: left + TILE_SIZE + LONGEST_REACH };
+    const around = {
+      left: left - LONGEST_REACH,
+      right: left + TILE_SIZE + LONGEST_REACH,
+      top: top - HIGHEST_REACH,
+      bottom: top + TILE_SIZE + HIGHEST_REACH,
+    };
     const shown = [];
-    this.visit(z, { ...reach, top: top - 24, bottom: top + TILE_SIZE + 24 }, (index, turn) => {
+    this.visit(z, around, (index, turn) => {
       const position = this.position(z, index);
       if (position === HIDDEN) return;
       const place = {
@@ -92,13 +98,13 @@ export class LabelPlacement {
   decide(zoom, index) {
     const scale = TILE_SIZE * 2 ** zoom;
     const place = { x: this.names.worldX(index) * scale, y: this.names.worldY(index) * scale };
-    const { left, right, top, bottom } = this.box(index, 0, place);
-    const width = right - left;
+    // Places whose names could reach this name on any of its sides.
+    const aside = this.width(index) + LONGEST_REACH;
     const around = {
-      left: left - width - LONGEST_REACH,
-      right: right + LONGEST_REACH,
-      top: top - 30,
-      bottom: bottom + 30,
+      left: place.x - aside,
+      right: place.x + aside,
+      top: place.y - 2 * HIGHEST_REACH,
+      bottom: place.y + 2 * HIGHEST_REACH,
     };
     const inTheWay = [];
     this.visit(zoom, around, (other, turn) => {
@@ -143,16 +149,21 @@ export class LabelPlacement {
     return this.decisions.get(zoom);
   }
 
-  /** Visits the names that may be shown at a zoom around a box in pixels of that zoom. */
-  visit(zoom, box, visit) {
+  /** The names that may be shown at a zoom. */
+  grid(zoom) {
     const key = Math.min(zoom, LAST_CHANGE);
     if (!this.grids.has(key)) {
       const { minZoom, maxZoom } = this.names;
       const isWanted = (index) => minZoom[index] <= key && key <= maxZoom[index];
       this.grids.set(key, new NameGrid(this.names, key, isWanted));
     }
+    return this.grids.get(key);
+  }
+
+  /** Visits the names that may be shown at a zoom around a box in pixels of that zoom. */
+  visit(zoom, box, visit) {
     const scale = TILE_SIZE * 2 ** zoom;
-    this.grids.get(key).visit(
+    this.grid(zoom).visit(
       {
         left: box.left / scale,
         right: box.right / scale,
@@ -162,4 +173,9 @@ export class LabelPlacement {
       visit,
     );
   }
+}
+
+/** What takes time at the first look at a zoom, as steps that are better done before it. */
+export function preparations(placement) {
+  return Array.from({ length: LAST_CHANGE + 1 }, (_, zoom) => () => placement.grid(zoom));
 }

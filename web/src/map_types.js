@@ -9,7 +9,7 @@ const FROM_ABOVE = {
   note: 'This picture shows nothing smaller than 10 km.',
   water: '#48688a',
   land: '#7c7f74',
-  lake: '#5d7a92',
+  lake: '#4f7292',
   coast: null,
   dark: true,
 };

@@ -33,21 +33,30 @@ export class NameGrid {
     return row * this.side + column;
   }
 
+  isIn({ left, right, top, bottom }, index, turn) {
+    const x = this.names.worldX(index) + turn;
+    const y = this.names.worldY(index);
+    return left <= x && x <= right && top <= y && y <= bottom;
+  }
+
   /**
-   * Calls `visit` for every name in the cells that a box on the unit world touches, the important ones of each cell
-   * first. x may leave 0..1: the name is then visited with the turn of the world at which it lies there.
+   * Calls `visit` for every name in a box on the unit world, cell by cell. x may leave 0..1: the name is then visited
+   * with the turn of the world at which it lies there.
    * @param {import('./clipping.js').Box} box @param {function(number, number): void} visit gets index and turn
    */
   visit(box, visit) {
     const top = Math.max(0, Math.floor(box.top * this.side));
     const bottom = Math.min(this.side - 1, Math.floor(box.bottom * this.side));
     const first = Math.floor(box.left * this.side);
-    const last = Math.min(Math.floor(box.right * this.side), first + this.side - 1);
+    const last = Math.min(Math.floor(box.right * this.side), first + this.side);
     for (let row = top; row <= bottom; row += 1) {
       for (let column = first; column <= last; column += 1) {
         const turn = Math.floor(column / this.side);
         const cell = row * this.side + column - turn * this.side;
-        for (let at = this.starts[cell]; at < this.starts[cell + 1]; at += 1) visit(this.members[at], turn);
+        for (let at = this.starts[cell]; at < this.starts[cell + 1]; at += 1) {
+          const index = this.members[at];
+          if (this.isIn(box, index, turn)) visit(index, turn);
+        }
       }
     }
   }

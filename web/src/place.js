@@ -1,5 +1,6 @@
 /** What lies at a place, as a text for people. */
 import { NameGrid } from './name_grid.js';
+import { positionText } from './positions.js';
 import { worldX, worldY } from './world_shapes.js';
 
 const EARTH_RADIUS_MILES = 3958.8;
@@ -10,15 +11,6 @@ const DESCRIBING = new Set(['capital', 'city', 'town', 'village']);
 const GRID_LEVEL = 9;
 
 const radians = (degrees) => (degrees * Math.PI) / 180;
-
-function side(degrees, positive, negative) {
-  return `${Math.abs(degrees).toFixed(5)} ${degrees < 0 ? negative : positive}`;
-}
-
-/** @returns {string} a position in degrees: "40.62590 N, 75.37030 W" */
-export function positionText(latitude, longitude) {
-  return `${side(latitude, 'N', 'S')}, ${side(longitude, 'E', 'W')}`;
-}
 
 /** @returns {number} miles along the great circle between two positions in degrees */
 export function milesBetween(fromLatitude, fromLongitude, toLatitude, toLongitude) {
@@ -59,7 +51,8 @@ export class PlaceFinder {
     const [x, y] = [worldX(longitude), worldY(latitude)];
     // A circle on the ground is one on this map too, as long as it is small: 1.5 covers the rest.
     for (let reach = 1 / 2 ** GRID_LEVEL; reach < 2; reach *= 2) {
-      const box = { left: x - reach, right: x + reach, top: y - reach, bottom: y + reach };
+      const across = Math.min(reach, 0.5);
+      const box = { left: x - across, right: x + across, top: y - reach, bottom: y + reach };
       const found = this.nearestWithin(box, latitude, longitude);
       const sure = (reach / 1.5) * 2 * Math.PI * EARTH_RADIUS_MILES * Math.cos(radians(latitude));
       if (found && (found.miles <= sure || reach >= 1)) return found;

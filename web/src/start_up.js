@@ -7,16 +7,14 @@ import { Credits } from './credits.js';
 import { FieldQueue } from './field_queue.js';
 import { parseCentre, parseFit, parseGeneration, parseSwitch, parseViewLength, parseZone } from './fields.js';
 import { Graticule } from './graticule.js';
-import { LabelPainter } from './label_painter.js';
 import { loadBytes, loadJson } from './loading.js';
 import { MAP_TYPES, MapTypeControl } from './map_types.js';
 import { MapView } from './map_view.js';
-import { NameFile } from './name_file.js';
 import { Notices } from './notices.js';
 import { OnlineMap } from './online_map.js';
 import { Orientation } from './orientation.js';
 import { Pictures } from './pictures.js';
-import { PlaceFinder, positionText } from './place.js';
+import { positionText } from './positions.js';
 import { Pointer } from './pointer.js';
 import { fileNameOf } from './tile_names.js';
 import { TileQuestions } from './tile_questions.js';
@@ -142,7 +140,7 @@ baseMapData
 async function loadTheRest() {
   const parts = [
     loadJson('settings.json').then(({ onlineMap: online }) => onlineMap.set(online)),
-    loadBytes('../data/names.bin').then(setNames),
+    Promise.all([import('./named_map.js'), loadBytes('../data/names.bin')]).then(setNames),
     baseMapData.then(loadDetail).then((detail) => baseMap.setDetail(detail)),
   ];
   const results = await Promise.allSettled(parts);
@@ -150,12 +148,22 @@ async function loadTheRest() {
   for (const { reason } of results) if (reason) console.error(`map data: ${reason.message}`);
 }
 
-function setNames(bytes) {
-  const names = new NameFile(bytes);
-  baseMap.setLabels(new LabelPainter(names));
-  const finder = new PlaceFinder(names);
+function setNames([{ namedMap }, bytes]) {
+  const { labels, finder, preparations } = namedMap(bytes);
+  baseMap.setLabels(labels);
+  whenIdle(preparations);
   orientation.setPlaces((latitude, longitude) => finder.describe(latitude, longitude));
   tellPlaces(finder);
+}
+
+/** Runs steps one by one, each when the page has nothing better to do. */
+function whenIdle(steps) {
+  const [first, ...others] = steps;
+  if (!first) return;
+  requestIdleCallback(() => {
+    first();
+    whenIdle(others);
+  });
 }
 
 function tellMissing(what, consequence, error) {

@@ -21,7 +21,7 @@ function isDark(point) {
 
 /** Lighter in the dark parts and less glaring in the bright ones, so that tracks of every colour show. */
 function softened(point, out) {
-  const tone = (value) => 46 + 172 * (value / 255) ** 0.72;
+  const tone = (value) => 50 + 168 * (value / 255) ** 0.64;
   const grey = tone(brightness(point));
   for (let channel = 0; channel < 3; channel += 1) out[channel] = 0.72 * tone(point[channel]) + 0.28 * grey;
 }
