@@ -109,16 +109,26 @@ export function plainRightClickCommand() {
  * The answer to the question what lies at a place.
  *
  * The client decodes one byte an escape, loses what follows the last escape, and then drops two characters:
- * hence every character is escaped, and two spaces close the text. A character beyond Latin-1 loses its
- * accent, and becomes "?" where that does not help.
+ * hence every character is escaped, and two spaces close the text. A character beyond Latin-1 becomes the
+ * plain one nearest to it, or "?" where there is none.
  */
 export function placeCommand(text) {
-  return 'G' + [...text].map(escapedCharacter).join('') + '%20%20';
+  return 'G' + [...text].map(latin).join('').split('').map(escaped).join('') + '%20%20';
 }
 
-function escapedCharacter(character) {
-  let code = character.codePointAt(0);
-  if (code > 0xff) code = character.normalize('NFD').codePointAt(0);
-  if (code > 0xff) code = 0x3f;
-  return '%' + code.toString(16).toUpperCase().padStart(2, '0');
+/** Letters and quotes that no accent sets apart from those of Latin-1. */
+const PLAIN = Object.fromEntries(
+  ['ŁL', 'łl', 'ıi', 'ĐD', 'đd', 'ĦH', 'ħh', 'ŧt', 'ƏE', 'əe', 'œo', 'ŒO', "‘'", "’'", "ʻ'", '“"', '”"', '–-'].map(
+    ([from, to]) => [from, to],
+  ),
+);
+
+function latin(character) {
+  if (character.codePointAt(0) <= 0xff) return character;
+  const plain = PLAIN[character] ?? String.fromCodePoint(character.normalize('NFD').codePointAt(0));
+  return plain.codePointAt(0) <= 0xff ? plain : '?';
+}
+
+function escaped(character) {
+  return '%' + character.charCodeAt(0).toString(16).toUpperCase().padStart(2, '0');
 }

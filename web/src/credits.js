@@ -26,7 +26,7 @@ export const Credits = L.Control.extend({
     const button = L.DomUtil.create('button', '', box);
     button.type = 'button';
     L.DomUtil.create('span', 'long', button).textContent = 'Natural Earth · Census · GeoNames · NASA';
-    L.DomUtil.create('span', 'short', button).textContent = 'ⓘ';
+    L.DomUtil.create('span', 'short', button).textContent = 'Sources';
     button.title = 'Sources and licences of the map';
     button.addEventListener('click', () => this._toggle());
     L.DomEvent.disableClickPropagation(box);

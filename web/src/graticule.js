@@ -6,7 +6,13 @@ const EDGE = 4;
 /** The labels stand beside the zoom buttons and above the scale bar. */
 const LABEL_LEFT = 50;
 const LABEL_BOTTOM = 48;
+/** In a small view (see page.css) the orientation stands above the scale bar too. */
+const SMALL = { width: 800, labelBottom: 72 };
 const FONT = '11px "DejaVu Sans", Verdana, sans-serif';
+
+function labelBottom({ x }) {
+  return x <= SMALL.width ? SMALL.labelBottom : LABEL_BOTTOM;
+}
 
 export const Graticule = L.Layer.extend({
   options: { pane: 'graticule' },
@@ -38,11 +44,11 @@ export const Graticule = L.Layer.extend({
     const context = this._prepare(size);
     for (const { x, text } of this._meridians(size)) {
       this._line(context, [x, 0], [x, size.y]);
-      this._label(context, text, x + EDGE, size.y - LABEL_BOTTOM);
+      this._label(context, text, x + EDGE, size.y - labelBottom(size));
     }
     for (const { y, text } of this._parallels(size)) {
       this._line(context, [0, y], [size.x, y]);
-      if (y < size.y - LABEL_BOTTOM - EDGE) this._label(context, text, LABEL_LEFT, y - EDGE);
+      if (y < size.y - labelBottom(size) - EDGE) this._label(context, text, LABEL_LEFT, y - EDGE);
     }
   },
 

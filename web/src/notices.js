@@ -1,6 +1,7 @@
 /** Quiet sentences over the map, which the user can close, and one panel that covers it. */
 
-const NO_STREET_PICTURES = 'This station has no street pictures.';
+const NO_STREET_PICTURES = 'This station has no pictures of streets.';
+const WAY_BACK = '“Exit to Map”, where the menu was, leads back.';
 
 function element(tag, className, parent) {
   const made = document.createElement(tag);
@@ -48,6 +49,6 @@ export class Notices {
     this.panel = null;
     if (!wanted) return;
     this.panel = element('div', 'panel', this.container);
-    this.panel.textContent = NO_STREET_PICTURES;
+    for (const text of [NO_STREET_PICTURES, WAY_BACK]) element('p', '', this.panel).textContent = text;
   }
 }

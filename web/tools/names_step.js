@@ -146,6 +146,23 @@ function middleOf({ points }) {
   return { area: Math.abs(area), x: x / area, y: y / area };
 }
 
+/** The atlas shortens long names. */
+const ABBREVIATIONS = {
+  'Dem.': 'Democratic',
+  'Rep.': 'Republic',
+  'Eq.': 'Equatorial',
+  'Herz.': 'Herzegovina',
+  'Is.': 'Islands',
+  'S.': 'South',
+  'N.': 'Northern',
+  'W.': 'Western',
+  'Ter.': 'Territories',
+};
+
+function unabbreviated(name) {
+  return name.replace(/\b[A-Z][a-z]*\./g, (word) => ABBREVIATIONS[word] ?? word);
+}
+
 /**
  * The names of areas. One is shown while the area is wide enough to hold it and not much wider than a view.
  * @param {object} topojson the library @param {string} kind
@@ -154,7 +171,8 @@ function middleOf({ points }) {
 function areas(topojson, topology, object, kind, { least, most, last }) {
   const { features } = topojson.feature(topology, topology.objects[object]);
   const named = features.filter(({ geometry, properties }) => geometry && properties.name);
-  const entries = named.map(({ geometry, properties: { name } }) => {
+  const entries = named.map(({ geometry, properties }) => {
+    const name = unabbreviated(properties.name);
     const middle = ringsOf(geometry)
       .map(middleOf)
       .reduce((a, b) => (a.area >= b.area ? a : b));
