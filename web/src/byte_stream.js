@@ -1,4 +1,6 @@
-/** Whole numbers as bytes, small ones short: seven bits a byte, the lowest first, the top bit says "goes on". */
+/**
+ * Whole numbers as bytes, small ones short: seven bits a byte, the lowest first, the top bit says "goes on".
+ */
 
 /** More bytes than a number of 32 bits can take mean that the file is damaged. */
 const LONGEST = 5;
@@ -30,7 +32,11 @@ export class ByteWriter {
 }
 
 export class ByteReader {
-  /** @param {Uint8Array} bytes @param {number} at where reading starts @param {number} end where it must stop */
+  /**
+   * @param {Uint8Array} bytes
+   * @param {number} at where reading starts
+   * @param {number} end where it must stop
+   */
   constructor(bytes, at = 0, end = bytes.length) {
     this.bytes = bytes;
     this.at = at;

@@ -118,9 +118,26 @@ export function placeCommand(text) {
 
 /** Letters and quotes that no accent sets apart from those of Latin-1. */
 const PLAIN = Object.fromEntries(
-  ['ŁL', 'łl', 'ıi', 'ĐD', 'đd', 'ĦH', 'ħh', 'ŧt', 'ƏE', 'əe', 'œo', 'ŒO', "‘'", "’'", "ʻ'", '“"', '”"', '–-'].map(
-    ([from, to]) => [from, to],
-  ),
+  [
+    'ŁL',
+    'łl',
+    'ıi',
+    'ĐD',
+    'đd',
+    'ĦH',
+    'ħh',
+    'ŧt',
+    'ƏE',
+    'əe',
+    'œo',
+    'ŒO',
+    "‘'",
+    "’'",
+    "ʻ'",
+    '“"',
+    '”"',
+    '–-',
+  ].map(([from, to]) => [from, to]),
 );
 
 function latin(character) {

@@ -21,7 +21,8 @@ export class LabelPainter {
   }
 
   /**
-   * @param {CanvasRenderingContext2D} context whose units are the tile's pixels @param {object} coords of the tile
+   * @param {CanvasRenderingContext2D} context whose units are the tile's pixels @param {object} coords of the
+   *     tile
    * @param {object} palette with colours text, area and halo
    */
   paint(context, coords, palette) {

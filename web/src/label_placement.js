@@ -1,8 +1,9 @@
 /**
  * Decides which names are shown at a zoom, and on which side of their places.
  *
- * A name gives way to every more important one that is shown and in its way. That rule knows nothing of the view,
- * so a name neither comes nor goes nor moves while the map is panned, and each tile can be drawn by itself.
+ * A name gives way to every more important one that is shown and in its way. That rule knows nothing of the
+ * view, so a name neither comes nor goes nor moves while the map is panned, and each tile can be drawn by
+ * itself.
  */
 import { overlap } from './clipping.js';
 import { LABEL_STYLES, shownText } from './label_styles.js';
@@ -52,7 +53,10 @@ export class LabelPlacement {
   width(index) {
     if (Number.isNaN(this.widths[index])) {
       const style = this.style(index);
-      this.widths[index] = Math.min(LONGEST_REACH, this.measure(shownText(this.names.name(index), style), style));
+      this.widths[index] = Math.min(
+        LONGEST_REACH,
+        this.measure(shownText(this.names.name(index), style), style),
+      );
     }
     return this.widths[index];
   }
@@ -60,8 +64,8 @@ export class LabelPlacement {
   /**
    * The names to draw on a tile: all that reach into it.
    * @param {{z: number, x: number, y: number}} tile
-   * @returns {{index: number, x: number, y: number, left: number, top: number}[]} in pixels of the tile: the place,
-   *     and the upper left corner of the text
+   * @returns {{index: number, x: number, y: number, left: number, top: number}[]} in pixels of the tile: the
+   *     place, and the upper left corner of the text
    */
   forTile({ z, x, y }) {
     const scale = TILE_SIZE * 2 ** z;

@@ -5,7 +5,8 @@ const FAMILY = '"DejaVu Sans", Verdana, sans-serif';
 /**
  * @typedef {object} LabelStyle
  * @property {string} font @property {number} height of the text, pixels
- * @property {number} dot radius of the mark at the place, pixels; 0 where the name lies in the middle of an area
+ * @property {number} dot radius of the mark at the place, pixels; 0 where the name lies in the middle of an
+ *     area
  * @property {string} colour which of a palette's colours it has
  * @property {string} spacing between letters @property {boolean} capitals
  */

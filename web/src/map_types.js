@@ -1,7 +1,8 @@
 /* global L */
 /**
- * The four map types: what each shows, in colours quiet enough for the black, white, red, blue, green and magenta
- * of the tracks. A type with pictures has colours for land and water too, until the pictures are there.
+ * The four map types: what each shows, in colours quiet enough for the black, white, red, blue, green and
+ * magenta of the tracks. A type with pictures has colours for land and water too, until the pictures are
+ * there.
  */
 
 const FROM_ABOVE = {

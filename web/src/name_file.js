@@ -1,10 +1,10 @@
 /**
- * The file of names on the map, which the build makes and the page loads: countries, states, counties and places,
- * the most important first. Its columns are used as they lie in the file; a name becomes a text only when it is
- * wanted.
+ * The file of names on the map, which the build makes and the page loads: countries, states, counties and
+ * places, the most important first. Its columns are used as they lie in the file; a name becomes a text only
+ * when it is wanted.
  *
- * Layout: the head's length (4 bytes), the head (JSON, filled up with spaces to a multiple of 4), then one column
- * after the other, the largest numbers first, then the names in UTF-8.
+ * Layout: the head's length (4 bytes), the head (JSON, filled up with spaces to a multiple of 4), then one
+ * column after the other, the largest numbers first, then the names in UTF-8.
  */
 
 /** How a name is shown, and whether it is a place that others may be described by. */
@@ -28,8 +28,8 @@ function aligned(length) {
 }
 
 /**
- * @param {{x: number, y: number, region: string, minZoom: number, maxZoom: number, kind: string, name: string}[]}
- *     entries the most important first; x and y on the unit world; a name has at most 255 bytes
+ * @param {{x: number, y: number, region: string, minZoom: number, maxZoom: number, kind: string, name:
+ *     string}[]} entries the most important first; x and y on the unit world; a name has at most 255 bytes
  * @returns {Uint8Array} the file's content
  */
 export function encodeNames(entries) {

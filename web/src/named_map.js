@@ -6,8 +6,8 @@ import { PlaceFinder } from './place.js';
 
 /**
  * @param {ArrayBuffer} bytes the file of names
- * @returns {{labels: LabelPainter, finder: PlaceFinder, preparations: (function(): void)[]}} the preparations may be
- *     run when there is time, one by one
+ * @returns {{labels: LabelPainter, finder: PlaceFinder, preparations: (function(): void)[]}} the preparations
+ *     may be run when there is time, one by one
  */
 export function namedMap(bytes) {
   const names = new NameFile(bytes);

@@ -1,7 +1,10 @@
 /** The pictures of the earth that some map types show, loaded when they are first wanted. */
 import { loadBlob } from './loading.js';
 
-/** Each picture in its sizes, the smallest first: that one comes first, and shows the whole world without flicker. */
+/**
+ * Each picture in its sizes, the smallest first: that one comes first, and shows the whole world without
+ * flicker.
+ */
 const FILES = {
   land: ['../data/land_small.jpg', '../data/land.jpg'],
   sea: ['../data/sea.jpg'],
@@ -16,7 +19,10 @@ export class Pictures {
     this.levels = {};
   }
 
-  /** Begins to load a picture, unless it is there already. @returns {Promise<void>} refused when it can't be had */
+  /**
+   * Begins to load a picture, unless it is there already.
+   * @returns {Promise<void>} refused when it can't be had
+   */
   async want(name) {
     if (this.levels[name]) return;
     const levels = (this.levels[name] = []);

@@ -1,7 +1,7 @@
 /**
  * The files of shapes that the build makes and the page loads: rings and lines on the unit world, in steps of
- * 2.4 m at the equator. One file holds the whole world roughly; the other holds it finely, cut into the tiles of
- * one zoom, of which a view needs only a few.
+ * 2.4 m at the equator. One file holds the whole world roughly; the other holds it finely, cut into the tiles
+ * of one zoom, of which a view needs only a few.
  */
 import { ByteReader, ByteWriter } from './byte_stream.js';
 import { shapeOf } from './world_shapes.js';

@@ -48,14 +48,19 @@ test('grid: finds what lies in a box, also across the date line, and does not go
   const names = fileOf(AROUND_BETHLEHEM);
   const found = (level, box) => {
     const out = [];
-    new NameGrid(names, level, () => true).visit(box, (index, turn) => out.push(`${names.name(index)}${turn}`));
+    new NameGrid(names, level, () => true).visit(box, (index, turn) =>
+      out.push(`${names.name(index)}${turn}`),
+    );
     return out.sort();
   };
   const world = { left: 0, right: 0.9999, top: -1, bottom: 2 };
   const tonga = { left: 0.99, right: 1.02, top: 0.5, bottom: 0.6 };
   for (const level of [0, 1, 5, 9, 15]) {
     assert.equal(found(level, world).length, AROUND_BETHLEHEM.length, `level ${level}`);
-    assert.ok(found(level, { ...world, right: 99 }).length <= 2 * AROUND_BETHLEHEM.length, 'not turn after turn');
+    assert.ok(
+      found(level, { ...world, right: 99 }).length <= 2 * AROUND_BETHLEHEM.length,
+      'not turn after turn',
+    );
   }
   assert.deepEqual(found(9, tonga), ['Nukuʻalofa1']);
   assert.deepEqual(found(9, { ...tonga, left: -0.01, right: 0.02 }), ['Nukuʻalofa0']);
@@ -78,7 +83,9 @@ test('places: distance and wind from the nearest one that has people', () => {
 test('places: the nearest is found however far the search goes', () => {
   let seed = 7;
   const random = () => (seed = (seed * 16807) % 2147483647) / 2147483647;
-  const towns = Array.from({ length: 300 }, (_, index) => entry(`${index}`, random() * 160 - 80, random() * 360 - 180));
+  const towns = Array.from({ length: 300 }, (_, index) =>
+    entry(`${index}`, random() * 160 - 80, random() * 360 - 180),
+  );
   const finder = new PlaceFinder(fileOf(towns));
   for (let round = 0; round < 200; round += 1) {
     const [latitude, longitude] = [random() * 160 - 80, random() * 360 - 180];
@@ -86,7 +93,10 @@ test('places: the nearest is found however far the search goes', () => {
       const townLatitude = (Math.atan(Math.sinh(Math.PI * (1 - 2 * y))) * 180) / Math.PI;
       return milesBetween(latitude, longitude, townLatitude, (x - 0.5) * 360);
     });
-    assert.ok(finder.nearest(latitude, longitude).miles - Math.min(...miles) < 0.1, `${latitude} ${longitude}`);
+    assert.ok(
+      finder.nearest(latitude, longitude).miles - Math.min(...miles) < 0.1,
+      `${latitude} ${longitude}`,
+    );
   }
 });
 
@@ -135,7 +145,8 @@ function boxesOn(placement, zoom, columns, rows) {
         const at = { left: Math.round(left + x * 256), top: Math.round(top + y * 256) };
         const { height } = placement.style(index);
         const box = { ...at, right: at.left + placement.width(index), bottom: at.top + height };
-        if (seen.has(index)) assert.deepEqual(box, seen.get(index), 'neighbouring tiles draw one name in one place');
+        if (seen.has(index))
+          assert.deepEqual(box, seen.get(index), 'neighbouring tiles draw one name in one place');
         seen.set(index, box);
       }
     }
@@ -164,7 +175,7 @@ test('labels: what is shown does not depend on where one looked before', () => {
   const columns = [147, 148, 149, 150, 151];
   const rows = [192, 193, 194, 195];
   const forth = boxesOn(placementOf(crowd(300, 3)), zoom, columns, rows);
-  const back = boxesOn(placementOf(crowd(300, 3)), zoom, columns.toReversed(), rows.toReversed());
+  const back = boxesOn(placementOf(crowd(300, 3)), zoom, [...columns].reverse(), [...rows].reverse());
   assert.deepEqual([...back].sort(), [...forth].sort());
 });
 

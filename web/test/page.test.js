@@ -15,7 +15,9 @@ function importsOf(name, found = new Set()) {
 }
 
 test('page: the modules that the start needs, and no others, are named for loading at once', () => {
-  const named = [...read('index.html').matchAll(/rel="modulepreload" href="(\w+\.js)"/g)].map(([, name]) => name);
+  const named = [...read('index.html').matchAll(/rel="modulepreload" href="(\w+\.js)"/g)].map(
+    ([, name]) => name,
+  );
   assert.deepEqual(named.sort(), [...importsOf('start_up.js')].sort());
 });
 

@@ -1,6 +1,6 @@
 /**
- * Makes the data files of the map page: node make_map_data.js MODULES OUT, where MODULES is a node_modules folder
- * with the packages of package.json and OUT an existing folder.
+ * Makes the data files of the map page: node make_map_data.js MODULES OUT, where MODULES is a node_modules
+ * folder with the packages of package.json and OUT an existing folder.
  */
 import { readFileSync, writeFileSync } from 'node:fs';
 import { createRequire } from 'node:module';

@@ -69,7 +69,8 @@ class Cells {
   hasNear({ x, y }, part, counts = () => true) {
     const column = Math.floor(x / this.width);
     const row = Math.floor(y / this.height);
-    const isNear = (other) => ((other.x - x) / this.width) ** 2 + ((other.y - y) / this.height) ** 2 < part ** 2;
+    const isNear = (other) =>
+      ((other.x - x) / this.width) ** 2 + ((other.y - y) / this.height) ** 2 < part ** 2;
     for (let right = -1; right <= 1; right += 1) {
       for (let down = -1; down <= 1; down += 1) {
         const cell = this.cells.get(`${column + right}/${row + down}`) ?? [];
@@ -148,7 +149,8 @@ function middleOf({ points }) {
 
 /** The atlas shortens long names. */
 const ABBREVIATIONS = {
-  'Dem.': 'Democratic',
+  'Br.': 'British',
+  'Fr.': 'French',
   'Rep.': 'Republic',
   'Eq.': 'Equatorial',
   'Herz.': 'Herzegovina',
@@ -160,7 +162,8 @@ const ABBREVIATIONS = {
 };
 
 function unabbreviated(name) {
-  return name.replace(/\b[A-Z][a-z]*\./g, (word) => ABBREVIATIONS[word] ?? word);
+  if (name === 'Dem. Rep. Congo') return 'DR Congo';
+  return name.replace(/(?<![.\w])[A-Z][a-z]*\.(?!\w)/g, (word) => ABBREVIATIONS[word] ?? word);
 }
 
 /**

@@ -1,6 +1,15 @@
 /** Makes the pictures of the earth on the plane of the map, and finds the lakes on them. */
 import { shapeOf } from '../src/world_shapes.js';
-import { fillIn, mapPoints, maskOf, mercatorLatitude, outlines, Raster, shrunk, toMercator } from './raster.js';
+import {
+  fillIn,
+  mapPoints,
+  maskOf,
+  mercatorLatitude,
+  outlines,
+  Raster,
+  shrunk,
+  toMercator,
+} from './raster.js';
 
 /** Fresh water is nearly black on the picture, 0..255; everything else is brighter. */
 const LAKE_BRIGHTNESS = 15;
@@ -43,7 +52,8 @@ export function satellitePictures(globe, landRings) {
   }
   const depth = mapPoints(flat, 1, (point, out, column, row) => {
     const isFar = Math.abs(mercatorLatitude((row + 0.5) / flat.height)) > 67;
-    out[0] = isLand[row * flat.width + column] && !isFar ? LAKE_BRIGHTNESS - brightness(point) : -LAKE_BRIGHTNESS;
+    out[0] =
+      isLand[row * flat.width + column] && !isFar ? LAKE_BRIGHTNESS - brightness(point) : -LAKE_BRIGHTNESS;
   });
   const lakes = outlines(smoothed(depth), SHORTEST_SHORE).map(shapeOf);
   const land = mapPoints(flat, 3, (point, out) => softened(point, out));

@@ -132,8 +132,8 @@ function addCrossings(crossings, size, x0, y0, x1, y1) {
 }
 
 /**
- * The outlines of what is above 0 in a raster of one channel, as rings on the unit world, of which none has fewer
- * points than `least`.
+ * The outlines of what is above 0 in a raster of one channel, as rings on the unit world, of which none has
+ * fewer points than `least`.
  */
 export function outlines(raster, least) {
   const next = new Map();
@@ -143,7 +143,7 @@ export function outlines(raster, least) {
   const rings = [];
   for (const start of next.keys()) {
     const ring = [];
-    for (let at = start; next.has(at); ) {
+    for (let at = start; next.has(at);) {
       const { x, y, to } = next.get(at);
       next.delete(at);
       ring.push(x, y);
