@@ -11,8 +11,16 @@ import {
   toMercator,
 } from './raster.js';
 
-/** Fresh water is nearly black on the picture, 0..255; everything else is brighter. */
+/**
+ * Fresh water is nearly black on the picture, 0..255; everything else is brighter. A point that is half shore
+ * has the brightness in between; some forests have that too, so it counts only at the edge of a lake.
+ */
 const LAKE_BRIGHTNESS = 15;
+const SHORE_BRIGHTNESS = 33;
+/** How far from a lake's surest points its shore may lie, points of the picture. */
+const SHORE_WIDTH = 2;
+/** Nearer to the poles than this it is night in the month of the picture, degrees. */
+const NIGHT = 67;
 /** The shortest outline of a lake that is taken, points of the picture: smaller ones may be a shadow. */
 const SHORTEST_SHORE = 16;
 
@@ -25,7 +33,7 @@ function isBlue(point) {
 
 /** A lake, its shore or a shadow. */
 function isDark(point) {
-  return brightness(point) < LAKE_BRIGHTNESS + 9;
+  return brightness(point) < SHORE_BRIGHTNESS - 9;
 }
 
 /** Lighter in the dark parts and less glaring in the bright ones, so that tracks of every colour show. */
@@ -33,6 +41,32 @@ function softened(point, out) {
   const tone = (value) => 50 + 168 * (value / 255) ** 0.64;
   const grey = tone(brightness(point));
   for (let channel = 0; channel < 3; channel += 1) out[channel] = 0.72 * tone(point[channel]) + 0.28 * grey;
+}
+
+/** The outlines of the fresh water on a picture, as rings on the unit world. */
+function lakesOn(flat, isLand) {
+  const { width, height } = flat;
+  const isLit = (row) => Math.abs(mercatorLatitude((row + 0.5) / height)) < NIGHT;
+  const trace = (limit, mayBe) => {
+    const depth = mapPoints(flat, 1, (point, out, column, row) => {
+      const at = row * width + column;
+      out[0] = isLand[at] && isLit(row) && mayBe(at) ? Math.max(-limit, limit - brightness(point)) : -limit;
+    });
+    return outlines(smoothed(depth), SHORTEST_SHORE).map(shapeOf);
+  };
+  const sure = maskOf(
+    trace(LAKE_BRIGHTNESS, () => true),
+    width,
+  );
+  const isNear = new Uint8Array(sure.length);
+  sure.forEach((isLake, at) => {
+    if (!isLake) return;
+    for (let down = -SHORE_WIDTH; down <= SHORE_WIDTH; down += 1) {
+      const from = at + down * width - SHORE_WIDTH;
+      isNear.fill(1, Math.max(0, from), from + 2 * SHORE_WIDTH + 1);
+    }
+  });
+  return trace(SHORE_BRIGHTNESS, (at) => isNear[at] === 1);
 }
 
 /**
@@ -50,12 +84,7 @@ export function satellitePictures(globe, landRings) {
     if (isLand[at] === 1) landWeights[at] = isBlue(flat.point(at)) || isDark(flat.point(at)) ? 0 : 1;
     else seaWeights[at] = brightness(flat.point(at)) < 140 ? 1 : 0;
   }
-  const depth = mapPoints(flat, 1, (point, out, column, row) => {
-    const isFar = Math.abs(mercatorLatitude((row + 0.5) / flat.height)) > 67;
-    out[0] =
-      isLand[row * flat.width + column] && !isFar ? LAKE_BRIGHTNESS - brightness(point) : -LAKE_BRIGHTNESS;
-  });
-  const lakes = outlines(smoothed(depth), SHORTEST_SHORE).map(shapeOf);
+  const lakes = lakesOn(flat, isLand);
   const land = mapPoints(flat, 3, (point, out) => softened(point, out));
   const sea = mapPoints(flat, 3, ([red, green, blue], out) => {
     out.set([62 + 0.45 * red, 88 + 0.5 * green, 116 + 0.42 * blue]);
