@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 namespace pallomir {
@@ -20,9 +21,13 @@ std::uint32_t ByTheRule(ByteView text) {
 TEST(CheckCode, FollowsTheRuleForEveryByteAndLength) {
   std::string text;
   for (int length = 0; length < 600; ++length) {
-    ASSERT_EQ(CheckCode(AsBytes(text)), ByTheRule(AsBytes(text))) << length;
-    text.push_back(static_cast<char>(length * 37));
+    for (std::size_t from = 0; from < std::min<std::size_t>(3, text.size()); ++from) {
+      const ByteView odd = AsBytes(text).subspan(from);  // texts start anywhere in memory
+      ASSERT_EQ(CheckCode(odd), ByTheRule(odd)) << length << " from " << from;
+    }
+    text.push_back(static_cast<char>(length * 37 ^ length >> 3));
   }
+  EXPECT_EQ(CheckCode({}), ByTheRule({}));
 }
 
 TEST(CheckCode, FormsCarryTheLengthBigEndian) {
