@@ -1,6 +1,5 @@
 #include "map/projection.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -63,10 +62,7 @@ const std::array<double, 1025>& CosLatTable() {
   return table;
 }
 
-double CosLatAt(std::int32_t y) {
-  const double slice = std::nearbyint(y / 1048576.0);  // 2^30 / 1024
-  return CosLatTable()[static_cast<std::size_t>(std::clamp(slice, 0.0, 1024.0))];
-}
+double CosLatAt(std::int32_t y) { return CosLatTable()[CosLatIndex(y)]; }
 
 double GroundDistanceMiles(std::int32_t x1, std::int32_t y1, std::int32_t x2, std::int32_t y2) {
   const double dx = static_cast<double>(x2) - x1;

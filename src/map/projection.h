@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 namespace pallomir {
@@ -40,7 +42,13 @@ std::int32_t DegreesToPositionUnits(double degrees);
 /// Cosine of the latitude at 1024 equal slices of world Y, both ends included.
 const std::array<double, 1025>& CosLatTable();
 
-/// The table's entry for a world Y, the nearest slice; a Y beyond the plane takes the end's.
+/// The table's index for a world Y: the nearest slice, halves to even; a Y beyond the plane takes the end's.
+inline std::size_t CosLatIndex(std::int32_t y) {
+  const std::int32_t inPlane = std::clamp(y, 0, 1 << 30);
+  return static_cast<std::size_t>((inPlane + 0x7FFFF + (inPlane >> 20 & 1)) >> 20);  // 2^30 / 1024 a slice
+}
+
+/// The table's entry for a world Y.
 double CosLatAt(std::int32_t y);
 
 /// Miles between two world points: the flat distance, stretched by the latitude of the point measured to.

@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
+#include "map/bulk_projection.h"
+#include "map/latitude_polynomials.h"
 #include "map/map_view.h"
 #include "map/page_fields.h"
 #include "map/tile_name.h"
@@ -35,6 +39,62 @@ TEST(Projection, ThePolesStayWithinThirtyTwoBits) {
     before = LatToWorldY(lat);
   }
   EXPECT_GT(LatToWorldY(-54'000'000), 1'073'741'824);
+}
+
+// The quick forms against the rule. Prime strides, so that latitudes fall anywhere into their slices.
+TEST(Projection, InBulkEveryRowIsTheRules) {
+  const auto expectRule = [](const std::vector<DataPoint>& wire) {
+    for (const ProjectionKernel kernel : ProjectionKernels()) {
+      std::vector<DataPoint> rows = wire;
+      kernel(rows);
+      for (std::size_t j = 0; j < rows.size(); ++j) {
+        const DataPoint expected{wire[j].time, LngToWorldX(wire[j].y), LatToWorldY(wire[j].x),
+                                 wire[j].status};
+        ASSERT_EQ(rows[j], expected) << wire[j].x << ", " << wire[j].y << ", kernel "
+                                     << (kernel == ProjectionKernels().front() ? "plain" : "for the machine");
+      }
+    }
+  };
+  std::vector<DataPoint> wire;
+  for (std::int32_t lat = -54'000'000; lat <= 54'000'000; lat += 211) {
+    wire.push_back({static_cast<std::uint32_t>(lat), lat, -2 * lat + lat % 3, 0xFFFF});
+  }
+  expectRule(wire);
+  // Where polynomials begin and end, the poles and the antimeridian, rows in every place of a block.
+  wire.clear();
+  for (const std::int32_t lat : {0, 51'183'616, 51'167'232, -51'183'616, 16'384, -16'384, 53'999'000}) {
+    for (std::int32_t d = -700; d <= 700; ++d) wire.push_back({1, lat + d, 107'999'300 + d, 2});
+  }
+  for (std::int32_t d = 0; d < 700; ++d) wire.push_back({3, -54'000'000 + d, -108'000'000 + d, 4});
+  wire.push_back({5, 54'000'000, 108'000'000, 6});
+  expectRule(wire);
+  for (std::size_t rows = 0; rows < 10; ++rows)
+    expectRule({wire.end() - static_cast<long>(rows), wire.end()});
+}
+
+TEST(Projection, ApproximationsDoubtWideEnough) {
+  // Everything nearer to a half than kDoubt is left to the rule; the polynomials are at least twice as good
+  // everywhere but at the rim.
+  double worst = 0;
+  for (std::int32_t lat = 1 - kCovered; lat < kCovered; lat += 1009) {
+    const LatitudePolynomial& p =
+        LatitudePolynomials()[static_cast<std::size_t>((lat + kSlicesEnd) >> kSliceShift)];
+    const double d = lat & (kSlice - 1);
+    const double rule = WorldYFraction(lat / 600000.0) * kWorldSize;
+    const double error = std::abs(((p[3] * d + p[2]) * d + p[1]) * d + p[0] - rule);
+    ASSERT_LT(error, kDoubt * (std::abs(lat) < 48'000'000 ? 0.5 : 0.9)) << lat;
+    worst = std::max(worst, error);
+  }
+  EXPECT_GT(worst, kDoubt / 8) << "the bound could be narrower";
+}
+
+TEST(Projection, CosineSlicesAreTheNearestHalvesToEven) {
+  for (std::int64_t y = -2147483648; y <= 2147483647; y += 99'991) {
+    for (const std::int64_t at : {y, y >> 20 << 20 | 0x80000, (y >> 20 << 20 | 0x80000) - 1}) {
+      const double slice = std::clamp(std::nearbyint(static_cast<double>(at) / 1048576), 0.0, 1024.0);
+      ASSERT_EQ(static_cast<double>(CosLatIndex(static_cast<std::int32_t>(at))), slice) << at;
+    }
+  }
 }
 
 TEST(Projection, RoundsHalfToEven) {
