@@ -1,6 +1,35 @@
 #include "base/packed_time.h"
 
+#include <array>
+#include <chrono>
+
 namespace pallomir {
+namespace {
+
+// Bit d of element year x 16 + month stands for day d: set where the calendar has it.
+constexpr std::array<std::uint32_t, 32 * 16> kPossibleDays = [] {
+  using namespace std::chrono;
+  std::array<std::uint32_t, 32 * 16> days{};
+  for (unsigned m = 1; m <= 12; ++m) {
+    for (int y = 0; y < 32; ++y) {
+      const auto last = static_cast<unsigned>((year{2000 + y} / month{m} / std::chrono::last).day());
+      days[static_cast<std::size_t>(y) * 16 + m] = (2u << last) - 2;
+    }
+  }
+  return days;
+}();
+
+}  // namespace
+
+bool IsPossiblePackedTime(std::uint32_t packed) {
+  // A second of 60 and more has its upper four bits set, a minute too, an hour of 24 and more its upper two:
+  // one added to their lowest bit then carries out of the field.
+  constexpr std::uint32_t kUpperBits = 0x18000 | 0xF00 | 0x3C;
+  constexpr std::uint32_t kLowest = 0x8000 | 0x100 | 0x4;
+  constexpr std::uint32_t kCarries = 0x20000 | 0x1000 | 0x40;
+  const bool timeOfDay = (((packed & kUpperBits) + kLowest) & kCarries) == 0;
+  return timeOfDay & (kPossibleDays[packed >> 22 & 0x1FF] >> (packed >> 17 & 31) & 1);
+}
 
 std::optional<std::uint32_t> EncodePackedTime(Millis utc) {
   const CivilTime t = ToCivil(utc);
@@ -11,13 +40,12 @@ std::optional<std::uint32_t> EncodePackedTime(Millis utc) {
 }
 
 std::optional<Millis> DecodePackedTime(std::uint32_t packed) {
+  if (!IsPossiblePackedTime(packed)) return std::nullopt;
   const auto field = [packed](int shift, std::uint32_t mask) {
     return static_cast<int>(packed >> shift & mask);
   };
-  const CivilTime time{2000 + field(26, 31), field(22, 15), field(17, 31),
-                       field(12, 31),        field(6, 63),  field(0, 63)};
-  if (!IsPossible(time)) return std::nullopt;
-  return ToMillis(time);
+  return ToMillis(CivilTime{2000 + field(26, 31), field(22, 15), field(17, 31), field(12, 31), field(6, 63),
+                            field(0, 63)});
 }
 
 }  // namespace pallomir

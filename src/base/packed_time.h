@@ -17,10 +17,14 @@ inline constexpr std::uint32_t kPackedTimeFlag = 0x80000000u;
 
 constexpr std::uint32_t WithoutFlag(std::uint32_t packed) { return packed & ~kPackedTimeFlag; }
 
+/// Whether the fields name a date and time of day that exist (no month 13, 30 February, hour 24), ignoring
+/// the flag.
+bool IsPossiblePackedTime(std::uint32_t packed);
+
 /// The packed form of a UTC moment, to the second; nothing outside the years 2000 to 2031.
 std::optional<std::uint32_t> EncodePackedTime(Millis utc);
 
-/// The UTC moment, ignoring the flag; nothing where the fields name no possible date (month 13, 30 February).
+/// The UTC moment, ignoring the flag; nothing where the fields name no possible date.
 std::optional<Millis> DecodePackedTime(std::uint32_t packed);
 
 }  // namespace pallomir

@@ -72,10 +72,19 @@ TEST(PackedTime, OrderIsTimeOrderAndTheFlagIsIgnored) {
 TEST(PackedTime, HoldsNoYearOutsideItsRangeAndNoImpossibleDate) {
   EXPECT_FALSE(EncodePackedTime(ToMillis({1999, 12, 31, 23, 59, 59})));
   EXPECT_FALSE(EncodePackedTime(ToMillis({2032, 1, 1})));
-  EXPECT_FALSE(DecodePackedTime(0));
-  EXPECT_FALSE(DecodePackedTime(13u << 22 | 1u << 17));
-  EXPECT_FALSE(DecodePackedTime(2u << 22 | 30u << 17));
-  EXPECT_FALSE(DecodePackedTime(1u << 22 | 1u << 17 | 24u << 12));
+  // Every day field, and every time of day at one date.
+  const auto field = [](std::uint32_t packed, int shift, std::uint32_t mask) {
+    return static_cast<int>(packed >> shift & mask);
+  };
+  const auto expectTheCalendars = [&field](std::uint32_t packed) {
+    const CivilTime time{2000 + field(packed, 26, 31), field(packed, 22, 15), field(packed, 17, 31),
+                         field(packed, 12, 31),        field(packed, 6, 63),  field(packed, 0, 63)};
+    ASSERT_EQ(IsPossiblePackedTime(packed), IsPossible(time)) << packed;
+    ASSERT_EQ(DecodePackedTime(packed).has_value(), IsPossible(time)) << packed;
+  };
+  for (std::uint32_t day = 0; day < 1u << 15; ++day) expectTheCalendars(day << 17 | 23 << 12 | 59 << 6 | 59);
+  for (std::uint32_t time = 0; time < 1u << 17; ++time)
+    expectTheCalendars(26u << 26 | 11u << 22 | 22u << 17 | time);
 }
 
 }  // namespace
