@@ -103,6 +103,7 @@ void Client::DecodeBuffer() {
   dataPause_->SetEnabled(false);
   const auto outcome =
       stream_.Decode([this](std::string_view unitId, ByteView records) { MergePacket(unitId, records); });
+  store_.Settle();
   newBytes_ = 0;
   ports_.wsClientC.SetReading(true);
   if (outcome.end == PacketStream::End::kShortTail) dataPause_->SetEnabled(true);
@@ -122,7 +123,7 @@ void Client::MergePacket(std::string_view unitId, ByteView records) {
                       " record(s) without a possible place or date left out");
   }
   picture_.rows.clear();  // its columns name points by their places, which may shift
-  if (!store_.Merge(k, decoded.rows, view_.DataBox) && !std::exchange(storeFullTold_, true)) {
+  if (!store_.Gather(k, decoded.rows, view_.DataBox) && !std::exchange(storeFullTold_, true)) {
     ports_.trace.Line("the store is full: what comes now is left out");
   }
 }

@@ -41,6 +41,7 @@ PacketStream::Outcome PacketStream::Decode(const PacketHandler& packet) {
     const ByteView rest = Rest();
     if (rest.size() < kPacketHeaderSize) {
       if (decodedOne) {
+        MoveRestToFront();
         outcome.end = End::kShortTail;
         return outcome;
       }
@@ -56,6 +57,7 @@ PacketStream::Outcome PacketStream::Decode(const PacketHandler& packet) {
     }
     const auto size = static_cast<std::size_t>(length);
     if (size > rest.size() - kPacketHeaderSize) {
+      MoveRestToFront();
       outcome.end = End::kIncomplete;
       return outcome;
     }
@@ -76,13 +78,14 @@ PacketStream::Outcome PacketStream::Decode(const PacketHandler& packet) {
 
 void PacketStream::Drop(std::size_t count) {
   read_ += count;
-  if (read_ == buffer_.size()) {
-    DropAll();
-  } else if (read_ > buffer_.size() / 2) {
-    // Moved at most once per byte on average, so that the buffer never holds twice what is undecoded.
-    buffer_.erase(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(read_));
-    read_ = 0;
-  }
+  if (read_ == buffer_.size()) DropAll();
+}
+
+// Only the beginning of one packet is left over by a Decode, and then it lies at the front until it is whole:
+// every byte is moved at most once.
+void PacketStream::MoveRestToFront() {
+  buffer_.erase(buffer_.begin(), buffer_.begin() + static_cast<std::ptrdiff_t>(read_));
+  read_ = 0;
 }
 
 void PacketStream::DropAll() {

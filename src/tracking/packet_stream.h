@@ -58,6 +58,7 @@ class PacketStream {
   ByteView Rest() const { return ByteView(buffer_).subspan(read_); }
   void Drop(std::size_t count);
   void DropAll();
+  void MoveRestToFront();
 
   Bytes buffer_;
   std::size_t read_ = 0;  // what lies before it is decoded

@@ -1,9 +1,10 @@
 #include "tracking/point_store.h"
 
 #include <algorithm>
-#include <cmath>
 
-#include "map/projection.h"
+#include "map/bulk_projection.h"
+#include "tracking/record_rows.h"
+#include "tracking/travelled_miles.h"
 
 namespace pallomir {
 namespace {
@@ -14,87 +15,163 @@ constexpr std::int32_t kMaxLongitude = 180 * 600000;
 bool Earlier(const DataPoint& a, const DataPoint& b) { return WithoutFlag(a.time) < WithoutFlag(b.time); }
 bool SameTime(const DataPoint& a, const DataPoint& b) { return WithoutFlag(a.time) == WithoutFlag(b.time); }
 
-bool IsUsable(const WireRecord& record) {
-  return record.latitude >= -kMaxLatitude && record.latitude <= kMaxLatitude &&
-         record.longitude >= -kMaxLongitude && record.longitude <= kMaxLongitude &&
-         DecodePackedTime(record.time);
+bool IsUsable(const DataPoint& wireRow) {
+  constexpr auto isWithin = [](std::int32_t value, std::int32_t limit) {
+    return static_cast<std::uint32_t>(value) + static_cast<std::uint32_t>(limit) <=
+           2 * static_cast<std::uint32_t>(limit);
+  };
+  return isWithin(wireRow.x, kMaxLatitude) & isWithin(wireRow.y, kMaxLongitude) &
+         IsPossiblePackedTime(wireRow.time);
 }
 
-DataPoint Projected(const WireRecord& record) {
-  return {record.time, LngToWorldX(record.longitude), LatToWorldY(record.latitude), record.status};
+// Whether nothing has to be left out or put in order: no branch but one, because packets are.
+bool IsInOrder(std::span<const DataPoint> wireRows) {
+  bool inOrder = true;
+  std::int64_t before = -1;
+  for (const DataPoint& row : wireRows) {
+    const std::int64_t time = WithoutFlag(row.time);
+    inOrder &= (time > before) & IsUsable(row);
+    before = time;
+  }
+  return inOrder;
+}
+
+// Merges `fresh` into the `count` rows at `stored`, behind which there is room for it, and returns their new
+// number. Both ascend without equal times; of equal times the stored row stays.
+std::size_t MergeInto(DataPoint* stored, std::size_t count, std::span<const DataPoint> fresh) {
+  // The stored rows make room in front of them: the output can never catch up with them.
+  DataPoint* out = stored;
+  const DataPoint* a = std::copy_backward(stored, stored + count, stored + count + fresh.size());
+  const DataPoint* const aEnd = a + count;
+  const DataPoint* b = fresh.data();
+  const DataPoint* const bEnd = b + fresh.size();
+  while (a != aEnd && b != bEnd) {
+    // No branch on the order, which is anything when streams interleave.
+    const std::uint32_t aTime = WithoutFlag(a->time);
+    const std::uint32_t bTime = WithoutFlag(b->time);
+    *out++ = *(aTime <= bTime ? a : b);
+    a += aTime <= bTime;
+    b += bTime <= aTime;
+  }
+  out = std::copy(b, bEnd, out);
+  if (out != a)
+    out = std::copy(a, aEnd, out);
+  else
+    out += aEnd - a;
+  return static_cast<std::size_t>(out - stored);
 }
 
 }  // namespace
 
 std::optional<std::size_t> UnitTrack::NearestTo(Millis utc) const {
-  if (points_.empty()) return std::nullopt;
+  const std::span<const DataPoint> points = Points();
+  if (points.empty()) return std::nullopt;
   const auto time = [](const DataPoint& point) { return DecodePackedTime(point.time).value_or(0); };
   const auto after =
-      std::lower_bound(points_.begin(), points_.end(), utc,
+      std::lower_bound(points.begin(), points.end(), utc,
                        [&time](const DataPoint& point, Millis moment) { return time(point) < moment; });
-  if (after == points_.begin()) return 0;
+  if (after == points.begin()) return 0;
   const auto before = std::prev(after);
-  const bool takeBefore = after == points_.end() || utc - time(*before) <= time(*after) - utc;
-  return static_cast<std::size_t>((takeBefore ? before : after) - points_.begin());
+  const bool takeBefore = after == points.end() || utc - time(*before) <= time(*after) - utc;
+  return static_cast<std::size_t>((takeBefore ? before : after) - points.begin());
 }
 
 void UnitTrack::Merge(std::span<const DataPoint> rows) {
+  Gather(rows);
+  Settle();
+}
+
+void UnitTrack::Gather(std::span<const DataPoint> rows) {
   if (rows.empty()) return;
-  const auto from = std::lower_bound(points_.begin(), points_.end(), rows.front(), Earlier);
-  const auto keep = static_cast<std::size_t>(from - points_.begin());
-  const std::vector<DataPoint> tail(from, points_.end());
-  points_.resize(keep);
-  const std::size_t atMost = keep + tail.size() + rows.size();
-  if (atMost > points_.capacity()) points_.reserve(atMost + atMost / 8);
-  // Takes the stored row of equal times, because it comes from the first range.
-  std::set_union(tail.begin(), tail.end(), rows.begin(), rows.end(), std::back_inserter(points_), Earlier);
-  miles_.reserve(points_.capacity());
-  miles_.resize(points_.size());
-  for (std::size_t j = keep; j < points_.size(); ++j) {
-    if (j == 0) {
-      miles_[0] = 0;
-      continue;
-    }
-    const DataPoint& a = points_[j - 1];
-    const DataPoint& b = points_[j];
-    miles_[j] = miles_[j - 1] + GroundDistanceMiles(a.x, a.y, b.x, b.y);
+  const bool isLatest = points_.Size() == 0 || Earlier(points_.View().back(), rows.front());
+  const bool waits = !late_.empty() && !Earlier(latestWaiting_, rows.front());
+  if (isLatest && !waits) return AppendLatest(rows);
+  if (late_.empty() || Earlier(latestWaiting_, rows.back())) latestWaiting_ = rows.back();
+  lateRuns_.push_back(late_.size());
+  late_.insert(late_.end(), rows.begin(), rows.end());
+  JoinLateRuns(false);
+}
+
+void UnitTrack::AppendLatest(std::span<const DataPoint> rows) {
+  const std::size_t before = points_.Size();
+  points_.Resize(before + rows.size());
+  miles_.Resize(before + rows.size());
+  std::copy(rows.begin(), rows.end(), points_.Data() + before);
+  FillTravelledMiles(points_.View(), miles_.Data(), before);
+}
+
+// Joins the last runs, all of them or until each run is less than half as long as the one before: so there
+// are few, and a row is joined seldom, whatever comes in whatever order.
+void UnitTrack::JoinLateRuns(bool all) {
+  while (lateRuns_.size() > 1) {
+    const std::size_t last = lateRuns_.back();
+    const std::size_t before = lateRuns_[lateRuns_.size() - 2];
+    if (!all && last - before > 2 * (late_.size() - last)) return;
+    const std::vector<DataPoint> fresh(late_.begin() + static_cast<std::ptrdiff_t>(last), late_.end());
+    late_.resize(before + MergeInto(late_.data() + before, last - before, fresh));
+    lateRuns_.pop_back();
   }
+}
+
+void UnitTrack::Settle() {
+  if (late_.empty()) return;
+  JoinLateRuns(true);
+  const auto points = Points();
+  const auto from = std::lower_bound(points.begin(), points.end(), late_.front(), Earlier);
+  const auto keep = static_cast<std::size_t>(from - points.begin());
+  const std::size_t behind = points.size() - keep;
+  points_.Resize(points.size() + late_.size());
+  points_.Resize(keep + MergeInto(points_.Data() + keep, behind, late_));
+  miles_.Resize(points_.Size());
+  FillTravelledMiles(Points(), miles_.Data(), keep);
+  late_ = {};
+  lateRuns_ = {};
 }
 
 DecodedRecords DecodeRecords(ByteView records) {
   DecodedRecords decoded;
-  const std::size_t count = records.size() / kRecordSize;
-  decoded.rows.reserve(count);
-  for (std::size_t j = count; j-- > 0;) {
-    const WireRecord record = DecodeRecord(records, j * kRecordSize);
-    if (IsUsable(record)) {
-      decoded.rows.push_back(Projected(record));
-    } else {
-      ++decoded.leftOut;
-    }
-  }
   std::vector<DataPoint>& rows = decoded.rows;
-  if (!std::is_sorted(rows.begin(), rows.end(), Earlier)) std::stable_sort(rows.begin(), rows.end(), Earlier);
-  rows.erase(std::unique(rows.begin(), rows.end(), SameTime), rows.end());
+  rows.resize(records.size() / kRecordSize);
+  RowsFromRecords(records, rows);
+  if (!IsInOrder(rows)) {
+    decoded.leftOut = std::erase_if(rows, [](const DataPoint& row) { return !IsUsable(row); });
+    std::stable_sort(rows.begin(), rows.end(), Earlier);
+    rows.erase(std::unique(rows.begin(), rows.end(), SameTime), rows.end());
+  }
+  ProjectPositions(rows);
   return decoded;
 }
 
 void PointStore::Reset(std::size_t enabledCount) {
   tracks_.clear();
   tracks_.resize(enabledCount);
+  pointCount_ = 0;
 }
 
 bool PointStore::Merge(std::size_t k, std::span<const DataPoint> rows, WorldBox& box) {
-  if (PointCount() + rows.size() > kMaxPoints) return false;
-  box = BoxOf(rows, box);
-  tracks_[k - 1].Merge(rows);
+  if (!Gather(k, rows, box)) return false;
+  Settle(tracks_[k - 1]);
   return true;
 }
 
-std::size_t PointStore::PointCount() const {
-  std::size_t count = 0;
-  for (const UnitTrack& track : tracks_) count += track.Points().size();
-  return count;
+bool PointStore::Gather(std::size_t k, std::span<const DataPoint> rows, WorldBox& box) {
+  if (pointCount_ + rows.size() > kMaxPoints) return false;
+  box = BoxOf(rows, box);
+  UnitTrack& track = tracks_[k - 1];
+  pointCount_ -= track.HeldCount();
+  track.Gather(rows);
+  pointCount_ += track.HeldCount();
+  return true;
+}
+
+void PointStore::Settle() {
+  for (UnitTrack& track : tracks_) Settle(track);
+}
+
+void PointStore::Settle(UnitTrack& track) {
+  pointCount_ -= track.HeldCount();
+  track.Settle();
+  pointCount_ += track.HeldCount();
 }
 
 const DataPoint* PointStore::Newest() const {

@@ -7,6 +7,7 @@
 
 #include "base/civil_time.h"
 #include "base/data_point.h"
+#include "base/growing_array.h"
 #include "map/map_view.h"
 #include "tracking/packets.h"
 
@@ -16,8 +17,8 @@ namespace pallomir {
 /// 1 of the reports is element 0 here.
 class UnitTrack {
  public:
-  std::span<const DataPoint> Points() const { return points_; }
-  std::span<const double> Miles() const { return miles_; }
+  std::span<const DataPoint> Points() const { return points_.View(); }
+  std::span<const double> Miles() const { return miles_.View(); }
 
   /// Element of the point nearest in time; of two as near the earlier one. Nothing in an empty track.
   std::optional<std::size_t> NearestTo(Millis utc) const;
@@ -26,9 +27,30 @@ class UnitTrack {
   /// Costs what lies behind the first new row.
   void Merge(std::span<const DataPoint> rows);
 
+  /// The same in two steps, for batches of packets: rows later than all others are stored at once, the rest
+  /// waits in a list of its own, so that a batch of late packets goes through the track once and not once for
+  /// each. What waits is not among the points until Settle.
+  void Gather(std::span<const DataPoint> rows);
+  void Settle();
+
+  /// Points and the rows that wait to become some, those included whose time will turn out to be stored.
+  std::size_t HeldCount() const { return points_.Size() + late_.size(); }
+
+  /// Bytes of memory that are held for points and miles.
+  std::size_t ReservedBytes() const {
+    return points_.Capacity() * sizeof(DataPoint) + miles_.Capacity() * sizeof(double);
+  }
+
  private:
-  std::vector<DataPoint> points_;
-  std::vector<double> miles_;
+  void AppendLatest(std::span<const DataPoint> rows);
+  void JoinLateRuns(bool all);
+
+  GrowingArray<DataPoint> points_;
+  GrowingArray<double> miles_;
+  // Late rows: one run behind the other, each ascending, by when they came. `lateRuns_` are their beginnings.
+  std::vector<DataPoint> late_;
+  std::vector<std::size_t> lateRuns_;
+  DataPoint latestWaiting_;
 };
 
 /// What became of the records of a packet.
@@ -53,9 +75,14 @@ class PointStore {
   /// Puts the rows into unit k's track and widens `box` by them. False when the store is full.
   bool Merge(std::size_t k, std::span<const DataPoint> rows, WorldBox& box);
 
+  /// The same for the packets of a batch: what comes late waits for Settle, see UnitTrack. Until then every
+  /// row counts as a point.
+  bool Gather(std::size_t k, std::span<const DataPoint> rows, WorldBox& box);
+  void Settle();
+
   std::size_t UnitCount() const { return tracks_.size(); }
   const UnitTrack& Track(std::size_t k) const { return tracks_[k - 1]; }
-  std::size_t PointCount() const;
+  std::size_t PointCount() const { return pointCount_; }
 
   /// The newest point of all units; of equal times the first unit's. Null when there is none.
   const DataPoint* Newest() const;
@@ -64,7 +91,10 @@ class PointStore {
   std::optional<Millis> LastDataTime(std::size_t k) const;
 
  private:
+  void Settle(UnitTrack& track);
+
   std::vector<UnitTrack> tracks_;
+  std::size_t pointCount_ = 0;
 };
 
 }  // namespace pallomir
