@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 namespace pallomir::oracles {
 namespace {
@@ -107,9 +108,17 @@ std::int32_t WorldY(std::int32_t lat) {
   return Round(f * 1073741824.0);
 }
 
+std::vector<double> Cosines() {
+  std::vector<double> cosines;
+  for (int i = 0; i <= 1024; ++i) {
+    cosines.push_back(std::cos(2 * std::atan(std::exp(kPi - k2Pi * i / 1024)) - kPi / 2));
+  }
+  return cosines;
+}
+
 double Cosine(std::int32_t y) {
-  const auto i = std::clamp(Round(y / 1048576.0), 0, 1024);
-  return std::cos(2 * std::atan(std::exp(kPi - k2Pi * i / 1024)) - kPi / 2);
+  static const std::vector<double> cosines = Cosines();
+  return cosines[static_cast<std::size_t>(std::clamp(Round(y / 1048576.0), 0, 1024))];
 }
 
 }  // namespace
@@ -171,6 +180,7 @@ void LiteralMerge(LiteralTrack& track, const std::vector<WireRecord>& wireOrder)
   std::stable_sort(fresh.begin(), fresh.end(),
                    [&](const auto& a, const auto& b) { return time(a) < time(b); });
   std::vector<DataPoint> out;
+  out.reserve(track.rows.size() + fresh.size());
   std::size_t i = 0;
   std::size_t k = 0;
   while (i < track.rows.size() || k < fresh.size()) {
@@ -179,14 +189,42 @@ void LiteralMerge(LiteralTrack& track, const std::vector<WireRecord>& wireOrder)
     const DataPoint next = takeStored ? track.rows[i++] : fresh[k++];
     if (out.empty() || time(out.back()) != time(next)) out.push_back(next);
   }
-  track.rows = out;
-  track.miles.assign(out.size(), 0);
-  for (std::size_t j = 1; j < out.size(); ++j) {
-    const double dx = static_cast<double>(out[j].x) - out[j - 1].x;
-    const double dy = static_cast<double>(out[j].y) - out[j - 1].y;
+  track.rows = std::move(out);
+  const std::vector<DataPoint>& rows = track.rows;
+  track.miles.assign(rows.size(), 0);
+  for (std::size_t j = 1; j < rows.size(); ++j) {
+    const double dx = static_cast<double>(rows[j].x) - rows[j - 1].x;
+    const double dy = static_cast<double>(rows[j].y) - rows[j - 1].y;
     track.miles[j] =
-        track.miles[j - 1] + std::sqrt(dx * dx + dy * dy) * 2.319137565791607e-05 * Cosine(out[j].y);
+        track.miles[j - 1] + std::sqrt(dx * dx + dy * dy) * 2.319137565791607e-05 * Cosine(rows[j].y);
   }
+}
+
+bool LiteralStream(ByteView stream, const std::function<LiteralTrack*(std::string_view unitId)>& trackOf) {
+  const auto number = [](ByteView bytes) {
+    std::uint64_t value = 0;
+    for (const std::uint8_t byte : bytes) value = value * 256 + byte;
+    return static_cast<std::uint32_t>(value);
+  };
+  while (stream.size() >= 8) {
+    const std::uint32_t code = number(stream.subspan(0, 4));
+    const ByteView payload = stream.subspan(8, number(stream.subspan(4, 4)));
+    std::uint32_t h = 0x5A3C71E9;
+    for (const std::uint8_t c : payload) {
+      const std::uint32_t x = c ^ h ^ 0x2D9B6C47u;
+      h = x >> 13 | x << 19;
+    }
+    if (h != code) return false;
+    std::vector<WireRecord> records;
+    for (ByteView rest = payload.subspan(12); !rest.empty(); rest = rest.subspan(14)) {
+      records.push_back({number(rest.subspan(0, 4)), static_cast<std::int32_t>(number(rest.subspan(4, 4))),
+                         static_cast<std::int32_t>(number(rest.subspan(8, 4))),
+                         static_cast<std::uint16_t>(number(rest.subspan(12, 2)))});
+    }
+    if (LiteralTrack* const track = trackOf(AsText(payload.first(12)))) LiteralMerge(*track, records);
+    stream = stream.subspan(8 + payload.size());
+  }
+  return true;
 }
 
 }  // namespace pallomir::oracles

@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/bytes.h"
@@ -33,5 +35,9 @@ struct LiteralTrack {
 
 /// A packet's records, in the order of the wire, merged into the track.
 void LiteralMerge(LiteralTrack& track, const std::vector<WireRecord>& wireOrder);
+
+/// Whole packets one behind the other, each checked and merged into the track that `trackOf` names for it
+/// (none: left out). False where a check code differs.
+bool LiteralStream(ByteView stream, const std::function<LiteralTrack*(std::string_view unitId)>& trackOf);
 
 }  // namespace pallomir::oracles
