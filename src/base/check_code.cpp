@@ -5,6 +5,9 @@
 #include <bit>
 #include <cstring>
 
+#include "base/check_code_avx2.h"
+#include "base/processor.h"
+
 namespace pallomir {
 namespace {
 
@@ -49,7 +52,6 @@ constexpr std::array<std::uint32_t, kBlock> kStartBeforeZeros = [] {
 
 // Half a block: a vector such as every machine has.
 using Half = std::uint64_t __attribute__((vector_size(kBlock / 2)));
-using Block = std::array<Half, 2>;
 
 Half Load(const std::uint8_t* bytes) {
   Half half;
@@ -57,8 +59,9 @@ Half Load(const std::uint8_t* bytes) {
   return half;
 }
 
-Block Fold(Block folded, const std::uint8_t* bytes, std::size_t blocks) {
-  auto [a, b] = folded;
+void FoldPlainly(const std::uint8_t* bytes, std::size_t blocks, std::uint8_t* folded) {
+  Half a = Load(folded);
+  Half b = Load(folded + 16);
   // Four blocks at a time into sums of their own, so that no XOR waits for the one before.
   Half c{}, d{}, e{}, f{}, g{}, h{};
   for (; blocks >= 4; blocks -= 4, bytes += 4 * kBlock) {
@@ -75,21 +78,32 @@ Block Fold(Block folded, const std::uint8_t* bytes, std::size_t blocks) {
     a ^= Load(bytes);
     b ^= Load(bytes + 16);
   }
-  return {a ^ c ^ e ^ g, b ^ d ^ f ^ h};
+  const Half halves[] = {a ^ c ^ e ^ g, b ^ d ^ f ^ h};
+  std::memcpy(folded, halves, kBlock);
 }
 
-}  // namespace
-
-std::uint32_t CheckCode(ByteView text) {
+template <void (&Fold)(const std::uint8_t* bytes, std::size_t blocks, std::uint8_t* folded)>
+std::uint32_t CodeBy(ByteView text) {
   // What is no whole block comes first, behind its zeros.
   const std::size_t head = text.size() % kBlock;
   const std::size_t zeros = (kBlock - head) % kBlock;
   const std::size_t blocks = text.size() / kBlock;
-  std::array<std::uint8_t, kBlock> first{};
-  if (head > 0) std::copy_n(text.begin(), head, first.begin() + zeros);
-  const Block block = Fold({Load(first.data()), Load(first.data() + 16)}, text.data() + head, blocks);
-  return kStartBeforeZeros[zeros] ^ ((blocks + (head > 0)) % 2 ? kMaskBlock : 0) ^
-         BlockCode(reinterpret_cast<const std::uint8_t*>(block.data()));
+  std::array<std::uint8_t, kBlock> block{};
+  if (head > 0) std::copy_n(text.begin(), head, block.begin() + zeros);
+  Fold(text.data() + head, blocks, block.data());
+  return kStartBeforeZeros[zeros] ^ ((blocks + (head > 0)) % 2 ? kMaskBlock : 0) ^ BlockCode(block.data());
+}
+
+}  // namespace
+
+std::span<const CheckCodeKernel> CheckCodeKernels() {
+  static constexpr CheckCodeKernel kernels[] = {CodeBy<FoldPlainly>, CodeBy<FoldByAvx2>};
+  return std::span(kernels).first(HasAvx2() ? 2 : 1);
+}
+
+std::uint32_t CheckCode(ByteView text) {
+  static const CheckCodeKernel kernel = CheckCodeKernels().back();
+  return kernel(text);
 }
 
 Bytes ShortCheckForm(ByteView text) {

@@ -10,6 +10,10 @@ namespace pallomir {
 /// value.
 std::uint32_t CheckCode(ByteView text);
 
+/// The ways to compute it that this machine knows: the plain one first, the one that is used last.
+using CheckCodeKernel = std::uint32_t (*)(ByteView text);
+std::span<const CheckCodeKernel> CheckCodeKernels();
+
 /// The code's four bytes, then the length in two: what the locator's datagrams begin with. Only the low 16
 /// bits of the length are kept.
 Bytes ShortCheckForm(ByteView text);

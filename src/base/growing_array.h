@@ -59,6 +59,12 @@ class GrowingArray {
     size_ = size;
   }
 
+  /// No elements. Up to `keepBytes` of memory stay for the next ones.
+  void Clear(std::size_t keepBytes) {
+    if (block_.Size() > keepBytes) block_ = {};
+    size_ = 0;
+  }
+
  private:
   MemoryBlock block_;
   std::size_t size_ = 0;

@@ -22,13 +22,7 @@ constexpr std::array<std::uint32_t, 32 * 16> kPossibleDays = [] {
 }  // namespace
 
 bool IsPossiblePackedTime(std::uint32_t packed) {
-  // A second of 60 and more has its upper four bits set, a minute too, an hour of 24 and more its upper two:
-  // one added to their lowest bit then carries out of the field.
-  constexpr std::uint32_t kUpperBits = 0x18000 | 0xF00 | 0x3C;
-  constexpr std::uint32_t kLowest = 0x8000 | 0x100 | 0x4;
-  constexpr std::uint32_t kCarries = 0x20000 | 0x1000 | 0x40;
-  const bool timeOfDay = (((packed & kUpperBits) + kLowest) & kCarries) == 0;
-  return timeOfDay & (kPossibleDays[packed >> 22 & 0x1FF] >> (packed >> 17 & 31) & 1);
+  return HasPossibleTimeOfDay(packed) && (kPossibleDays[packed >> 22 & 0x1FF] >> (packed >> 17 & 31) & 1);
 }
 
 std::optional<std::uint32_t> EncodePackedTime(Millis utc) {

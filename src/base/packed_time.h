@@ -17,6 +17,18 @@ inline constexpr std::uint32_t kPackedTimeFlag = 0x80000000u;
 
 constexpr std::uint32_t WithoutFlag(std::uint32_t packed) { return packed & ~kPackedTimeFlag; }
 
+/// Whether hour, minute and second are below 24, 60 and 60. An hour from 24 on has its upper two bits set, a
+/// minute or second from 60 on its upper four: one added to their lowest then carries out of the field.
+constexpr bool HasPossibleTimeOfDay(std::uint32_t packed) {
+  constexpr std::uint32_t kUpperBits = 0x18000 | 0xF00 | 0x3C;
+  constexpr std::uint32_t kLowest = 0x8000 | 0x100 | 0x4;
+  constexpr std::uint32_t kCarries = 0x20000 | 0x1000 | 0x40;
+  return (((packed & kUpperBits) + kLowest) & kCarries) == 0;
+}
+
+/// Whether two packed times lie on the same day.
+constexpr bool IsSameDay(std::uint32_t a, std::uint32_t b) { return (WithoutFlag(a ^ b) >> 17) == 0; }
+
 /// Whether the fields name a date and time of day that exist (no month 13, 30 February, hour 24), ignoring
 /// the flag.
 bool IsPossiblePackedTime(std::uint32_t packed);

@@ -85,9 +85,11 @@ __attribute__((target("avx2,fma"))) void ProjectByAvx2(std::span<DataPoint> rows
 
 #else
 
+#include <cstdlib>
+
 namespace pallomir {
 
-void ProjectByAvx2(std::span<DataPoint> rows) { ProjectionKernels().front()(rows); }
+void ProjectByAvx2(std::span<DataPoint>) { std::abort(); }  // HasAvx2() is false here
 
 }  // namespace pallomir
 

@@ -6,11 +6,6 @@
 
 namespace pallomir {
 
-WireRecord DecodeRecord(ByteView bytes, std::size_t position) {
-  return {ReadBigEndian32(bytes, position), ReadBigEndianSigned32(bytes, position + 4),
-          ReadBigEndianSigned32(bytes, position + 8), ReadBigEndian16(bytes, position + 12)};
-}
-
 void AppendRecord(Bytes& out, const WireRecord& record) {
   AppendBigEndian32(out, record.time);
   AppendBigEndian32(out, static_cast<std::uint32_t>(record.latitude));

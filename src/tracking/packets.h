@@ -43,7 +43,10 @@ struct WireRecord {
 };
 
 /// `record` starts at `position`; the caller has checked that its 14 bytes are there.
-WireRecord DecodeRecord(ByteView bytes, std::size_t position);
+inline WireRecord DecodeRecord(ByteView bytes, std::size_t position) {
+  return {ReadBigEndian32(bytes, position), ReadBigEndianSigned32(bytes, position + 4),
+          ReadBigEndianSigned32(bytes, position + 8), ReadBigEndian16(bytes, position + 12)};
+}
 
 void AppendRecord(Bytes& out, const WireRecord& record);
 

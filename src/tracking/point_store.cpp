@@ -15,22 +15,28 @@ constexpr std::int32_t kMaxLongitude = 180 * 600000;
 bool Earlier(const DataPoint& a, const DataPoint& b) { return WithoutFlag(a.time) < WithoutFlag(b.time); }
 bool SameTime(const DataPoint& a, const DataPoint& b) { return WithoutFlag(a.time) == WithoutFlag(b.time); }
 
-bool IsUsable(const DataPoint& wireRow) {
+bool HasUsablePosition(const DataPoint& wireRow) {
   constexpr auto isWithin = [](std::int32_t value, std::int32_t limit) {
     return static_cast<std::uint32_t>(value) + static_cast<std::uint32_t>(limit) <=
            2 * static_cast<std::uint32_t>(limit);
   };
-  return isWithin(wireRow.x, kMaxLatitude) & isWithin(wireRow.y, kMaxLongitude) &
-         IsPossiblePackedTime(wireRow.time);
+  return isWithin(wireRow.x, kMaxLatitude) & isWithin(wireRow.y, kMaxLongitude);
 }
 
-// Whether nothing has to be left out or put in order: no branch but one, because packets are.
+bool IsUsable(const DataPoint& wireRow) {
+  return HasUsablePosition(wireRow) && IsPossiblePackedTime(wireRow.time);
+}
+
+// Whether nothing has to be left out or put in order, as it should be: no branch but for a new day, where the
+// calendar has to be asked.
 bool IsInOrder(std::span<const DataPoint> wireRows) {
-  bool inOrder = true;
-  std::int64_t before = -1;
-  for (const DataPoint& row : wireRows) {
-    const std::int64_t time = WithoutFlag(row.time);
-    inOrder &= (time > before) & IsUsable(row);
+  if (wireRows.empty()) return true;
+  bool inOrder = IsUsable(wireRows.front());
+  std::uint32_t before = WithoutFlag(wireRows.front().time);
+  for (const DataPoint& row : wireRows.subspan(1)) {
+    const std::uint32_t time = WithoutFlag(row.time);
+    inOrder &= (time > before) & HasPossibleTimeOfDay(time) & HasUsablePosition(row);
+    if (!IsSameDay(time, before)) inOrder &= IsPossiblePackedTime(time);
     before = time;
   }
   return inOrder;
@@ -128,6 +134,14 @@ void UnitTrack::Settle() {
   lateRuns_ = {};
 }
 
+void UnitTrack::Clear() {
+  constexpr std::size_t kKept = std::size_t{4} << 20;
+  points_.Clear(kKept);
+  miles_.Clear(kKept);
+  late_ = {};
+  lateRuns_ = {};
+}
+
 DecodedRecords DecodeRecords(ByteView records) {
   DecodedRecords decoded;
   std::vector<DataPoint>& rows = decoded.rows;
@@ -143,8 +157,8 @@ DecodedRecords DecodeRecords(ByteView records) {
 }
 
 void PointStore::Reset(std::size_t enabledCount) {
-  tracks_.clear();
   tracks_.resize(enabledCount);
+  for (UnitTrack& track : tracks_) track.Clear();
   pointCount_ = 0;
 }
 

@@ -33,6 +33,9 @@ class UnitTrack {
   void Gather(std::span<const DataPoint> rows);
   void Settle();
 
+  /// Empties the track. Memory stays for some 200,000 points, because a reload brings the same again.
+  void Clear();
+
   /// Points and the rows that wait to become some, those included whose time will turn out to be stored.
   std::size_t HeldCount() const { return points_.Size() + late_.size(); }
 

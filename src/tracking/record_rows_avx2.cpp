@@ -3,42 +3,51 @@
 #include "tracking/packets.h"
 #include "tracking/record_rows.h"
 
-// A row is its record with the bytes of each field turned round and two zeros behind it: one shuffle of 16
-// bytes, for two rows at a time. A load of 16 bytes takes in two of the record behind; the last record has
-// none there and is left to the plain form.
+// A row is its record with the bytes of each field turned round and two zeros behind it: one shuffle, for two
+// records at a time. A load of 32 bytes from two before a pair on has a whole record in each of its halves;
+// as it takes in two bytes before the pair and two behind, the first and the last records, which have none
+// there, are left to the plain form.
 
 #if defined(__x86_64__)
 
 #include <immintrin.h>
 
+#include <algorithm>
+#include <cstdint>
+
 namespace pallomir {
 
 __attribute__((target("avx2,fma"))) void RowsByAvx2(ByteView records, std::span<DataPoint> rows) {
-  if (rows.empty()) return;
   const RecordKernel plainly = RecordKernels().front();
-  const std::size_t last = rows.size() - 1;
-  plainly(records.subspan(last * kRecordSize), rows.first(1));
-  const __m256i turned =
-      _mm256_broadcastsi128_si256(_mm_setr_epi8(3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 13, 12, -1, -1));
-  const std::uint8_t* record = records.data() + last * kRecordSize;
-  DataPoint* row = rows.data() + 1;
-  for (std::size_t pairs = last / 2; pairs > 0; --pairs, row += 2) {
-    record -= 2 * kRecordSize;
-    const __m128i newer = _mm_loadu_si128(reinterpret_cast<const __m128i*>(record));
-    const __m128i older = _mm_loadu_si128(reinterpret_cast<const __m128i*>(record + kRecordSize));
-    const __m256i both = _mm256_inserti128_si256(_mm256_castsi128_si256(older), newer, 1);
-    _mm256_storeu_si256(reinterpret_cast<__m256i*>(row), _mm256_shuffle_epi8(both, turned));
+  // Two rows where the second would straddle a vector: stores across cache lines cost double.
+  const std::size_t newest =
+      std::min<std::size_t>(reinterpret_cast<std::uintptr_t>(rows.data()) % 32 == 0 ? 2 : 1, rows.size());
+  plainly(records.subspan((rows.size() - newest) * kRecordSize), rows.first(newest));
+  const __m256i turned = _mm256_setr_epi8(5, 4, 3, 2, 9, 8, 7, 6, 13, 12, 11, 10, 15, 14, -1, -1,  //
+                                          3, 2, 1, 0, 7, 6, 5, 4, 11, 10, 9, 8, 13, 12, -1, -1);
+  constexpr int kSwapHalves = _MM_SHUFFLE(1, 0, 3, 2);
+  std::size_t left = rows.size() - newest;
+  const std::uint8_t* record = records.data() + left * kRecordSize;
+  auto* two = reinterpret_cast<__m256i*>(rows.data() + newest);
+  for (; left > 4; left -= 4, two += 2) {
+    record -= 4 * kRecordSize;
+    const __m256i older = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(record - 2));
+    const __m256i newer = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(record + 2 * kRecordSize - 2));
+    _mm256_storeu_si256(two, _mm256_permute4x64_epi64(_mm256_shuffle_epi8(newer, turned), kSwapHalves));
+    _mm256_storeu_si256(two + 1, _mm256_permute4x64_epi64(_mm256_shuffle_epi8(older, turned), kSwapHalves));
   }
-  if (last % 2 == 1) plainly(records, rows.last(1));
+  plainly(records, rows.last(left));
 }
 
 }  // namespace pallomir
 
 #else
 
+#include <cstdlib>
+
 namespace pallomir {
 
-void RowsByAvx2(ByteView records, std::span<DataPoint> rows) { RecordKernels().front()(records, rows); }
+void RowsByAvx2(ByteView, std::span<DataPoint>) { std::abort(); }  // HasAvx2() is false here
 
 }  // namespace pallomir
 
