@@ -15,6 +15,7 @@
 #include "tracking/packets.h"
 #include "tracking/point_store.h"
 #include "tracking/record_rows.h"
+#include "tracking/travelled_miles.h"
 #include "vector_math.h"
 
 // The road of the data from the bytes of the connection to points and miles, step by step and as a whole. The
@@ -88,6 +89,7 @@ void Feed(PointStore& store) {
 // keeps.
 void WholeStream(benchmark::State& state) {
   PointStore store;
+  Feed(store);
   for (auto _ : state) {
     Feed(store);
     benchmark::DoNotOptimize(store.Newest());
@@ -270,16 +272,23 @@ void RandomInterleaveSetUnion(benchmark::State& state) {
                              out.begin(), Earlier),
               out.end());
     std::vector<double> miles(out.size());
-    for (std::size_t j = 1; j < out.size(); ++j) {
-      miles[j] = miles[j - 1] + GroundDistanceMiles(out[j - 1].x, out[j - 1].y, out[j].x, out[j].y);
-    }
+    FillTravelledMiles(out, miles.data(), 0);
     benchmark::DoNotOptimize(miles.data());
   }
 }
 BENCHMARK(RandomInterleaveSetUnion)->Unit(benchmark::kMicrosecond);
 
-// Packets of one unit, the newest first and every one older than all before: the whole stream in one batch,
-// and one packet behind 1 M points.
+// A late packet in a track of 1 M points, by how many points lie behind its first.
+void LatePacket(benchmark::State& state) {
+  static const std::vector<DataPoint> all = Rows(Walk(kPoints, 6));
+  UnitTrack track;
+  track.Merge(all);
+  const auto rows = std::span(all).last(static_cast<std::size_t>(state.range(0))).first(kRecordsPerPacket);
+  for (auto _ : state) track.Merge(rows);
+}
+BENCHMARK(LatePacket)->Arg(1000)->Arg(100'000)->Arg(kPoints)->Unit(benchmark::kMicrosecond);
+
+// Packets of one unit in one batch, every one older than all before it.
 void OldestLast(benchmark::State& state) {
   static const std::vector<DataPoint> rows = Rows(Walk(kPoints, 5));
   for (auto _ : state) {

@@ -1,6 +1,8 @@
 #include "base/growing_array.h"
 
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 #if defined(__linux__)
@@ -10,41 +12,47 @@
 namespace pallomir {
 namespace {
 
+#if defined(__linux__)
+
 // Blocks from here on are mappings of their own. The C library would do the same, but only from a size that
 // it raises, up to 32 MB, while a program runs; below that it copies.
-#if defined(__linux__)
 constexpr std::size_t kMapped = std::size_t{64} << 10;
-#else
-constexpr std::size_t kMapped = SIZE_MAX;
-#endif
-constexpr std::size_t kPage = 4096;
 
-void* Map([[maybe_unused]] void* mapped, [[maybe_unused]] std::size_t old,
-          [[maybe_unused]] std::size_t size) {
-#if defined(__linux__)
-  void* const grown = mapped
-                          ? mremap(mapped, old, size, MREMAP_MAYMOVE)
-                          : mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (grown != MAP_FAILED) return grown;
-#endif
-  return nullptr;
+void* Map(std::size_t size) {
+  void* const mapped = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  return mapped == MAP_FAILED ? nullptr : mapped;
 }
 
-void Free(void* data, std::size_t size) {
-#if defined(__linux__)
-  if (size >= kMapped) {
-    munmap(data, size);
-    return;
-  }
+void* Remap(void* mapped, std::size_t old, std::size_t size) {
+  void* const moved = mremap(mapped, old, size, MREMAP_MAYMOVE);
+  return moved == MAP_FAILED ? nullptr : moved;
+}
+
+void Unmap(void* mapped, std::size_t size) { munmap(mapped, size); }
+
+#else
+
+// No block gets as large, so these are never called.
+constexpr std::size_t kMapped = SIZE_MAX;
+void* Map(std::size_t) { return nullptr; }
+void* Remap(void*, std::size_t, std::size_t) { return nullptr; }
+void Unmap(void*, std::size_t) {}
+
 #endif
-  (void)size;
-  std::free(data);
+
+std::size_t InPages(std::size_t size) {
+  constexpr std::size_t kPage = 4096;
+  return (size + kPage - 1) / kPage * kPage;
 }
 
 }  // namespace
 
 MemoryBlock::~MemoryBlock() {
-  if (data_) Free(data_, size_);
+  if (size_ >= kMapped) {
+    Unmap(data_, size_);
+  } else {
+    std::free(data_);
+  }
 }
 
 void MemoryBlock::Grow(std::size_t size) {
@@ -53,17 +61,25 @@ void MemoryBlock::Grow(std::size_t size) {
   if (size < kMapped) {
     grown = std::realloc(data_, size);
   } else {
-    size = (size + kPage - 1) / kPage * kPage;
-    const bool wasMapped = size_ >= kMapped;
-    grown = Map(wasMapped ? data_ : nullptr, size_, size);
-    if (grown && data_ && !wasMapped) {
-      __builtin_memcpy(grown, data_, size_);
+    size = InPages(size);
+    grown = size_ >= kMapped ? Remap(data_, size_, size) : Map(size);
+    if (grown && size_ > 0 && size_ < kMapped) {
+      std::memcpy(grown, data_, size_);
       std::free(data_);
     }
   }
   if (!grown) throw std::bad_alloc();
   data_ = grown;
   size_ = size;
+}
+
+void MemoryBlock::Shrink(std::size_t size) {
+  size = InPages(size);
+  if (size < kMapped || size >= size_) return;
+  if (void* const shrunk = Remap(data_, size_, size)) {
+    data_ = shrunk;
+    size_ = size;
+  }
 }
 
 }  // namespace pallomir

@@ -27,6 +27,9 @@ class MemoryBlock {
   /// At least `size` bytes, what was there unchanged. Throws std::bad_alloc.
   void Grow(std::size_t size);
 
+  /// Gives back what lies behind `size` bytes, where that is more than a few pages.
+  void Shrink(std::size_t size);
+
  private:
   void* data_ = nullptr;
   std::size_t size_ = 0;
@@ -58,6 +61,9 @@ class GrowingArray {
     if (size > Capacity()) block_.Grow((size + size / 8) * sizeof(T));
     size_ = size;
   }
+
+  /// Gives memory back that is beyond the usual reserve.
+  void TrimReserve() { block_.Shrink((size_ + size_ / 8) * sizeof(T)); }
 
   /// No elements. Up to `keepBytes` of memory stay for the next ones.
   void Clear(std::size_t keepBytes) {

@@ -1,6 +1,7 @@
 #include "tracking/point_store.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "map/bulk_projection.h"
 #include "tracking/record_rows.h"
@@ -52,11 +53,16 @@ std::size_t MergeInto(DataPoint* stored, std::size_t count, std::span<const Data
   const DataPoint* b = fresh.data();
   const DataPoint* const bEnd = b + fresh.size();
   while (a != aEnd && b != bEnd) {
-    // No branch on the order, which is anything when streams interleave.
+    // No branch on the order, which is anything when streams interleave; the compiler makes one of a plain
+    // choice between the two.
     const std::uint32_t aTime = WithoutFlag(a->time);
     const std::uint32_t bTime = WithoutFlag(b->time);
-    *out++ = *(aTime <= bTime ? a : b);
-    a += aTime <= bTime;
+    const bool takeA = aTime <= bTime;
+    const auto aAddress = reinterpret_cast<std::uintptr_t>(a);
+    const auto bAddress = reinterpret_cast<std::uintptr_t>(b);
+    const std::uintptr_t taken = bAddress ^ ((aAddress ^ bAddress) & -std::uintptr_t{takeA});
+    *out++ = *reinterpret_cast<const DataPoint*>(taken);
+    a += takeA;
     b += bTime <= aTime;
   }
   out = std::copy(b, bEnd, out);
@@ -83,27 +89,44 @@ std::optional<std::size_t> UnitTrack::NearestTo(Millis utc) const {
 }
 
 void UnitTrack::Merge(std::span<const DataPoint> rows) {
-  Gather(rows);
   Settle();
+  Place(rows);
 }
 
 void UnitTrack::Gather(std::span<const DataPoint> rows) {
   if (rows.empty()) return;
   const bool isLatest = points_.Size() == 0 || Earlier(points_.View().back(), rows.front());
   const bool waits = !late_.empty() && !Earlier(latestWaiting_, rows.front());
-  if (isLatest && !waits) return AppendLatest(rows);
+  if (isLatest && !waits) return Place(rows);
   if (late_.empty() || Earlier(latestWaiting_, rows.back())) latestWaiting_ = rows.back();
   lateRuns_.push_back(late_.size());
   late_.insert(late_.end(), rows.begin(), rows.end());
   JoinLateRuns(false);
 }
 
-void UnitTrack::AppendLatest(std::span<const DataPoint> rows) {
-  const std::size_t before = points_.Size();
-  points_.Resize(before + rows.size());
-  miles_.Resize(before + rows.size());
-  std::copy(rows.begin(), rows.end(), points_.Data() + before);
-  FillTravelledMiles(points_.View(), miles_.Data(), before);
+void UnitTrack::Settle() {
+  if (late_.empty()) return;
+  JoinLateRuns(true);
+  Place(late_);
+  late_ = {};
+  lateRuns_ = {};
+}
+
+// Merges the rows into the points: those earlier than the first row stay as they are.
+void UnitTrack::Place(std::span<const DataPoint> rows) {
+  if (rows.empty()) return;
+  const auto points = Points();
+  auto from = points.end();
+  if (!points.empty() && !Earlier(points.back(), rows.front()))
+    from = std::lower_bound(points.begin(), points.end(), rows.front(), Earlier);
+  const auto keep = static_cast<std::size_t>(from - points.begin());
+  const std::size_t behind = points.size() - keep;
+  points_.Resize(points.size() + rows.size());
+  const std::size_t merged = MergeInto(points_.Data() + keep, behind, rows);
+  points_.Resize(keep + merged);
+  if (merged < behind + rows.size()) points_.TrimReserve();  // of the room for times that are stored
+  miles_.Resize(points_.Size());
+  FillTravelledMiles(Points(), miles_.Data(), keep);
 }
 
 // Joins the last runs, all of them or until each run is less than half as long as the one before: so there
@@ -117,21 +140,6 @@ void UnitTrack::JoinLateRuns(bool all) {
     late_.resize(before + MergeInto(late_.data() + before, last - before, fresh));
     lateRuns_.pop_back();
   }
-}
-
-void UnitTrack::Settle() {
-  if (late_.empty()) return;
-  JoinLateRuns(true);
-  const auto points = Points();
-  const auto from = std::lower_bound(points.begin(), points.end(), late_.front(), Earlier);
-  const auto keep = static_cast<std::size_t>(from - points.begin());
-  const std::size_t behind = points.size() - keep;
-  points_.Resize(points.size() + late_.size());
-  points_.Resize(keep + MergeInto(points_.Data() + keep, behind, late_));
-  miles_.Resize(points_.Size());
-  FillTravelledMiles(Points(), miles_.Data(), keep);
-  late_ = {};
-  lateRuns_ = {};
 }
 
 void UnitTrack::Clear() {

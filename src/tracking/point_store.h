@@ -45,7 +45,7 @@ class UnitTrack {
   }
 
  private:
-  void AppendLatest(std::span<const DataPoint> rows);
+  void Place(std::span<const DataPoint> rows);
   void JoinLateRuns(bool all);
 
   GrowingArray<DataPoint> points_;
