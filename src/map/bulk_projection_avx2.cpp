@@ -10,6 +10,9 @@
 
 #include <immintrin.h>
 
+#include <cstddef>
+#include <cstring>
+
 namespace pallomir {
 
 namespace {
@@ -29,8 +32,10 @@ __attribute__((target("avx2,fma"))) inline __m128 LoadRow(const DataPoint& row) 
 }
 
 __attribute__((target("avx2,fma"))) inline void StorePositions(DataPoint* two, __m128i positions) {
-  _mm_storel_pd(reinterpret_cast<double*>(&two[0].x), _mm_castsi128_pd(positions));
-  _mm_storeh_pd(reinterpret_cast<double*>(&two[1].x), _mm_castsi128_pd(positions));
+  const std::int64_t halves[] = {_mm_cvtsi128_si64(positions), _mm_extract_epi64(positions, 1)};
+  for (int i = 0; i < 2; ++i) {
+    std::memcpy(reinterpret_cast<char*>(two + i) + offsetof(DataPoint, x), &halves[i], sizeof halves[i]);
+  }
 }
 
 }  // namespace
