@@ -21,7 +21,7 @@ bool HasUsablePosition(const DataPoint& wireRow) {
     return static_cast<std::uint32_t>(value) + static_cast<std::uint32_t>(limit) <=
            2 * static_cast<std::uint32_t>(limit);
   };
-  return isWithin(wireRow.x, kMaxLatitude) & isWithin(wireRow.y, kMaxLongitude);
+  return isWithin(wireRow.x, kMaxLatitude) && isWithin(wireRow.y, kMaxLongitude);
 }
 
 bool IsUsable(const DataPoint& wireRow) {
@@ -36,7 +36,9 @@ bool IsInOrder(std::span<const DataPoint> wireRows) {
   std::uint32_t before = WithoutFlag(wireRows.front().time);
   for (const DataPoint& row : wireRows.subspan(1)) {
     const std::uint32_t time = WithoutFlag(row.time);
-    inOrder &= (time > before) & HasPossibleTimeOfDay(time) & HasUsablePosition(row);
+    inOrder &= time > before;
+    inOrder &= HasPossibleTimeOfDay(time);
+    inOrder &= HasUsablePosition(row);
     if (!IsSameDay(time, before)) inOrder &= IsPossiblePackedTime(time);
     before = time;
   }
