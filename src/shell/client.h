@@ -332,8 +332,9 @@ class Client {
   std::unique_ptr<ServerConnection> connection_;
   int errorCount_ = 0;
   RetryCountdown countdown_;
-  std::size_t newBytes_ = 0;    // arrived since the buffer was last decoded
-  bool storeFullTold_ = false;  // in this connection
+  std::size_t newBytes_ = 0;        // arrived since the buffer was last decoded
+  std::size_t leftOutRecords_ = 0;  // of the batch that is being decoded
+  bool storeFullTold_ = false;      // in this connection
 
   MapView view_;
   std::unique_ptr<TrackTiles> tiles_;

@@ -104,6 +104,9 @@ void Client::DecodeBuffer() {
   const auto outcome =
       stream_.Decode([this](std::string_view unitId, ByteView records) { MergePacket(unitId, records); });
   store_.Settle();
+  // One line a batch: a stream of nothing else must not fill the trace.
+  if (const std::size_t count = std::exchange(leftOutRecords_, 0); count > 0)
+    ports_.trace.Line(std::to_string(count) + " record(s) without a possible place or date left out");
   newBytes_ = 0;
   ports_.wsClientC.SetReading(true);
   if (outcome.end == PacketStream::End::kShortTail) dataPause_->SetEnabled(true);
@@ -118,10 +121,7 @@ void Client::MergePacket(std::string_view unitId, ByteView records) {
   const std::size_t k = book_.EnabledPositionOf(unitId);
   if (k == 0) return;
   const DecodedRecords decoded = DecodeRecords(records);
-  if (decoded.leftOut > 0) {
-    ports_.trace.Line(std::to_string(decoded.leftOut) +
-                      " record(s) without a possible place or date left out");
-  }
+  leftOutRecords_ += decoded.leftOut;
   picture_.rows.clear();  // its columns name points by their places, which may shift
   if (!store_.Gather(k, decoded.rows, view_.DataBox) && !std::exchange(storeFullTold_, true)) {
     ports_.trace.Line("the store is full: what comes now is left out");
