@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
+#include <bit>
+#include <cassert>
 #include <cstdlib>
+#include <limits>
+#include <utility>
 
 namespace pallomir {
 namespace {
@@ -63,21 +66,183 @@ const Shape& RingEnds() {
   return shape;
 }
 
-// Row 0 is the centre pixel, row 1 the two beside it; the column is the phase along the line.
-constexpr std::uint8_t kLinePattern[2][4] = {{kWhite, kWhite, kBlack, kBlack},
-                                             {kBlack, kWhite, kWhite, kBlack}};
+// Colours of the four phases along a line, 16 bits a phase from the lowest: the centre pixel in the low byte,
+// the two beside it in the high one. Shifted round by a phase for every step.
+constexpr std::uint64_t kLinePattern = 0x0303'0203'0202'0302;
+static_assert(kWhite == 2 && kBlack == 3);
 
-std::int64_t RoundedQuotient(std::int64_t product, std::int64_t divisor) {
-  return static_cast<std::int64_t>(
-      std::nearbyint(static_cast<double>(product) / static_cast<double>(divisor)));
+// The line that joins (0, 0) and (`along`, `across`) leaves its axis by across * k / along at step k, rounded
+// half to even. Both 0 or more, across <= along. One step at a time, with the remainder carried on.
+class Deviation {
+ public:
+  constexpr Deviation(int along, int across) : along_(along), across_(across) {}
+
+  constexpr int Next() {
+    remainder_ += across_;
+    if (remainder_ >= along_) {
+      remainder_ -= along_;
+      ++quotient_;
+    }
+    const bool up = std::int64_t{2} * remainder_ + (quotient_ & 1) > along_;
+    return quotient_ + (up ? 1 : 0);
+  }
+
+ private:
+  int along_;
+  int across_;
+  int quotient_ = 0;
+  int remainder_ = 0;
+};
+
+// Points follow each other closely, so that most segments are short: their deviations are looked up, by
+// [along][across][k - 1].
+constexpr int kLongestKnown = 12;
+using Deviations = std::array<std::int8_t, kLongestKnown>;
+constexpr auto kKnownDeviations = [] {
+  std::array<std::array<Deviations, kLongestKnown + 1>, kLongestKnown + 1> known{};
+  for (int along = 1; along <= kLongestKnown; ++along) {
+    for (int across = 0; across <= along; ++across) {
+      Deviation deviation(along, across);
+      for (int k = 0; k < along; ++k) {
+        known[static_cast<std::size_t>(along)][static_cast<std::size_t>(across)]
+             [static_cast<std::size_t>(k)] = static_cast<std::int8_t>(deviation.Next());
+      }
+    }
+  }
+  return known;
+}();
+
+// What shapes are painted on: places, and steps from one place to another. On the plane itself a place is an
+// address and a step a number of bytes.
+class PlaneCanvas {
+ public:
+  using Place = std::uint8_t*;
+  using Step = std::ptrdiff_t;
+
+  explicit PlaneCanvas(TrackMarks& marks) : marks_(marks), down_(marks.Stride()) {}
+  Place At(Pixel p) { return marks_.At(p.x, p.y); }
+  static Step Right() { return 1; }
+  Step Down() const { return down_; }
+  static void Mark(Place place, std::uint8_t colour) { *place = colour; }
+
+ private:
+  TrackMarks& marks_;
+  std::ptrdiff_t down_;
+};
+
+// At the world's upper and left edge the plane is folded, and steps are steps of coordinates.
+class FoldedCanvas {
+ public:
+  struct Step {
+    std::int64_t x, y;
+    friend Step operator*(std::int64_t n, Step s) { return {n * s.x, n * s.y}; }
+  };
+  struct Place {
+    std::int64_t x, y;
+    friend Place operator+(Place p, Step s) { return {p.x + s.x, p.y + s.y}; }
+  };
+
+  explicit FoldedCanvas(TrackMarks& marks) : marks_(marks) {}
+  static Place At(Pixel p) { return {p.x, p.y}; }
+  static Step Right() { return {1, 0}; }
+  static Step Down() { return {0, 1}; }
+  void Mark(Place place, std::uint8_t colour) { marks_.MarkPixel(place.x, place.y, colour); }
+
+ private:
+  TrackMarks& marks_;
+};
+
+template <class Canvas>
+void PaintCross(Canvas& canvas, Pixel p) {
+  const auto centre = canvas.At(p);
+  for (const int d : {0, -2, -1, 1, 2}) canvas.Mark(centre + d * canvas.Right(), kRed);
+  for (const int d : {-2, -1, 1, 2}) canvas.Mark(centre + d * canvas.Down(), kRed);
 }
+
+template <class Canvas>
+void Stamp(Canvas& canvas, Pixel p, const Shape& shape, std::uint8_t colour) {
+  const auto centre = canvas.At(p);
+  for (const Pixel& d : shape) canvas.Mark(centre + d.x * canvas.Right() + d.y * canvas.Down(), colour);
+}
+
+// Three pixels wide, from the current point p1 back to the previous one, both ends left out so that their
+// crosses stay whole. One step per pixel of the longer axis; no two steps share a pixel.
+template <class Canvas>
+void PaintSegment(Canvas& canvas, Pixel p0, Pixel p1) {
+  const int dx = p0.x - p1.x;
+  const int dy = p0.y - p1.y;
+  const bool steep = std::abs(dx) <= std::abs(dy);
+  const int along = std::max(std::abs(dx), std::abs(dy));
+  const int across = std::min(std::abs(dx), std::abs(dy));
+  const int sign = (steep ? dy : dx) > 0 ? 1 : -1;
+  const int signAcross = (steep ? dx : dy) > 0 ? 1 : -1;
+  const auto ahead = sign * (steep ? canvas.Down() : canvas.Right());
+  const auto aside = signAcross * (steep ? canvas.Right() : canvas.Down());
+  // The phase of a step is its coordinate along the line, counted in the line's direction, plus 3.
+  const int phase = (sign * (steep ? p1.y : p1.x) + 1 + 3) & 3;
+  std::uint64_t colours = std::rotr(kLinePattern, 16 * phase);
+  auto onAxis = canvas.At(p1);
+  const auto step = [&](int deviation) {
+    onAxis = onAxis + ahead;
+    const auto centre = onAxis + deviation * aside;
+    canvas.Mark(centre, static_cast<std::uint8_t>(colours));
+    canvas.Mark(centre + aside, static_cast<std::uint8_t>(colours >> 8));
+    canvas.Mark(centre + -1 * aside, static_cast<std::uint8_t>(colours >> 8));
+    colours = std::rotr(colours, 16);
+  };
+  if (along <= kLongestKnown) {
+    const Deviations& known =
+        kKnownDeviations[static_cast<std::size_t>(along)][static_cast<std::size_t>(across)];
+    for (std::size_t k = 1; k < static_cast<std::size_t>(along); ++k) step(known[k - 1]);
+  } else {
+    Deviation deviation(along, across);
+    for (int k = 1; k < along; ++k) step(deviation.Next());
+  }
+}
+
+// No window is larger; the bound of what the plane takes.
+constexpr int kLargestView = 32767;
+
+// The part of one axis that is drawn: where points are visible, in pixels and in world units.
+struct VisibleRange {
+  VisibleRange(std::int32_t centre, int viewSize, std::int32_t unitsPerPixel) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    const std::int64_t middle = centre / unitsPerPixel;
+    const std::int64_t reach = std::min(viewSize, kLargestView) + kTileSize - 1;
+    if (reach < 0) return;
+    pixels.first = std::max<std::int64_t>(middle - reach, Limits::min() / unitsPerPixel);
+    pixels.last = std::min<std::int64_t>(middle + reach, Limits::max() / unitsPerPixel);
+    // Division cuts towards zero: a pixel below 0 begins a pixel's width before its multiple and ends at it.
+    const std::int64_t begin = pixels.first * unitsPerPixel - (pixels.first > 0 ? 0 : unitsPerPixel - 1);
+    const std::int64_t end = pixels.last * unitsPerPixel + (pixels.last < 0 ? 0 : unitsPerPixel - 1);
+    first = static_cast<std::int32_t>(std::max<std::int64_t>(begin, Limits::min()));
+    last = static_cast<std::int32_t>(std::min<std::int64_t>(end, Limits::max()));
+  }
+
+  bool Holds(std::int32_t world) const { return first <= world && world <= last; }
+
+  // Rings reach this far beyond a visible pixel, and nothing else farther.
+  static constexpr int kMargin = 8;
+  PixelRange Marked() const {
+    return pixels.last < pixels.first ? pixels : PixelRange{pixels.first - kMargin, pixels.last + kMargin};
+  }
+
+  PixelRange pixels;
+  std::int32_t first = 0;
+  std::int32_t last = -1;
+};
 
 class Painter {
  public:
-  Painter(const TrackDrawing& drawing, int generation)
+  explicit Painter(const TrackDrawing& drawing)
       : drawing_(drawing),
-        picture_{TrackMarks(generation, drawing.TileZoom), {}},
-        centre_(PixelOf(drawing.CentreX, drawing.CentreY)) {}
+        visibleX_(drawing.CentreX, drawing.browser.width, drawing.UnitsPerPixel),
+        visibleY_(drawing.CentreY, drawing.browser.height, drawing.UnitsPerPixel),
+        picture_{TrackMarks(visibleX_.Marked(), visibleY_.Marked()), {}},
+        plane_(picture_.marks),
+        folded_(picture_.marks) {
+    assert(std::has_single_bit(static_cast<std::uint32_t>(drawing.UnitsPerPixel)));
+  }
 
   TrackPicture Paint() && {
     for (std::size_t unit = 0; unit < drawing_.units.size(); ++unit) PaintTrack(unit);
@@ -89,32 +254,43 @@ class Painter {
   }
 
  private:
-  Pixel PixelOf(std::int32_t x, std::int32_t y) const {
-    return {x / drawing_.UnitsPerPixel, y / drawing_.UnitsPerPixel};
+  // Division towards zero by a power of two.
+  std::int32_t PixelOf(std::int32_t world) const {
+    return (world + ((world >> 31) & (drawing_.UnitsPerPixel - 1))) >> shift_;
+  }
+  Pixel PixelOf(const DataPoint& point) const { return {PixelOf(point.x), PixelOf(point.y)}; }
+
+  bool IsVisible(const DataPoint& point) const {
+    return visibleX_.Holds(point.x) && visibleY_.Holds(point.y);
   }
 
-  bool IsVisible(Pixel p) const {
-    return std::abs(static_cast<std::int64_t>(p.x) - centre_.x) < drawing_.browser.width + kTileSize &&
-           std::abs(static_cast<std::int64_t>(p.y) - centre_.y) < drawing_.browser.height + kTileSize;
-  }
-
-  void Mark(std::int64_t x, std::int64_t y, std::uint8_t colour) {
-    picture_.marks.MarkPixel(static_cast<std::int32_t>(x), static_cast<std::int32_t>(y), colour);
-  }
+  static bool IsAtFold(Pixel p) { return p.x < VisibleRange::kMargin || p.y < VisibleRange::kMargin; }
 
   void PaintTrack(std::size_t unit) {
     const auto points = drawing_.units[unit];
-    if (points.empty()) return;
-    Pixel previous = PixelOf(points[0].x, points[0].y);
+    Pixel previous;
+    bool fromPrevious = false;
     for (std::size_t j = 0; j < points.size(); ++j) {
-      const Pixel pixel = PixelOf(points[j].x, points[j].y);
-      if (IsVisible(pixel)) {
+      const bool visible = IsVisible(points[j]);
+      if (visible) {
+        const Pixel pixel = PixelOf(points[j]);
         NotePoint(pixel, points[j], j + 1, unit + 1);
-        PaintCross(pixel);
-        if (IsVisible(previous)) PaintSegment(previous, pixel);
+        if (!fromPrevious) previous = pixel;
+        if (IsAtFold(pixel) || IsAtFold(previous)) {
+          PaintPoint(folded_, previous, pixel);
+        } else {
+          PaintPoint(plane_, previous, pixel);
+        }
+        previous = pixel;
       }
-      previous = pixel;
+      fromPrevious = visible;
     }
+  }
+
+  template <class Canvas>
+  void PaintPoint(Canvas& canvas, Pixel previous, Pixel pixel) {
+    PaintCross(canvas, pixel);
+    PaintSegment(canvas, previous, pixel);
   }
 
   void NotePoint(Pixel pixel, const DataPoint& point, std::size_t index, std::size_t unit) {
@@ -123,78 +299,46 @@ class Painter {
     picture_.fastest.Offer({index, point.status & kStatusSpeedMask, unit});
   }
 
-  void PaintCross(Pixel p) {
-    const std::int64_t x = p.x;
-    const std::int64_t y = p.y;
-    Mark(x, y, kRed);
-    for (const int d : {-2, -1, 1, 2}) Mark(x + d, y, kRed);
-    for (const int d : {-2, -1, 1, 2}) Mark(x, y + d, kRed);
-  }
-
-  // Three pixels wide, from the current point back to the previous one, both ends left out so that their
-  // crosses stay whole. One step per pixel of the longer axis.
-  void PaintSegment(Pixel p0, Pixel p1) {
-    const std::int64_t dx = static_cast<std::int64_t>(p0.x) - p1.x;
-    const std::int64_t dy = static_cast<std::int64_t>(p0.y) - p1.y;
-    if (std::abs(dx) <= std::abs(dy)) {
-      const int s = p0.y > p1.y ? 1 : -1;
-      for (std::int64_t y = p1.y + s; y * s < static_cast<std::int64_t>(p0.y) * s; y += s) {
-        const std::int64_t x = p1.x + RoundedQuotient(dx * (y - p1.y), dy);
-        MarkAcross(x, y, 1, 0, Phase(y * s));
-      }
+  void StampAt(Pixel p, const Shape& shape, std::uint8_t colour) {
+    if (IsAtFold(p)) {
+      Stamp(folded_, p, shape, colour);
     } else {
-      const int s = p0.x > p1.x ? 1 : -1;
-      for (std::int64_t x = p1.x + s; x * s < static_cast<std::int64_t>(p0.x) * s; x += s) {
-        const std::int64_t y = p1.y + RoundedQuotient(dy * (x - p1.x), dx);
-        MarkAcross(x, y, 0, 1, Phase(x * s));
-      }
+      Stamp(plane_, p, shape, colour);
     }
   }
 
-  static std::size_t Phase(std::int64_t along) { return static_cast<std::size_t>((along + 3) & 3); }
-
-  void MarkAcross(std::int64_t x, std::int64_t y, int sideX, int sideY, std::size_t phase) {
-    Mark(x, y, kLinePattern[0][phase]);
-    Mark(x + sideX, y + sideY, kLinePattern[1][phase]);
-    Mark(x - sideX, y - sideY, kLinePattern[1][phase]);
-  }
-
-  void Stamp(Pixel at, const Shape& shape, std::uint8_t colour) {
-    for (const Pixel& d : shape)
-      Mark(static_cast<std::int64_t>(at.x) + d.x, static_cast<std::int64_t>(at.y) + d.y, colour);
-  }
-
   void StampAll(const std::vector<Pixel>& places, const Shape& shape, std::uint8_t colour) {
-    for (const Pixel& place : places) Stamp(place, shape, colour);
+    for (const Pixel& place : places) StampAt(place, shape, colour);
   }
 
   // A unit with a single point gets the first point's green in both passes.
   void PaintEnd(std::span<const DataPoint> points, bool first) {
     if (points.empty()) return;
     const DataPoint& point = first ? points.front() : points.back();
-    const Pixel pixel = PixelOf(point.x, point.y);
-    if (IsVisible(pixel)) Stamp(pixel, RingEnds(), first || points.size() == 1 ? kGreen : kMagenta);
+    if (IsVisible(point))
+      StampAt(PixelOf(point), RingEnds(), first || points.size() == 1 ? kGreen : kMagenta);
   }
 
   const TrackDrawing& drawing_;
+  int shift_ = std::countr_zero(static_cast<std::uint32_t>(drawing_.UnitsPerPixel));
+  VisibleRange visibleX_;
+  VisibleRange visibleY_;
   TrackPicture picture_;
-  Pixel centre_;
+  PlaneCanvas plane_;
+  FoldedCanvas folded_;
   std::vector<Pixel> received_;
   std::vector<Pixel> notReceived_;
 };
 
 }  // namespace
 
-void FastestPoints::Offer(const FastPoint& point) {
-  if (entries_.back().speed > point.speed) return;
+void FastestPoints::Insert(const FastPoint& point) {
   const auto slower = std::find_if(entries_.begin(), entries_.end(),
                                    [&point](const FastPoint& entry) { return entry.speed < point.speed; });
   entries_.insert(slower, point);
   if (entries_.size() > kMaxEntries) entries_.resize(kMaxEntries);
 }
 
-TrackPicture DrawTracks(const TrackDrawing& drawing, int generation) {
-  return Painter(drawing, generation).Paint();
-}
+TrackPicture DrawTracks(const TrackDrawing& drawing) { return Painter(drawing).Paint(); }
 
 }  // namespace pallomir

@@ -15,7 +15,7 @@ struct TrackDrawing {
   std::vector<std::span<const DataPoint>> units;
   std::int32_t CentreX = 0;
   std::int32_t CentreY = 0;
-  std::int32_t UnitsPerPixel = 1;  ///< at least 1
+  std::int32_t UnitsPerPixel = 1;  ///< 1, 2, 4 … 2^22
   int TileZoom = 0;
   PixelSize browser;  ///< the band that is drawn reaches one browser size and 256 pixels from the centre
   bool ringReceived = false;     ///< ring the points sent and received
@@ -34,11 +34,16 @@ struct FastPoint {
 /// its ends; at most 22 entries, of equal speeds the earlier found stay ahead.
 class FastestPoints {
  public:
-  void Offer(const FastPoint& point);
+  void Offer(const FastPoint& point) {
+    const std::uint32_t slowest = entries_.back().speed;
+    // Behind all others of its speed it would be the entry too many.
+    if (point.speed > slowest || (point.speed == slowest && entries_.size() < kMaxEntries)) Insert(point);
+  }
   const std::vector<FastPoint>& Entries() const { return entries_; }
 
  private:
   static constexpr std::size_t kMaxEntries = 22;
+  void Insert(const FastPoint& point);
   std::vector<FastPoint> entries_{{0, 512, 0}, {0, 0, 0}};
 };
 
@@ -48,6 +53,7 @@ struct TrackPicture {
 };
 
 /// Draws crosses, segments, rings and end markers, in this order, so that end markers lie on top.
-TrackPicture DrawTracks(const TrackDrawing& drawing, int generation);
+/// At most (2 * width + 1037) * (2 * height + 1037) bytes for the plane.
+TrackPicture DrawTracks(const TrackDrawing& drawing);
 
 }  // namespace pallomir

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
-#include <unordered_map>
+#include <cstdlib>
+#include <memory>
 #include <vector>
 
 #include "map/tile_name.h"
@@ -24,40 +25,64 @@ enum TrackColour : std::uint8_t {
 inline constexpr std::uint32_t kTrackPalette[] = {0x00000000, 0xFFFF0000, 0xFFFFFFFF, 0xFF000000,
                                                   0xFF0000FF, 0xFF00FF00, 0xFFFF00FF};
 
-/// The tiles of one rebuild: which were touched, and a colour index for each of their pixels. A later mark
-/// overwrites an earlier one.
+/// A range of pixel coordinates, both ends included; empty where last < first.
+struct PixelRange {
+  std::int64_t first = 0;
+  std::int64_t last = -1;
+};
+
+/// The pixels of one tile: rows of kTileSize colour indexes, `stride` bytes apart.
+struct TilePixels {
+  const std::uint8_t* rows = nullptr;
+  std::ptrdiff_t stride = 0;
+};
+
+/// The marks of one rebuild: one plane with a colour index for every pixel of the band, widened to whole
+/// tiles. A later mark overwrites an earlier one. No colour is 0, so a tile was touched exactly when it holds
+/// a byte that is not 0. The plane starts as untouched zero pages: memory is taken where something is drawn.
 class TrackMarks {
  public:
-  /// One tile's pixels, row by row from the top.
-  using Plane = std::vector<std::uint8_t>;
+  TrackMarks() = default;
 
-  TrackMarks(int generation, int zoom) : generation_(generation), zoom_(zoom) {}
+  /// A plane for marks within these pixel coordinates (at the tiles' zoom).
+  TrackMarks(PixelRange x, PixelRange y);
 
-  /// Pixel coordinates at the set's zoom.
-  void MarkPixel(std::int32_t px, std::int32_t py, std::uint8_t colour);
+  /// Within the plane's ranges.
+  void MarkPixel(std::int64_t px, std::int64_t py, std::uint8_t colour) {
+    *At(Folded(px), Folded(py)) = colour;
+  }
 
-  std::size_t TileCount() const { return tiles_.size(); }
+  /// Where pixel (px, py) lies, neither of them negative. The pixel to the right is one byte further, the one
+  /// below Stride() bytes.
+  std::uint8_t* At(std::int64_t px, std::int64_t py) { return plane_.get() + Offset(px, py); }
+  std::ptrdiff_t Stride() const { return stride_; }
 
-  /// Name of the tile in slot 0..TileCount()-1, in the order of the first touch.
-  const std::string& Name(std::size_t slot) const { return tiles_[slot].name; }
-  const Plane& Marks(std::size_t slot) const { return tiles_[slot].marks; }
+  /// The tiles that hold a mark, row by row.
+  std::vector<TilePlace> TouchedTiles() const;
+
+  /// Of a tile that TouchedTiles() named.
+  TilePixels PixelsOf(TilePlace tile) const;
 
  private:
-  struct Tile {
-    std::string name;
-    Plane marks;
+  struct Free {
+    void operator()(std::uint8_t* memory) const { std::free(memory); }
   };
 
-  Tile& TileAt(std::int32_t px, std::int32_t py);
+  // A tile's column is its pixel divided by 256 towards zero, while the place within the tile is the low
+  // eight bits. So the pixels -255..-1 fall on column 0, over 1..255, and every negative column is shifted
+  // alike.
+  static std::int64_t Folded(std::int64_t p) { return p < 0 && p % kTileSize != 0 ? p + kTileSize : p; }
 
-  int generation_;
-  int zoom_;
-  std::unordered_map<std::uint64_t, std::size_t> slots_;
-  std::vector<Tile> tiles_;
-  // The tile of the last mark: marks come in runs along a track.
-  std::uint64_t lastKey_ = 0;
-  std::size_t lastSlot_ = 0;
-  bool hasLast_ = false;
+  std::ptrdiff_t Offset(std::int64_t x, std::int64_t y) const {
+    return (y - std::int64_t{firstRow_} * kTileSize) * stride_ + (x - std::int64_t{firstColumn_} * kTileSize);
+  }
+
+  std::int32_t firstColumn_ = 0;
+  std::int32_t firstRow_ = 0;
+  std::int32_t columns_ = 0;
+  std::int32_t rows_ = 0;
+  std::ptrdiff_t stride_ = 0;
+  std::unique_ptr<std::uint8_t, Free> plane_;
 };
 
 }  // namespace pallomir

@@ -19,15 +19,27 @@ TrackTiles::TrackTiles(TileFolders folders, Trace& trace, std::function<void(con
 }
 
 std::optional<DeleteError> TrackTiles::Rebuild(const TrackDrawing* drawing) {
-  if (const auto error = DeleteOldTiles()) return error;
-  fastest_ = {};
-  generation_ = (generation_ + 1) % 65536;
-  if (drawing) {
-    TrackPicture picture = DrawTracks(*drawing, generation_);
-    fastest_ = std::move(picture.fastest);
-    WriteTiles(picture.marks);
-  }
+  TrackPicture picture = drawing ? DrawTracks(*drawing) : TrackPicture();
+  const int generation = (generation_ + 1) % 65536;
+  const std::vector<TilePlace> touched = picture.marks.TouchedTiles();
+  std::vector<std::string> names;
+  for (const TilePlace tile : touched) names.push_back(TileName(generation, drawing->TileZoom, tile));
+  // Zone tiles first: no track tile is renamed then for nothing.
+  if (const auto error = DeleteFiles(folders_.zone)) return error;
+  if (const auto error = RetireTiles(folders_.track, names)) return error;
+  fastest_ = std::move(picture.fastest);
+  generation_ = generation;
+  for (std::size_t i = 0; i < touched.size(); ++i) SaveTile(names[i], picture.marks.PixelsOf(touched[i]));
   return std::nullopt;
+}
+
+void TrackTiles::SaveTile(const std::string& name, TilePixels tile) {
+  if (cBitmap::EncoderForPattern("*.png") == ImageEncoder::kNone) {
+    showError_("Error: \"*.png\" extension not supported");
+  } else if (!WriteTile(folders_.track, name, png_.Encode(tile))) {
+    imaging_.Error(kWin32Error, "SaveToFile");
+    trace_.Line("tile " + name + " could not be written");
+  }
 }
 
 std::string TrackTiles::GenerationText() const {
@@ -43,24 +55,6 @@ std::string TrackTiles::ZoneTilePath(std::string_view suffix, bool alerted) cons
   const std::string name = suffix.empty() ? std::string() : FindTile(folders_.zone, suffix);
   return name.empty() ? folders_.placeholders / (alerted ? kAlertedTile : kNotAlertedTile)
                       : folders_.zone / name;
-}
-
-std::optional<DeleteError> TrackTiles::DeleteOldTiles() {
-  for (const auto& folder : {folders_.track, folders_.zone}) {
-    if (const auto error = DeleteFiles(folder)) return error;
-  }
-  return std::nullopt;
-}
-
-void TrackTiles::WriteTiles(const TrackMarks& marks) {
-  const ImageEncoder encoder = cBitmap::EncoderForPattern("*.png");
-  for (std::size_t slot = 0; slot < marks.TileCount(); ++slot) {
-    if (encoder == ImageEncoder::kNone) {
-      showError_("Error: \"*.png\" extension not supported");
-    } else if (!SaveTile(marks, slot, folders_.track, bitmap_, encoder)) {
-      trace_.Line("tile " + marks.Name(slot) + " could not be written");
-    }
-  }
 }
 
 }  // namespace pallomir

@@ -8,6 +8,7 @@
 
 #include "base/trace.h"
 #include "map/imaging.h"
+#include "map/palette_png.h"
 #include "map/tile_files.h"
 #include "map/tile_renderer.h"
 #include "platform/folders.h"
@@ -35,8 +36,8 @@ class TrackTiles {
   /// `showError` gets what the user must know.
   TrackTiles(TileFolders folders, Trace& trace, std::function<void(const std::string&)> showError);
 
-  /// Deletes the old set, then draws and writes the new one; without a drawing the new set is empty. An error
-  /// while deleting leaves the generation as it is.
+  /// Draws the new set and writes it in the old one's place; without a drawing the new set is empty. An error
+  /// while deleting leaves the generation as it is. A tile that can't be written is missing, and traced.
   std::optional<DeleteError> Rebuild(const TrackDrawing* drawing);
 
   /// 0 before the first rebuild, 0..65535.
@@ -52,14 +53,13 @@ class TrackTiles {
   std::string ZoneTilePath(std::string_view suffix, bool alerted) const;
 
  private:
-  std::optional<DeleteError> DeleteOldTiles();
-  void WriteTiles(const TrackMarks& marks);
+  void SaveTile(const std::string& name, TilePixels tile);
 
   TileFolders folders_;
   Trace& trace_;
   std::function<void(const std::string&)> showError_;
   cGDIP imaging_;
-  cBitmap bitmap_{imaging_};
+  PalettePng png_{kTrackPalette};
   int generation_ = 0;
   FastestPoints fastest_;
 };
