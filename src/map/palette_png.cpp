@@ -2,6 +2,8 @@
 
 #include <libdeflate.h>
 
+#include <bit>
+#include <cstring>
 #include <string_view>
 
 namespace pallomir {
@@ -17,6 +19,18 @@ void Put32(std::uint8_t* at, std::uint32_t value) {
 }
 
 std::uint32_t Crc(ByteView bytes) { return libdeflate_crc32(0, bytes.data(), bytes.size()); }
+
+// Two pixels a byte, the left one in the high half. In pairs of one number each, which the compiler handles
+// eight at a time.
+void PackRow(const std::uint8_t* pixels, std::uint8_t* packed) {
+  std::uint16_t pairs[kRowBytes];
+  std::uint8_t row[kRowBytes];
+  std::memcpy(pairs, pixels, sizeof pairs);
+  constexpr bool kLeftIsLow = std::endian::native == std::endian::little;
+  for (std::size_t x = 0; x < kRowBytes; ++x)
+    row[x] = static_cast<std::uint8_t>(kLeftIsLow ? pairs[x] << 4 | pairs[x] >> 8 : pairs[x] >> 4 | pairs[x]);
+  std::memcpy(packed, row, sizeof row);
+}
 
 // A chunk's sum covers its type and its content.
 void AppendChunk(Bytes& file, std::string_view type, ByteView content) {
@@ -61,8 +75,7 @@ ByteView PalettePng::Encode(TilePixels tile) {
   std::uint8_t* out = &file_[picture_];
   for (int y = 0; y < kTileSize; ++y, tile.rows += tile.stride) {
     ++out;  // the filter
-    for (std::size_t x = 0; x < kRowBytes; ++x)
-      out[x] = static_cast<std::uint8_t>(tile.rows[2 * x] << 4 | tile.rows[2 * x + 1]);
+    PackRow(tile.rows, out);
     out += kRowBytes;
   }
   Put32(out, libdeflate_adler32(1, &file_[picture_], kPictureBytes));

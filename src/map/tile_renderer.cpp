@@ -119,15 +119,19 @@ class PlaneCanvas {
   using Place = std::uint8_t*;
   using Step = std::ptrdiff_t;
 
-  explicit PlaneCanvas(TrackMarks& marks) : marks_(marks), down_(marks.Stride()) {}
-  Place At(Pixel p) { return marks_.At(p.x, p.y); }
+  explicit PlaneCanvas(TrackMarks& marks) : plane_(marks.Unfolded()) {}
+  Place At(Pixel p) const { return plane_.At(p.x, p.y); }
   static Step Right() { return 1; }
-  Step Down() const { return down_; }
+  Step Down() const { return plane_.stride; }
   static void Mark(Place place, std::uint8_t colour) { *place = colour; }
 
+  // Asks for the rows of a cross. Marks are written faster than memory answers.
+  void Fetch(Pixel p) const {
+    for (int d = -2; d <= 2; ++d) __builtin_prefetch(At(p) + d * Down(), 1);
+  }
+
  private:
-  TrackMarks& marks_;
-  std::ptrdiff_t down_;
+  MarkPlane plane_;
 };
 
 // At the world's upper and left edge the plane is folded, and steps are steps of coordinates.
@@ -153,14 +157,17 @@ class FoldedCanvas {
 };
 
 template <class Canvas>
-void PaintCross(Canvas& canvas, Pixel p) {
+void PaintCross(Canvas canvas, Pixel p) {
   const auto centre = canvas.At(p);
-  for (const int d : {0, -2, -1, 1, 2}) canvas.Mark(centre + d * canvas.Right(), kRed);
-  for (const int d : {-2, -1, 1, 2}) canvas.Mark(centre + d * canvas.Down(), kRed);
+  for (int d = -2; d <= 2; ++d) canvas.Mark(centre + d * canvas.Right(), kRed);
+  canvas.Mark(centre + -2 * canvas.Down(), kRed);
+  canvas.Mark(centre + -1 * canvas.Down(), kRed);
+  canvas.Mark(centre + canvas.Down(), kRed);
+  canvas.Mark(centre + 2 * canvas.Down(), kRed);
 }
 
 template <class Canvas>
-void Stamp(Canvas& canvas, Pixel p, const Shape& shape, std::uint8_t colour) {
+void Stamp(Canvas canvas, Pixel p, const Shape& shape, std::uint8_t colour) {
   const auto centre = canvas.At(p);
   for (const Pixel& d : shape) canvas.Mark(centre + d.x * canvas.Right() + d.y * canvas.Down(), colour);
 }
@@ -168,7 +175,7 @@ void Stamp(Canvas& canvas, Pixel p, const Shape& shape, std::uint8_t colour) {
 // Three pixels wide, from the current point p1 back to the previous one, both ends left out so that their
 // crosses stay whole. One step per pixel of the longer axis; no two steps share a pixel.
 template <class Canvas>
-void PaintSegment(Canvas& canvas, Pixel p0, Pixel p1) {
+void PaintSegment(Canvas canvas, Pixel p0, Pixel p1) {
   const int dx = p0.x - p1.x;
   const int dy = p0.y - p1.y;
   const bool steep = std::abs(dx) <= std::abs(dy);
@@ -215,11 +222,11 @@ struct VisibleRange {
     // Division cuts towards zero: a pixel below 0 begins a pixel's width before its multiple and ends at it.
     const std::int64_t begin = pixels.first * unitsPerPixel - (pixels.first > 0 ? 0 : unitsPerPixel - 1);
     const std::int64_t end = pixels.last * unitsPerPixel + (pixels.last < 0 ? 0 : unitsPerPixel - 1);
-    first = static_cast<std::int32_t>(std::max<std::int64_t>(begin, Limits::min()));
-    last = static_cast<std::int32_t>(std::min<std::int64_t>(end, Limits::max()));
+    first = std::max<std::int64_t>(begin, Limits::min());
+    count = static_cast<std::uint64_t>(std::min<std::int64_t>(end, Limits::max()) - first + 1);
   }
 
-  bool Holds(std::int32_t world) const { return first <= world && world <= last; }
+  bool Holds(std::int32_t world) const { return static_cast<std::uint64_t>(world - first) < count; }
 
   // Rings reach this far beyond a visible pixel, and nothing else farther.
   static constexpr int kMargin = 8;
@@ -228,21 +235,18 @@ struct VisibleRange {
   }
 
   PixelRange pixels;
-  std::int32_t first = 0;
-  std::int32_t last = -1;
+  std::int64_t first = 0;
+  std::uint64_t count = 0;
 };
 
 class Painter {
  public:
   explicit Painter(const TrackDrawing& drawing)
       : drawing_(drawing),
-        visibleX_(drawing.CentreX, drawing.browser.width, drawing.UnitsPerPixel),
-        visibleY_(drawing.CentreY, drawing.browser.height, drawing.UnitsPerPixel),
-        picture_{TrackMarks(visibleX_.Marked(), visibleY_.Marked()), {}},
+        view_(drawing),
+        picture_{TrackMarks(view_.x.Marked(), view_.y.Marked()), {}},
         plane_(picture_.marks),
-        folded_(picture_.marks) {
-    assert(std::has_single_bit(static_cast<std::uint32_t>(drawing.UnitsPerPixel)));
-  }
+        folded_(picture_.marks) {}
 
   TrackPicture Paint() && {
     for (std::size_t unit = 0; unit < drawing_.units.size(); ++unit) PaintTrack(unit);
@@ -254,49 +258,95 @@ class Painter {
   }
 
  private:
-  // Division towards zero by a power of two.
-  std::int32_t PixelOf(std::int32_t world) const {
-    return (world + ((world >> 31) & (drawing_.UnitsPerPixel - 1))) >> shift_;
-  }
-  Pixel PixelOf(const DataPoint& point) const { return {PixelOf(point.x), PixelOf(point.y)}; }
+  // Which points are visible, and where.
+  struct View {
+    explicit View(const TrackDrawing& drawing)
+        : x(drawing.CentreX, drawing.browser.width, drawing.UnitsPerPixel),
+          y(drawing.CentreY, drawing.browser.height, drawing.UnitsPerPixel),
+          mask(drawing.UnitsPerPixel - 1),
+          shift(std::countr_zero(static_cast<std::uint32_t>(drawing.UnitsPerPixel))) {
+      assert(std::has_single_bit(static_cast<std::uint32_t>(drawing.UnitsPerPixel)));
+    }
 
-  bool IsVisible(const DataPoint& point) const {
-    return visibleX_.Holds(point.x) && visibleY_.Holds(point.y);
-  }
+    bool Shows(const DataPoint& point) const { return x.Holds(point.x) && y.Holds(point.y); }
+    Pixel PixelOf(const DataPoint& point) const { return {PixelOf(point.x), PixelOf(point.y)}; }
+
+    VisibleRange x;
+    VisibleRange y;
+
+   private:
+    // Division towards zero by a power of two.
+    std::int32_t PixelOf(std::int32_t world) const { return (world + ((world >> 31) & mask)) >> shift; }
+
+    std::int32_t mask;
+    int shift;
+  };
 
   static bool IsAtFold(Pixel p) { return p.x < VisibleRange::kMargin || p.y < VisibleRange::kMargin; }
 
+  // A visible point, and whether the one before it is visible too.
+  struct Spot {
+    Pixel at;
+    bool joined = false;
+  };
+  static constexpr std::size_t kBlock = 64;
+
+  // In blocks: first the places of the points, whose parts of the plane are fetched meanwhile, then their
+  // marks.
   void PaintTrack(std::size_t unit) {
     const auto points = drawing_.units[unit];
-    Pixel previous;
-    bool fromPrevious = false;
-    for (std::size_t j = 0; j < points.size(); ++j) {
-      const bool visible = IsVisible(points[j]);
-      if (visible) {
-        const Pixel pixel = PixelOf(points[j]);
-        NotePoint(pixel, points[j], j + 1, unit + 1);
-        if (!fromPrevious) previous = pixel;
-        if (IsAtFold(pixel) || IsAtFold(previous)) {
-          PaintPoint(folded_, previous, pixel);
-        } else {
-          PaintPoint(plane_, previous, pixel);
+    // Copies: marks are bytes, which may be part of anything but of what lives here only.
+    const View view = view_;
+    const PlaneCanvas plane = plane_;
+    const bool rings = drawing_.ringReceived || drawing_.ringNotReceived;
+    std::uint32_t slowest = picture_.fastest.Slowest();
+    std::array<Spot, kBlock> spots;
+    Pixel last;
+    bool joined = false;
+    for (std::size_t begin = 0; begin < points.size(); begin += kBlock) {
+      const std::size_t end = std::min(begin + kBlock, points.size());
+      std::size_t count = 0;
+      bool atFold = joined && IsAtFold(last);
+      for (std::size_t j = begin; j < end; ++j) {
+        const bool visible = view.Shows(points[j]);
+        if (visible) {
+          const Pixel pixel = view.PixelOf(points[j]);
+          if (rings) NoteRings(pixel, points[j].status);
+          if (const std::uint32_t speed = points[j].status & kStatusSpeedMask; speed >= slowest) {
+            picture_.fastest.Offer({j + 1, speed, unit + 1});
+            slowest = picture_.fastest.Slowest();
+          }
+          spots[count++] = {pixel, joined};
+          if (IsAtFold(pixel)) {
+            atFold = true;
+          } else {
+            plane.Fetch(pixel);
+          }
         }
-        previous = pixel;
+        joined = visible;
       }
-      fromPrevious = visible;
+      const std::span visible(spots.data(), count);
+      if (atFold) {
+        PaintSpots(folded_, last, visible);
+      } else {
+        PaintSpots(plane, last, visible);
+      }
+      if (count > 0) last = visible.back().at;
     }
   }
 
   template <class Canvas>
-  void PaintPoint(Canvas& canvas, Pixel previous, Pixel pixel) {
-    PaintCross(canvas, pixel);
-    PaintSegment(canvas, previous, pixel);
+  static void PaintSpots(Canvas canvas, Pixel previous, std::span<const Spot> spots) {
+    for (const Spot& spot : spots) {
+      PaintCross(canvas, spot.at);
+      if (spot.joined) PaintSegment(canvas, previous, spot.at);
+      previous = spot.at;
+    }
   }
 
-  void NotePoint(Pixel pixel, const DataPoint& point, std::size_t index, std::size_t unit) {
-    if (drawing_.ringReceived && (point.status & kStatusReceived)) received_.push_back(pixel);
-    if (drawing_.ringNotReceived && (point.status & kStatusNotReceived)) notReceived_.push_back(pixel);
-    picture_.fastest.Offer({index, point.status & kStatusSpeedMask, unit});
+  void NoteRings(Pixel pixel, std::uint32_t status) {
+    if (drawing_.ringReceived && (status & kStatusReceived)) received_.push_back(pixel);
+    if (drawing_.ringNotReceived && (status & kStatusNotReceived)) notReceived_.push_back(pixel);
   }
 
   void StampAt(Pixel p, const Shape& shape, std::uint8_t colour) {
@@ -315,14 +365,12 @@ class Painter {
   void PaintEnd(std::span<const DataPoint> points, bool first) {
     if (points.empty()) return;
     const DataPoint& point = first ? points.front() : points.back();
-    if (IsVisible(point))
-      StampAt(PixelOf(point), RingEnds(), first || points.size() == 1 ? kGreen : kMagenta);
+    if (view_.Shows(point))
+      StampAt(view_.PixelOf(point), RingEnds(), first || points.size() == 1 ? kGreen : kMagenta);
   }
 
   const TrackDrawing& drawing_;
-  int shift_ = std::countr_zero(static_cast<std::uint32_t>(drawing_.UnitsPerPixel));
-  VisibleRange visibleX_;
-  VisibleRange visibleY_;
+  View view_;
   TrackPicture picture_;
   PlaneCanvas plane_;
   FoldedCanvas folded_;
@@ -332,7 +380,8 @@ class Painter {
 
 }  // namespace
 
-void FastestPoints::Insert(const FastPoint& point) {
+void FastestPoints::Offer(const FastPoint& point) {
+  if (point.speed < Slowest()) return;
   const auto slower = std::find_if(entries_.begin(), entries_.end(),
                                    [&point](const FastPoint& entry) { return entry.speed < point.speed; });
   entries_.insert(slower, point);

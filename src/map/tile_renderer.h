@@ -34,16 +34,16 @@ struct FastPoint {
 /// its ends; at most 22 entries, of equal speeds the earlier found stay ahead.
 class FastestPoints {
  public:
-  void Offer(const FastPoint& point) {
-    const std::uint32_t slowest = entries_.back().speed;
-    // Behind all others of its speed it would be the entry too many.
-    if (point.speed > slowest || (point.speed == slowest && entries_.size() < kMaxEntries)) Insert(point);
+  void Offer(const FastPoint& point);
+  /// The speed below which an offer changes nothing.
+  std::uint32_t Slowest() const {
+    // Of equal speed it would be the entry too many.
+    return entries_.back().speed + (entries_.size() < kMaxEntries ? 0 : 1);
   }
   const std::vector<FastPoint>& Entries() const { return entries_; }
 
  private:
   static constexpr std::size_t kMaxEntries = 22;
-  void Insert(const FastPoint& point);
   std::vector<FastPoint> entries_{{0, 512, 0}, {0, 0, 0}};
 };
 

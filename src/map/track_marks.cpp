@@ -33,18 +33,19 @@ std::int32_t TileIndex(std::int64_t pixel) { return static_cast<std::int32_t>(pi
 
 TrackMarks::TrackMarks(PixelRange x, PixelRange y) {
   if (x.last < x.first || y.last < y.first) return;
-  firstColumn_ = TileIndex(x.first);
-  firstRow_ = TileIndex(y.first);
-  columns_ = TileIndex(x.last) - firstColumn_ + 1;
-  rows_ = TileIndex(y.last) - firstRow_ + 1;
-  stride_ = std::ptrdiff_t{columns_} * kTileSize + kRowGap;
-  const std::size_t size = static_cast<std::size_t>(stride_) * static_cast<std::size_t>(rows_) * kTileSize;
-  plane_.reset(static_cast<std::uint8_t*>(std::calloc(size, 1)));
-  if (!plane_) throw std::bad_alloc();
+  first_ = {TileIndex(x.first), TileIndex(y.first)};
+  columns_ = TileIndex(x.last) - first_.column + 1;
+  rows_ = TileIndex(y.last) - first_.row + 1;
+  const std::ptrdiff_t stride = std::ptrdiff_t{columns_} * kTileSize + kRowGap;
+  const std::size_t size = static_cast<std::size_t>(stride) * static_cast<std::size_t>(rows_) * kTileSize;
+  memory_.reset(static_cast<std::uint8_t*>(std::calloc(size, 1)));
+  if (!memory_) throw std::bad_alloc();
+  plane_ = {memory_.get(), stride, std::int64_t{first_.column} * kTileSize,
+            std::int64_t{first_.row} * kTileSize};
 #ifdef __linux__
   // A track that runs down the plane touches another page with every row. A hint: what becomes of it is no
   // matter.
-  const auto start = reinterpret_cast<std::uintptr_t>(plane_.get());
+  const auto start = reinterpret_cast<std::uintptr_t>(memory_.get());
   const std::uintptr_t firstPage = (start + kHugePage - 1) / kHugePage * kHugePage;
   if (start + size > firstPage)
     ::madvise(reinterpret_cast<void*>(firstPage), start + size - firstPage, MADV_HUGEPAGE);
@@ -53,8 +54,8 @@ TrackMarks::TrackMarks(PixelRange x, PixelRange y) {
 
 std::vector<TilePlace> TrackMarks::TouchedTiles() const {
   std::vector<TilePlace> touched;
-  for (std::int32_t row = firstRow_; row < firstRow_ + rows_; ++row) {
-    for (std::int32_t column = firstColumn_; column < firstColumn_ + columns_; ++column) {
+  for (std::int32_t row = first_.row; row < first_.row + rows_; ++row) {
+    for (std::int32_t column = first_.column; column < first_.column + columns_; ++column) {
       if (HoldsMark(PixelsOf({column, row}))) touched.push_back({column, row});
     }
   }
@@ -62,9 +63,8 @@ std::vector<TilePlace> TrackMarks::TouchedTiles() const {
 }
 
 TilePixels TrackMarks::PixelsOf(TilePlace tile) const {
-  const std::ptrdiff_t offset =
-      Offset(std::int64_t{tile.column} * kTileSize, std::int64_t{tile.row} * kTileSize);
-  return {plane_.get() + offset, stride_};
+  return {plane_.At(std::int64_t{tile.column} * kTileSize, std::int64_t{tile.row} * kTileSize),
+          plane_.stride};
 }
 
 }  // namespace pallomir

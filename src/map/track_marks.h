@@ -37,6 +37,16 @@ struct TilePixels {
   std::ptrdiff_t stride = 0;
 };
 
+/// Bytes of pixels from (left, top) on, rows `stride` bytes apart.
+struct MarkPlane {
+  std::uint8_t* bytes = nullptr;
+  std::ptrdiff_t stride = 0;
+  std::int64_t left = 0;
+  std::int64_t top = 0;
+
+  std::uint8_t* At(std::int64_t x, std::int64_t y) const { return bytes + (y - top) * stride + (x - left); }
+};
+
 /// The marks of one rebuild: one plane with a colour index for every pixel of the band, widened to whole
 /// tiles. A later mark overwrites an earlier one. No colour is 0, so a tile was touched exactly when it holds
 /// a byte that is not 0. The plane starts as untouched zero pages: memory is taken where something is drawn.
@@ -49,13 +59,11 @@ class TrackMarks {
 
   /// Within the plane's ranges.
   void MarkPixel(std::int64_t px, std::int64_t py, std::uint8_t colour) {
-    *At(Folded(px), Folded(py)) = colour;
+    *plane_.At(Folded(px), Folded(py)) = colour;
   }
 
-  /// Where pixel (px, py) lies, neither of them negative. The pixel to the right is one byte further, the one
-  /// below Stride() bytes.
-  std::uint8_t* At(std::int64_t px, std::int64_t py) { return plane_.get() + Offset(px, py); }
-  std::ptrdiff_t Stride() const { return stride_; }
+  /// The plane itself, for marks none of whose coordinates is negative.
+  const MarkPlane& Unfolded() { return plane_; }
 
   /// The tiles that hold a mark, row by row.
   std::vector<TilePlace> TouchedTiles() const;
@@ -73,16 +81,11 @@ class TrackMarks {
   // alike.
   static std::int64_t Folded(std::int64_t p) { return p < 0 && p % kTileSize != 0 ? p + kTileSize : p; }
 
-  std::ptrdiff_t Offset(std::int64_t x, std::int64_t y) const {
-    return (y - std::int64_t{firstRow_} * kTileSize) * stride_ + (x - std::int64_t{firstColumn_} * kTileSize);
-  }
-
-  std::int32_t firstColumn_ = 0;
-  std::int32_t firstRow_ = 0;
+  TilePlace first_;
   std::int32_t columns_ = 0;
   std::int32_t rows_ = 0;
-  std::ptrdiff_t stride_ = 0;
-  std::unique_ptr<std::uint8_t, Free> plane_;
+  MarkPlane plane_;
+  std::unique_ptr<std::uint8_t, Free> memory_;
 };
 
 }  // namespace pallomir

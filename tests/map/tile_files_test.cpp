@@ -1,7 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <png.h>
+#include <unistd.h>
 
+#include <random>
+
+#include "base/number_format.h"
 #include "fakes/temporary_folder.h"
 #include "map/track_tiles.h"
 
@@ -35,6 +39,22 @@ class TrackTilesTest : public testing::Test {
                     trace_,
                     [this](const std::string& text) { errors_.push_back(text); }};
   const std::vector<DataPoint> point_{{1, 1000 * 256 + 7, 2000 * 256 + 9, 0}};
+
+  std::vector<std::string> Names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(Tracks()))
+      names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  // Six tiles in a row, the first of them that of OnePoint().
+  static std::vector<std::string> Wide(const std::string& generation) {
+    std::vector<std::string> names;
+    for (const char* column : {"0003E8", "0003E9", "0003EA", "0003EB", "0003EC", "0003ED"})
+      names.push_back(generation + "16" + column + "0007D0.png");
+    return names;
+  }
 
   TrackDrawing OnePoint() const {
     TrackDrawing drawing;
@@ -81,12 +101,112 @@ TEST_F(TrackTilesTest, EveryRebuildReplacesAllFilesAndCountsOn) {
   EXPECT_EQ(tiles_.GenerationText(), "0000");
 }
 
+// The files of one rebuild serve the next; none keeps what was in it.
+TEST_F(TrackTilesTest, FilesAreWrittenOverWithoutATraceOfTheOldSet) {
+  TrackDrawing wide = OnePoint();
+  std::vector<DataPoint> row;
+  for (std::uint32_t j = 0; j < 6; ++j)
+    row.push_back({j + 1, point_[0].x + 256 * static_cast<int>(j), point_[0].y, 0});
+  wide.units = {row};
+  wide.browser = {2000, 100};
+  const TrackDrawing narrow = OnePoint();
+  tiles_.Rebuild(&narrow);
+  const auto fresh = ReadPng(Tracks() / "0001160003E80007D0.png");
+  tiles_.Rebuild(&wide);
+  EXPECT_EQ(Names(), Wide("0002"));
+  // What lies where a file is to be written over may have grown, shrunk or lost its permissions.
+  fakes::WriteFile(Tracks() / Wide("0002")[0], std::string(100'000, 'x'));
+  fs::resize_file(Tracks() / Wide("0002")[1], 3);
+  fs::permissions(Tracks() / Wide("0002")[2], fs::perms::none);
+  tiles_.Rebuild(&wide);
+  EXPECT_EQ(Names(), Wide("0003"));
+  for (const auto& name : Names()) EXPECT_EQ(ReadPng(Tracks() / name).size(), 65536u) << name;
+  tiles_.Rebuild(&narrow);
+  EXPECT_EQ(Names(), std::vector<std::string>{"0004160003E80007D0.png"});
+  EXPECT_EQ(ReadPng(Tracks() / Names()[0]), fresh);
+  EXPECT_THAT(traced_, testing::IsEmpty());
+}
+
+// Whatever is not a plain tile file of ours is deleted as ever, never written over.
+TEST_F(TrackTilesTest, LinksAndForeignFilesAreNotWrittenOver) {
+  const TrackDrawing drawing = OnePoint();
+  const fs::path precious = folder_.Path() / "precious";
+  for (const char* how : {"symbolic", "hard", "same generation", "lower case"}) {
+    fakes::WriteFile(precious, "precious");
+    const std::string next = HexDigits(static_cast<std::uint64_t>(tiles_.TileGeneration() + 1), 4);
+    const fs::path symbolic = Tracks() / "AAAA160003E80007D0.png";
+    if (how == std::string("symbolic")) fs::create_symlink(precious, symbolic);
+    if (how == std::string("hard")) fs::create_hard_link(precious, symbolic);
+    if (how == std::string("same generation")) {
+      fs::create_symlink(precious, Tracks() / (next + "160003E80007D0.png"));
+      fakes::WriteFile(Tracks() / (next + "16000000000000.png"), "old");
+    }
+    if (how == std::string("lower case")) fakes::WriteFile(Tracks() / "aaaa160003e80007d0.png", "x");
+    EXPECT_FALSE(tiles_.Rebuild(&drawing)) << how;
+    EXPECT_EQ(Names(), std::vector<std::string>{next + "160003E80007D0.png"}) << how;
+    EXPECT_EQ(ReadPng(Tracks() / Names()[0]).size(), 65536u) << how;
+    EXPECT_EQ(fakes::ReadFile(precious), "precious") << how;
+  }
+  EXPECT_THAT(traced_, testing::IsEmpty());
+}
+
+TEST_F(TrackTilesTest, AFolderInATilesPlaceLeavesThatTileBlank) {
+  const TrackDrawing drawing = OnePoint();
+  tiles_.Rebuild(&drawing);
+  fs::create_directory(Tracks() / "0002160003E80007D0.png");
+  EXPECT_FALSE(tiles_.Rebuild(&drawing));
+  EXPECT_EQ(tiles_.TrackTilePath("160003E80007D0"), folder_.Path() / "p" / "blank_x.png");
+  EXPECT_FALSE(fs::exists(Tracks() / "0001160003E80007D0.png"));
+  EXPECT_THAT(traced_, testing::Contains(testing::HasSubstr("imaging error 7 (Win32 Error) in SaveToFile")));
+}
+
+// Files that could be written over, but neither renamed nor deleted: all stays as it is.
+TEST_F(TrackTilesTest, WhatCannotBeDeletedEndsTheRebuildBeforeItBegins) {
+  if (::geteuid() == 0) GTEST_SKIP() << "permissions do not bind root";
+  const TrackDrawing drawing = OnePoint();
+  tiles_.Rebuild(&drawing);
+  fs::permissions(Tracks(), fs::perms::owner_read | fs::perms::owner_exec);
+  const auto error = tiles_.Rebuild(&drawing);
+  fs::permissions(Tracks(), fs::perms::owner_all);
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->number, 70);
+  EXPECT_EQ(tiles_.GenerationText(), "0001");
+  EXPECT_EQ(Names(), std::vector<std::string>{"0001160003E80007D0.png"});
+}
+
+TEST_F(TrackTilesTest, AFolderThatCannotBeListedEndsTheRebuild) {
+  fs::remove(Tracks());
+  fakes::WriteFile(Tracks(), "x");
+  const auto error = tiles_.Rebuild(nullptr);
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->number, 75);
+  EXPECT_EQ(tiles_.GenerationText(), "0000");
+}
+
 TEST_F(TrackTilesTest, ATileThatCannotBeWrittenIsTracedOnly) {
   fs::remove(Tracks());
   const TrackDrawing drawing = OnePoint();
   EXPECT_FALSE(tiles_.Rebuild(&drawing)) << "a folder that is not there holds nothing to delete";
   EXPECT_THAT(traced_, testing::Contains(testing::HasSubstr("imaging error 7 (Win32 Error) in SaveToFile")));
   EXPECT_TRUE(errors_.empty());
+}
+
+// Any picture, read back by another library; every colour at even and odd places; a buffer used again.
+TEST(PalettePng, PicturesComeBackAsTheyWere) {
+  fakes::TemporaryFolder folder;
+  PalettePng png(kTrackPalette);
+  std::mt19937 random(5);
+  constexpr std::ptrdiff_t kStride = 300;
+  for (const unsigned density : {0u, 2u, 256u}) {
+    std::vector<std::uint8_t> plane(kStride * kTileSize);
+    for (auto& pixel : plane) pixel = static_cast<std::uint8_t>(random() % 256 < density ? random() % 7 : 0);
+    const fs::path file = folder.Path() / "x.png";
+    fakes::WriteFile(file, std::string(AsText(png.Encode({plane.data(), kStride}))));
+    const auto pixels = ReadPng(file);
+    ASSERT_EQ(pixels.size(), 65536u);
+    for (std::size_t i = 0; i < pixels.size(); ++i)
+      ASSERT_EQ(pixels[i], kTrackPalette[plane[i / 256 * kStride + i % 256]]) << i << " " << density;
+  }
 }
 
 TEST(Imaging, CallsReportTheirFailures) {

@@ -100,6 +100,70 @@ TEST(TileRenderer, DrawsEverySegmentAsTheRule) {
   }
 }
 
+// Long and short segments in every direction: the first from a table, the others step by step.
+TEST(TileRenderer, DrawsLongSegmentsAsTheRule) {
+  RandomTracks random(99);
+  for (int i = 0; i < 120; ++i) {
+    const int reach = i % 2 == 0 ? 40 : 700;
+    Track track{{1, 2'000'000, 3'000'000, 0}};
+    for (std::uint32_t j = 2; j < 5; ++j) {
+      track.push_back({j, track.back().x + random.Number(-reach, reach),
+                       track.back().y + random.Number(-reach, reach), 0});
+    }
+    TrackDrawing drawing;
+    drawing.units = {track};
+    drawing.CentreX = track[0].x;
+    drawing.CentreY = track[0].y;
+    drawing.TileZoom = 22;
+    drawing.browser = {1000, 1000};
+    ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(drawing)) << i;
+  }
+}
+
+// Crowds of points where coordinates turn negative, at the ends of what 32 bits hold and at the rim of the
+// band, under views of any size, with both kinds of rings and marks over marks.
+TEST(TileRenderer, DrawsEdgesOfTheWorldAndOfTheBandAsTheRule) {
+  constexpr std::int32_t kEnd = 2'147'483'647;
+  const WorldPoint centres[] = {
+      {0, 0},          {-300, 520},     {-256, -256},      {255, -1},
+      {1 << 30, 0},    {-255, 1 << 30}, {kEnd - 900, 900}, {-kEnd + 900, kEnd - 900},
+      {-2'000, 3'000}, {-511, -512}};
+  const PixelSize views[] = {{0, 0}, {1, 1}, {-300, 20}, {33, 900}, {700, 5}};
+  unsigned seed = 0;
+  for (const WorldPoint centre : centres) {
+    for (const PixelSize view : views) {
+      for (const int unit : {1, 4, 1 << 22}) {
+        RandomTracks random(++seed);
+        std::vector<Track> tracks(3);
+        for (Track& track : tracks) {
+          for (std::uint32_t j = 0; j < 60; ++j) {
+            // Mostly dense about the centre; one in four at the band's rim.
+            const auto near = [&](std::int32_t middle, int size) {
+              const int rim = (size + 256) * (random.Number(0, 1) ? 1 : -1);
+              const int offset = random.Number(0, 3) ? random.Number(-60, 60) : rim + random.Number(-3, 3);
+              return static_cast<std::int32_t>(std::clamp<std::int64_t>(
+                  middle + std::int64_t{offset} * unit + random.Number(0, unit - 1), -kEnd + 10, kEnd - 10));
+            };
+            track.push_back({j + 1, near(centre.x, view.width), near(centre.y, view.height),
+                             static_cast<std::uint32_t>(random.Number(0, 0xFFFF))});
+          }
+        }
+        TrackDrawing drawing;
+        drawing.units.assign(tracks.begin(), tracks.end());
+        drawing.CentreX = centre.x;
+        drawing.CentreY = centre.y;
+        drawing.UnitsPerPixel = unit;
+        drawing.TileZoom = 22;
+        drawing.browser = view;
+        drawing.ringReceived = seed % 2 == 0;
+        drawing.ringNotReceived = seed % 3 != 0;
+        ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(drawing))
+            << centre.x << "," << centre.y << " " << view.width << "x" << view.height << " " << unit;
+      }
+    }
+  }
+}
+
 TEST(TileRenderer, TheBandEndsOneBrowserAndATileFromTheCentre) {
   const Track track{{1, 1'000'000, 1'000'000, 0}};
   TrackDrawing drawing;

@@ -129,8 +129,8 @@ LiteralPicture LiteralDraw(const TrackDrawing& d, int generation) {
   const Canvas canvas{picture.tiles, generation, d.TileZoom};
   const int u = d.UnitsPerPixel;
   const auto visible = [&](int px, int py) {
-    return std::abs(px - d.CentreX / u) < d.browser.width + 256 &&
-           std::abs(py - d.CentreY / u) < d.browser.height + 256;
+    return std::abs(std::int64_t{px} - d.CentreX / u) < d.browser.width + 256 &&
+           std::abs(std::int64_t{py} - d.CentreY / u) < d.browser.height + 256;
   };
   std::vector<std::pair<int, int>> received, notReceived;
   for (std::size_t unit = 0; unit < d.units.size(); ++unit) {
