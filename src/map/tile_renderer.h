@@ -53,7 +53,8 @@ struct TrackPicture {
 };
 
 /// Draws crosses, segments, rings and end markers, in this order, so that end markers lie on top.
-/// At most (2 * width + 1037) * (2 * height + 1037) bytes for the plane.
+/// The plane has at most (2 * width + 1101) * (2 * height + 1037) bytes of the browser's size: 16 MB for 1920
+/// x 1080, 159 MB for 7680 x 4320.
 TrackPicture DrawTracks(const TrackDrawing& drawing);
 
 }  // namespace pallomir

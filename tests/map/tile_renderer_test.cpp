@@ -23,12 +23,12 @@ void ExpectAsLiteral(const TrackDrawing& drawing) {
     const auto tile = literal.tiles.find(name);
     ASSERT_NE(tile, literal.tiles.end()) << name;
     const TilePixels pixels = picture.marks.PixelsOf(place);
+    const auto mark = [&pixels](std::size_t x, std::size_t y) {
+      return pixels.rows[static_cast<std::ptrdiff_t>(y) * pixels.stride + static_cast<std::ptrdiff_t>(x)];
+    };
     for (std::size_t x = 0; x < 256; ++x) {
       for (std::size_t y = 0; y < 256; ++y) {
-        ASSERT_EQ(
-            pixels.rows[static_cast<std::ptrdiff_t>(y) * pixels.stride + static_cast<std::ptrdiff_t>(x)],
-            tile->second[x][y])
-            << name << " " << x << "," << y;
+        if (mark(x, y) != tile->second[x][y]) FAIL() << name << " " << x << "," << y;
       }
     }
   }
@@ -103,7 +103,7 @@ TEST(TileRenderer, DrawsEverySegmentAsTheRule) {
 // Long and short segments in every direction: the first from a table, the others step by step.
 TEST(TileRenderer, DrawsLongSegmentsAsTheRule) {
   RandomTracks random(99);
-  for (int i = 0; i < 120; ++i) {
+  for (int i = 0; i < 60; ++i) {
     const int reach = i % 2 == 0 ? 40 : 700;
     Track track{{1, 2'000'000, 3'000'000, 0}};
     for (std::uint32_t j = 2; j < 5; ++j) {
@@ -132,7 +132,7 @@ TEST(TileRenderer, DrawsEdgesOfTheWorldAndOfTheBandAsTheRule) {
   unsigned seed = 0;
   for (const WorldPoint centre : centres) {
     for (const PixelSize view : views) {
-      for (const int unit : {1, 4, 1 << 22}) {
+      for (const int unit : {1, 1 << 22}) {
         RandomTracks random(++seed);
         std::vector<Track> tracks(3);
         for (Track& track : tracks) {
