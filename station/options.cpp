@@ -137,17 +137,42 @@ CLI::App* AddUnits(CLI::App& app, UnitsCommand& command) {
 
 }  // namespace
 
+namespace {
+
+// What an address may have in braces: the tile, the server, and the density of the screen.
+constexpr std::string_view kPlaceholders[] = {"{z}", "{x}", "{y}", "{-y}", "{s}", "{r}"};
+
+bool HasOtherBraces(std::string_view url) {
+  while (!url.empty()) {
+    const std::size_t brace = std::min(url.find_first_of("{}"), url.size());
+    url.remove_prefix(brace);
+    if (url.empty()) break;
+    const auto known = std::ranges::find_if(kPlaceholders, [&](auto each) { return url.starts_with(each); });
+    if (known == std::end(kPlaceholders)) return true;
+    url.remove_prefix(known->size());
+  }
+  return false;
+}
+
+// Pages may ask this host and, for "{s}.", every sibling: so a whole name must follow.
+bool IsPictureHost(std::string_view host) {
+  if (host.starts_with("{s}.")) host.remove_prefix(4);
+  return !host.empty() && host.front() != '.' && host.find_first_of("{}*") == host.npos;
+}
+
+}  // namespace
+
 std::optional<OnlineMap> ParseOnlineMap(std::string_view text) {
   const std::size_t space = text.find(' ');
   if (space == text.npos) return std::nullopt;
   const std::string_view url = text.substr(0, space);
   const std::string attribution = Trimmed(std::string(text.substr(space)));
   const bool isWeb = url.starts_with("https://") || url.starts_with("http://");
-  const bool hasHost =
-      isWeb && url.find("://") + 3 < std::min(url.find('/', url.find("://") + 3), url.size());
+  const std::size_t start = isWeb ? url.find("://") + 3 : url.size();
+  const bool hasHost = IsPictureHost(url.substr(start, url.find_first_of("/?#", start) - start));
   const auto names = [&url](std::string_view part) { return url.find(part) != url.npos; };
   if (!hasHost || !names("{z}") || !names("{x}") || !names("{y}") || attribution.empty()) return std::nullopt;
-  if (!std::ranges::all_of(url, IsAddressCharacter)) return std::nullopt;
+  if (HasOtherBraces(url) || !std::ranges::all_of(url, IsAddressCharacter)) return std::nullopt;
   return OnlineMap{std::string(url), attribution};
 }
 

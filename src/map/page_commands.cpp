@@ -10,7 +10,7 @@
 namespace pallomir {
 namespace {
 
-// `position` counts from 1 at the command letter, as the commands are described.
+// `position` counts from 1 at the command letter.
 std::string_view Field(std::string_view text, std::size_t position,
                        std::size_t length = std::string_view::npos) {
   return position <= text.size() ? text.substr(position - 1, length) : std::string_view{};

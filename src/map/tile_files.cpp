@@ -16,19 +16,16 @@
 // there. So a rebuild renames the old files to new names, writes over them and deletes what is left over.
 //
 // - A tile is asked for by its name, generation included, and the page learns the new generation only when
-// all
-//   tiles are written. A request for an old name finds no file, as if it had been deleted.
+//   all tiles are written. A request for an old name finds no file, as if it had been deleted.
 // - Questions for tiles, requests for files and rebuilds all run on the user interface's thread; a request
 //   takes the whole file at once. So none falls between renaming and writing.
 // - A file that can't be written to its end is deleted, or emptied when even that fails: the tile is blank
 //   then, never half old and half new. A disk that is full does not matter to a file that keeps its size, as
 //   tiles do.
 // - Where renaming fails (read-only folder), deleting fails as well: this is found before anything is
-// written.
-//   Where something else stands in the new name's place, the old file is deleted.
+//   written. Where something else stands in the new name's place, the old file is deleted.
 // - If the program ends in between, by a crash or otherwise, files of the new name may hold the old picture
-// or
-//   part of a new one. The next start deletes all files before the page exists.
+//   or part of a new one. The next start deletes all files before the page exists.
 // - Written over is only what is a tile by its name, a plain file, and has no other name (hard link).
 
 namespace pallomir {

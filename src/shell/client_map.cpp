@@ -83,6 +83,10 @@ void Client::OnPageReady() {
   WriteToggle("mnuViewMapData", field::kMapData);
   WriteToggle("mnuViewTrackingData", field::kTrackingData);
   WriteMapType();
+  // A page that comes back after a loss begins with neither, and with all zones.
+  if (menus_.At("mnuPopupPanorama").checked) SetPanorama(true);
+  if (menus_.At("mnuPopupStreetView").checked) ports_.browser.WriteField(field::kStreetView, "True");
+  if (!menus_.At("mnuViewZones").checked) WriteToggle("mnuViewZones", field::kZonesShown);
   Run(seams.loadZones);
 }
 

@@ -28,8 +28,7 @@ bool IsUsable(const DataPoint& wireRow) {
   return HasUsablePosition(wireRow) && IsPossiblePackedTime(wireRow.time);
 }
 
-// Whether nothing has to be left out or put in order, as it should be: no branch but for a new day, where the
-// calendar has to be asked.
+// Whether nothing has to be left out or put in order, as it should be: no branch but for a new day.
 bool IsInOrder(std::span<const DataPoint> wireRows) {
   if (wireRows.empty()) return true;
   bool inOrder = IsUsable(wireRows.front());

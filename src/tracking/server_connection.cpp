@@ -131,11 +131,9 @@ void ServerConnection::OnLocatorReply(ByteView datagram) {
       host_.message(
           "Error 501332: The request to the Pallomir Website Server returned no data. This can mean:\n"
           "- Your Pallomir Data Server program is not running, so the Pallomir Website Server is not aware "
-          "of this "
-          "mobile unit ID;\n"
+          "of this mobile unit ID;\n"
           "- You have entered an erronoeous mobile unit ID into either this Pallomir Browser or your "
-          "Pallomir Data "
-          "Server, so they do not match.\n"
+          "Pallomir Data Server, so they do not match.\n"
           "Please correct the problem and restart the programs.");
       return;
     case Kind::kWrongLength:

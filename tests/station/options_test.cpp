@@ -85,6 +85,12 @@ TEST_F(CommandLines, SayWhatIsWrong) {
       {"OnlineMap=https://example.org/tiles.png Makers\n", {}, "{z}"},
       {"OnlineMap=ftp://example.org/{z}/{x}/{y}.png Makers\n", {}, "online-map"},
       {"OnlineMap=https:///{z}/{x}/{y}.png Makers\n", {}, "online-map"},
+      {"OnlineMap=https://{s}/{z}/{x}/{y}.png Makers\n", {}, "online-map"},
+      {"OnlineMap=https://{s}:8080/{z}/{x}/{y}.png Makers\n", {}, "online-map"},
+      {"OnlineMap=https://{s}../{z}/{x}/{y}.png Makers\n", {}, "online-map"},
+      {"OnlineMap=https://{z}.example.org/{z}/{x}/{y}.png Makers\n", {}, "online-map"},
+      {"OnlineMap=https://example.org/{z}/{x}/{y}.png?key={key} Makers\n", {}, "online-map"},
+      {"OnlineMap=https://example.org/{z}/{x}/{y}.png} Makers\n", {}, "online-map"},
       {"OnlineMap=https://example.org/{z}/{x}/{y}.png;script-src Makers\n", {}, "online-map"},
   };
   for (const auto& c : cases) {

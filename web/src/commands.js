@@ -113,7 +113,7 @@ export function plainRightClickCommand() {
  * plain one nearest to it, or "?" where there is none.
  */
 export function placeCommand(text) {
-  return 'G' + [...text].map(latin).join('').split('').map(escaped).join('') + '%20%20';
+  return 'G' + [...text.normalize('NFC')].map(latin).join('').split('').map(escaped).join('') + '%20%20';
 }
 
 /** Letters and quotes that no accent sets apart from those of Latin-1. */
@@ -142,6 +142,7 @@ const PLAIN = Object.fromEntries(
 
 function latin(character) {
   if (character.codePointAt(0) <= 0xff) return character;
+  if (/\p{M}/u.test(character)) return '';
   const plain = PLAIN[character] ?? String.fromCodePoint(character.normalize('NFD').codePointAt(0));
   return plain.codePointAt(0) <= 0xff ? plain : '?';
 }

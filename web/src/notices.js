@@ -1,3 +1,4 @@
+/* global L */
 /** Quiet sentences over the map, which the user can close, and one panel that covers it. */
 
 const NO_STREET_PICTURES = 'This station has no pictures of streets.';
@@ -10,11 +11,19 @@ function element(tag, className, parent) {
   return made;
 }
 
+/** The map under the element does not feel the mouse over it; the right click still opens the client's menu. */
+function apart(made) {
+  L.DomEvent.disableClickPropagation(made);
+  L.DomEvent.disableScrollPropagation(made);
+  L.DomEvent.on(made, 'mousemove', L.DomEvent.stopPropagation);
+  return made;
+}
+
 export class Notices {
   /** @param {HTMLElement} container the map's element */
   constructor(container) {
     this.container = container;
-    this.list = element('div', 'notices', container);
+    this.list = apart(element('div', 'notices', container));
     this.shown = new Map();
     this.panel = null;
   }
@@ -48,7 +57,7 @@ export class Notices {
     this.panel?.remove();
     this.panel = null;
     if (!wanted) return;
-    this.panel = element('div', 'panel', this.container);
+    this.panel = apart(element('div', 'panel', this.container));
     for (const text of [NO_STREET_PICTURES, WAY_BACK]) element('p', '', this.panel).textContent = text;
   }
 }

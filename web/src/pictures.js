@@ -34,7 +34,8 @@ export class Pictures {
         this.arrived();
       }
     } catch (error) {
-      if (levels.length === 0) delete this.levels[name];
+      if (levels.length > 0) return console.error(`${name}: only the small picture: ${error.message}`);
+      delete this.levels[name];
       throw error;
     }
   }

@@ -117,7 +117,7 @@ fields.start({
   TxtTT: (text) => questions.answer('T', fileNameOf(text)),
   TxtTZ: (text) => questions.answer('Z', fileNameOf(text)),
   TxtM: (text) => whenRead(parseSwitch(text), setMapDataVisible),
-  TxtT: (text) => whenRead(parseSwitch(text), (visible) => [tracks].forEach(shownOrNot(visible))),
+  TxtT: (text) => whenRead(parseSwitch(text), (visible) => shownOrNot(visible)(tracks)),
   TxtZ: (text) => whenRead(parseSwitch(text), (visible) => zones.setVisible(visible)),
   TxtMT: setMapType,
   TxtSV: (text) => whenRead(parseSwitch(text), (wanted) => notices.setStreetOverlay(wanted)),

@@ -104,8 +104,9 @@ export class TileQuestions {
   }
 
   timeUp() {
-    if (this.current?.wanted) return this.sendCurrent();
-    this.current = null;
-    this.askNext();
+    // Also one that nobody wants any more is repeated until it is answered: its answer, when it names no tile,
+    // would be taken for that of the next question.
+    if (this.current) this.sendCurrent();
+    else this.askNext();
   }
 }

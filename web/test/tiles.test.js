@@ -122,6 +122,21 @@ test('questions: a tile out of view is not asked for, not repeated, and its answ
   assert.deepEqual([sent, answered], [['T' + A], []]);
 });
 
+test('questions: the late answer for a tile that left the view is not taken for the next tile', () => {
+  const { clock, sent, answered, questions } = startQuestions();
+  questions.ask('T', A);
+  clock.pass(0);
+  questions.forget('T', A);
+  questions.ask('T', B);
+  clock.pass(PATIENCE_MS);
+  questions.answer('T', 'blank_x.png');
+  questions.answer('T', 'blank_x.png');
+  clock.pass(SETTLE_MS);
+  assert.deepEqual([sent.at(-1), answered], ['T' + B, []]);
+  questions.answer('T', '0001' + B + '.png');
+  assert.deepEqual(answered, [`T${B}=0001${B}.png`]);
+});
+
 test('questions: a new generation asks again for the tile whose answer is still to come', () => {
   const { clock, sent, questions } = startQuestions();
   questions.ask('T', A);

@@ -47,7 +47,7 @@ function kindOf({ featureCode, population }) {
 
 /** Hamlets with no known population are kept only where they are the seat of something. */
 function isWanted({ population, featureCode, name }) {
-  if (new TextEncoder().encode(name).length > 80) return false;
+  if (new TextEncoder().encode(name).length > 80 || !/\p{Script=Latin}/u.test(name)) return false;
   return population >= 500 || (/^PPL[AC]/.test(featureCode) && featureCode !== 'PPLA4');
 }
 
