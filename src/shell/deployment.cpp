@@ -1,6 +1,8 @@
 #include "shell/deployment.h"
 
 #include <algorithm>
+#include <charconv>
+#include <optional>
 
 namespace pallomir {
 namespace {
@@ -12,24 +14,54 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
-// A host name or address, with an optional port; brackets for IPv6. What else is there could turn the address
-// into another one.
-bool IsHost(std::string_view text) {
-  return !text.empty() && text.size() <= 255 && std::all_of(text.begin(), text.end(), [](char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '.' ||
-           c == '-' || c == ':' || c == '[' || c == ']';
+bool HoldsOnly(std::string_view text, std::string_view further) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), [further](char c) {
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || further.find(c) != further.npos;
   });
 }
 
-// As a page names its own origin: in lower case, and without the port that http has anyway.
-std::string AsOrigin(std::string_view host) {
-  std::string origin(host);
-  for (char& c : origin) {
+// A name or an IPv4 address. What else is there could turn the address into another one.
+bool IsName(std::string_view text) { return text.size() <= 255 && HoldsOnly(text, ".-"); }
+
+bool IsIpv6(std::string_view text) {
+  return text.size() <= 45 && HoldsOnly(text, ":.") && text.find(':') != text.rfind(':');
+}
+
+std::string LowerCase(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   }
-  constexpr std::string_view kHttpPort = ":80";
-  if (origin.ends_with(kHttpPort)) origin.resize(origin.size() - kHttpPort.size());
-  return origin;
+  return lower;
+}
+
+// The locator's host, without a port: that one is fixed.
+std::optional<std::string> AsHost(std::string_view text) {
+  std::string host = LowerCase(text);
+  if (!IsName(host) && !IsIpv6(host)) return std::nullopt;
+  return host;
+}
+
+// host or host:port, an IPv6 address in brackets, as a page names its own origin: in lower case, and without
+// the port that http has anyway.
+std::optional<std::string> AsOrigin(std::string_view text) {
+  const std::string origin = LowerCase(text);
+  std::size_t end = origin.find(':');
+  if (origin.starts_with('[')) {
+    end = origin.find(']');
+    if (end == origin.npos || !IsIpv6(std::string_view(origin).substr(1, end - 1))) return std::nullopt;
+    ++end;
+  } else if (!IsName(std::string_view(origin).substr(0, end))) {
+    return std::nullopt;
+  }
+  if (end >= origin.size()) return origin;
+  const std::string_view digits = std::string_view(origin).substr(end + 1);
+  int port = 0;
+  const auto [last, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
+  const bool isPort = origin[end] == ':' && error == std::errc{} && last == digits.data() + digits.size();
+  if (!isPort || port < 1 || port > 65535) return std::nullopt;
+  constexpr int kHttpPort = 80;
+  return origin.substr(0, end) + (port == kHttpPort ? "" : ":" + std::to_string(port));
 }
 
 }  // namespace
@@ -45,13 +77,13 @@ Deployment ParseDeployment(std::string_view text, std::vector<std::string>& comp
     const std::string_view key = Trimmed(line.substr(0, equals));
     const std::string_view value =
         equals < line.size() ? Trimmed(line.substr(equals + 1)) : std::string_view{};
-    std::string* target = key == "WebsiteServer" ? &deployment.websiteServer
-                          : key == "WebSite"     ? &deployment.webSite
-                                                 : nullptr;
-    if (target && IsHost(value)) {
-      *target = AsOrigin(value);
+    const bool isServer = key == "WebsiteServer";
+    const bool isSite = key == "WebSite";
+    const auto host = isServer ? AsHost(value) : isSite ? AsOrigin(value) : std::nullopt;
+    if (host) {
+      (isServer ? deployment.websiteServer : deployment.webSite) = *host;
     } else {
-      complaints.push_back((target ? "no host in " : "unknown line ") + std::string(line));
+      complaints.push_back((isServer || isSite ? "no host in " : "unknown line ") + std::string(line));
     }
   }
   return deployment;
