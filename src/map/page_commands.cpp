@@ -1,6 +1,7 @@
 #include "map/page_commands.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <optional>
 
@@ -38,13 +39,15 @@ PageCommand ParseRightClick(std::string_view text) {
 }
 
 PageCommand ParseMouseMove(std::string_view text) {
-  // The view position may carry decimals; it is rounded.
+  // The view position may carry decimals; it is rounded. Five characters can also say 9e300.
   const auto x = ParseNumber(Field(text, 2, 5));
   const auto y = ParseNumber(Field(text, 7, 5));
   const auto lat = Int(Field(text, 12, 10));
   const auto lng = Int(Field(text, 22, 10));
   const auto zoom = Int(Field(text, 32, 3));
-  if (!x || !y || !IsPlace(lat, lng) || !zoom) return page::Malformed{};
+  constexpr double kMaxPixel = 99999;
+  if (!x || !y || !(std::abs(*x) <= kMaxPixel && std::abs(*y) <= kMaxPixel)) return page::Malformed{};
+  if (!IsPlace(lat, lng) || !zoom) return page::Malformed{};
   const auto rounded = [](double value) { return static_cast<int>(value < 0 ? value - 0.5 : value + 0.5); };
   return page::MouseMoved{rounded(*x), rounded(*y), *lat, *lng, *zoom};
 }

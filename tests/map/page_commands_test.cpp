@@ -35,9 +35,9 @@ TEST(PageCommands, FieldsStandAtTheirPositions) {
 }
 
 TEST(PageCommands, NonsenseIsToldApart) {
-  for (const char* text :
-       {"M", "M1", "M1,", "M,1", "M90,0", "M0,180.1", "Mnan,0", "F", "F0054000000+000000000", "Z", "Z1.5",
-        "Z99999999999", "S", "m", "mxxxxxyyyyy00000000000000000000012"}) {
+  for (const char* text : {"M", "M1", "M1,", "M,1", "M90,0", "M0,180.1", "Mnan,0", "F",
+                           "F0054000000+000000000", "Z", "Z1.5", "Z99999999999", "S", "m",
+                           "mxxxxxyyyyy00000000000000000000012", "m9e3000000000000000000000000000000012"}) {
     EXPECT_TRUE(std::holds_alternative<page::Malformed>(ParsePageCommand(text))) << text;
   }
   for (const char* text : {"", "c12345", "r", "t", "x", " Z9"}) {
