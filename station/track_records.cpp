@@ -65,9 +65,12 @@ TrackRecords MakeRecords(std::vector<TrackPoint> points, Millis shift, LeftOut& 
   TrackRecords result;
   result.outOfOrder = CountOutOfOrder(points);
   std::ranges::stable_sort(points, {}, &TrackPoint::utc);
-  const auto doubled = std::ranges::unique(points, {}, [](const TrackPoint& p) { return RecordTime(p.utc); });
-  leftOut.sameSecond += doubled.size();
-  points.erase(doubled.begin(), doubled.end());
+  const auto sameSecond = [](const TrackPoint& a, const TrackPoint& b) {
+    return RecordTime(a.utc) == RecordTime(b.utc);
+  };
+  const auto doubled = std::unique(points.begin(), points.end(), sameSecond);
+  leftOut.sameSecond += static_cast<std::size_t>(points.end() - doubled);
+  points.erase(doubled, points.end());
 
   double heading = 0;
   for (std::size_t i = 0; i < points.size(); ++i) {
