@@ -1,0 +1,38 @@
+#include <algorithm>
+#include <cmath>
+
+#include "base/packed_time.h"
+#include "fuzz_input.h"
+#include "station/data_files.h"
+#include "station/track_records.h"
+
+// A recording from anywhere: what comes of it are records that a data file can hold.
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace pallomir;
+  const std::string_view text = AsText({data, size});
+  station::ParseGpxTime(text);
+  const station::GpxTrack track = station::ReadGpx(text);
+  PALLOMIR_DEMAND(track.error.empty() || track.points.empty());
+  for (const station::TrackPoint& point : track.points) {
+    PALLOMIR_DEMAND(std::fabs(point.place.latitude) <= 90 && std::fabs(point.place.longitude) <= 180);
+    PALLOMIR_DEMAND(!point.speed || *point.speed >= 0);
+    PALLOMIR_DEMAND(!point.course || (*point.course >= 0 && *point.course <= 360));
+  }
+  const Millis today = ToMillis({2026, 11, 22});
+  for (const Millis shift : {Millis{0}, station::ShiftToDay(track.points, today)}) {
+    station::LeftOut leftOut;
+    const auto made = station::MakeRecords(track.points, shift, leftOut);
+    PALLOMIR_DEMAND(made.records.size() + leftOut.Total() == track.points.size());
+    for (std::size_t at = 0; at < made.records.size(); at += kRecordsPerPacket) {
+      const auto chunk =
+          std::span(made.records).subspan(at, std::min(kRecordsPerPacket, made.records.size() - at));
+      const auto read = station::DecodeDataFile(station::EncodeDataFile(chunk));
+      PALLOMIR_DEMAND(read.problem.empty());
+      PALLOMIR_DEMAND(std::ranges::equal(read.records, chunk));
+    }
+    for (const WireRecord& record : made.records)
+      PALLOMIR_DEMAND(std::abs(record.latitude) <= 54'000'000 && std::abs(record.longitude) <= 108'000'000);
+  }
+  return 0;
+}
