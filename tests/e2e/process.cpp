@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -29,8 +30,11 @@ Process::Process(const std::vector<std::string>& command,
   pid_ = ::fork();
   if (pid_ == 0) {
     ::setpgid(0, 0);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // a test that is killed takes it along
     ::dup2(ends[1], STDOUT_FILENO);
     ::dup2(ends[1], STDERR_FILENO);
+    // The test's own sockets must not live on in the process.
+    ::close_range(STDERR_FILENO + 1, ~0u, 0);
     for (const auto& [name, value] : environment) ::setenv(name.c_str(), value.c_str(), 1);
     std::vector<char*> arguments;
     for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
