@@ -14,9 +14,9 @@ export ASAN_OPTIONS=quarantine_size_mb=8:malloc_context_size=4
 failed=0
 for target; do
   case $target in
-    locator_reply) length=64 ;;
-    page_command | unit_list | packet_stream | settings_file) length=128 ;;
-    station_request | data_file | deployment_file) length=256 ;;
+    locator_reply | unit_list) length=64 ;;
+    page_command | packet_stream | settings_file | data_file) length=112 ;;
+    station_request | deployment_file) length=256 ;;
     *) length=512 ;;
   esac
   dictionary=

@@ -75,6 +75,7 @@ class Run {
         "new, %d inside the work), %d clients (%d while ending), %d stations; all files whole\n",
         rounds, rounds, writersInside_, rounds, importsOld_, importsNew_, importsInside_, rounds,
         clientsEnding_, rounds);
+    std::fflush(stdout);
   }
 
  private:
@@ -213,7 +214,7 @@ class Run {
     const auto start = Clock::now();
     Process client({(folder_.Path() / "app/pallomir").string()}, environment);
     if (whileEnding) {
-      MUST(client.Await("map page ready"), "%s", client.Output().c_str());
+      MUST(client.Await("map page "), "%s", client.Output().c_str());
       startTime_ = std::chrono::duration_cast<microseconds>(Clock::now() - start);
       client.Signal(SIGTERM);
       Pause(milliseconds(40));
@@ -257,7 +258,9 @@ int main(int argc, char** argv) {
   std::printf("seed %u\n", seed);
   std::fflush(stdout);
   pallomir::e2e::Run run(seed);
-  for (int i = 0; i < rounds; ++i) run.Round(i);
-  run.Report(rounds);
+  for (int i = 1; i <= rounds; ++i) {
+    run.Round(i);
+    if (i % 20 == 0 || i == rounds) run.Report(i);
+  }
   return 0;
 }

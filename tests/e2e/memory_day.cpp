@@ -1,0 +1,153 @@
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+
+#include "fakes/client_harness.h"
+#include "station/answer.h"
+#include "station/data_request.h"
+#include "station/demo_units.h"
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/allocator_interface.h>
+#endif
+
+// A simulated stretch of live points from the station's demo units into the client, with reloads, fits, zooms
+// and a page that asks for tiles all along: memory follows the stored points and nothing else.
+// memory_day [SECONDS [RELOADS]]; a day and a thousand reloads, if nothing is said.
+
+namespace pallomir {
+namespace {
+
+// What a stored point may cost: 16 bytes and its distance, and the reserve of both.
+constexpr std::size_t kBytesAPoint = 32;
+// Beyond that nothing may gather: less than half a kilobyte for each of a thousand reloads.
+constexpr std::size_t kSlack = 400 * 1024;
+// The first reloads fill buffers that are kept.
+constexpr int kWarmUpReloads = 10;
+
+std::size_t AllocatedBytes() {
+#ifdef __SANITIZE_ADDRESS__
+  return __sanitizer_get_current_allocated_bytes();
+#else
+  const auto info = ::mallinfo2();
+  return info.uordblks + info.hblkhd;
+#endif
+}
+
+std::size_t ResidentKilobytes() {
+  const std::string status = fakes::ReadFile("/proc/self/status");
+  const std::size_t at = status.find("VmRSS:");
+  return at == status.npos ? 0 : std::strtoul(status.c_str() + at + 6, nullptr, 10);
+}
+
+class Day {
+ public:
+  Day() {
+    harness_.clock.now =
+        ToMillis({2026, 11, 22, 8, 0, 5});  // three in the morning there, when a window begins
+    harness_.client->Load();
+    Connect();
+    for (const char* command : {"S1", "M40.620000,-75.370000", "Z12", "S99"}) harness_.Command(command);
+  }
+
+  void Second() {
+    harness_.clock.now += kSecond;
+    harness_.loop.Advance(1000);
+    answer_->LookForNew();
+    Deliver();
+    ++seconds_;
+    if (seconds_ % 30 == 0) harness_.client->FitByUser(0);
+    if (seconds_ % 7 == 0) harness_.Command("m0010000200+024360000-045222000015");
+  }
+
+  void Reload() {
+    harness_.client->MapReload();
+    Connect();
+    harness_.loop.Advance(2000);
+    harness_.Command("Z" + std::to_string(9 + ++reloads_ % 6));
+    AskForTiles();
+    ForgetWhatTheFakesKept();
+  }
+
+  int Reloads() const { return reloads_; }
+  std::size_t Points() const { return harness_.client->Points().PointCount(); }
+  std::size_t TileCount() const { return harness_.TileFiles().size(); }
+  std::string Trouble() const { return harness_.Trouble(); }
+
+ private:
+  void Connect() {
+    harness_.Connect();
+    const auto request = station::ParseDataRequest(harness_.data.sent.back());
+    if (!request) std::abort();
+    answer_.emplace(source_, *request);
+    Deliver();
+    harness_.loop.Advance(200);
+  }
+
+  void Deliver() {
+    while (answer_->HasMore()) {
+      const Bytes packet = answer_->NextPacket();
+      if (packet.empty()) return;
+      harness_.data.arrived(packet);
+    }
+  }
+
+  void AskForTiles() {
+    for (const std::string& file : harness_.TileFiles()) harness_.Command("TT" + file.substr(4, 14));
+  }
+
+  void ForgetWhatTheFakesKept() {
+    harness_.browser.writes = {};
+    harness_.browser.navigations = {};
+    harness_.traced = {};
+    harness_.settings.order = {};
+    harness_.locator.sent = harness_.locator.connections = {};
+    harness_.probe.sent = harness_.probe.connections = {};
+    harness_.data.sent = harness_.data.connections = {};
+  }
+
+  fakes::ClientHarness harness_;
+  station::DemoSource source_{[this] { return harness_.clock.now; }};
+  std::optional<station::Answer> answer_;
+  int seconds_ = 0;
+  int reloads_ = 0;
+};
+
+int Run(int seconds, int reloads) {
+  Day day;
+  const int interval = std::max(1, seconds / reloads);
+  std::size_t baseline = 0;
+  std::size_t most = 0;
+  bool isFlat = true;
+  for (int second = 1; second <= seconds; ++second) {
+    day.Second();
+    if (second % interval != 0) continue;
+    day.Reload();
+    const std::size_t used = AllocatedBytes();
+    const std::size_t beside = used - std::min(used, day.Points() * kBytesAPoint);
+    most = std::max(most, beside);
+    if (day.Reloads() == kWarmUpReloads) baseline = most;
+    if (day.Reloads() > kWarmUpReloads && beside > baseline + kSlack) isFlat = false;
+    if (day.Reloads() % 100 == 0 || day.Reloads() == kWarmUpReloads || !isFlat)
+      std::printf(
+          "%6d s, %4d reloads: %6zu points, %zu bytes (%zu beside the points), %zu kB resident, %zu tiles\n",
+          second, day.Reloads(), day.Points(), used, beside, ResidentKilobytes(), day.TileCount());
+    std::fflush(stdout);
+    if (!isFlat) break;
+  }
+  if (!day.Trouble().empty()) std::printf("told: %s\n", day.Trouble().c_str());
+  std::printf("%s: %d reloads, at most %zu bytes beside the points, %zu after the first %d\n",
+              isFlat ? "flat" : "GROWING", day.Reloads(), most, baseline, kWarmUpReloads);
+  return isFlat && day.Trouble().empty() && day.Points() > 0 ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace pallomir
+
+int main(int argc, char** argv) {
+  const int seconds = argc > 1 ? std::atoi(argv[1]) : 86'390;
+  const int reloads = argc > 2 ? std::atoi(argv[2]) : 1000;
+  return seconds > 0 && reloads > 0 ? pallomir::Run(seconds, reloads) : 2;
+}
