@@ -7,7 +7,7 @@ shift
 cd "$(dirname "$0")/.." || exit 2
 folder=build/fuzz
 [ $# -gt 0 ] || set -- deployment_file locator_reply unit_list page_command station_request data_file \
-  settings_file packet_stream gpx_import
+  settings_file packet_stream gpx_import web_request
 mkdir -p $folder/findings
 # A small quarantine and short stacks: twice the runs in the same time.
 export ASAN_OPTIONS=quarantine_size_mb=8:malloc_context_size=4
@@ -16,7 +16,7 @@ for target; do
   case $target in
     locator_reply | unit_list) length=64 ;;
     page_command | packet_stream | settings_file | data_file) length=112 ;;
-    station_request | deployment_file) length=256 ;;
+    station_request | deployment_file | web_request) length=256 ;;
     *) length=512 ;;
   esac
   dictionary=

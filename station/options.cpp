@@ -154,9 +154,12 @@ bool HasOtherBraces(std::string_view url) {
   return false;
 }
 
-// Pages may ask this host and, for "{s}.", every sibling: so a whole name must follow.
+// Pages may ask this host or, where its first name has "{s}", all with other first names: so more names must
+// follow.
 bool IsPictureHost(std::string_view host) {
-  if (host.starts_with("{s}.")) host.remove_prefix(4);
+  const std::size_t dot = host.find('.');
+  if (dot != host.npos && dot + 1 < host.size() && host.substr(0, dot).find("{s}") != host.npos)
+    host.remove_prefix(dot + 1);
   return !host.empty() && host.front() != '.' && host.find_first_of("{}*") == host.npos;
 }
 

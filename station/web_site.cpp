@@ -1,47 +1,28 @@
 #include "station/web_site.h"
 
-#include <httplib.h>
-
+#include <algorithm>
+#include <asio/io_context.hpp>
+#include <asio/steady_timer.hpp>
+#include <list>
+#include <optional>
 #include <thread>
 
-#include "base/whole_file.h"
-#include "station/web_files.h"
+#include "station/listener.h"
+#include "station/web_connection.h"
 
 namespace pallomir::station {
 namespace {
 
-namespace fs = std::filesystem;
+using asio::ip::tcp;
 
-// A browser keeps some six connections; each holds a thread while it is open.
-constexpr std::size_t kThreads = 16;
-constexpr time_t kIdleSeconds = 1;
-constexpr std::size_t kRequestsAConnection = 100;
+// A browser keeps some six connections. When there are too many, the one that is to be given up first has to
+// go, so that a new one always gets through.
+constexpr std::size_t kMaxConnections = 128;
 
-// Milliseconds that its thread may take to get going.
-constexpr int kStartAttempts = 5000;
+constexpr std::chrono::seconds kCheckInterval{1};
 
 // In place of the file of that name, which says that nothing is set.
 constexpr const char* kPageSettings = "/fullscreen/settings.json";
-
-// Nothing is ever sent to the site.
-constexpr std::size_t kMaxUpload = 1024;
-
-// Nothing that a page is made of comes near; a larger file was put there by mistake and would fill the
-// memory.
-constexpr std::size_t kMaxFileSize = 64 * 1024 * 1024;
-
-// Two stations on one port would each get half of the requests, so the port is not shared.
-void SetSocketOptions(socket_t socket) {
-  const int on = 1;
-  ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-}
-
-// Changes whenever the file does.
-std::string EntityTag(const fs::path& file) {
-  std::error_code ignored;
-  return '"' + std::to_string(fs::last_write_time(file, ignored).time_since_epoch().count()) + '-' +
-         std::to_string(fs::file_size(file, ignored)) + '"';
-}
 
 // Where a page may get pictures from besides this site and the client's own tiles. Of the host
 // {s}.example.org every sibling may be asked.
@@ -76,71 +57,89 @@ std::string PageSettings(const OnlineMap& onlineMap) {
          ",\"attribution\":" + Quoted(onlineMap.attribution) + "}}\n";
 }
 
-void Serve(const fs::path& root, const httplib::Request& request, httplib::Response& response) {
-  response.status = 404;
-  const auto file = FindWebFile(root, request.path);
-  if (!file) return;
-  const std::string tag = EntityTag(*file);
-  if (request.get_header_value("If-None-Match") == tag) {
-    response.status = 304;
-  } else {
-    std::error_code error;
-    auto content = ReadWholeFile(*file, kMaxFileSize, error);
-    if (!content) return;
-    response.status = 200;
-    response.set_content(*std::move(content), ContentType(*file));
-  }
-  response.set_header("ETag", tag);
+std::optional<tcp::acceptor> Listen(asio::io_context& context, const tcp::endpoint& endpoint) {
+  std::error_code error;
+  tcp::acceptor acceptor(context);
+  acceptor.open(endpoint.protocol(), error);
+  if (!error) acceptor.set_option(tcp::acceptor::reuse_address(true), error);
+  if (!error) acceptor.bind(endpoint, error);
+  if (!error) acceptor.listen(tcp::acceptor::max_listen_connections, error);
+  if (error) return std::nullopt;
+  return acceptor;
 }
 
 }  // namespace
 
 struct WebSite::Server {
-  httplib::Server http;
+  void Accept(tcp::socket socket) {
+    DropOverdue();
+    if (connections.size() >= kMaxConnections) {
+      const auto first =
+          std::min_element(connections.begin(), connections.end(),
+                           [](const auto& a, const auto& b) { return a->Deadline() < b->Deadline(); });
+      (*first)->Close();
+      connections.erase(first);
+    }
+    connections.push_back(std::make_shared<WebConnection>(std::move(socket), content));
+    connections.back()->Start();
+  }
+
+  void DropOverdue() {
+    const auto now = std::chrono::steady_clock::now();
+    std::erase_if(connections, [now](const auto& connection) {
+      if (connection->IsOpen() && connection->Deadline() < now) connection->Close();
+      return !connection->IsOpen();
+    });
+  }
+
+  void CheckEverySecond() {
+    timer.expires_after(kCheckInterval);
+    timer.async_wait([this](std::error_code error) {
+      if (error) return;
+      DropOverdue();
+      CheckEverySecond();
+    });
+  }
+
+  SiteContent content;
+  asio::io_context context{1};
+  asio::steady_timer timer{context};
+  std::list<std::shared_ptr<WebConnection>> connections;
+  std::optional<Listener> listener;
   std::thread thread;
 };
 
-WebSite::WebSite(fs::path root, std::optional<OnlineMap> onlineMap) : server_(std::make_unique<Server>()) {
-  httplib::Server& http = server_->http;
-  http.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
-  http.set_keep_alive_timeout(kIdleSeconds);
-  http.set_keep_alive_max_count(kRequestsAConnection);
-  http.set_payload_max_length(kMaxUpload);
-  http.set_socket_options(SetSocketOptions);
-  http.set_default_headers({{"Cache-Control", "no-cache"},
-                            {"X-Content-Type-Options", "nosniff"},
-                            {"Content-Security-Policy", ContentPolicy(onlineMap)}});
-  http.set_error_handler([](const httplib::Request&, httplib::Response& response) {
-    if (response.status == 404) response.set_content("Not found\n", "text/plain; charset=utf-8");
-  });
-  if (onlineMap) {
-    http.Get(kPageSettings,
-             [settings = PageSettings(*onlineMap)](const httplib::Request&, httplib::Response& response) {
-               response.set_content(settings, "application/json");
-             });
-  }
-  http.Get(".*", [root = std::move(root)](const httplib::Request& request, httplib::Response& response) {
-    Serve(root, request, response);
-  });
+WebSite::WebSite(std::filesystem::path root, std::optional<OnlineMap> onlineMap)
+    : server_(std::make_unique<Server>()) {
+  SiteContent& content = server_->content;
+  content.root = std::move(root);
+  // Nothing is taken from a cache unasked, nor for what it does not say to be.
+  content.headers =
+      "Cache-Control: no-cache\r\nX-Content-Type-Options: nosniff\r\nContent-Security-Policy: " +
+      ContentPolicy(onlineMap) + "\r\n";
+  if (onlineMap) content.texts[kPageSettings] = {"application/json", PageSettings(*onlineMap)};
 }
 
 WebSite::~WebSite() {
-  server_->http.stop();
+  server_->context.stop();
   if (server_->thread.joinable()) server_->thread.join();
 }
 
 int WebSite::Start(const std::string& address, int port) {
-  httplib::Server& http = server_->http;
-  if (port == 0)
-    port = http.bind_to_any_port(address);
-  else if (!http.bind_to_port(address, port))
-    port = 0;
-  if (port <= 0) return 0;
-  server_->thread = std::thread([&http] { http.listen_after_bind(); });
-  // A server that is told to stop before it runs would not stop.
-  for (int i = 0; i < kStartAttempts && !http.is_running(); ++i)
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  return port;
+  std::error_code error;
+  const auto place = asio::ip::make_address_v4(address, error);
+  if (error || port < 0 || port > 65535) return 0;
+  auto acceptor = Listen(server_->context, {place, static_cast<std::uint16_t>(port)});
+  if (!acceptor) return 0;
+  const int opened = acceptor->local_endpoint(error).port();
+  Server& server = *server_;
+  // The log belongs to another thread; what can't be accepted now is accepted soon.
+  server.listener.emplace(
+      *std::move(acceptor), [&server](tcp::socket socket) { server.Accept(std::move(socket)); },
+      [](const std::string&) {});
+  server.CheckEverySecond();
+  server.thread = std::thread([&server] { server.context.run(); });
+  return opened;
 }
 
 }  // namespace pallomir::station

@@ -10,7 +10,7 @@
 
 namespace pallomir::station {
 
-/// Serves the files of a folder over HTTP, on threads of its own from Start until it is destroyed.
+/// Serves the files of a folder over HTTP, on a thread of its own from Start until it is destroyed.
 class WebSite {
  public:
   /// The map page is told of `onlineMap`, and may then ask that host too; else only this site.

@@ -122,6 +122,63 @@ TEST_F(WebSiteOnDisk, LetsAPageAskNoOtherHostUnlessAnOnlineMapIsSet) {
   }
 }
 
+TEST_F(WebSiteOnDisk, KeepsAConnectionForFurtherRequests) {
+  Ask("/");
+  const std::string big(3'000'000, 'x');
+  folder_.Write("web/big.js", big);
+  TestClient client({asio::ip::make_address("127.0.72.3"), static_cast<std::uint16_t>(port_)});
+  // The second waits behind the first, in pieces; HEAD has no body.
+  client.Send("GET /big.js HTTP/1.1\r\n\r\nHEAD /big.js HTTP/1.1\r\n\r\nGET /fullscreen/map.js HT");
+  client.Send("TP/1.1\r\nCONNECTION: close\r\n\r\n");
+  const std::string all = client.ReceiveAll();
+  EXPECT_NE(all.find("\r\n\r\n" + big + "HTTP/1.1 200 OK\r\n"), std::string::npos);
+  EXPECT_TRUE(all.ends_with("\r\n\r\nlet x;"));
+  EXPECT_NE(all.find("Content-Length: 3000000\r\n", big.size()), std::string::npos);
+}
+
+TEST_F(WebSiteOnDisk, RefusesWhatNoBrowserSends) {
+  const struct {
+    std::string request;
+    const char* status;
+  } cases[] = {
+      {"GET /" + std::string(1 << 20, 'a'), "431"},  // a line that never ends
+      {"GET / HTTP/1.1\r\n" + std::string(1 << 20, 'a'), "431"},
+      {"POST /fullscreen/map.js HTTP/1.1\r\n\r\n", "405"},
+      {"GET /fullscreen/map.js HTTP/1.1\r\nContent-Length: 5\r\n\r\nhello", "413"},
+      {"GET /fullscreen/map.js HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n", "413"},
+      {"GET /fullscreen/map.js HTTP/2.0\r\n\r\n", "400"},
+      {"GET http://other/ HTTP/1.1\r\n\r\n", "400"},
+      {"GET /%4 HTTP/1.1\r\n\r\n", "400"},
+      {"GET / HTTP/1.1\r\nno colon\r\n\r\n", "400"},
+      {"GET / HTTP/1.1\r\n : blank name\r\n\r\n", "400"},
+      {std::string("\x16\x03\x01\x00\xA5\x01\r\n\r\n", 10), "400"},
+  };
+  Ask("/");
+  for (const auto& c : cases) {
+    TestClient client({asio::ip::make_address("127.0.72.3"), static_cast<std::uint16_t>(port_)});
+    client.Send(c.request);
+    // The system throws the answer away where the rest of the request comes behind it.
+    const std::string answer = client.ReceiveAll();
+    EXPECT_FALSE(client.TimedOut()) << c.request.substr(0, 40);
+    EXPECT_TRUE(answer.empty() || answer.starts_with(std::string("HTTP/1.1 ") + c.status)) << answer;
+  }
+  EXPECT_TRUE(Ask("/fullscreen/map.js").ends_with("let x;"));
+}
+
+TEST_F(WebSiteOnDisk, AnswersHoweverManyConnectionsSayNothingOrTakeNothing) {
+  Ask("/");
+  folder_.Write("web/big.js", std::string(8'000'000, 'x'));
+  const asio::ip::tcp::endpoint site{asio::ip::make_address("127.0.72.3"), static_cast<std::uint16_t>(port_)};
+  std::vector<std::unique_ptr<TestClient>> others;
+  for (int i = 0; i < 300; ++i) {
+    others.push_back(std::make_unique<TestClient>(site));
+    others.back()->Send(i % 3 == 0 ? "" : i % 3 == 1 ? "GET / HT" : "GET /big.js HTTP/1.1\r\n\r\n");
+    if (i % 50 != 0) continue;
+    EXPECT_TRUE(Ask("/fullscreen/map.js").ends_with("let x;")) << i;
+  }
+  EXPECT_TRUE(Ask("/fullscreen/map.js").ends_with("let x;"));
+}
+
 TEST_F(WebSiteOnDisk, DoesNotShareItsPort) {
   Ask("/");
   WebSite second(root_);
