@@ -1,5 +1,6 @@
 #include "station/base_server.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace pallomir::station {
@@ -42,10 +43,19 @@ void BaseServer::AcceptProbe(tcp::socket socket) {
 
 void BaseServer::AcceptClient(tcp::socket socket) {
   DropClosed();
+  if (sessions_.size() >= kMaxClients) DropOldestSilent();
   if (sessions_.size() >= kMaxClients)
     return clientLog_("base server: refused a connection, " + std::to_string(kMaxClients) + " are open");
   sessions_.push_back(std::make_shared<DataSession>(std::move(socket), source_, clientLog_));
   sessions_.back()->Start();
+}
+
+void BaseServer::DropOldestSilent() {
+  const auto silent =
+      std::ranges::find_if(sessions_, [](const auto& session) { return !session->HasAsked(); });
+  if (silent == sessions_.end()) return;
+  (*silent)->Close();
+  sessions_.erase(silent);
 }
 
 void BaseServer::DropClosed() {

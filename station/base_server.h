@@ -37,6 +37,8 @@ class BaseServer {
   void AcceptProbe(asio::ip::tcp::socket socket);
   void AcceptClient(asio::ip::tcp::socket socket);
   void DropClosed();
+  /// Makes room by the connection that has been open for longest without a request.
+  void DropOldestSilent();
 
   PositionSource& source_;
   Log log_;

@@ -26,6 +26,8 @@ class DataSession : public std::enable_shared_from_this<DataSession> {
   void Tick();
 
   void Close();
+  /// Whether its request has come.
+  bool HasAsked() const { return answer_.has_value(); }
   bool IsOpen() const { return socket_.is_open(); }
 
  private:

@@ -170,6 +170,17 @@ TEST_F(BaseServerOnSockets, ForgetsClientsThatHaveLeft) {
   }
 }
 
+TEST_F(BaseServerOnSockets, ServesWhoAsksHoweverManyStaySilent) {
+  source_.units[kA] = RecordsAt(0, 1);
+  std::vector<std::unique_ptr<TestClient>> silent;
+  for (int i = 0; i < 300; ++i) silent.push_back(std::make_unique<TestClient>(dataAddress_));
+  TestClient client(dataAddress_);
+  client.Send(Request(kA, kNoon, kNoon + kDay));
+  EXPECT_EQ(ReceiveRecords(client, 1).size(), 1u);
+  EXPECT_EQ(silent.front()->ReceiveAll(), "");  // the oldest had to go
+  EXPECT_FALSE(silent.front()->TimedOut());
+}
+
 TEST_F(BaseServerOnSockets, AcceptsProbesHoweverManyStayOpen) {
   std::vector<std::unique_ptr<TestClient>> probes;
   for (int i = 0; i < 200; ++i) probes.push_back(std::make_unique<TestClient>(probeAddress_));
