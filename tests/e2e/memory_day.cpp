@@ -10,7 +10,8 @@
 #include "station/data_request.h"
 #include "station/demo_units.h"
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
+// Of the sanitizer's run-time library; not every compiler ships its header.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 // A simulated stretch of live points from the station's demo units into the client, with reloads, fits, zooms
