@@ -9,6 +9,7 @@
 
 #include "base/packed_time.h"
 #include "e2e/process.h"
+#include "fakes/fake_programs.h"
 #include "fakes/fake_system.h"
 #include "fakes/temporary_folder.h"
 #include "platform/qt/qt_clock.h"
@@ -75,7 +76,7 @@ class FaultyNetworkTest : public testing::Test {
                         {"WindowPos_H", "600"}};
     client_ = std::make_unique<Client>(
         Ports{window_, window_, browser_, locator_, probe_, data_, loop_, clock_, questions_, settings_,
-              registry_, mutex_, signal_, beeper_, trace_,
+              registry_, mutex_, signal_, beeper_, programs_, trace_,
               Folders{folder_.Path() / "app", folder_.Path() / "data", folder_.Path() / "home"},
               Deployment{clientSide_, clientSide_ + ":2480"}});
     window_.Attach(*client_, questions_);
@@ -150,6 +151,7 @@ class FaultyNetworkTest : public testing::Test {
   fakes::FakeMutex mutex_;
   fakes::FakeSignal signal_;
   fakes::FakeBeeper beeper_;
+  fakes::FakeProgramStarter programs_;
   std::string traced_;
   Trace trace_{[this] { return clock_.Seconds(); },
                [this](const std::string& line) { traced_ += line + "\n"; }};
