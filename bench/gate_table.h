@@ -12,8 +12,9 @@ struct Gate {
   double goal;
 };
 
-/// Adds a row to the table that the benchmark program prints when it is through. Rows whose benchmarks did
-/// not run are left out. The program's exit code is 1 when a gate is missed.
+/// Adds a row to the table that the benchmark program prints when it is through. Rows neither of whose
+/// benchmarks ran are left out. The program's exit code is 1 when a gate is missed or a
+/// benchmark failed.
 class GateRow {
  public:
   explicit GateRow(const Gate& gate);

@@ -2,7 +2,7 @@
 
 #include "timeline/strip_images_widget.h"
 
-// One redraw of the timeline: the scale, the strips of ten units and their images. It has 16 ms.
+// One redraw of the timeline: the scale, the strips of ten units and their images.
 
 namespace pallomir {
 namespace {

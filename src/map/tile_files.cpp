@@ -20,12 +20,13 @@
 // - Questions for tiles, requests for files and rebuilds all run on the user interface's thread; a request
 //   takes the whole file at once. So none falls between renaming and writing.
 // - A file that can't be written to its end is deleted, or emptied when even that fails: the tile is blank
-//   then, never half old and half new. A disk that is full does not matter to a file that keeps its size, as
-//   tiles do.
+//   then, never half old and half new. On most file systems a full disk does not matter to a file that keeps
+//   its size, as tiles do.
 // - Where renaming fails (read-only folder), deleting fails as well: this is found before anything is
 //   written. Where something else stands in the new name's place, the old file is deleted.
 // - If the program ends in between, by a crash or otherwise, files of the new name may hold the old picture
 //   or part of a new one. The next start deletes all files before the page exists.
+// - One instance has the folder: the guard against a second one is the user's, as the folder is.
 // - Written over is only what is a tile by its name, a plain file, and has no other name (hard link).
 
 namespace pallomir {

@@ -186,7 +186,7 @@ void PaintSegment(Canvas canvas, Pixel p0, Pixel p1) {
   const auto ahead = sign * (steep ? canvas.Down() : canvas.Right());
   const auto aside = signAcross * (steep ? canvas.Right() : canvas.Down());
   // The phase of a step is its coordinate along the line, counted in the line's direction, plus 3.
-  const int phase = (sign * (steep ? p1.y : p1.x) + 1 + 3) & 3;
+  const int phase = static_cast<int>((sign * std::int64_t{steep ? p1.y : p1.x} + 1 + 3) & 3);
   std::uint64_t colours = std::rotr(kLinePattern, 16 * phase);
   auto onAxis = canvas.At(p1);
   const auto step = [&](int deviation) {

@@ -49,7 +49,8 @@ struct MarkPlane {
 
 /// The marks of one rebuild: one plane with a colour index for every pixel of the band, widened to whole
 /// tiles. A later mark overwrites an earlier one. No colour is 0, so a tile was touched exactly when it holds
-/// a byte that is not 0. The plane starts as untouched zero pages: memory is taken where something is drawn.
+/// a byte that is not 0. The first plane starts as untouched zero pages, so memory is taken where something
+/// is drawn; the allocator may keep it for the next one.
 class TrackMarks {
  public:
   TrackMarks() = default;

@@ -21,8 +21,12 @@ TrackTiles::TrackTiles(TileFolders folders, Trace& trace, std::function<void(con
 std::optional<DeleteError> TrackTiles::Rebuild(const TrackDrawing* drawing) {
   TrackPicture picture = drawing ? DrawTracks(*drawing) : TrackPicture();
   const int generation = (generation_ + 1) % 65536;
-  const std::vector<TilePlace> touched = picture.marks.TouchedTiles();
+  std::vector<TilePlace> touched = picture.marks.TouchedTiles();
   std::vector<std::string> names;
+  if (cBitmap::EncoderForPattern("*.png") == ImageEncoder::kNone) {
+    showError_("Error: \"*.png\" extension not supported");
+    touched.clear();
+  }
   for (const TilePlace tile : touched) names.push_back(TileName(generation, drawing->TileZoom, tile));
   // Zone tiles first: no track tile is renamed then for nothing.
   if (const auto error = DeleteFiles(folders_.zone)) return error;
@@ -34,9 +38,7 @@ std::optional<DeleteError> TrackTiles::Rebuild(const TrackDrawing* drawing) {
 }
 
 void TrackTiles::SaveTile(const std::string& name, TilePixels tile) {
-  if (cBitmap::EncoderForPattern("*.png") == ImageEncoder::kNone) {
-    showError_("Error: \"*.png\" extension not supported");
-  } else if (!WriteTile(folders_.track, name, png_.Encode(tile))) {
+  if (!WriteTile(folders_.track, name, png_.Encode(tile))) {
     imaging_.Error(kWin32Error, "SaveToFile");
     trace_.Line("tile " + name + " could not be written");
   }

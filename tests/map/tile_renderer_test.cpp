@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <random>
 
 #include "map/map_view.h"
@@ -117,6 +118,25 @@ TEST(TileRenderer, DrawsLongSegmentsAsTheRule) {
     drawing.TileZoom = 22;
     drawing.browser = {1000, 1000};
     ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(drawing)) << i;
+  }
+}
+
+// Positions at the poles have no place in the world and end at the limits of 32 bits.
+TEST(TileRenderer, DrawsAtTheLimitsOf32Bits) {
+  for (const std::int32_t limit :
+       {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()}) {
+    const std::vector<DataPoint> track{{1, 0, limit, 0}, {2, 300, limit, 0}, {3, 0, limit, 0}, {4, 0, 0, 0}};
+    TrackDrawing drawing;
+    drawing.units = {track};
+    drawing.CentreY = limit;
+    drawing.TileZoom = 22;
+    drawing.browser = {400, 400};
+    EXPECT_FALSE(DrawTracks(drawing).marks.TouchedTiles().empty()) << limit;
+    std::vector<DataPoint> turned = track;
+    for (DataPoint& point : turned) std::swap(point.x, point.y);
+    drawing.units = {turned};
+    std::swap(drawing.CentreX, drawing.CentreY);
+    EXPECT_FALSE(DrawTracks(drawing).marks.TouchedTiles().empty()) << limit;
   }
 }
 
