@@ -228,6 +228,11 @@ void formMain::HideMapUpdating() { formMapUpdating_->hide(); }
 
 void formMain::ShowRetry(const std::string& message) {
   FormRetryAfterError_->SetMessage(Text(message));
+  // In the middle each time: left where it was, it would creep with the frame that the desktop puts round it.
+  if (!FormRetryAfterError_->isVisible()) {
+    FormRetryAfterError_->adjustSize();
+    FormRetryAfterError_->move(geometry().center() - FormRetryAfterError_->rect().center());
+  }
   // It takes the keyboard only from the main window, not from another program's or from a dialog of ours.
   FormRetryAfterError_->setAttribute(Qt::WA_ShowWithoutActivating, QApplication::activeWindow() != this);
   FormRetryAfterError_->show();

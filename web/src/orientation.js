@@ -11,13 +11,13 @@ export const Orientation = L.Control.extend({
 
   onAdd(map) {
     this._box = L.DomUtil.create('div', 'orientation');
-    map.on('moveend', this._update, this);
+    map.on('moveend', this._updateSoon, this);
     this._update();
     return this._box;
   },
 
   onRemove(map) {
-    map.off('moveend', this._update, this);
+    map.off('moveend', this._updateSoon, this);
   },
 
   /** @param {function(number, number): string} describe says where a position is, degrees */
@@ -32,7 +32,15 @@ export const Orientation = L.Control.extend({
     this._update();
   },
 
+  /** After the view is drawn: far from any place the nearest one takes a while to find. */
+  _updateSoon() {
+    if (this._waiting) return;
+    this._waiting = true;
+    requestIdleCallback(() => this._update(), { timeout: 500 });
+  },
+
   _update() {
+    this._waiting = false;
     if (!this._map) return;
     const zoom = this._map.getZoom();
     const { lat, lng } = this._map.getCenter().wrap();

@@ -37,7 +37,8 @@ bool IsPlainFile(const std::filesystem::path& path) {
 QByteArray ReadPng(const std::filesystem::path& path) {
   QFile file(QString::fromStdString(path.string()));
   if (!file.open(QIODevice::ReadOnly)) return {};
-  const QByteArray content = file.read(kLargestFile);
+  if (file.size() > kLargestFile) return {};
+  const QByteArray content = file.readAll();
   return content.startsWith(kPngSignature) ? content : QByteArray();
 }
 
