@@ -308,7 +308,6 @@ const bench::GateRow kRows[] = {
     bench::GateRow({"PNG of a sparse tile against libpng", "Png/10000", "PngLibpng/10000", 20, 32}),
     bench::GateRow({"PNG of a dense tile against Qt", "Png/1000000", "PngQt/1000000", 250, 500}),
     bench::GateRow({"PNG of a sparse tile against Qt", "Png/10000", "PngQt/10000", 250, 500}),
-    bench::GateRow({"PNG against memset and read", "Png/1000000", "PngFloor/1000000", 1 / 3.5, 1 / 2.0}),
     bench::GateRow({"200 files against delete and create", "FileStep/real_time",
                     "FileStepDeleteAndCreate/real_time", 2, 3}),
     bench::GateRow({"1M rebuild with files against in memory", "RebuildWithFiles/1000000/real_time",
