@@ -159,19 +159,8 @@ class FirstLight : public testing::Test {
   }
 
   std::map<std::string, std::string> Environment() const {
-    std::map<std::string, std::string> environment{
-        {"DISPLAY", displayName_},
-        {"QT_QPA_PLATFORM", "xcb"},
-        {"HOME", folder_.Path() / "profile"},
-        {"UserProfile", folder_.Path() / "profile"},
-        {"XDG_DATA_HOME", folder_.Path() / "share"},
-        {"XDG_CONFIG_HOME", folder_.Path() / "config"},
-        {"XDG_RUNTIME_DIR", folder_.Path() / "runtime"},
-        {"QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu"},
-        // Of the web engine itself: it keeps some memory to its end, and deletes under another size.
-        {"ASAN_OPTIONS", "detect_leaks=0:new_delete_type_mismatch=0"},
-    };
-    if (::geteuid() == 0) environment["QTWEBENGINE_DISABLE_SANDBOX"] = "1";
+    auto environment = ClientEnvironment(folder_.Path(), "xcb");
+    environment.emplace("DISPLAY", displayName_);
     return environment;
   }
 

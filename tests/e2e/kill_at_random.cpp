@@ -200,19 +200,9 @@ class Run {
   void KillClientAndStation(bool whileEnding) {
     Process station({PALLOMIR_STATION, "--address", kAddress, "--data", Data(), "--demo", "off"});
     MUST(station.Await("pallomir-station ready"), "%s", station.Output().c_str());
-    std::map<std::string, std::string> environment{
-        {"QT_QPA_PLATFORM", "offscreen"},
-        {"HOME", folder_.Path() / "profile"},
-        {"UserProfile", folder_.Path() / "profile"},
-        {"XDG_DATA_HOME", folder_.Path() / "share"},
-        {"XDG_CONFIG_HOME", folder_.Path() / "config"},
-        {"XDG_RUNTIME_DIR", folder_.Path() / "runtime"},
-        {"QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu"},
-        {"ASAN_OPTIONS", "detect_leaks=0:new_delete_type_mismatch=0"},
-    };
-    if (::geteuid() == 0) environment["QTWEBENGINE_DISABLE_SANDBOX"] = "1";
     const auto start = Clock::now();
-    Process client({(folder_.Path() / "app/pallomir").string()}, environment);
+    Process client({(folder_.Path() / "app/pallomir").string()},
+                   ClientEnvironment(folder_.Path(), "offscreen"));
     if (whileEnding) {
       MUST(client.Await("map page "), "%s", client.Output().c_str());
       startTime_ = std::chrono::duration_cast<microseconds>(Clock::now() - start);

@@ -101,4 +101,21 @@ int Process::Wait(std::chrono::milliseconds patience) {
   return *exitCode_;
 }
 
+std::map<std::string, std::string> ClientEnvironment(const std::filesystem::path& folder,
+                                                     const std::string& platform) {
+  std::map<std::string, std::string> environment{
+      {"QT_QPA_PLATFORM", platform},
+      {"HOME", folder / "profile"},
+      {"UserProfile", folder / "profile"},
+      {"XDG_DATA_HOME", folder / "share"},
+      {"XDG_CONFIG_HOME", folder / "config"},
+      {"XDG_RUNTIME_DIR", folder / "runtime"},
+      {"QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu"},
+      // Of the web engine itself: it keeps some memory to its end, and deletes under another size.
+      {"ASAN_OPTIONS", "detect_leaks=0:new_delete_type_mismatch=0"},
+  };
+  if (::geteuid() == 0) environment.emplace("QTWEBENGINE_DISABLE_SANDBOX", "1");
+  return environment;
+}
+
 }  // namespace pallomir::e2e

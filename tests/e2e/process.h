@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <chrono>
+#include <filesystem>
 #include <map>
 #include <optional>
 #include <string>
@@ -44,5 +45,10 @@ class Process {
   std::size_t searched_ = 0;
   std::optional<int> exitCode_;
 };
+
+/// What the client's own environment must be for its files to lie in `folder`: profile, share, config,
+/// runtime. `platform` is the window system that it is shown on.
+std::map<std::string, std::string> ClientEnvironment(const std::filesystem::path& folder,
+                                                     const std::string& platform);
 
 }  // namespace pallomir::e2e
