@@ -16,6 +16,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/qt/graphics.h"
 #include "platform/qt/tile_scheme.h"
 #include "program.h"
 #include "shell/settings_store.h"
@@ -24,8 +25,9 @@
 
 // How fast the whole program answers, measured in it: a station in a thread of its own streams a million
 // points (or as many as the first argument says) to the real window with the real page. Prints the longest
-// events (for which the window does not answer), how long tile questions took as the page sees them, and when
-// the first track was shown. A second argument names a file for a picture of the window.
+// events (for which the window does not answer), how long tile questions and changes of the view took as the
+// page sees them, and when the first track was shown. A second argument is the window's size ("1920x1080"), a
+// third names a file for a picture of the window.
 
 namespace pallomir {
 namespace {
@@ -67,6 +69,8 @@ std::vector<WireRecord> Course(int unit, std::size_t count) {
 struct Scene {
   fs::path folder;
   std::size_t points;
+  int width;
+  int height;
 
   Folders Make() const {
     for (const char* name : {"profile", "share/pallomir/Data", "config", "runtime"})
@@ -92,8 +96,8 @@ struct Scene {
     set("WindowState", "0");
     set("WindowPos_L", "0");
     set("WindowPos_T", "0");
-    set("WindowPos_W", "1920");
-    set("WindowPos_H", "1080");
+    set("WindowPos_W", std::to_string(width));
+    set("WindowPos_H", std::to_string(height));
     return {folder / "app", folder / "share", folder / "profile"};
   }
 
@@ -145,12 +149,20 @@ class TimedApplication : public QApplication {
 
 // Notes when each tile question leaves the page and when its answer arrives.
 constexpr char kSpy[] = R"(
-  window.asked = []; window.answered = [];
+  window.asked = []; window.answered = []; window.drawn = [];
   const src = Object.getOwnPropertyDescriptor(HTMLIFrameElement.prototype, 'src');
   Object.defineProperty(HTMLIFrameElement.prototype, 'src', { configurable: true, get: src.get,
     set(value) { if (String(value).includes('/dummy/TT')) asked.push(performance.timeOrigin + performance.now());
                  src.set.call(this, value); } });
   const field = document.querySelector('[name=TxtTT]');
+  const fit = document.querySelector('[name=TxtF]');
+  const fitValue = Object.getOwnPropertyDescriptor(fit, 'value');
+  Object.defineProperty(fit, 'value', { configurable: true, get: fitValue.get, set(text) {
+    const begin = performance.now();
+    // The second frame begins when the first one, with the new view, is on its way to the screen.
+    if (text) requestAnimationFrame(() => requestAnimationFrame(() => drawn.push(performance.now() - begin)));
+    fitValue.set.call(this, text);
+  } });
   const value = Object.getOwnPropertyDescriptor(field, 'value');
   Object.defineProperty(field, 'value', { configurable: true, get: value.get,
     set(text) { if (text) answered.push(performance.timeOrigin + performance.now()); value.set.call(this, text); } });
@@ -224,10 +236,11 @@ class Run {
   }
 
   void Report() {
-    View()->page()->runJavaScript("JSON.stringify([asked, answered])", [this](const QVariant& text) {
+    View()->page()->runJavaScript("JSON.stringify([asked, answered, drawn])", [this](const QVariant& text) {
       const QJsonArray both = QJsonDocument::fromJson(text.toString().toUtf8()).array();
       const QJsonArray asked = both.at(0).toArray(), answered = both.at(1).toArray();
-      std::vector<double> calm, withRebuild;
+      std::vector<double> calm, withRebuild, drawn;
+      for (const auto& time : both.at(2).toArray()) drawn.push_back(time.toDouble());
       qsizetype next = 0;
       for (const auto& answer : answered) {
         // The question before it; the first answers may belong to questions that went out before we looked.
@@ -241,20 +254,21 @@ class Run {
       }
       Print("tile question, no rebuild due", calm);
       Print("tile question with a rebuild", withRebuild);
+      constexpr double kQuickView = 100;
+      Print("change of the view", drawn, kQuickView);
       QCoreApplication::exit(0);
     });
   }
 
-  static void Print(const char* what, std::vector<double> times) {
+  static void Print(const char* what, std::vector<double> times, double wanted = 20) {
     if (times.empty()) return;
     std::sort(times.begin(), times.end());
     const auto at = [&](double share) {
       return times[static_cast<std::size_t>(share * static_cast<double>(times.size() - 1))];
     };
-    constexpr double kWanted = 20;
-    const auto quick = std::upper_bound(times.begin(), times.end(), kWanted) - times.begin();
+    const auto quick = std::upper_bound(times.begin(), times.end(), wanted) - times.begin();
     std::printf("%s: %zu, %zd within %.0f ms, median %.1f ms, longest %.1f ms\n", what, times.size(), quick,
-                kWanted, at(0.5), times.back());
+                wanted, at(0.5), times.back());
   }
 
   TimedApplication& application_;
@@ -274,7 +288,9 @@ class Run {
 int Measure(int argc, char** argv) {
   const std::size_t points = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 1'000'000;
   std::string pattern = (fs::temp_directory_path() / "pallomir-answers-XXXXXX").string();
-  const Scene scene{::mkdtemp(pattern.data()), points};
+  int width = 1920, height = 1080;
+  if (argc > 2) std::sscanf(argv[2], "%dx%d", &width, &height);
+  const Scene scene{::mkdtemp(pattern.data()), points, width, height};
   const Folders folders = scene.Make();
   scene.Announce();
 
@@ -291,6 +307,7 @@ int Measure(int argc, char** argv) {
   }
   std::thread serving([&] { context.run(); });
 
+  ChooseGraphics();
   RegisterTileScheme();
   int exitCode = 0;
   {
@@ -299,7 +316,7 @@ int Measure(int argc, char** argv) {
     Program program(folders, [&](const std::string& line) {
       if (run) run->Traced(line);
     });
-    Run measured(application, program, points, argc > 2 ? argv[2] : "");
+    Run measured(application, program, points, argc > 3 ? argv[3] : "");
     run = &measured;
     exitCode = program.Run();
   }

@@ -18,9 +18,8 @@ if [ ${#files[@]} -gt 0 ]; then run=$top/build/run/recorded; else run=$top/build
 rm -rf "$run"
 mkdir -p "$run/profile" "$run/share/pallomir/Data" "$run/config"
 export UserProfile=$run/profile XDG_DATA_HOME=$run/share XDG_CONFIG_HOME=$run/config
-# Running as root, as containers do, the web engine has no sandbox to use; without a graphics card it draws alone.
+# Running as root, as containers do, the web engine has no sandbox to use.
 [ "$(id -u)" != 0 ] || export QTWEBENGINE_DISABLE_SANDBOX=1
-[ -e /dev/dri ] || export QTWEBENGINE_CHROMIUM_FLAGS="${QTWEBENGINE_CHROMIUM_FLAGS:-} --disable-gpu"
 
 pids=()
 finish() { for pid in "${pids[@]}"; do kill "$pid" 2>/dev/null || true; done; wait 2>/dev/null || true; }

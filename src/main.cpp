@@ -1,10 +1,12 @@
 #include <QApplication>
 #include <cstdio>
 
+#include "platform/qt/graphics.h"
 #include "platform/qt/tile_scheme.h"
 #include "program.h"
 
 int main(int argc, char** argv) {
+  pallomir::ChooseGraphics();
   pallomir::RegisterTileScheme();
   QApplication application(argc, argv);
   QApplication::setApplicationName("pallomir");

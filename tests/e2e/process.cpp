@@ -110,7 +110,6 @@ std::map<std::string, std::string> ClientEnvironment(const std::filesystem::path
       {"XDG_DATA_HOME", folder / "share"},
       {"XDG_CONFIG_HOME", folder / "config"},
       {"XDG_RUNTIME_DIR", folder / "runtime"},
-      {"QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu"},
       // Of the web engine itself: it keeps some memory to its end, and deletes under another size.
       {"ASAN_OPTIONS", "detect_leaks=0:new_delete_type_mismatch=0"},
   };

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 
+#include "platform/qt/graphics.h"
 #include "platform/qt/tile_scheme.h"
 
 namespace {
@@ -15,10 +16,10 @@ void SetDefault(const char* name, const char* value) {
 
 int main(int argc, char** argv) {
   SetDefault("QT_QPA_PLATFORM", "offscreen");
-  SetDefault("QTWEBENGINE_CHROMIUM_FLAGS", "--disable-gpu");
   // The engine refuses to run with its sandbox as root.
   if (::geteuid() == 0) SetDefault("QTWEBENGINE_DISABLE_SANDBOX", "1");
   testing::InitGoogleMock(&argc, argv);
+  pallomir::ChooseGraphics();
   pallomir::RegisterTileScheme();
   QApplication application(argc, argv);
   application.setQuitOnLastWindowClosed(false);

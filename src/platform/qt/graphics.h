@@ -1,0 +1,10 @@
+#pragma once
+
+namespace pallomir {
+
+/// Has the window composed in plain memory where no graphics processor is to be had, unless the user's
+/// environment says how (QT_QUICK_BACKEND). Without this a graphics library imitates one, which takes ten
+/// times as long for every picture of the map. To be called before the application object is made.
+void ChooseGraphics();
+
+}  // namespace pallomir
