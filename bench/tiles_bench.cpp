@@ -290,7 +290,10 @@ void RebuildWithFiles(benchmark::State& state) {
   Trace trace([] { return 0.0; }, [](const std::string&) {});
   TrackTiles tiles({folder.Tracks(), folder.Zones(), {}}, trace, [](const std::string&) {});
   for (auto _ : state) {
-    if (tiles.Rebuild(&drawing)) state.SkipWithError("not rebuilt");
+    tiles.Begin(drawing);
+    std::optional<RebuildEnd> end;
+    while (!end) end = tiles.Continue();
+    if (end->error) state.SkipWithError("not rebuilt");
   }
 }
 BENCHMARK(RebuildWithFiles)

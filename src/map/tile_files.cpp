@@ -17,8 +17,8 @@
 //
 // - A tile is asked for by its name, generation included, and the page learns the new generation only when
 //   all tiles are written. A request for an old name finds no file, as if it had been deleted.
-// - Questions for tiles, requests for files and rebuilds all run on the user interface's thread; a request
-//   takes the whole file at once. So none falls between renaming and writing.
+// - Questions for tiles wait while a rebuild runs, so no new name is known before all tiles are written. A
+//   request takes the whole file at once, and runs on the same thread as the writing.
 // - A file that can't be written to its end is deleted, or emptied when even that fails: the tile is blank
 //   then, never half old and half new. On most file systems a full disk does not matter to a file that keeps
 //   its size, as tiles do.

@@ -239,23 +239,32 @@ struct VisibleRange {
   std::uint64_t count = 0;
 };
 
-class Painter {
+}  // namespace
+
+class TrackPainter::Work {
  public:
-  explicit Painter(const TrackDrawing& drawing)
-      : drawing_(drawing),
-        view_(drawing),
+  explicit Work(TrackDrawing drawing)
+      : drawing_(std::move(drawing)),
+        view_(drawing_),
         picture_{TrackMarks(view_.x.Marked(), view_.y.Marked()), {}},
         plane_(picture_.marks),
         folded_(picture_.marks) {}
 
-  TrackPicture Paint() && {
-    for (std::size_t unit = 0; unit < drawing_.units.size(); ++unit) PaintTrack(unit);
-    if (drawing_.ringReceived) StampAll(received_, RingReceived(), kBlue);
-    if (drawing_.ringNotReceived) StampAll(notReceived_, RingNotReceived(), kRed);
+  bool Paint(std::size_t count) {
+    while (unit_ < drawing_.units.size()) {
+      if (count == 0) return true;
+      count -= PaintTrack(count);
+    }
+    count -= StampSome(received_, count, RingReceived(), kBlue);
+    if (!received_.IsDone()) return true;
+    count -= StampSome(notReceived_, count, RingNotReceived(), kRed);
+    if (!notReceived_.IsDone()) return true;
     for (const auto& points : drawing_.units) PaintEnd(points, true);
     for (const auto& points : drawing_.units) PaintEnd(points, false);
-    return std::move(picture_);
+    return false;
   }
+
+  TrackPicture Take() { return std::move(picture_); }
 
  private:
   // Which points are visible, and where.
@@ -291,20 +300,29 @@ class Painter {
   };
   static constexpr std::size_t kBlock = 64;
 
-  // In blocks: first the places of the points, whose parts of the plane are fetched meanwhile, then their
-  // marks.
-  void PaintTrack(std::size_t unit) {
-    const auto points = drawing_.units[unit];
+  // Places to be stamped, of which the first `done` are.
+  struct Stamps {
+    std::vector<Pixel> places;
+    std::size_t done = 0;
+    bool IsDone() const { return done == places.size(); }
+  };
+
+  // At most so many of a unit's points; how many it were. In blocks: first the places of the points, whose
+  // parts of the plane are fetched meanwhile, then their marks.
+  std::size_t PaintTrack(std::size_t most) {
+    const auto points = drawing_.units[unit_];
+    const std::size_t from = next_;
+    const std::size_t until = from + std::min(points.size() - from, most);
     // Copies: marks are bytes, which may be part of anything but of what lives here only.
     const View view = view_;
     const PlaneCanvas plane = plane_;
     const bool rings = drawing_.ringReceived || drawing_.ringNotReceived;
     std::uint32_t slowest = picture_.fastest.Slowest();
     std::array<Spot, kBlock> spots;
-    Pixel last;
-    bool joined = false;
-    for (std::size_t begin = 0; begin < points.size(); begin += kBlock) {
-      const std::size_t end = std::min(begin + kBlock, points.size());
+    Pixel last = last_;
+    bool joined = joined_;
+    for (std::size_t begin = from; begin < until; begin += kBlock) {
+      const std::size_t end = std::min(begin + kBlock, until);
       std::size_t count = 0;
       bool atFold = joined && IsAtFold(last);
       for (std::size_t j = begin; j < end; ++j) {
@@ -313,7 +331,7 @@ class Painter {
           const Pixel pixel = view.PixelOf(points[j]);
           if (rings) NoteRings(pixel, points[j].status);
           if (const std::uint32_t speed = points[j].status & kStatusSpeedMask; speed >= slowest) {
-            picture_.fastest.Offer({j + 1, speed, unit + 1});
+            picture_.fastest.Offer({j + 1, speed, unit_ + 1});
             slowest = picture_.fastest.Slowest();
           }
           spots[count++] = {pixel, joined};
@@ -333,6 +351,16 @@ class Painter {
       }
       if (count > 0) last = visible.back().at;
     }
+    if (until < points.size()) {
+      next_ = until;
+      last_ = last;
+      joined_ = joined;
+    } else {
+      ++unit_;
+      next_ = 0;
+      joined_ = false;
+    }
+    return until - from;
   }
 
   template <class Canvas>
@@ -345,8 +373,8 @@ class Painter {
   }
 
   void NoteRings(Pixel pixel, std::uint32_t status) {
-    if (drawing_.ringReceived && (status & kStatusReceived)) received_.push_back(pixel);
-    if (drawing_.ringNotReceived && (status & kStatusNotReceived)) notReceived_.push_back(pixel);
+    if (drawing_.ringReceived && (status & kStatusReceived)) received_.places.push_back(pixel);
+    if (drawing_.ringNotReceived && (status & kStatusNotReceived)) notReceived_.places.push_back(pixel);
   }
 
   void StampAt(Pixel p, const Shape& shape, std::uint8_t colour) {
@@ -357,8 +385,12 @@ class Painter {
     }
   }
 
-  void StampAll(const std::vector<Pixel>& places, const Shape& shape, std::uint8_t colour) {
-    for (const Pixel& place : places) StampAt(place, shape, colour);
+  // At most so many of them; how many it were.
+  std::size_t StampSome(Stamps& stamps, std::size_t most, const Shape& shape, std::uint8_t colour) {
+    const std::size_t from = stamps.done;
+    stamps.done = from + std::min(stamps.places.size() - from, most);
+    for (std::size_t i = from; i < stamps.done; ++i) StampAt(stamps.places[i], shape, colour);
+    return stamps.done - from;
   }
 
   // A unit with a single point gets the first point's green in both passes.
@@ -369,16 +401,19 @@ class Painter {
       StampAt(view_.PixelOf(point), RingEnds(), first || points.size() == 1 ? kGreen : kMagenta);
   }
 
-  const TrackDrawing& drawing_;
+  const TrackDrawing drawing_;
   View view_;
   TrackPicture picture_;
   PlaneCanvas plane_;
   FoldedCanvas folded_;
-  std::vector<Pixel> received_;
-  std::vector<Pixel> notReceived_;
+  // The point to be painted next, and the visible one before it.
+  std::size_t unit_ = 0;
+  std::size_t next_ = 0;
+  Pixel last_;
+  bool joined_ = false;
+  Stamps received_;
+  Stamps notReceived_;
 };
-
-}  // namespace
 
 void FastestPoints::Offer(const FastPoint& point) {
   if (point.speed < Slowest()) return;
@@ -388,6 +423,19 @@ void FastestPoints::Offer(const FastPoint& point) {
   if (entries_.size() > kMaxEntries) entries_.resize(kMaxEntries);
 }
 
-TrackPicture DrawTracks(const TrackDrawing& drawing) { return Painter(drawing).Paint(); }
+TrackPainter::TrackPainter(TrackDrawing drawing) : work_(std::make_unique<Work>(std::move(drawing))) {}
+
+TrackPainter::~TrackPainter() = default;
+
+bool TrackPainter::Paint(std::size_t count) { return work_->Paint(count); }
+
+TrackPicture TrackPainter::Take() { return work_->Take(); }
+
+TrackPicture DrawTracks(const TrackDrawing& drawing) {
+  TrackPainter painter(drawing);
+  while (painter.Paint(std::numeric_limits<std::size_t>::max())) {
+  }
+  return painter.Take();
+}
 
 }  // namespace pallomir

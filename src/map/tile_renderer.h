@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -52,9 +54,28 @@ struct TrackPicture {
   FastestPoints fastest;
 };
 
-/// Draws crosses, segments, rings and end markers, in this order, so that end markers lie on top.
+/// Draws crosses, segments, rings and end markers, in this order, so that end markers lie on top. The work
+/// can be done in parts, with other things done in between.
 /// The plane has at most (2 * width + 1101) * (2 * height + 1037) bytes of the browser's size: 16 MB for 1920
 /// x 1080, 159 MB for 7680 x 4320.
+class TrackPainter {
+ public:
+  /// The drawing's points are read until the picture is complete, the drawing itself only here.
+  explicit TrackPainter(TrackDrawing drawing);
+  ~TrackPainter();
+
+  /// Does the work of at most so many points or rings. False when nothing is left to do.
+  bool Paint(std::size_t count);
+
+  /// The picture, once it is complete.
+  TrackPicture Take();
+
+ private:
+  class Work;
+  std::unique_ptr<Work> work_;
+};
+
+/// All of it in one go.
 TrackPicture DrawTracks(const TrackDrawing& drawing);
 
 }  // namespace pallomir

@@ -1,10 +1,18 @@
 #include "map/track_tiles.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/number_format.h"
 
 namespace pallomir {
+namespace {
+
+// Parts of a rebuild that take some three milliseconds each.
+constexpr std::size_t kPointsAtOnce = std::size_t{1} << 17;
+constexpr std::size_t kTilesAtOnce = 32;
+
+}  // namespace
 
 TileFolders FoldersOfTiles(const Folders& folders) {
   const std::filesystem::path parent = folders.userProfile / "Application Data" / "pallomir";
@@ -18,22 +26,49 @@ TrackTiles::TrackTiles(TileFolders folders, Trace& trace, std::function<void(con
   };
 }
 
-std::optional<DeleteError> TrackTiles::Rebuild(const TrackDrawing* drawing) {
-  TrackPicture picture = drawing ? DrawTracks(*drawing) : TrackPicture();
+void TrackTiles::Begin(std::optional<TrackDrawing> drawing) {
+  rebuild_.reset();  // its picture may be large
+  rebuild_.emplace();
+  if (!drawing) return;
+  rebuild_->zoom = drawing->TileZoom;
+  rebuild_->painter = std::make_unique<TrackPainter>(std::move(*drawing));
+}
+
+std::optional<RebuildEnd> TrackTiles::Continue() {
+  if (rebuild_->painter) {
+    if (rebuild_->painter->Paint(kPointsAtOnce)) return std::nullopt;
+    rebuild_->picture = rebuild_->painter->Take();
+    rebuild_->painter.reset();
+    return std::nullopt;
+  }
+  if (!std::exchange(rebuild_->retired, true)) {
+    if (auto error = RetireOld()) {
+      rebuild_.reset();
+      return RebuildEnd{std::move(error)};
+    }
+  }
+  const std::size_t end = std::min(rebuild_->written + kTilesAtOnce, rebuild_->names.size());
+  for (std::size_t& i = rebuild_->written; i < end; ++i)
+    SaveTile(rebuild_->names[i], rebuild_->picture.marks.PixelsOf(rebuild_->touched[i]));
+  if (end < rebuild_->names.size()) return std::nullopt;
+  rebuild_.reset();
+  return RebuildEnd();
+}
+
+std::optional<DeleteError> TrackTiles::RetireOld() {
   const int generation = (generation_ + 1) % 65536;
-  std::vector<TilePlace> touched = picture.marks.TouchedTiles();
-  std::vector<std::string> names;
+  rebuild_->touched = rebuild_->picture.marks.TouchedTiles();
   if (cBitmap::EncoderForPattern("*.png") == ImageEncoder::kNone) {
     showError_("Error: \"*.png\" extension not supported");
-    touched.clear();
+    rebuild_->touched.clear();
   }
-  for (const TilePlace tile : touched) names.push_back(TileName(generation, drawing->TileZoom, tile));
+  for (const TilePlace tile : rebuild_->touched)
+    rebuild_->names.push_back(TileName(generation, rebuild_->zoom, tile));
   // Zone tiles first: no track tile is renamed then for nothing.
-  if (const auto error = DeleteFiles(folders_.zone)) return error;
-  if (const auto error = RetireTiles(folders_.track, names)) return error;
-  fastest_ = std::move(picture.fastest);
+  if (auto error = DeleteFiles(folders_.zone)) return error;
+  if (auto error = RetireTiles(folders_.track, rebuild_->names)) return error;
+  fastest_ = std::move(rebuild_->picture.fastest);
   generation_ = generation;
-  for (std::size_t i = 0; i < touched.size(); ++i) SaveTile(names[i], picture.marks.PixelsOf(touched[i]));
   return std::nullopt;
 }
 

@@ -2,9 +2,11 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/trace.h"
 #include "map/imaging.h"
@@ -30,15 +32,31 @@ inline constexpr char kBlankTile[] = "blank_x.png";
 inline constexpr char kAlertedTile[] = "Red.png";
 inline constexpr char kNotAlertedTile[] = "Grn.png";
 
+/// How a rebuild ended. An error while deleting leaves the generation as it is.
+struct RebuildEnd {
+  std::optional<DeleteError> error;
+};
+
 /// The track tiles on disk: one set at a time, replaced whole by every rebuild under the next generation.
+///
+/// A rebuild is done in parts, so that the window answers in between however many points there are. From its
+/// begin to its end nobody may be told of a tile: some may still hold their old pictures.
 class TrackTiles {
  public:
   /// `showError` gets what the user must know.
   TrackTiles(TileFolders folders, Trace& trace, std::function<void(const std::string&)> showError);
 
-  /// Draws the new set and writes it in the old one's place; without a drawing the new set is empty. An error
-  /// while deleting leaves the generation as it is. A tile that can't be written is missing, and traced.
-  std::optional<DeleteError> Rebuild(const TrackDrawing* drawing);
+  /// Begins to draw a new set, to be written in the old one's place; without a drawing it is empty. A rebuild
+  /// that has not ended is dropped. The drawing's points are read until then.
+  void Begin(std::optional<TrackDrawing> drawing);
+
+  /// Does the next few milliseconds' work of it. A tile that can't be written is missing, and traced.
+  std::optional<RebuildEnd> Continue();
+
+  bool IsRebuilding() const { return rebuild_.has_value(); }
+
+  /// Drops a rebuild that has not ended; another one has to follow.
+  void Drop() { rebuild_.reset(); }
 
   /// 0 before the first rebuild, 0..65535.
   int TileGeneration() const { return generation_; }
@@ -53,6 +71,17 @@ class TrackTiles {
   std::string ZoneTilePath(std::string_view suffix, bool alerted) const;
 
  private:
+  struct Rebuild {
+    std::unique_ptr<TrackPainter> painter;  // none when there is nothing left to draw
+    int zoom = 0;
+    TrackPicture picture;
+    std::vector<TilePlace> touched;
+    std::vector<std::string> names;
+    std::size_t written = 0;
+    bool retired = false;
+  };
+
+  std::optional<DeleteError> RetireOld();
   void SaveTile(const std::string& name, TilePixels tile);
 
   TileFolders folders_;
@@ -62,6 +91,7 @@ class TrackTiles {
   PalettePng png_{kTrackPalette};
   int generation_ = 0;
   FastestPoints fastest_;
+  std::optional<Rebuild> rebuild_;
 };
 
 }  // namespace pallomir

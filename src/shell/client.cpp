@@ -32,7 +32,8 @@ void Client::CreateTimers() {
   tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
   tmrTimelineInfo_ = create("tmrTimelineInfo", 10'000, &Client::OnTimelineInfoTick);
   tmrPB_ = create("tmrPB", RetryCountdown::kTickMilliseconds, &Client::OnRetryTick);
-  dataPause_ = create("DataPause", 100, &Client::DecodeBuffer);
+  tmrTiles_ = create("tmrTiles", 0, &Client::OnTilesTick);
+  dataPause_ = create("DataPause", 100, &Client::OnDataPause);
   splashPause_ = create("SplashPause", 500, &Client::OnPageReady);
   pageRetry_ = create("PageRetry", 5000, &Client::NavigateToMap);
   placementDelay_ = create("PlacementDelay", 250, &Client::StorePlacement);
@@ -46,8 +47,8 @@ void Client::Unload() {
   Run(seams.stopSound);
   HidePointMarker();
   for (Timer* timer : {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), boxTimer_.get(),
-                       tmrP_.get(), tmrTimelineInfo_.get(), tmrDTP_.get(), tmrPB_.get(), dataPause_.get(),
-                       splashPause_.get(), pageRetry_.get(), placementDelay_.get()}) {
+                       tmrP_.get(), tmrTimelineInfo_.get(), tmrDTP_.get(), tmrPB_.get(), tmrTiles_.get(),
+                       dataPause_.get(), splashPause_.get(), pageRetry_.get(), placementDelay_.get()}) {
     timer->SetEnabled(false);
   }
   ports_.view.CloseWindows();

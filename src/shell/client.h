@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -203,6 +204,7 @@ class Client {
   void OnRetryTick();
   void CloseRetry();
   void ProcessData(ByteView newText);
+  void OnDataPause();
   void DecodeBuffer();
   void MergePacket(std::string_view unitId, ByteView records);
   void FinishBatch();
@@ -271,6 +273,9 @@ class Client {
   void NavigateToMap();
   void ChangeTileZoom(int zoom, ZoomOrigin origin);
   void RebuildTiles();
+  void OnTilesTick();
+  void DropRebuild();
+  void AnswerTile(const page::TileQuestion& question);
   void FitToData(std::size_t k);
   void SendFit();
   void SendFirstFit();
@@ -338,7 +343,9 @@ class Client {
 
   MapView view_;
   std::unique_ptr<TrackTiles> tiles_;
-  bool rebuildOwed_ = false;  // there was something to draw before a zoom was known
+  bool rebuildOwed_ = false;                         // there was something to draw before a zoom was known
+  bool fitWaits_ = false;                            // for the end of the rebuild
+  std::deque<page::TileQuestion> waitingQuestions_;  // for the end of the rebuild
 
   PageState page_;
   bool firstFitPending_ = false;  // the first fit waits for MapCreated
@@ -364,6 +371,7 @@ class Client {
   std::unique_ptr<Timer> tmrDTP_;
   std::unique_ptr<Timer> tmrTimelineInfo_;
   std::unique_ptr<Timer> tmrPB_;
+  std::unique_ptr<Timer> tmrTiles_;
   std::unique_ptr<Timer> dataPause_;
   std::unique_ptr<Timer> splashPause_;
   std::unique_ptr<Timer> pageRetry_;

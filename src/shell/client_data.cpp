@@ -99,8 +99,14 @@ void Client::ProcessData(ByteView newText) {
   }
 }
 
+// While the points are being drawn they stay as they are: the pause is repeated.
+void Client::OnDataPause() {
+  if (!tiles_->IsRebuilding()) DecodeBuffer();
+}
+
 void Client::DecodeBuffer() {
   dataPause_->SetEnabled(false);
+  DropRebuild();  // only before a fit, which begins another
   const auto outcome =
       stream_.Decode([this](std::string_view unitId, ByteView records) { MergePacket(unitId, records); });
   store_.Settle();

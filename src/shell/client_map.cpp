@@ -91,10 +91,18 @@ void Client::OnPageReady() {
 }
 
 void Client::OnPage(const page::TileQuestion& question) {
-  using Kind = page::TileQuestion::Kind;
   const bool isZoom = question.zoom >= kMinTileZoom && question.zoom <= kMaxTileZoom;
   if (isZoom) ChangeTileZoom(question.zoom, ZoomOrigin::kNewTile);
-  if (closing_ || question.kind == Kind::kUnknown) return;
+  if (question.kind == page::TileQuestion::Kind::kUnknown) return;
+  if (!tiles_->IsRebuilding()) return AnswerTile(question);
+  constexpr std::size_t kMostWaiting = 64;  // the page waits for each answer, and asks again when none comes
+  if (waitingQuestions_.size() == kMostWaiting) waitingQuestions_.pop_front();
+  waitingQuestions_.push_back(question);
+}
+
+void Client::AnswerTile(const page::TileQuestion& question) {
+  using Kind = page::TileQuestion::Kind;
+  const bool isZoom = question.zoom >= kMinTileZoom && question.zoom <= kMaxTileZoom;
   const std::string suffix = isZoom ? question.suffix : std::string();
   if (question.kind == Kind::kTrack) {
     const std::string path = tiles_->TrackTilePath(suffix);
@@ -160,14 +168,30 @@ void Client::RebuildTiles() {
   drawing.ringNotReceived = menus_.At("mnuOptionsContactPointsArray", 1).checked;
   const bool zoomIsKnown = view_.TileZoom >= 0;
   rebuildOwed_ = !zoomIsKnown && store_.PointCount() > 0;
-  if (const auto error = tiles_->Rebuild(zoomIsKnown ? &drawing : nullptr)) {
+  tiles_->Begin(zoomIsKnown ? std::optional(std::move(drawing)) : std::nullopt);
+  tmrTiles_->SetEnabled(true);
+}
+
+void Client::OnTilesTick() {
+  const auto end = tiles_->Continue();
+  if (!end) return;
+  tmrTiles_->SetEnabled(false);
+  if (const auto& error = end->error) {
     ports_.questions.Tell("Error " + std::to_string(error->number) + ":\n" + error->description, "Pallomir",
                           Question::Icon::kError, [this](const Answer&) { ports_.window.Close(); });
-    return;
+  } else {
+    notDrawn_ = rebuildOwed_;
+    ports_.trace.Line("track tiles " + tiles_->GenerationText() + " written");
+    ports_.browser.WriteField(field::kGeneration, tiles_->GenerationText());
   }
-  notDrawn_ = rebuildOwed_;
-  ports_.trace.Line("track tiles " + tiles_->GenerationText() + " written");
-  ports_.browser.WriteField(field::kGeneration, tiles_->GenerationText());
+  if (std::exchange(fitWaits_, false)) SendFit();
+  for (const auto& question : std::exchange(waitingQuestions_, {})) AnswerTile(question);
+}
+
+// Its points are about to change; what waits for its end waits for that of the next one.
+void Client::DropRebuild() {
+  tiles_->Drop();
+  tmrTiles_->SetEnabled(false);
 }
 
 void Client::FitToData(std::size_t k) {
@@ -181,8 +205,8 @@ void Client::FitToData(std::size_t k) {
   view_.DataBox = box.IsEmpty() ? DefaultBox() : box;
   view_.PreviousRequestedZoom = view_.RequestedZoom;
   FitToBox(view_, view_.DataBox, ports_.view.BrowserSize());
+  fitWaits_ = true;
   RebuildTiles();
-  SendFit();
   ports_.trace.Line("...end Fit");
 }
 

@@ -84,6 +84,7 @@ void Client::MapReload() {
   ports_.trace.Line("MapReload begin...");
   ports_.beeper.Beep();
   stream_.ClearHold();
+  DropRebuild();
   store_.Reset(book_.enabledCount);
   RebuildTiles();
   EnumerateMUs();

@@ -53,7 +53,7 @@ class ClientHarness {
 
   void Command(const std::string& text) {
     browser.beforeNavigate("http://127.0.0.1:2480/dummy/" + text);
-    loop.RunPosted();
+    loop.Advance(0);
   }
 
   /// The locator's answer with one Base Server at 127.0.0.9.

@@ -3,6 +3,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,6 +42,14 @@ class FakeEventLoop : public EventLoop {
       RunPosted();
     }
     now_ = until;
+  }
+
+  /// One tick of the timer that is due now.
+  void TickOnce() {
+    FakeTimer* next = NextDue(now_);
+    if (!next) throw std::logic_error("no timer is due");
+    next->due += next->interval;
+    next->tick();
   }
 
   long long Now() const { return now_; }

@@ -56,6 +56,13 @@ class TrackTilesTest : public testing::Test {
     return names;
   }
 
+  std::optional<DeleteError> Rebuild(const TrackDrawing* drawing) {
+    tiles_.Begin(drawing ? std::optional(*drawing) : std::nullopt);
+    for (;;) {
+      if (const auto end = tiles_.Continue()) return end->error;
+    }
+  }
+
   TrackDrawing OnePoint() const {
     TrackDrawing drawing;
     drawing.units = {point_};
@@ -69,7 +76,7 @@ class TrackTilesTest : public testing::Test {
 
 TEST_F(TrackTilesTest, AFileHoldsTheMarkedPixelsAndNothingElse) {
   const TrackDrawing drawing = OnePoint();
-  ASSERT_FALSE(tiles_.Rebuild(&drawing));
+  ASSERT_FALSE(Rebuild(&drawing));
   const fs::path file = tiles_.TrackTilePath("160003E80007D0");
   ASSERT_EQ(file, Tracks() / "0001160003E80007D0.png");
   const auto pixels = ReadPng(file);
@@ -82,22 +89,22 @@ TEST_F(TrackTilesTest, AFileHoldsTheMarkedPixelsAndNothingElse) {
 
 TEST_F(TrackTilesTest, EveryRebuildReplacesAllFilesAndCountsOn) {
   const TrackDrawing drawing = OnePoint();
-  tiles_.Rebuild(&drawing);
+  Rebuild(&drawing);
   fakes::WriteFile(Tracks() / "foreign", "x");
   fakes::WriteFile(folder_.Path() / "z" / "000116000000000000.png", "x");
   fs::create_directory(Tracks() / "sub");
-  tiles_.Rebuild(&drawing);
+  Rebuild(&drawing);
   EXPECT_EQ(tiles_.GenerationText(), "0002");
   EXPECT_TRUE(fs::exists(Tracks() / "0002160003E80007D0.png"));
   EXPECT_FALSE(fs::exists(Tracks() / "0001160003E80007D0.png"));
   EXPECT_FALSE(fs::exists(Tracks() / "foreign"));
   EXPECT_TRUE(fs::exists(Tracks() / "sub"));
   EXPECT_TRUE(fs::is_empty(folder_.Path() / "z"));
-  tiles_.Rebuild(nullptr);
+  Rebuild(nullptr);
   EXPECT_EQ(tiles_.TrackTilePath("160003E80007D0"), folder_.Path() / "p" / "blank_x.png");
-  for (int i = 4; i < 65536; ++i) tiles_.Rebuild(nullptr);
+  for (int i = 4; i < 65536; ++i) Rebuild(nullptr);
   EXPECT_EQ(tiles_.GenerationText(), "FFFF");
-  tiles_.Rebuild(nullptr);
+  Rebuild(nullptr);
   EXPECT_EQ(tiles_.GenerationText(), "0000");
 }
 
@@ -110,18 +117,18 @@ TEST_F(TrackTilesTest, FilesAreWrittenOverWithoutATraceOfTheOldSet) {
   wide.units = {row};
   wide.browser = {2000, 100};
   const TrackDrawing narrow = OnePoint();
-  tiles_.Rebuild(&narrow);
+  Rebuild(&narrow);
   const auto fresh = ReadPng(Tracks() / "0001160003E80007D0.png");
-  tiles_.Rebuild(&wide);
+  Rebuild(&wide);
   EXPECT_EQ(Names(), Wide("0002"));
   // What lies where a file is to be written over may have grown, shrunk or lost its permissions.
   fakes::WriteFile(Tracks() / Wide("0002")[0], std::string(100'000, 'x'));
   fs::resize_file(Tracks() / Wide("0002")[1], 3);
   fs::permissions(Tracks() / Wide("0002")[2], fs::perms::none);
-  tiles_.Rebuild(&wide);
+  Rebuild(&wide);
   EXPECT_EQ(Names(), Wide("0003"));
   for (const auto& name : Names()) EXPECT_EQ(ReadPng(Tracks() / name).size(), 65536u) << name;
-  tiles_.Rebuild(&narrow);
+  Rebuild(&narrow);
   EXPECT_EQ(Names(), std::vector<std::string>{"0004160003E80007D0.png"});
   EXPECT_EQ(ReadPng(Tracks() / Names()[0]), fresh);
   EXPECT_THAT(traced_, testing::IsEmpty());
@@ -142,7 +149,7 @@ TEST_F(TrackTilesTest, LinksAndForeignFilesAreNotWrittenOver) {
       fakes::WriteFile(Tracks() / (next + "16000000000000.png"), "old");
     }
     if (how == std::string("lower case")) fakes::WriteFile(Tracks() / "aaaa160003e80007d0.png", "x");
-    EXPECT_FALSE(tiles_.Rebuild(&drawing)) << how;
+    EXPECT_FALSE(Rebuild(&drawing)) << how;
     EXPECT_EQ(Names(), std::vector<std::string>{next + "160003E80007D0.png"}) << how;
     EXPECT_EQ(ReadPng(Tracks() / Names()[0]).size(), 65536u) << how;
     EXPECT_EQ(fakes::ReadFile(precious), "precious") << how;
@@ -152,9 +159,9 @@ TEST_F(TrackTilesTest, LinksAndForeignFilesAreNotWrittenOver) {
 
 TEST_F(TrackTilesTest, AFolderInATilesPlaceLeavesThatTileBlank) {
   const TrackDrawing drawing = OnePoint();
-  tiles_.Rebuild(&drawing);
+  Rebuild(&drawing);
   fs::create_directory(Tracks() / "0002160003E80007D0.png");
-  EXPECT_FALSE(tiles_.Rebuild(&drawing));
+  EXPECT_FALSE(Rebuild(&drawing));
   EXPECT_EQ(tiles_.TrackTilePath("160003E80007D0"), folder_.Path() / "p" / "blank_x.png");
   EXPECT_FALSE(fs::exists(Tracks() / "0001160003E80007D0.png"));
   EXPECT_THAT(traced_, testing::Contains(testing::HasSubstr("imaging error 7 (Win32 Error) in SaveToFile")));
@@ -164,9 +171,9 @@ TEST_F(TrackTilesTest, AFolderInATilesPlaceLeavesThatTileBlank) {
 TEST_F(TrackTilesTest, WhatCannotBeDeletedEndsTheRebuildBeforeItBegins) {
   if (::geteuid() == 0) GTEST_SKIP() << "permissions do not bind root";
   const TrackDrawing drawing = OnePoint();
-  tiles_.Rebuild(&drawing);
+  Rebuild(&drawing);
   fs::permissions(Tracks(), fs::perms::owner_read | fs::perms::owner_exec);
-  const auto error = tiles_.Rebuild(&drawing);
+  const auto error = Rebuild(&drawing);
   fs::permissions(Tracks(), fs::perms::owner_all);
   ASSERT_TRUE(error);
   EXPECT_EQ(error->number, 70);
@@ -177,7 +184,7 @@ TEST_F(TrackTilesTest, WhatCannotBeDeletedEndsTheRebuildBeforeItBegins) {
 TEST_F(TrackTilesTest, AFolderThatCannotBeListedEndsTheRebuild) {
   fs::remove(Tracks());
   fakes::WriteFile(Tracks(), "x");
-  const auto error = tiles_.Rebuild(nullptr);
+  const auto error = Rebuild(nullptr);
   ASSERT_TRUE(error);
   EXPECT_EQ(error->number, 75);
   EXPECT_EQ(tiles_.GenerationText(), "0000");
@@ -186,7 +193,7 @@ TEST_F(TrackTilesTest, AFolderThatCannotBeListedEndsTheRebuild) {
 TEST_F(TrackTilesTest, ATileThatCannotBeWrittenIsTracedOnly) {
   fs::remove(Tracks());
   const TrackDrawing drawing = OnePoint();
-  EXPECT_FALSE(tiles_.Rebuild(&drawing)) << "a folder that is not there holds nothing to delete";
+  EXPECT_FALSE(Rebuild(&drawing)) << "a folder that is not there holds nothing to delete";
   EXPECT_THAT(traced_, testing::Contains(testing::HasSubstr("imaging error 7 (Win32 Error) in SaveToFile")));
   EXPECT_TRUE(errors_.empty());
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <limits>
 #include <random>
 
@@ -80,6 +81,37 @@ TEST(TileRenderer, DrawsAsTheRuleAtEveryZoom) {
     drawing.ringReceived = zoom % 2 == 0;
     drawing.ringNotReceived = zoom % 3 == 0;
     ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(drawing)) << zoom;
+  }
+}
+
+TEST(TileRenderer, DrawsTheSameInPartsOfAnySize) {
+  RandomTracks random(7);
+  const WorldPoint centre{312'000'000, 405'000'000};
+  std::vector<Track> tracks;
+  for (const std::size_t points : {0u, 200u, 1u, 130u}) tracks.push_back(random.Walk(points, centre, 900));
+  TrackDrawing drawing;
+  drawing.units.assign(tracks.begin(), tracks.end());
+  drawing.CentreX = centre.x;
+  drawing.CentreY = centre.y;
+  drawing.UnitsPerPixel = 64;
+  drawing.TileZoom = 16;
+  drawing.browser = {300, 200};
+  drawing.ringReceived = drawing.ringNotReceived = true;
+  const TrackPicture whole = DrawTracks(drawing);
+  for (const std::size_t size : {1, 63, 64, 65, 331}) {
+    TrackPainter painter(drawing);
+    int parts = 1;
+    while (painter.Paint(size)) ++parts;
+    EXPECT_GT(parts, 331 / static_cast<int>(size)) << size;
+    const TrackPicture picture = painter.Take();
+    EXPECT_EQ(picture.fastest.Entries(), whole.fastest.Entries()) << size;
+    const auto tiles = whole.marks.TouchedTiles();
+    ASSERT_EQ(picture.marks.TouchedTiles(), tiles) << size;
+    for (const TilePlace tile : tiles) {
+      const TilePixels a = picture.marks.PixelsOf(tile), b = whole.marks.PixelsOf(tile);
+      for (int y = 0; y < kTileSize; ++y)
+        ASSERT_EQ(std::memcmp(a.rows + y * a.stride, b.rows + y * b.stride, kTileSize), 0) << size;
+    }
   }
 }
 

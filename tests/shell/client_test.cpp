@@ -181,6 +181,7 @@ TEST_F(ClientTest, TheFirstBatchIsFittedWhenThePageReportsItsMap) {
   Command("Z12");
   EXPECT_FALSE(TileFiles().empty()) << "the first zoom report makes good for the rebuild that had no zoom";
   client->FitByUser(0);
+  loop.Advance(0);
   EXPECT_THAT(browser.Written("TxtF"), SizeIs(1));
 }
 
@@ -342,6 +343,7 @@ TEST_F(ClientTest, AReloadForgetsTheDataAndAsksAgain) {
   const int generation = client->Tiles().TileGeneration();
   EXPECT_TRUE(client->KeyDown(0, 'R'));
   EXPECT_EQ(client->Points().PointCount(), 0u);
+  loop.Advance(0);
   EXPECT_EQ(client->Tiles().TileGeneration(), generation + 1);
   EXPECT_THAT(TileFiles(), IsEmpty());
   EXPECT_THAT(locator.sent, SizeIs(2));
@@ -460,6 +462,54 @@ TEST_F(ClientTest, ATileQuestionAtANewZoomRebuildsFirst) {
   EXPECT_EQ(client->View().TileZoom, 13);
   EXPECT_EQ(client->Tiles().TileGeneration(), generation + 1);
   EXPECT_EQ(browser.writes.back().first, "TxtTT");
+}
+
+// Tiles of many points take several turns of the event loop, in which the page and the user go on.
+TEST_F(ClientTest, WhileTilesAreDrawnQuestionsAndFitsWaitAndALaterChangeBeginsAnew) {
+  StartStreaming();
+  ReportMapReady();
+  Bytes stream;
+  for (int packet = 0; packet < 300; ++packet) {
+    std::vector<WireRecord> records;
+    for (int i = 0; i < 700; ++i)
+      records.push_back(Record(packet * 700 + i, 40.6 + i * 1e-5, -75.4 + packet * 1e-4));
+    Append(stream, PacketOf(records));
+  }
+  Arrive(stream);
+  client->FitByUser(0);
+  loop.Advance(0);
+  const int generation = client->Tiles().TileGeneration();
+  const std::string tile = "TT" + TileFiles().front().substr(4, 14);
+  browser.writes.clear();
+
+  client->FitByUser(0);
+  loop.TickOnce();
+  browser.beforeNavigate("http://127.0.0.1:2480/dummy/" + tile);
+  loop.RunPosted();
+  EXPECT_THAT(browser.writes, IsEmpty()) << "neither told nor answered before all of it is there";
+  client->ShowPointMarker(1, 1);
+  EXPECT_TRUE(view.marker) << "the window answers";
+  loop.Advance(0);
+  std::vector<std::string> fields;
+  for (const auto& [field, value] : browser.writes) fields.push_back(field);
+  EXPECT_THAT(fields, ElementsAre("TxtR", "TxtF", "TxtTT"));
+  EXPECT_THAT(browser.Written("TxtTT").back(), HasSubstr(TileFiles().front().substr(4)));
+  EXPECT_EQ(client->Tiles().TileGeneration(), generation + 1);
+
+  for (const bool isReload : {false, true}) {
+    browser.writes.clear();
+    client->FitByUser(0);
+    loop.TickOnce();
+    if (isReload) {
+      client->MapReload();
+    } else {
+      client->FitByUser(1);
+    }
+    loop.Advance(0);
+    EXPECT_THAT(browser.Written("TxtR"), SizeIs(1)) << "the first one was dropped";
+    EXPECT_THAT(browser.Written("TxtF"), SizeIs(1));
+    EXPECT_EQ(TileFiles().empty(), isReload);
+  }
 }
 
 TEST_F(ClientTest, CommandsThatAreNoneChangeNothing) {
@@ -627,6 +677,7 @@ TEST_F(ClientTest, AutoCentreFollowsTheNewestPoint) {
   ReportMapReady();
   Arrive(PacketOf({Record(0, 40.60, -75.40)}));
   client->FitByUser(0);
+  loop.Advance(0);
   browser.writes.clear();
   Arrive(PacketOf({Record(60, 41, -75)}));
   ASSERT_THAT(browser.Written("TxtP"), SizeIs(1));
@@ -961,6 +1012,7 @@ TEST_F(ClientTest, ATileFolderThatCannotBeEmptiedEndsTheProgram) {
   fakes::WriteFile(TileFolder(), "a file where the folder should be");
   const int generation = client->Tiles().TileGeneration();
   client->MapReload();
+  loop.Advance(0);
   EXPECT_THAT(Trouble(), HasSubstr("Error 75:\n"));
   EXPECT_EQ(client->Tiles().TileGeneration(), generation);
   box.AnswerIt();
