@@ -13,6 +13,7 @@
 #include <fstream>
 #include <random>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -114,12 +115,22 @@ struct Scene {
   }
 };
 
-/// Times every event: what the event loop can't look at others for. Painting is told apart from the rest: the
-/// engine composes the whole page in it, which on a machine without a graphics processor takes most of the
-/// time.
+/// Times every event: what the event loop can't look at others for. A timer that wants to tick every two
+/// milliseconds tells for how long nothing was looked at, however many events that were. Painting is told
+/// apart from the rest: the engine composes the whole page in it, which on a machine without a graphics
+/// processor takes most of the time.
 class TimedApplication : public QApplication {
+  static constexpr int kBeat = 2;  // milliseconds
+
  public:
-  using QApplication::QApplication;
+  TimedApplication(int& argc, char** argv) : QApplication(argc, argv) {
+    beat_.setTimerType(Qt::PreciseTimer);
+    beat_.callOnTimeout([this] {
+      longestSilence_ = std::max(longestSilence_, NowMs() - lastBeat_);
+      lastBeat_ = NowMs();
+    });
+    beat_.start(kBeat);
+  }
 
   bool notify(QObject* receiver, QEvent* event) override {
     if (depth_++ > 0) {
@@ -139,24 +150,32 @@ class TimedApplication : public QApplication {
 
   /// The event that runs now does not count.
   void Begin() {
-    longestPaint_ = longestOther_ = 0;
+    longestPaint_ = longestOther_ = longestSilence_ = 0;
+    lastBeat_ = NowMs();
     isOurs_ = true;
   }
   void Print(const char* phase) const {
-    std::printf("%s: longest event %.1f ms, longest paint %.1f ms\n", phase, longestOther_, longestPaint_);
+    std::printf("%s: longest event %.1f ms, longest paint %.1f ms, longest silence %.1f ms\n", phase,
+                longestOther_, longestPaint_, longestSilence_);
     std::fflush(stdout);
   }
 
  private:
   int depth_ = 0;
   bool isOurs_ = false;
+  QTimer beat_;
+  double lastBeat_ = NowMs();
+  double longestSilence_ = 0;
   double longestPaint_ = 0;
   double longestOther_ = 0;
 };
 
-// Notes when each tile question leaves the page and when its answer arrives.
+// Notes when each tile question leaves the page and when its answer arrives, how long the page takes to show
+// another view, and its scripts that take longer than 50 ms.
 constexpr char kSpy[] = R"(
-  window.asked = []; window.answered = []; window.drawn = [];
+  window.asked = []; window.answered = []; window.drawn = []; window.long = [];
+  new PerformanceObserver((list) => long.push(...list.getEntries().map(({ duration }) => duration)))
+    .observe({ type: 'longtask', buffered: true });
   const src = Object.getOwnPropertyDescriptor(HTMLIFrameElement.prototype, 'src');
   Object.defineProperty(HTMLIFrameElement.prototype, 'src', { configurable: true, get: src.get,
     set(value) { if (String(value).includes('/dummy/TT')) asked.push(performance.timeOrigin + performance.now());
@@ -226,6 +245,14 @@ class Run {
           lastTile_ = NowMs();
         } else {
           Next("fits to one unit and to all");
+          step_.setInterval(1500);
+        }
+        break;
+      case 4:
+        if (types_ < std::string_view("SHTM").size()) {
+          client->KeyDown(0, "SHTM"[types_++]);
+        } else {
+          Next("all map types");
         }
         break;
       default:
@@ -243,28 +270,33 @@ class Run {
   }
 
   void Report() {
-    View()->page()->runJavaScript("JSON.stringify([asked, answered, drawn])", [this](const QVariant& text) {
-      const QJsonArray both = QJsonDocument::fromJson(text.toString().toUtf8()).array();
-      const QJsonArray asked = both.at(0).toArray(), answered = both.at(1).toArray();
-      std::vector<double> calm, withRebuild, drawn;
-      for (const auto& time : both.at(2).toArray()) drawn.push_back(time.toDouble());
-      qsizetype next = 0;
-      for (const auto& answer : answered) {
-        // The question before it; the first answers may belong to questions that went out before we looked.
-        const double to = answer.toDouble();
-        while (next < asked.size() && asked.at(next).toDouble() <= to) ++next;
-        if (next == 0) continue;
-        const double from = asked.at(next - 1).toDouble();
-        const bool rebuilt = std::any_of(rebuilds_.begin(), rebuilds_.end(),
-                                         [&](double at) { return at >= from - 1 && at <= to + 1; });
-        (rebuilt ? withRebuild : calm).push_back(to - from);
-      }
-      Print("tile question, no rebuild due", calm);
-      Print("tile question with a rebuild", withRebuild);
-      constexpr double kQuickView = 100;
-      Print("change of the view", drawn, kQuickView);
-      QCoreApplication::exit(0);
-    });
+    View()->page()->runJavaScript(
+        "JSON.stringify([asked, answered, drawn, long])", [this](const QVariant& text) {
+          const QJsonArray both = QJsonDocument::fromJson(text.toString().toUtf8()).array();
+          const QJsonArray asked = both.at(0).toArray(), answered = both.at(1).toArray();
+          std::vector<double> calm, withRebuild, drawn;
+          for (const auto& time : both.at(2).toArray()) drawn.push_back(time.toDouble());
+          qsizetype next = 0;
+          for (const auto& answer : answered) {
+            // The question before it; the first answers may belong to questions that went out before we
+            // looked.
+            const double to = answer.toDouble();
+            while (next < asked.size() && asked.at(next).toDouble() <= to) ++next;
+            if (next == 0) continue;
+            const double from = asked.at(next - 1).toDouble();
+            const bool rebuilt = std::any_of(rebuilds_.begin(), rebuilds_.end(),
+                                             [&](double at) { return at >= from - 1 && at <= to + 1; });
+            (rebuilt ? withRebuild : calm).push_back(to - from);
+          }
+          Print("tile question, no rebuild due", calm);
+          Print("tile question with a rebuild", withRebuild);
+          constexpr double kQuickView = 100;
+          Print("change of the view", drawn, kQuickView);
+          std::vector<double> scripts;
+          for (const auto& time : both.at(3).toArray()) scripts.push_back(time.toDouble());
+          Print("scripts of more than 50 ms", scripts, kQuickView);
+          QCoreApplication::exit(0);
+        });
   }
 
   static void Print(const char* what, std::vector<double> times, double wanted = 20) {
@@ -286,6 +318,7 @@ class Run {
   QTimer step_;
   int phase_ = 0;
   int fits_ = 0;
+  std::size_t types_ = 0;
   bool pageReady_ = false;
   double firstTile_ = 0;
   double lastTile_ = 0;
