@@ -1,33 +1,31 @@
 /* global L */
-/** The net of meridians and parallels with its labels, drawn over the base map for the view as a whole. */
+/** The net of meridians and parallels over the base map, and the strips along two edges that name them. */
 import { angleLabel, multiples, stepFor } from './graticule_lines.js';
 
-const EDGE = 4;
-/** The labels stand beside the zoom buttons and above the scale bar. */
-const LABEL_LEFT = 50;
-const LABEL_BOTTOM = 48;
-/** In a small view (see page.css) the orientation stands above the scale bar too. */
-const SMALL = { width: 800, labelBottom: 72 };
-const FONT = '11px "DejaVu Sans", Verdana, sans-serif';
-
-function labelBottom({ x }) {
-  return x <= SMALL.width ? SMALL.labelBottom : LABEL_BOTTOM;
-}
+/** Breadth of the strips, pixels; page.css leaves as much room beside the controls. */
+const STRIP = 15;
+const TICK = 3;
+/** Between a label and the end of its strip, pixels. */
+const GAP = 2;
+const FONT = '10.5px "DejaVu Sans", Verdana, sans-serif';
 
 export const Graticule = L.Layer.extend({
-  options: { pane: 'graticule' },
+  options: { pane: 'graticule', stripPane: 'strips' },
 
   initialize(palette) {
     this._palette = palette;
   },
 
   onAdd() {
-    this._canvas = L.DomUtil.create('canvas', '', this.getPane());
+    this._net = L.DomUtil.create('canvas', '', this.getPane());
+    const strips = this.getPane(this.options.stripPane);
+    this._bottom = L.DomUtil.create('canvas', '', strips);
+    this._left = L.DomUtil.create('canvas', '', strips);
     this._draw();
   },
 
   onRemove() {
-    this._canvas.remove();
+    [this._net, this._bottom, this._left].forEach((canvas) => canvas.remove());
   },
 
   getEvents() {
@@ -41,29 +39,29 @@ export const Graticule = L.Layer.extend({
 
   _draw() {
     const size = this._map.getSize();
-    const context = this._prepare(size);
-    for (const { x, text } of this._meridians(size)) {
-      this._line(context, [x, 0], [x, size.y]);
-      this._label(context, text, x + EDGE, size.y - labelBottom(size));
-    }
-    for (const { y, text } of this._parallels(size)) {
-      this._line(context, [0, y], [size.x, y]);
-      if (y < size.y - labelBottom(size) - EDGE) this._label(context, text, LABEL_LEFT, y - EDGE);
-    }
+    const meridians = this._meridians(size);
+    const parallels = this._parallels(size);
+    const context = this._prepare(this._net, [0, 0], size.x, size.y);
+    for (const { x } of meridians) this._line(context, [x, 0], [x, size.y]);
+    for (const { y } of parallels) this._line(context, [0, y], [size.x, y]);
+    this._drawBottom(size, meridians);
+    this._drawLeft(size, parallels);
   },
 
-  /** The canvas lies in a pane that pans; it is put back over the view, and drawn anew. */
-  _prepare(size) {
-    const density = Math.ceil(window.devicePixelRatio || 1);
-    this._canvas.width = size.x * density;
-    this._canvas.height = size.y * density;
-    this._canvas.style.width = size.x + 'px';
-    this._canvas.style.height = size.y + 'px';
-    L.DomUtil.setPosition(this._canvas, this._map.containerPointToLayerPoint([0, 0]));
-    const context = this._canvas.getContext('2d');
-    context.scale(density, density);
-    context.font = FONT;
-    return context;
+  _drawBottom({ x: width, y: height }, meridians) {
+    const context = this._prepare(this._bottom, [0, height - STRIP], width, STRIP);
+    const marks = meridians.map(({ x, text }) => ({ at: x, text }));
+    this._strip(context, { from: STRIP, to: width, mapSide: 0 }, marks);
+  },
+
+  /** Written upwards, from the upper edge of the strip at the bottom. */
+  _drawLeft({ y: height }, parallels) {
+    const length = height - STRIP;
+    const context = this._prepare(this._left, [0, 0], STRIP, length);
+    context.translate(0, length);
+    context.rotate(-Math.PI / 2);
+    const marks = parallels.map(({ y, text }) => ({ at: length - y, text }));
+    this._strip(context, { from: 0, to: length, mapSide: STRIP - TICK }, marks);
   },
 
   _meridians(size) {
@@ -88,6 +86,19 @@ export const Graticule = L.Layer.extend({
       }));
   },
 
+  /** A canvas lies in a pane that pans; it is put back over its part of the view, to be drawn anew. */
+  _prepare(canvas, [left, top], width, height) {
+    const density = Math.ceil(window.devicePixelRatio || 1);
+    canvas.width = width * density;
+    canvas.height = height * density;
+    canvas.style.width = width + 'px';
+    canvas.style.height = height + 'px';
+    L.DomUtil.setPosition(canvas, this._map.containerPointToLayerPoint([left, top]));
+    const context = canvas.getContext('2d');
+    context.scale(density, density);
+    return context;
+  },
+
   _line(context, from, to) {
     context.strokeStyle = this._palette.graticule;
     context.lineWidth = 1;
@@ -97,12 +108,20 @@ export const Graticule = L.Layer.extend({
     context.stroke();
   },
 
-  _label(context, text, x, y) {
+  /** Ticks and labels along a strip; a label that would reach beyond its ends is left out. */
+  _strip(context, { from, to, mapSide }, marks) {
     if (!this._palette.label) return;
-    // On a ground of its own: a name of the base map may lie below.
     context.fillStyle = this._palette.ground;
-    context.fillRect(x - 2, y - 11, context.measureText(text).width + 4, 14);
+    context.fillRect(0, 0, to, STRIP);
     context.fillStyle = this._palette.label;
-    context.fillText(text, x, y);
+    context.font = FONT;
+    context.textAlign = 'center';
+    context.textBaseline = 'middle';
+    for (const { at, text } of marks) {
+      const half = context.measureText(text).width / 2 + GAP;
+      if (at - half < from || at + half > to) continue;
+      context.fillRect(at, mapSide, 1, TICK);
+      context.fillText(text, at, STRIP / 2 + 0.5);
+    }
   },
 });
