@@ -32,7 +32,7 @@ void Client::RunPageCommand(const std::string& text) {
 void Client::OnPage(const page::PopupWithoutPlace&) {
   menus_.At("mnuPopupBeenHere").enabled = false;
   menus_.At("mnuPopupDsplyDataPoints").enabled = false;
-  ports_.view.PopUpMenu();
+  ports_.view.PopUpMenu(ClientView::MenuPlace::kAtPointer);
 }
 
 void Client::OnPage(const page::PopupAtPlace& click) {
@@ -41,7 +41,7 @@ void Client::OnPage(const page::PopupAtPlace& click) {
   Run(seams.offerZonesAt, click.lat / kPositionUnitsPerDegree, click.lng / kPositionUnitsPerDegree);
   menus_.At("mnuPopupBeenHere").enabled = true;
   menus_.At("mnuPopupDsplyDataPoints").enabled = true;
-  ports_.view.PopUpMenu();
+  ports_.view.PopUpMenu(ClientView::MenuPlace::kAtPointer);
 }
 
 void Client::OnPage(const page::GeocodeAnswer& answer) { Run(seams.showGeocode, answer.text); }

@@ -15,7 +15,7 @@ void Client::MenuButtonClicked() {
   if (menus_.At("mnuPopupPanorama").checked) {
     SetPanorama(false);
   } else {
-    ports_.view.PopUpMenu();
+    ports_.view.PopUpMenu(ClientView::MenuPlace::kUnderButton);
   }
 }
 

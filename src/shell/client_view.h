@@ -79,8 +79,8 @@ class ClientView {
   /// Gives the keyboard to `FocusGetter`, unless it or a date picker has it, a popup is open or another
   /// window is active.
   virtual void ReturnFocus() = 0;
-  /// Opens the popup menu at the pointer.
-  virtual void PopUpMenu() = 0;
+  enum class MenuPlace { kUnderButton, kAtPointer };
+  virtual void PopUpMenu(MenuPlace place) = 0;
 
   /// Unloads all secondary windows.
   virtual void CloseWindows() = 0;

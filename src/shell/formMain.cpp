@@ -284,8 +284,13 @@ void formMain::ReturnFocus() {
   FocusGetter_->setFocus(Qt::OtherFocusReason);
 }
 
-void formMain::PopUpMenu() {
-  if (formMnu_) formMnu_->PopUp(QCursor::pos());
+void formMain::PopUpMenu(MenuPlace place) {
+  if (!formMnu_) return;
+  // In full screen the button may be hidden: its corner of the window is meant then too.
+  const auto* button = captionLine_->findChild<QWidget*>("lblMenu");
+  formMnu_->PopUp(place == MenuPlace::kAtPointer ? QCursor::pos()
+                  : button->isVisible()          ? button->mapToGlobal(QPoint(0, button->height()))
+                                                 : mapToGlobal(QPoint(0, 0)));
 }
 
 void formMain::CloseWindows() {

@@ -85,7 +85,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void ShowReloadButton(bool visible) override;
   void MovePointerToReloadButton() override;
   void ReturnFocus() override;
-  void PopUpMenu() override;
+  void PopUpMenu(MenuPlace place) override;
   void CloseWindows() override;
   void EndApplication(int exitCode) override;
 

@@ -54,7 +54,7 @@ class FakeView : public ClientView {
   void ShowReloadButton(bool visible) override { reload = visible; }
   void MovePointerToReloadButton() override { ++pointerMoves; }
   void ReturnFocus() override { ++focusReturns; }
-  void PopUpMenu() override { ++popups; }
+  void PopUpMenu(MenuPlace place) override { popups.push_back(place); }
   void CloseWindows() override { windowsClosed = true; }
   void EndApplication(int code) override { exitCode = code; }
 
@@ -92,7 +92,7 @@ class FakeView : public ClientView {
   bool reload = false;
   int pointerMoves = 0;
   int focusReturns = 0;
-  int popups = 0;
+  std::vector<MenuPlace> popups;
   bool windowsClosed = false;
   std::optional<int> exitCode;
 };

@@ -525,7 +525,7 @@ TEST_F(ClientTest, CommandsThatAreNoneChangeNothing) {
   EXPECT_EQ(client->View().CentreX, before.CentreX);
   EXPECT_EQ(client->View().TileZoom, 12);
   EXPECT_EQ(browser.writes.size(), writes);
-  EXPECT_EQ(view.popups, 0);
+  EXPECT_THAT(view.popups, IsEmpty());
   EXPECT_EQ(Trouble(), "");
   Command("zq");
   EXPECT_EQ(Trouble(), "System Error 3907");
@@ -557,10 +557,10 @@ TEST_F(ClientTest, EverySecondMouseMoveIsActedOn) {
 TEST_F(ClientTest, RightClicksOpenTheMenu) {
   client->Load();
   Command("C");
-  EXPECT_EQ(view.popups, 1);
+  EXPECT_THAT(view.popups, ElementsAre(ClientView::MenuPlace::kAtPointer));
   EXPECT_FALSE(client->Menus().At("mnuPopupBeenHere").enabled);
   Command("F00000000000000000000");
-  EXPECT_EQ(view.popups, 2);
+  EXPECT_THAT(view.popups, SizeIs(2));
   EXPECT_TRUE(client->Menus().At("mnuPopupBeenHere").enabled);
   EXPECT_EQ(client->Page().RightClickX, 536870912);
 }
@@ -823,9 +823,9 @@ TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
   client->MenuButtonClicked();
   EXPECT_EQ(browser.Written("txtPn").back(), "False");
   EXPECT_EQ(view.menuLabel, "Menu");
-  EXPECT_EQ(view.popups, 0);
+  EXPECT_THAT(view.popups, IsEmpty());
   client->MenuButtonClicked();
-  EXPECT_EQ(view.popups, 1);
+  EXPECT_THAT(view.popups, ElementsAre(ClientView::MenuPlace::kUnderButton));
 }
 
 TEST_F(ClientTest, ThePortBaseIsAskedUntilItIsOne) {

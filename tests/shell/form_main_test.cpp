@@ -156,9 +156,10 @@ TEST_F(FormMainTest, TheRetryDialogKeepsInputFromTheWindowAndAnswers) {
   EXPECT_THAT(ports_.locator.sent, SizeIs(asked + 1));
 }
 
-TEST_F(FormMainTest, TheMenuButtonOpensThePopup) {
+TEST_F(FormMainTest, TheMenuButtonOpensThePopupUnderItself) {
   Start();
-  QTest::mouseClick(Find<QPushButton>("lblMenu"), Qt::LeftButton);
+  auto* button = Find<QPushButton>("lblMenu");
+  QTest::mouseClick(button, Qt::LeftButton);
   auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
   ASSERT_TRUE(popup);
   QStringList captions;
@@ -167,6 +168,7 @@ TEST_F(FormMainTest, TheMenuButtonOpensThePopup) {
   }
   EXPECT_EQ(captions, QStringList({"&View", "&Options", "&Help", "Show StreetView Map Overlay",
                                    "Show StreetView Panorama", "E&xit"}));
+  EXPECT_EQ(popup->pos(), button->mapToGlobal(QPoint(0, button->height())));
   popup->close();
 }
 
