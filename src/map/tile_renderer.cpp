@@ -16,6 +16,13 @@ struct Pixel {
   std::int32_t y = 0;
 };
 
+// A visible point, and whether the one before it is visible too.
+struct Spot {
+  Pixel at;
+  bool joined = false;
+  std::uint8_t* onPlane = nullptr;  // its place there; null at the plane's folds
+};
+
 using Shape = std::vector<Pixel>;
 
 // A quarter of a ring and its turns by 90, 180 and 270 degrees.
@@ -94,23 +101,104 @@ class Deviation {
   int remainder_ = 0;
 };
 
-// Points follow each other closely, so that most segments are short: their deviations are looked up, by
-// [along][across][k - 1].
-constexpr int kLongestKnown = 12;
-using Deviations = std::array<std::int8_t, kLongestKnown>;
-constexpr auto kKnownDeviations = [] {
-  std::array<std::array<Deviations, kLongestKnown + 1>, kLongestKnown + 1> known{};
-  for (int along = 1; along <= kLongestKnown; ++along) {
-    for (int across = 0; across <= along; ++across) {
-      Deviation deviation(along, across);
-      for (int k = 0; k < along; ++k) {
-        known[static_cast<std::size_t>(along)][static_cast<std::size_t>(across)]
-             [static_cast<std::size_t>(k)] = static_cast<std::int8_t>(deviation.Next());
+// How a segment lies, from its current point p1 back to the previous one.
+struct Course {
+  constexpr Course(int dx, int dy)
+      : steep(std::abs(dx) <= std::abs(dy)),
+        along(std::max(std::abs(dx), std::abs(dy))),
+        across(std::min(std::abs(dx), std::abs(dy))),
+        sign((steep ? dy : dx) > 0 ? 1 : -1),
+        signAcross((steep ? dx : dy) > 0 ? 1 : -1) {}
+
+  bool steep;
+  int along;
+  int across;
+  int sign;
+  int signAcross;
+};
+
+// Points follow each other closely, so that most segments are short, and how short is anybody's guess: a loop
+// over their steps costs a mispredicted branch each. So their steps are known beforehand and painted
+// kAtOnce at a time, those beyond the last repeating it.
+constexpr int kLongestKnown = 9;
+constexpr std::size_t kKnownSteps = kLongestKnown - 1;
+constexpr std::size_t kAtOnce = kKnownSteps / 2;
+
+// The colours of the steps, repetitions included.
+struct StepColours {
+  std::array<std::uint8_t, kKnownSteps> centres;
+  std::array<std::uint8_t, kKnownSteps> sides;
+};
+
+// By number of steps and phase of the first one.
+constexpr auto kStepColours = [] {
+  std::array<std::array<StepColours, 4>, kKnownSteps + 1> all{};
+  for (std::size_t steps = 0; steps <= kKnownSteps; ++steps) {
+    for (std::size_t phase = 0; phase < 4; ++phase) {
+      StepColours& colours = all[steps][phase];
+      for (std::size_t k = 0; k < kKnownSteps; ++k) {
+        const std::size_t step = steps > 0 ? std::min(k, steps - 1) : 0;
+        const std::uint64_t pattern = std::rotr(kLinePattern, static_cast<int>(16 * ((phase + step) % 4)));
+        // Without a step the middle of the cross is painted once more.
+        colours.centres[k] = steps > 0 ? static_cast<std::uint8_t>(pattern) : std::uint8_t{kRed};
+        colours.sides[k] = steps > 0 ? static_cast<std::uint8_t>(pattern >> 8) : std::uint8_t{kRed};
       }
     }
   }
-  return known;
+  return all;
 }();
+
+// One segment's steps on a plane, as numbers of bytes from p1. As large as a cache line.
+struct alignas(64) KnownSegment {
+  std::array<std::int32_t, kKnownSteps> centres{};
+  std::int32_t aside = 1;
+  std::int32_t steps = 0;
+  // The phase of the first step is p1.x * phaseX + p1.y * phaseY.
+  std::int32_t phaseX = 0;
+  std::int32_t phaseY = 0;
+  const std::array<StepColours, 4>* colours = nullptr;
+};
+
+// All segments up to kLongestKnown, on planes of one stride.
+class KnownSegments {
+ public:
+  explicit KnownSegments(std::ptrdiff_t stride) {
+    for (int dy = -kLongestKnown; dy <= kLongestKnown; ++dy) {
+      for (int dx = -kLongestKnown; dx <= kLongestKnown; ++dx)
+        all_[IndexOf(dx, dy)] = Know(Course(dx, dy), static_cast<std::int32_t>(stride));
+    }
+  }
+
+  // Null if the segment is too long.
+  const KnownSegment* Find(int dx, int dy) const {
+    const bool isKnown = Shifted(dx) < kWidth && Shifted(dy) < kWidth;
+    return isKnown ? &all_[IndexOf(dx, dy)] : nullptr;
+  }
+
+ private:
+  static constexpr unsigned kWidth = 2 * kLongestKnown + 1;
+  static unsigned Shifted(int d) { return static_cast<unsigned>(d) + kLongestKnown; }
+  static std::size_t IndexOf(int dx, int dy) { return Shifted(dy) * kWidth + Shifted(dx); }
+
+  static KnownSegment Know(const Course& course, std::int32_t stride) {
+    KnownSegment known;
+    const std::int32_t ahead = course.sign * (course.steep ? stride : 1);
+    const std::int32_t aside = course.steep ? 1 : stride;
+    known.aside = aside;
+    known.steps = std::max(course.along - 1, 0);
+    (course.steep ? known.phaseY : known.phaseX) = course.sign;
+    known.colours = &kStepColours[static_cast<std::size_t>(known.steps)];
+    Deviation deviation(course.along, course.across);
+    std::int32_t place = 0;
+    for (int k = 1; k <= static_cast<int>(kKnownSteps); ++k) {
+      if (k <= known.steps) place = k * ahead + course.signAcross * deviation.Next() * aside;
+      known.centres[static_cast<std::size_t>(k - 1)] = place;
+    }
+    return known;
+  }
+
+  std::array<KnownSegment, std::size_t{kWidth} * kWidth> all_;
+};
 
 // What shapes are painted on: places, and steps from one place to another. On the plane itself a place is an
 // address and a step a number of bytes.
@@ -119,19 +207,23 @@ class PlaneCanvas {
   using Place = std::uint8_t*;
   using Step = std::ptrdiff_t;
 
-  explicit PlaneCanvas(TrackMarks& marks) : plane_(marks.Unfolded()) {}
+  PlaneCanvas(TrackMarks& marks, const KnownSegments& known) : plane_(marks.Unfolded()), known_(&known) {}
   Place At(Pixel p) const { return plane_.At(p.x, p.y); }
+  static Place Of(const Spot& spot) { return spot.onPlane; }
   static Step Right() { return 1; }
   Step Down() const { return plane_.stride; }
   static void Mark(Place place, std::uint8_t colour) { *place = colour; }
 
+  const KnownSegment* FindKnown(int dx, int dy) const { return known_->Find(dx, dy); }
+
   // Asks for the rows of a cross. Marks are written faster than memory answers.
-  void Fetch(Pixel p) const {
-    for (int d = -2; d <= 2; ++d) __builtin_prefetch(At(p) + d * Down(), 1);
+  void Fetch(Place at) const {
+    for (int d = -2; d <= 2; ++d) __builtin_prefetch(at + d * Down(), 1);
   }
 
  private:
   MarkPlane plane_;
+  const KnownSegments* known_;
 };
 
 // At the world's upper and left edge the plane is folded, and steps are steps of coordinates.
@@ -148,6 +240,7 @@ class FoldedCanvas {
 
   explicit FoldedCanvas(TrackMarks& marks) : marks_(marks) {}
   static Place At(Pixel p) { return {p.x, p.y}; }
+  static Place Of(const Spot& spot) { return At(spot.at); }
   static Step Right() { return {1, 0}; }
   static Step Down() { return {0, 1}; }
   void Mark(Place place, std::uint8_t colour) { marks_.MarkPixel(place.x, place.y, colour); }
@@ -157,8 +250,7 @@ class FoldedCanvas {
 };
 
 template <class Canvas>
-void PaintCross(Canvas canvas, Pixel p) {
-  const auto centre = canvas.At(p);
+void PaintCross(Canvas canvas, typename Canvas::Place centre) {
   for (int d = -2; d <= 2; ++d) canvas.Mark(centre + d * canvas.Right(), kRed);
   canvas.Mark(centre + -2 * canvas.Down(), kRed);
   canvas.Mark(centre + -1 * canvas.Down(), kRed);
@@ -175,20 +267,14 @@ void Stamp(Canvas canvas, Pixel p, const Shape& shape, std::uint8_t colour) {
 // Three pixels wide, from the current point p1 back to the previous one, both ends left out so that their
 // crosses stay whole. One step per pixel of the longer axis; no two steps share a pixel.
 template <class Canvas>
-void PaintSegment(Canvas canvas, Pixel p0, Pixel p1) {
-  const int dx = p0.x - p1.x;
-  const int dy = p0.y - p1.y;
-  const bool steep = std::abs(dx) <= std::abs(dy);
-  const int along = std::max(std::abs(dx), std::abs(dy));
-  const int across = std::min(std::abs(dx), std::abs(dy));
-  const int sign = (steep ? dy : dx) > 0 ? 1 : -1;
-  const int signAcross = (steep ? dx : dy) > 0 ? 1 : -1;
-  const auto ahead = sign * (steep ? canvas.Down() : canvas.Right());
-  const auto aside = signAcross * (steep ? canvas.Right() : canvas.Down());
+void PaintSegment(Canvas canvas, typename Canvas::Place at, Pixel p0, Pixel p1) {
+  const Course course(p0.x - p1.x, p0.y - p1.y);
+  const auto ahead = course.sign * (course.steep ? canvas.Down() : canvas.Right());
+  const auto aside = course.signAcross * (course.steep ? canvas.Right() : canvas.Down());
   // The phase of a step is its coordinate along the line, counted in the line's direction, plus 3.
-  const int phase = static_cast<int>((sign * std::int64_t{steep ? p1.y : p1.x} + 1 + 3) & 3);
+  const int phase = static_cast<int>((course.sign * std::int64_t{course.steep ? p1.y : p1.x} + 1 + 3) & 3);
   std::uint64_t colours = std::rotr(kLinePattern, 16 * phase);
-  auto onAxis = canvas.At(p1);
+  auto onAxis = at;
   const auto step = [&](int deviation) {
     onAxis = onAxis + ahead;
     const auto centre = onAxis + deviation * aside;
@@ -197,14 +283,31 @@ void PaintSegment(Canvas canvas, Pixel p0, Pixel p1) {
     canvas.Mark(centre + -1 * aside, static_cast<std::uint8_t>(colours >> 8));
     colours = std::rotr(colours, 16);
   };
-  if (along <= kLongestKnown) {
-    const Deviations& known =
-        kKnownDeviations[static_cast<std::size_t>(along)][static_cast<std::size_t>(across)];
-    for (std::size_t k = 1; k < static_cast<std::size_t>(along); ++k) step(known[k - 1]);
-  } else {
-    Deviation deviation(along, across);
-    for (int k = 1; k < along; ++k) step(deviation.Next());
+  Deviation deviation(course.along, course.across);
+  for (int k = 1; k < course.along; ++k) step(deviation.Next());
+}
+
+// The same for a segment whose steps are known.
+template <std::size_t kFirst>
+void PaintKnownSteps(std::uint8_t* at, const KnownSegment& known, const StepColours& colours) {
+  std::uint8_t* const oneSide = at + known.aside;
+  std::uint8_t* const otherSide = at - known.aside;
+  for (std::size_t k = kFirst; k < kFirst + kAtOnce; ++k) {
+    const std::ptrdiff_t place = known.centres[k];
+    at[place] = colours.centres[k];
+    const std::uint8_t side = colours.sides[k];
+    oneSide[place] = side;
+    otherSide[place] = side;
   }
+}
+
+inline void PaintSegment(PlaneCanvas canvas, std::uint8_t* at, Pixel p0, Pixel p1) {
+  const KnownSegment* const known = canvas.FindKnown(p0.x - p1.x, p0.y - p1.y);
+  if (!known) return PaintSegment<PlaneCanvas>(canvas, at, p0, p1);
+  const auto phase = static_cast<unsigned>(p1.x * known->phaseX + p1.y * known->phaseY) % 4;
+  const StepColours& colours = (*known->colours)[phase];
+  PaintKnownSteps<0>(at, *known, colours);
+  if (known->steps > static_cast<int>(kAtOnce)) PaintKnownSteps<kAtOnce>(at, *known, colours);
 }
 
 // No window is larger; the bound of what the plane takes.
@@ -247,7 +350,8 @@ class TrackPainter::Work {
       : drawing_(std::move(drawing)),
         view_(drawing_),
         picture_{TrackMarks(view_.x.Marked(), view_.y.Marked()), {}},
-        plane_(picture_.marks),
+        known_(picture_.marks.Unfolded().stride),
+        plane_(picture_.marks, known_),
         folded_(picture_.marks) {}
 
   bool Paint(std::size_t count) {
@@ -293,11 +397,6 @@ class TrackPainter::Work {
 
   static bool IsAtFold(Pixel p) { return p.x < VisibleRange::kMargin || p.y < VisibleRange::kMargin; }
 
-  // A visible point, and whether the one before it is visible too.
-  struct Spot {
-    Pixel at;
-    bool joined = false;
-  };
   static constexpr std::size_t kBlock = 64;
 
   // Places to be stamped, of which the first `done` are.
@@ -334,12 +433,14 @@ class TrackPainter::Work {
             picture_.fastest.Offer({j + 1, speed, unit_ + 1});
             slowest = picture_.fastest.Slowest();
           }
-          spots[count++] = {pixel, joined};
+          std::uint8_t* onPlane = nullptr;
           if (IsAtFold(pixel)) {
             atFold = true;
           } else {
-            plane.Fetch(pixel);
+            onPlane = plane.At(pixel);
+            plane.Fetch(onPlane);
           }
+          spots[count++] = {pixel, joined, onPlane};
         }
         joined = visible;
       }
@@ -366,8 +467,9 @@ class TrackPainter::Work {
   template <class Canvas>
   static void PaintSpots(Canvas canvas, Pixel previous, std::span<const Spot> spots) {
     for (const Spot& spot : spots) {
-      PaintCross(canvas, spot.at);
-      if (spot.joined) PaintSegment(canvas, previous, spot.at);
+      const auto at = canvas.Of(spot);
+      PaintCross(canvas, at);
+      if (spot.joined) PaintSegment(canvas, at, previous, spot.at);
       previous = spot.at;
     }
   }
@@ -404,6 +506,7 @@ class TrackPainter::Work {
   const TrackDrawing drawing_;
   View view_;
   TrackPicture picture_;
+  KnownSegments known_;
   PlaneCanvas plane_;
   FoldedCanvas folded_;
   // The point to be painted next, and the visible one before it.
