@@ -216,9 +216,10 @@ class PlaneCanvas {
 
   const KnownSegment* FindKnown(int dx, int dy) const { return known_->Find(dx, dy); }
 
-  // Asks for the rows of a cross. Marks are written faster than memory answers.
+  // Asks for the rows of a cross and, on either side, of what joins it to the next. Marks are written faster
+  // than memory answers.
   void Fetch(Place at) const {
-    for (int d = -2; d <= 2; ++d) __builtin_prefetch(at + d * Down(), 1);
+    for (int d = -4; d <= 4; ++d) __builtin_prefetch(at + d * Down(), 1);
   }
 
  private:
@@ -397,7 +398,8 @@ class TrackPainter::Work {
 
   static bool IsAtFold(Pixel p) { return p.x < VisibleRange::kMargin || p.y < VisibleRange::kMargin; }
 
-  static constexpr std::size_t kBlock = 64;
+  // So few that what was fetched for a block is still near when it is painted.
+  static constexpr std::size_t kBlock = 32;
 
   // Places to be stamped, of which the first `done` are.
   struct Stamps {
