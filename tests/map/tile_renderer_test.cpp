@@ -115,9 +115,12 @@ TEST(TileRenderer, DrawsTheSameInPartsOfAnySize) {
   }
 }
 
-// All directions and lengths of one segment, also across a tile's corner and left of the world's edge.
+// All directions and lengths of one segment, in each of the colours' phases, also across a tile's corner and
+// left of the world's edge.
 TEST(TileRenderer, DrawsEverySegmentAsTheRule) {
-  for (const WorldPoint corner : {WorldPoint{1'000'192, 1'000'192}, WorldPoint{0, 0}}) {
+  for (const WorldPoint corner :
+       {WorldPoint{1'000'192, 1'000'192}, WorldPoint{1'000'189, 1'000'191}, WorldPoint{1'000'190, 1'000'189},
+        WorldPoint{1'000'191, 1'000'190}, WorldPoint{0, 0}}) {
     for (int dx = -13; dx <= 13; ++dx) {
       for (int dy = -13; dy <= 13; ++dy) {
         const Track track{{1, corner.x, corner.y, 0}, {2, corner.x + dx, corner.y + dy, 0}};
