@@ -347,11 +347,11 @@ int Measure(int argc, char** argv) {
   }
   std::thread serving([&] { context.run(); });
 
-  ChooseGraphics();
   RegisterTileScheme();
   int exitCode = 0;
   {
     TimedApplication application(argc, argv);
+    ChooseGraphics();
     Run* run = nullptr;
     Program program(folders, [&](const std::string& line) {
       if (run) run->Traced(line);

@@ -6,9 +6,9 @@
 #include "program.h"
 
 int main(int argc, char** argv) {
-  pallomir::ChooseGraphics();
   pallomir::RegisterTileScheme();
   QApplication application(argc, argv);
+  pallomir::ChooseGraphics();
   QApplication::setApplicationName("pallomir");
   QApplication::setApplicationVersion(PALLOMIR_VERSION);
   pallomir::Program program(pallomir::SystemFolders(),

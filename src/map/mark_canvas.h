@@ -44,7 +44,7 @@ class PlaneCanvas {
   const KnownSegments* known_;
 };
 
-// At the world's upper and left edge the plane is folded, and steps are steps of coordinates.
+/// At the world's upper and left edge the plane is folded, and steps are steps of coordinates.
 class FoldedCanvas {
  public:
   struct Step {
@@ -82,10 +82,11 @@ void Stamp(Canvas canvas, Pixel p, const Shape& shape, std::uint8_t colour) {
   for (const Pixel& d : shape) canvas.Mark(centre + d.x * canvas.Right() + d.y * canvas.Down(), colour);
 }
 
-// Three pixels wide, from the current point p1 back to the previous one, both ends left out so that their
-// crosses stay whole. One step per pixel of the longer axis; no two steps share a pixel.
+/// Three pixels wide, from the current point p1 back to the previous one, both ends left out so that their
+/// crosses stay whole. One step per pixel of the longer axis; no two steps share a pixel. Returns how many
+/// steps it took one by one.
 template <class Canvas>
-void PaintSegment(Canvas canvas, typename Canvas::Place at, Pixel p0, Pixel p1) {
+int PaintSegment(Canvas canvas, typename Canvas::Place at, Pixel p0, Pixel p1) {
   const Course course(p0.x - p1.x, p0.y - p1.y);
   const auto ahead = course.sign * (course.steep ? canvas.Down() : canvas.Right());
   const auto aside = course.signAcross * (course.steep ? canvas.Right() : canvas.Down());
@@ -103,9 +104,10 @@ void PaintSegment(Canvas canvas, typename Canvas::Place at, Pixel p0, Pixel p1) 
   };
   Deviation deviation(course.along, course.across);
   for (int k = 1; k < course.along; ++k) step(deviation.Next());
+  return course.along;
 }
 
-// The same for a segment whose steps are known.
+/// The same for a segment whose steps are known.
 template <std::size_t kFirst>
 void PaintKnownSteps(std::uint8_t* at, const KnownSegment& known, const StepColours& colours) {
   std::uint8_t* const oneSide = at + known.aside;
@@ -119,13 +121,14 @@ void PaintKnownSteps(std::uint8_t* at, const KnownSegment& known, const StepColo
   }
 }
 
-inline void PaintSegment(PlaneCanvas canvas, std::uint8_t* at, Pixel p0, Pixel p1) {
+inline int PaintSegment(PlaneCanvas canvas, std::uint8_t* at, Pixel p0, Pixel p1) {
   const KnownSegment* const known = canvas.FindKnown(p0.x - p1.x, p0.y - p1.y);
   if (!known) return PaintSegment<PlaneCanvas>(canvas, at, p0, p1);
   const auto phase = static_cast<unsigned>(p1.x * known->phaseX + p1.y * known->phaseY) % 4;
   const StepColours& colours = (*known->colours)[phase];
   PaintKnownSteps<0>(at, *known, colours);
   if (known->steps > static_cast<int>(kAtOnce)) PaintKnownSteps<kAtOnce>(at, *known, colours);
+  return 0;
 }
 
 }  // namespace pallomir

@@ -102,6 +102,8 @@ class TrackPainter::Work {
 
   // So few that what was fetched for a block is still near when it is painted.
   static constexpr std::size_t kBlock = 32;
+  // So many steps take as long as a point with a short segment.
+  static constexpr std::size_t kStepsAPoint = 8;
 
   // Places to be stamped, of which the first `done` are.
   struct Stamps {
@@ -110,12 +112,13 @@ class TrackPainter::Work {
     bool IsDone() const { return done == places.size(); }
   };
 
-  // At most so many of a unit's points; how many it were. In blocks: first the places of the points, whose
-  // parts of the plane are fetched meanwhile, then their marks.
+  // The work of at most so many of a unit's points; how much it was. In blocks: first the places of the
+  // points, whose parts of the plane are fetched meanwhile, then their marks.
   std::size_t PaintTrack(std::size_t most) {
     const auto points = drawing_.units[unit_];
     const std::size_t from = next_;
-    const std::size_t until = from + std::min(points.size() - from, most);
+    std::size_t until = from + std::min(points.size() - from, most);
+    std::size_t longSteps = 0;
     // Copies: marks are bytes, which may be part of anything but of what lives here only.
     const View view = view_;
     const PlaneCanvas plane = plane_;
@@ -149,12 +152,9 @@ class TrackPainter::Work {
         joined = visible;
       }
       const std::span visible(spots.data(), count);
-      if (atFold) {
-        PaintSpots(folded_, last, visible);
-      } else {
-        PaintSpots(plane, last, visible);
-      }
+      longSteps += atFold ? PaintSpots(folded_, last, visible) : PaintSpots(plane, last, visible);
       if (count > 0) last = visible.back().at;
+      if (end - from + longSteps / kStepsAPoint >= most) until = end;
     }
     if (until < points.size()) {
       next_ = until;
@@ -165,17 +165,20 @@ class TrackPainter::Work {
       next_ = 0;
       joined_ = false;
     }
-    return until - from;
+    return std::min(until - from + longSteps / kStepsAPoint, most);
   }
 
+  // How many steps of segments were taken one by one.
   template <class Canvas>
-  static void PaintSpots(Canvas canvas, Pixel previous, std::span<const Spot> spots) {
+  static std::size_t PaintSpots(Canvas canvas, Pixel previous, std::span<const Spot> spots) {
+    std::size_t steps = 0;
     for (const Spot& spot : spots) {
       const auto at = canvas.Of(spot);
       PaintCross(canvas, at);
-      if (spot.joined) PaintSegment(canvas, at, previous, spot.at);
+      if (spot.joined) steps += static_cast<std::size_t>(PaintSegment(canvas, at, previous, spot.at));
       previous = spot.at;
     }
+    return steps;
   }
 
   void NoteRings(Pixel pixel, std::uint32_t status) {

@@ -64,7 +64,8 @@ class TrackPainter {
   explicit TrackPainter(TrackDrawing drawing);
   ~TrackPainter();
 
-  /// Does the work of at most so many points or rings. False when nothing is left to do.
+  /// Does the work of so many points or rings, long segments counting as several. False when nothing is left
+  /// to do.
   bool Paint(std::size_t count);
 
   /// The picture, once it is complete.

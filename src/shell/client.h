@@ -277,8 +277,8 @@ class Client {
   void DropRebuild();
   void AnswerTile(const page::TileQuestion& question);
   void FitToData(std::size_t k);
-  void SendFit();
-  void SendFirstFit();
+  void SendFit(const std::string& fit);
+  void SendFirstFit(const std::string& fit);
   void SendPan(double lat, double lng);
   void SendPageSize();
   void SendCentre();
@@ -344,7 +344,7 @@ class Client {
   MapView view_;
   std::unique_ptr<TrackTiles> tiles_;
   bool rebuildOwed_ = false;                         // there was something to draw before a zoom was known
-  bool fitWaits_ = false;                            // for the end of the rebuild
+  std::optional<std::string> waitingFit_;            // for the end of the rebuild
   std::deque<page::TileQuestion> waitingQuestions_;  // for the end of the rebuild
 
   PageState page_;

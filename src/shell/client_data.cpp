@@ -106,7 +106,7 @@ void Client::OnDataPause() {
 
 void Client::DecodeBuffer() {
   dataPause_->SetEnabled(false);
-  DropRebuild();  // only before a fit, which begins another
+  DropRebuild();  // it would read points that move; only before a fit, which begins another
   const auto outcome =
       stream_.Decode([this](std::string_view unitId, ByteView records) { MergePacket(unitId, records); });
   store_.Settle();

@@ -15,7 +15,7 @@ namespace pallomir {
 bool Client::BeforeNavigate(const std::string& url) {
   const std::string prefix = CommandPrefix(ports_.deployment.webSite);
   if (!url.starts_with(prefix)) return false;
-  // The browser waits for the answer, and a command may draw all tiles: it is run afterwards, in order.
+  // The browser waits for the answer, and what a command does may take long: it is run afterwards, in order.
   ports_.loop.Post([this, text = url.substr(prefix.size())] { RunPageCommand(text); });
   return true;
 }
@@ -72,7 +72,7 @@ void Client::OnPage(const page::Status& status) {
   page_.MapCreated = true;
   // The window may have changed since the address was made.
   if (PageMapSize(ports_.view.BrowserSize()) != pageAddressSize_) SendPageSize();
-  if (firstFitPending_) SendFirstFit();
+  if (firstFitPending_ && !waitingFit_) SendFirstFit(FitText(view_));
 }
 
 // The page is complete, half a second ago.
@@ -131,6 +131,7 @@ void Client::OnPageLost(const std::string& reason) {
   page_.MapCreated = false;
   page_.FirstFitSent = false;
   firstFitPending_ = fitted_;
+  waitingQuestions_.clear();  // the next page asks its own
   pageRetry_->SetEnabled(true);
   ports_.view.HideSplash();
   if (std::exchange(pageLost_, true)) return;  // the placeholder is missing too
@@ -184,7 +185,11 @@ void Client::OnTilesTick() {
     ports_.trace.Line("track tiles " + tiles_->GenerationText() + " written");
     ports_.browser.WriteField(field::kGeneration, tiles_->GenerationText());
   }
-  if (std::exchange(fitWaits_, false)) SendFit();
+  if (const auto fit = std::exchange(waitingFit_, std::nullopt)) {
+    SendFit(*fit);
+    ports_.trace.Line("...end Fit");
+  }
+  HideMapUpdating();
   for (const auto& question : std::exchange(waitingQuestions_, {})) AnswerTile(question);
 }
 
@@ -205,24 +210,23 @@ void Client::FitToData(std::size_t k) {
   view_.DataBox = box.IsEmpty() ? DefaultBox() : box;
   view_.PreviousRequestedZoom = view_.RequestedZoom;
   FitToBox(view_, view_.DataBox, ports_.view.BrowserSize());
-  fitWaits_ = true;
+  waitingFit_ = FitText(view_);  // the page may report another centre meanwhile
   RebuildTiles();
-  ports_.trace.Line("...end Fit");
 }
 
-void Client::SendFit() {
+void Client::SendFit(const std::string& fit) {
   if (page_.FirstFitSent) {
-    ports_.browser.WriteField(field::kFit, FitText(view_));
+    ports_.browser.WriteField(field::kFit, fit);
   } else if (fitted_) {
     firstFitPending_ = true;
-    if (page_.MapCreated) SendFirstFit();
+    if (page_.MapCreated) SendFirstFit(fit);
   }
 }
 
-void Client::SendFirstFit() {
+void Client::SendFirstFit(const std::string& fit) {
   firstFitPending_ = false;
   page_.FirstFitSent = true;
-  ports_.browser.WriteField(field::kFirstFit, FitText(view_));
+  ports_.browser.WriteField(field::kFirstFit, fit);
 }
 
 void Client::SendPan(double lat, double lng) { ports_.browser.WriteField(field::kPan, PlaceText(lat, lng)); }
@@ -313,7 +317,11 @@ void Client::RubberBandDrawn(ViewPoint a, ViewPoint b) {
   box.Widen(first.x, first.y);
   box.Widen(second.x, second.y);
   FitToBox(view_, box, browser);
-  ports_.browser.WriteField(field::kFit, FitText(view_));
+  if (waitingFit_) {
+    waitingFit_ = FitText(view_);
+  } else {
+    ports_.browser.WriteField(field::kFit, FitText(view_));
+  }
 }
 
 void Client::OnBoxTick() {

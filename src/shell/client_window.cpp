@@ -177,8 +177,9 @@ void Client::StorePlacement() {
   save(setting::kWindowHeight, bounds.height);
 }
 
+// Unless there is still something to wait for.
 void Client::HideMapUpdating() {
-  if (!mapUpdatingShown_) return;
+  if (!mapUpdatingShown_ || tiles_->IsRebuilding() || tmrRedraw_->IsEnabled()) return;
   mapUpdatingShown_ = false;
   ports_.view.HideMapUpdating();
   ports_.trace.Line("hiding formMapUpdating");

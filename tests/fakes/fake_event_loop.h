@@ -44,12 +44,12 @@ class FakeEventLoop : public EventLoop {
     now_ = until;
   }
 
-  /// One tick of the timer that is due now.
-  void TickOnce() {
-    FakeTimer* next = NextDue(now_);
-    if (!next) throw std::logic_error("no timer is due");
-    next->due += next->interval;
-    next->tick();
+  /// One tick of an enabled timer, whenever it is due.
+  void Tick(const std::string& name) {
+    for (const FakeTimer* timer : timers_) {
+      if (timer->enabled && timer->name == name) return timer->tick();
+    }
+    throw std::logic_error(name + " is not enabled");
   }
 
   long long Now() const { return now_; }

@@ -74,6 +74,21 @@ class TrackTilesTest : public testing::Test {
   }
 };
 
+TEST_F(TrackTilesTest, ARebuildThatIsDroppedWhileItIsWrittenLeavesNothing) {
+  TrackDrawing many = OnePoint();
+  std::vector<DataPoint> row;
+  for (int i = 0; i < 100; ++i) row.push_back({1, point_[0].x + i * kTileSize, point_[0].y, 0});
+  many.units = {row};
+  many.browser.width = 100 * kTileSize;
+  const TrackDrawing one = OnePoint();
+  ASSERT_FALSE(Rebuild(&one));
+  tiles_.Begin(many);
+  while (Names().size() < 2) ASSERT_FALSE(tiles_.Continue());
+  ASSERT_FALSE(Rebuild(&one));
+  EXPECT_EQ(Names(), std::vector{tiles_.GenerationText() + "160003E80007D0.png"});
+  EXPECT_EQ(ReadPng(Tracks() / Names()[0])[9 * 256 + 7], 0xFFFF0000u);
+}
+
 TEST_F(TrackTilesTest, AFileHoldsTheMarkedPixelsAndNothingElse) {
   const TrackDrawing drawing = OnePoint();
   ASSERT_FALSE(Rebuild(&drawing));

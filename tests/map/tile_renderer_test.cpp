@@ -115,6 +115,20 @@ TEST(TileRenderer, DrawsTheSameInPartsOfAnySize) {
   }
 }
 
+TEST(TileRenderer, LongSegmentsMakeShorterParts) {
+  Track track;
+  for (int i = 0; i < 1000; ++i) track.push_back({1, 1'000'000 + i % 2 * 2000, 1'000'000, 0});
+  TrackDrawing drawing;
+  drawing.units = {track};
+  drawing.CentreX = drawing.CentreY = 1'000'000;
+  drawing.TileZoom = 22;
+  drawing.browser = {2000, 500};
+  TrackPainter painter(drawing);
+  int parts = 1;
+  while (painter.Paint(1000)) ++parts;
+  EXPECT_GT(parts, 20);
+}
+
 // All directions and lengths of one segment, in each of the colours' phases, also across a tile's corner and
 // left of the world's edge.
 TEST(TileRenderer, DrawsEverySegmentAsTheRule) {

@@ -19,9 +19,9 @@ int main(int argc, char** argv) {
   // The engine refuses to run with its sandbox as root.
   if (::geteuid() == 0) SetDefault("QTWEBENGINE_DISABLE_SANDBOX", "1");
   testing::InitGoogleMock(&argc, argv);
-  pallomir::ChooseGraphics();
   pallomir::RegisterTileScheme();
   QApplication application(argc, argv);
+  pallomir::ChooseGraphics();
   application.setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
 }

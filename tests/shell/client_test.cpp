@@ -177,6 +177,8 @@ TEST_F(ClientTest, TheFirstBatchIsFittedWhenThePageReportsItsMap) {
   EXPECT_EQ(browser.Written("TxtL")[0].substr(0, 2), "14");
   EXPECT_THAT(browser.Written("TxtF"), IsEmpty());
   EXPECT_THAT(TileFiles(), IsEmpty()) << "no zoom is known yet";
+  loop.Advance(1000);
+  EXPECT_EQ(view.lamp, ClientView::LampColour::kAmber) << "there is something that is not drawn";
   Command("M40.620000,-75.370000");
   Command("Z12");
   EXPECT_FALSE(TileFiles().empty()) << "the first zoom report makes good for the rebuild that had no zoom";
@@ -464,52 +466,105 @@ TEST_F(ClientTest, ATileQuestionAtANewZoomRebuildsFirst) {
   EXPECT_EQ(browser.writes.back().first, "TxtTT");
 }
 
-// Tiles of many points take several turns of the event loop, in which the page and the user go on.
-TEST_F(ClientTest, WhileTilesAreDrawnQuestionsAndFitsWaitAndALaterChangeBeginsAnew) {
-  StartStreaming();
-  ReportMapReady();
-  Bytes stream;
-  for (int packet = 0; packet < 300; ++packet) {
-    std::vector<WireRecord> records;
-    for (int i = 0; i < 700; ++i)
-      records.push_back(Record(packet * 700 + i, 40.6 + i * 1e-5, -75.4 + packet * 1e-4));
-    Append(stream, PacketOf(records));
-  }
-  Arrive(stream);
-  client->FitByUser(0);
-  loop.Advance(0);
-  const int generation = client->Tiles().TileGeneration();
-  const std::string tile = "TT" + TileFiles().front().substr(4, 14);
-  browser.writes.clear();
-
-  client->FitByUser(0);
-  loop.TickOnce();
-  browser.beforeNavigate("http://127.0.0.1:2480/dummy/" + tile);
-  loop.RunPosted();
-  EXPECT_THAT(browser.writes, IsEmpty()) << "neither told nor answered before all of it is there";
-  client->ShowPointMarker(1, 1);
-  EXPECT_TRUE(view.marker) << "the window answers";
-  loop.Advance(0);
-  std::vector<std::string> fields;
-  for (const auto& [field, value] : browser.writes) fields.push_back(field);
-  EXPECT_THAT(fields, ElementsAre("TxtR", "TxtF", "TxtTT"));
-  EXPECT_THAT(browser.Written("TxtTT").back(), HasSubstr(TileFiles().front().substr(4)));
-  EXPECT_EQ(client->Tiles().TileGeneration(), generation + 1);
-
-  for (const bool isReload : {false, true}) {
-    browser.writes.clear();
+// Tiles of many points take several turns of the event loop, in which page, user and data go on.
+class DrawingTest : public ClientTest {
+ protected:
+  /// Two points on the screen, and another drawing of them begun by a user's fit.
+  void BeginToDraw() {
+    StartStreaming();
+    ReportMapReady();
+    Arrive(PacketOf({Record(0, 40.60, -75.40), Record(1, 40.62, -75.42)}));
     client->FitByUser(0);
-    loop.TickOnce();
-    if (isReload) {
-      client->MapReload();
-    } else {
-      client->FitByUser(1);
-    }
     loop.Advance(0);
-    EXPECT_THAT(browser.Written("TxtR"), SizeIs(1)) << "the first one was dropped";
-    EXPECT_THAT(browser.Written("TxtF"), SizeIs(1));
-    EXPECT_EQ(TileFiles().empty(), isReload);
+    browser.writes.clear();
+    generation_ = client->Tiles().TileGeneration();
+    client->FitByUser(0);
+    loop.Tick("tmrTiles");
   }
+  void CommandMeanwhile(const std::string& text) {
+    browser.beforeNavigate("http://127.0.0.1:2480/dummy/" + text);
+    loop.RunPosted();
+  }
+  std::vector<std::string> WrittenFields() const {
+    std::vector<std::string> fields;
+    for (const auto& [field, value] : browser.writes) fields.push_back(field);
+    return fields;
+  }
+
+  int generation_ = 0;
+};
+
+TEST_F(DrawingTest, FitsAndQuestionsWaitForItsEnd) {
+  BeginToDraw();
+  CommandMeanwhile("TT" + TileFiles().front().substr(4, 14));
+  EXPECT_THAT(browser.writes, IsEmpty());
+  EXPECT_TRUE(view.mapUpdating);
+  loop.Advance(0);
+  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtF", "TxtTT"));
+  EXPECT_THAT(browser.Written("TxtTT").back(), HasSubstr(TileFiles().front()));
+  EXPECT_EQ(client->Tiles().TileGeneration(), generation_ + 1);
+}
+
+TEST_F(DrawingTest, ALaterChangeBeginsAnew) {
+  BeginToDraw();
+  client->FitByUser(1);
+  loop.Advance(0);
+  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtF"));
+  EXPECT_EQ(client->Tiles().TileGeneration(), generation_ + 1);
+  client->FitByUser(0);
+  loop.Tick("tmrTiles");
+  client->MapReload();
+  loop.Advance(0);
+  EXPECT_THAT(browser.Written("TxtR"), SizeIs(2));
+  EXPECT_THAT(browser.Written("TxtF"), SizeIs(2));
+  EXPECT_THAT(TileFiles(), IsEmpty());
+}
+
+TEST_F(DrawingTest, TheFitIsThatOfItsBegin) {
+  BeginToDraw();
+  CommandMeanwhile("M10.000000,20.000000");
+  loop.Advance(0);
+  ASSERT_THAT(browser.Written("TxtF"), SizeIs(1));
+  EXPECT_THAT(browser.Written("TxtF")[0], HasSubstr("+040.61"));
+}
+
+TEST_F(DrawingTest, ABoxThatIsDrawnMeanwhileTakesTheFitsPlace) {
+  BeginToDraw();
+  client->RubberBandDrawn({100, 100}, {200, 200});
+  CommandMeanwhile("M10.000000,20.000000");
+  loop.Advance(0);
+  ASSERT_THAT(browser.Written("TxtF"), SizeIs(1));
+  const std::string fit = browser.Written("TxtF")[0];
+  EXPECT_EQ(fit.substr(0, 2), "14") << "a tenth of the view at zoom 12; the data want 15";
+  EXPECT_THAT(fit, testing::Not(HasSubstr("+010.0")));
+}
+
+TEST_F(DrawingTest, WhatArrivesMeanwhileIsDecodedAfterwards) {
+  BeginToDraw();
+  const Bytes packet = PacketOf({Record(60, 41, -75), Record(61, 41, -75)});
+  data.arrived(ByteView(packet).first(20));
+  loop.Tick("DataPause");
+  loop.Advance(0);
+  EXPECT_THAT(browser.Written("TxtF"), SizeIs(1)) << "half a packet does not take it away";
+  Arrive(Bytes(packet.begin() + 20, packet.end()));
+  EXPECT_EQ(client->Points().PointCount(), 4u);
+}
+
+TEST_F(DrawingTest, APageThatComesMeanwhileGetsTheFitAndNoAnswersOfTheOneBeforeIt) {
+  BeginToDraw();
+  CommandMeanwhile("TT0C000000000000");
+  browser.pageLost("test");
+  CommandMeanwhile("S1");
+  loop.Advance(0);
+  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtL"));
+}
+
+TEST_F(DrawingTest, ClosingEndsIt) {
+  BeginToDraw();
+  client->Unload();
+  browser.writes.clear();
+  loop.Advance(5000);
+  EXPECT_THAT(browser.writes, IsEmpty());
 }
 
 TEST_F(ClientTest, CommandsThatAreNoneChangeNothing) {

@@ -56,11 +56,11 @@ export const Graticule = L.Layer.extend({
 
   /** Written upwards, from the upper edge of the strip at the bottom. */
   _drawLeft({ y: height }, parallels) {
-    const length = height - STRIP;
+    const length = Math.max(0, height - STRIP);
     const context = this._prepare(this._left, [0, 0], STRIP, length);
     context.translate(0, length);
     context.rotate(-Math.PI / 2);
-    const marks = parallels.map(({ y, text }) => ({ at: length - y, text }));
+    const marks = parallels.map(({ y, text }) => ({ at: length - y - 1, text }));
     this._strip(context, { from: 0, to: length, mapSide: STRIP - TICK }, marks);
   },
 
@@ -108,7 +108,7 @@ export const Graticule = L.Layer.extend({
     context.stroke();
   },
 
-  /** Ticks and labels along a strip; a label that would reach beyond its ends is left out. */
+  /** Ticks along a strip, and those labels that fit into it. */
   _strip(context, { from, to, mapSide }, marks) {
     if (!this._palette.label) return;
     context.fillStyle = this._palette.ground;
@@ -118,10 +118,9 @@ export const Graticule = L.Layer.extend({
     context.textAlign = 'center';
     context.textBaseline = 'middle';
     for (const { at, text } of marks) {
+      if (at >= from) context.fillRect(at, mapSide, 1, TICK);
       const half = context.measureText(text).width / 2 + GAP;
-      if (at - half < from || at + half > to) continue;
-      context.fillRect(at, mapSide, 1, TICK);
-      context.fillText(text, at, STRIP / 2 + 0.5);
+      if (at - half >= from && at + half <= to) context.fillText(text, at, STRIP / 2 + 0.5);
     }
   },
 });

@@ -10,7 +10,7 @@ const MIN_ZOOM = 2;
 const FIRST_VIEW = { zoom: 4, latitude: 39.5, longitude: -97 };
 
 /** Our panes from bottom to top, by z-index. The library has its own: zone outlines 400, controls 800. */
-const PANES = { base: 210, online: 215, graticule: 220, zones: 230, tracks: 450, strips: 500 };
+const PANES = { base: 210, online: 215, graticule: 220, zones: 230, strips: 440, tracks: 450 };
 
 /** Sets the size of the map's element, pixels. */
 function setElementSize(element, width, height) {

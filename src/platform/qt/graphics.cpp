@@ -1,31 +1,41 @@
 #include "platform/qt/graphics.h"
 
-#include <unistd.h>
-
-#include <QByteArray>
-#include <string>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QQuickWindow>
+#include <QString>
 
 namespace pallomir {
 namespace {
 
-constexpr char kBackend[] = "QT_QUICK_BACKEND";
-
-// The kernel numbers the nodes through which programs reach a graphics processor from 128 on, up to 64 of
-// them; one driver has its own node instead.
-bool HasGraphicsProcessor() {
-  const auto canUse = [](const std::string& node) { return ::access(node.c_str(), R_OK | W_OK) == 0; };
-  constexpr int kFirst = 128, kCount = 64;
-  for (int number = kFirst; number < kFirst + kCount; ++number) {
-    if (canUse("/dev/dri/renderD" + std::to_string(number))) return true;
+// What draws for the graphics library calls itself by one of these names where it is a program.
+bool IsImitation(const QString& renderer) {
+  for (const char* name : {"llvmpipe", "softpipe", "SwiftShader", "Software Rasterizer"}) {
+    if (renderer.contains(QLatin1String(name), Qt::CaseInsensitive)) return true;
   }
-  return canUse("/dev/nvidiactl");
+  return false;
+}
+
+QString Renderer() {
+  QOpenGLContext context;
+  QOffscreenSurface surface;
+  surface.create();
+  if (!context.create() || !context.makeCurrent(&surface)) return {};
+  const auto* name = reinterpret_cast<const char*>(context.functions()->glGetString(GL_RENDERER));
+  const QString renderer = QString::fromUtf8(name);
+  context.doneCurrent();
+  return renderer;
 }
 
 }  // namespace
 
 void ChooseGraphics() {
-  // The engine follows this setting and starts no graphics process either.
-  if (!qEnvironmentVariableIsSet(kBackend) && !HasGraphicsProcessor()) qputenv(kBackend, "software");
+  if (qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) return;
+  const QString renderer = Renderer();
+  // The engine follows this choice and starts no graphics process either.
+  if (renderer.isEmpty() || IsImitation(renderer))
+    QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
 }
 
 }  // namespace pallomir
