@@ -15,6 +15,9 @@ Client::Client(const Ports& ports)
   menus_.chosen = [this](const MenuItem& item) { MenuChosen(item); };
   connection_ = std::make_unique<ServerConnection>(ports_.wsClientA, ports_.wsClientB, ports_.wsClientC,
                                                    ports_.loop, ports_.trace, ConnectionHost());
+  map_ = std::make_unique<MapBridge>(
+      ports_.browser, ports_.loop, ports_.trace, ports_.folders, ports_.deployment.webSite, view_,
+      [this](const std::string& text) { ports_.questions.Tell(text); }, MapHost());
   CreateTimers();
 }
 
@@ -32,10 +35,7 @@ void Client::CreateTimers() {
   tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
   tmrTimelineInfo_ = create("tmrTimelineInfo", 10'000, &Client::OnTimelineInfoTick);
   tmrPB_ = create("tmrPB", RetryCountdown::kTickMilliseconds, &Client::OnRetryTick);
-  tmrTiles_ = create("tmrTiles", 0, &Client::OnTilesTick);
   dataPause_ = create("DataPause", 100, &Client::OnDataPause);
-  splashPause_ = create("SplashPause", 500, &Client::OnPageReady);
-  pageRetry_ = create("PageRetry", 5000, &Client::NavigateToMap);
   placementDelay_ = create("PlacementDelay", 250, &Client::StorePlacement);
 }
 
@@ -46,9 +46,9 @@ void Client::Unload() {
   service_.Close();
   Run(seams.stopSound);
   HidePointMarker();
-  for (Timer* timer : {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), boxTimer_.get(),
-                       tmrP_.get(), tmrTimelineInfo_.get(), tmrDTP_.get(), tmrPB_.get(), tmrTiles_.get(),
-                       dataPause_.get(), splashPause_.get(), pageRetry_.get(), placementDelay_.get()}) {
+  for (Timer* timer :
+       {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), boxTimer_.get(), tmrP_.get(),
+        tmrTimelineInfo_.get(), tmrDTP_.get(), tmrPB_.get(), dataPause_.get(), placementDelay_.get()}) {
     timer->SetEnabled(false);
   }
   ports_.view.CloseWindows();
@@ -60,7 +60,7 @@ void Client::Unload() {
     ReleaseMutex(end);
   }
   connection_->Close();
-  ports_.browser.Stop();
+  map_->Close();
   ports_.trace.Line("end of the session");
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,9 +10,9 @@
 #include "base/trace.h"
 #include "dataserver/service_control.h"
 #include "hotspots/hotspot_lists.h"
+#include "map/map_bridge.h"
 #include "map/map_view.h"
 #include "map/page_commands.h"
-#include "map/track_tiles.h"
 #include "platform/beeper.h"
 #include "platform/browser.h"
 #include "platform/clock.h"
@@ -78,18 +77,6 @@ struct Seams {
   std::function<void(double, double)> offerZonesAt;        ///< right-click at degrees, before the popup
   std::function<void(const std::string&)> showGeocode;     ///< the page's address of the clicked point
   std::function<bool()> isTopLevelAlerted;                 ///< the top-level zone entry reads "Alerted"
-};
-
-/// What the map page has reported.
-struct PageState {
-  bool MapCreated = false;        ///< status 1; the first fit waits for it
-  bool FirstFitSent = false;      ///< the first fit went out by "TxtL"
-  bool MouseMoveToggle = false;   ///< only every second mouse move is acted on
-  std::int32_t LastMouseLat = 0;  ///< 1/600000 degree
-  std::int32_t LastMouseLng = 0;
-  int LastMouseZoom = 0;
-  std::int32_t RightClickX = 0;  ///< world coordinates of the last right-click
-  std::int32_t RightClickY = 0;
 };
 
 /// The client: owns the state of the program and is the one place where its rooms meet. The window calls it
@@ -171,8 +158,8 @@ class Client {
   const UnitBook& Units() const { return book_; }
   const PointStore& Points() const { return store_; }
   const MapView& View() const { return view_; }
-  const PageState& Page() const { return page_; }
-  const TrackTiles& Tiles() const { return *tiles_; }
+  const PageState& Page() const { return map_->Page(); }
+  const TrackTiles& Tiles() const { return map_->Tiles(); }
   const DatePickers& Pickers() const { return pickers_; }
   const TimeWindow& Window() const { return window_; }
   const ServerConnection& Connection() const { return *connection_; }
@@ -190,7 +177,6 @@ class Client {
   void SetFirstWindow();
   void CheckUnits();
   void ShowWindow();
-  void OpenMapPage();
   void PrepareZoneFile();
   void CreateTimers();
   void ReleaseMutex(const std::function<void()>& then);
@@ -255,33 +241,15 @@ class Client {
   void ShowAllUnits();
 
   // Map (client_map.cpp)
-  bool BeforeNavigate(const std::string& url);
-  void RunPageCommand(const std::string& text);
+  MapBridge::Host MapHost();
+  TrackDrawing Drawing();
   void OnPage(const page::PopupWithoutPlace&);
   void OnPage(const page::PopupAtPlace& click);
   void OnPage(const page::GeocodeAnswer& answer);
   void OnPage(const page::MouseMoved& move);
-  void OnPage(const page::Panned& pan);
-  void OnPage(const page::Status& status);
-  void OnPage(const page::TileQuestion& question);
-  void OnPage(const page::Zoomed& zoomed);
   void OnPage(const page::ZoneEdit& edit);
-  void OnPage(const page::Ignored&) {}
-  void OnPage(const page::Malformed&) {}
   void OnPageReady();
-  void OnPageLost(const std::string& reason);
-  void NavigateToMap();
-  void ChangeTileZoom(int zoom, ZoomOrigin origin);
-  void RebuildTiles();
-  void OnTilesTick();
-  void DropRebuild();
-  void AnswerTile(const page::TileQuestion& question);
   void FitToData(std::size_t k);
-  void SendFit(const std::string& fit);
-  void SendFirstFit(const std::string& fit);
-  void SendPan(double lat, double lng);
-  void SendPageSize();
-  void SendCentre();
   void WriteToggle(const char* menu, const char* field);
   void WriteMapType();
   void OnBoxTick();
@@ -342,17 +310,7 @@ class Client {
   bool storeFullTold_ = false;      // in this connection
 
   MapView view_;
-  std::unique_ptr<TrackTiles> tiles_;
-  bool rebuildOwed_ = false;                         // there was something to draw before a zoom was known
-  std::optional<std::string> waitingFit_;            // for the end of the rebuild
-  std::deque<page::TileQuestion> waitingQuestions_;  // for the end of the rebuild
-
-  PageState page_;
-  bool firstFitPending_ = false;  // the first fit waits for MapCreated
-  bool fitted_ = false;           // the map has been fitted since start
-  bool notDrawn_ = false;         // there are points that no rebuild has drawn yet
-  bool pageLost_ = false;
-  PixelSize pageAddressSize_;  // the map size that the page's address named
+  std::unique_ptr<MapBridge> map_;
 
   DatePickers pickers_;
   TimeWindow window_;
@@ -371,10 +329,7 @@ class Client {
   std::unique_ptr<Timer> tmrDTP_;
   std::unique_ptr<Timer> tmrTimelineInfo_;
   std::unique_ptr<Timer> tmrPB_;
-  std::unique_ptr<Timer> tmrTiles_;
   std::unique_ptr<Timer> dataPause_;
-  std::unique_ptr<Timer> splashPause_;
-  std::unique_ptr<Timer> pageRetry_;
   std::unique_ptr<Timer> placementDelay_;
 };
 

@@ -44,7 +44,7 @@ void Client::PrepareRestart() {
   storeFullTold_ = false;
   stream_.Clear();
   ports_.wsClientC.SetReading(true);
-  if (pageLost_) NavigateToMap();
+  map_->OpenIfLost();
 }
 
 void Client::ReportError(const std::string& code, const std::string& message) {
@@ -101,12 +101,12 @@ void Client::ProcessData(ByteView newText) {
 
 // While the points are being drawn they stay as they are: the pause is repeated.
 void Client::OnDataPause() {
-  if (!tiles_->IsRebuilding()) DecodeBuffer();
+  if (!map_->IsRebuilding()) DecodeBuffer();
 }
 
 void Client::DecodeBuffer() {
   dataPause_->SetEnabled(false);
-  DropRebuild();  // it would read points that move; only before a fit, which begins another
+  map_->DropRebuild();  // it would read points that move; only before a fit, which begins another
   const auto outcome =
       stream_.Decode([this](std::string_view unitId, ByteView records) { MergePacket(unitId, records); });
   store_.Settle();
@@ -152,14 +152,14 @@ void Client::FinishBatch() {
 }
 
 void Client::OnUpdateAction() {
-  if (menus_.At("mnuOptionsOnUpdateArray", 1).checked || !fitted_) {
-    fitted_ = true;
+  if (menus_.At("mnuOptionsOnUpdateArray", 1).checked || !map_->MayFit()) {
+    map_->AllowFits();
     FitToData(0);
     return;
   }
-  notDrawn_ = store_.PointCount() > 0;
+  if (store_.PointCount() > 0) map_->NotePoints();
   if (menus_.At("mnuOptionsOnUpdateArray", 2).checked) {
-    SendPan(view_.LatestLat, view_.LatestLng);
+    map_->SendPan(view_.LatestLat, view_.LatestLng);
   }
 }
 
@@ -180,7 +180,7 @@ void Client::UpdateLamp() {
   };
   const State state = connection_->CurrentState();
   if (stream_.PendingSize() > 0) return show(Colour::kAmber, "New data waits: press F");
-  if (notDrawn_) return show(Colour::kAmber, "Not drawn yet: press F");
+  if (map_->HasUndrawnPoints()) return show(Colour::kAmber, "Not drawn yet: press F");
   if (state == State::kLocating || state == State::kProbing || state == State::kConnecting) {
     return show(Colour::kAmber, "Looking for the server");
   }

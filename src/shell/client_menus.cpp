@@ -88,7 +88,7 @@ void Client::ChooseMapType(int index) {
 
 void Client::OnMenuContactPoints(int index) {
   Toggle("mnuOptionsContactPointsArray", index);
-  RebuildTiles();
+  map_->Rebuild();
 }
 
 void Client::OnMenuStartup(int index) {

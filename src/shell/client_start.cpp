@@ -120,8 +120,6 @@ void Client::PrepareFolders() {
   for (const auto& folder : {parent.parent_path(), parent, folders.track, folders.zone}) MakeFolder(folder);
   DeleteFiles(folders.track);
   DeleteFiles(folders.zone);
-  tiles_ = std::make_unique<TrackTiles>(folders, ports_.trace,
-                                        [this](const std::string& text) { ports_.questions.Tell(text); });
 }
 
 void Client::SetFirstWindow() {
@@ -154,7 +152,7 @@ void Client::ShowWindow() {
   if (closing_) return;
   ports_.window.Show();
   ports_.view.LayOut();
-  OpenMapPage();
+  map_->Open();
   CosLatTable();
   ports_.view.ReturnFocus();
   if (book_.enabledCount > 0) {
@@ -170,15 +168,6 @@ void Client::ShowWindow() {
   tmrFocusGetter_->SetEnabled(true);
   tmrP_->SetEnabled(true);
   Timeline_Resize();
-}
-
-void Client::OpenMapPage() {
-  ports_.browser.beforeNavigate = [this](const std::string& url) { return BeforeNavigate(url); };
-  ports_.browser.pageLost = [this](const std::string& reason) { OnPageLost(reason); };
-  page_.FirstFitSent = false;
-  ports_.browser.Navigate("about:blank");
-  ports_.browser.Navigate(ports_.folders.application / "blank_blue.html");
-  NavigateToMap();
 }
 
 void Client::PrepareZoneFile() {

@@ -84,9 +84,9 @@ void Client::MapReload() {
   ports_.trace.Line("MapReload begin...");
   ports_.beeper.Beep();
   stream_.ClearHold();
-  DropRebuild();
+  map_->DropRebuild();
   store_.Reset(book_.enabledCount);
-  RebuildTiles();
+  map_->Rebuild();
   EnumerateMUs();
   LayOut();
   RestartConnection();
@@ -147,8 +147,8 @@ void Client::LayOut() {
   NotePlacement();
   if (modes_.Mode() == WindowMode::kMinimised) return;
   ports_.view.LayOut();
-  SendPageSize();
-  SendCentre();
+  map_->SendSize();
+  map_->SendCentre();
   Timeline_Resize();
 }
 
@@ -179,7 +179,7 @@ void Client::StorePlacement() {
 
 // Unless there is still something to wait for.
 void Client::HideMapUpdating() {
-  if (!mapUpdatingShown_ || tiles_->IsRebuilding() || tmrRedraw_->IsEnabled()) return;
+  if (!mapUpdatingShown_ || map_->IsRebuilding() || tmrRedraw_->IsEnabled()) return;
   mapUpdatingShown_ = false;
   ports_.view.HideMapUpdating();
   ports_.trace.Line("hiding formMapUpdating");

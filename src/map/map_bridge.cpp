@@ -1,0 +1,254 @@
+#include "map/map_bridge.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "map/page_fields.h"
+#include "map/projection.h"
+
+namespace pallomir {
+
+MapBridge::MapBridge(Browser& browser, EventLoop& loop, Trace& trace, const Folders& folders,
+                     std::string webSite, MapView& view, std::function<void(const std::string&)> showError,
+                     Host host)
+    : browser_(browser),
+      loop_(loop),
+      trace_(trace),
+      placeholder_(folders.application / "blank_blue.html"),
+      webSite_(std::move(webSite)),
+      view_(view),
+      host_(std::move(host)),
+      tiles_(FoldersOfTiles(folders), trace, std::move(showError)) {
+  const auto create = [&](const char* name, int interval, void (MapBridge::*tick)()) {
+    return loop.CreateTimer(name, interval, [this, tick] { (this->*tick)(); });
+  };
+  tmrTiles_ = create("tmrTiles", 0, &MapBridge::OnTilesTick);
+  splashPause_ = create("SplashPause", 500, &MapBridge::OnReady);
+  pageRetry_ = create("PageRetry", 5000, &MapBridge::AskForPage);
+}
+
+void MapBridge::Open() {
+  browser_.beforeNavigate = [this](const std::string& url) { return BeforeNavigate(url); };
+  browser_.pageLost = [this](const std::string& reason) { OnLost(reason); };
+  page_.FirstFitSent = false;
+  browser_.Navigate("about:blank");
+  browser_.Navigate(placeholder_);
+  AskForPage();
+}
+
+void MapBridge::OpenIfLost() {
+  if (isLost_) AskForPage();
+}
+
+void MapBridge::AskForPage() {
+  pageRetry_->SetEnabled(false);
+  isLost_ = false;
+  const PixelSize browser = host_.browserSize();
+  addressSize_ = PageMapSize(browser);
+  const std::string address = MapPageAddress(webSite_, browser);
+  trace_.Line("map page " + address);
+  browser_.Navigate(address);
+}
+
+void MapBridge::OnLost(const std::string& reason) {
+  if (host_.isClosing()) return;
+  trace_.Line("map page lost: " + reason);
+  page_.MapCreated = false;
+  page_.FirstFitSent = false;
+  firstFitPending_ = mayFit_;
+  waitingQuestions_.clear();  // the next page asks its own
+  pageRetry_->SetEnabled(true);
+  host_.lost();
+  if (std::exchange(isLost_, true)) return;  // the placeholder is missing too
+  browser_.Navigate(placeholder_);
+}
+
+void MapBridge::Close() {
+  for (Timer* timer : {tmrTiles_.get(), splashPause_.get(), pageRetry_.get()}) timer->SetEnabled(false);
+  browser_.Stop();
+}
+
+bool MapBridge::BeforeNavigate(const std::string& url) {
+  const std::string prefix = CommandPrefix(webSite_);
+  if (!url.starts_with(prefix)) return false;
+  // The browser waits for the answer, and what a command does may take long: it is run afterwards, in order.
+  loop_.Post([this, text = url.substr(prefix.size())] { RunCommand(text); });
+  return true;
+}
+
+void MapBridge::RunCommand(const std::string& text) {
+  if (host_.isClosing()) return;
+  const PageCommand command = ParsePageCommand(text);
+  if (std::holds_alternative<page::Malformed>(command)) {
+    trace_.Line("page command left out, its numbers are none: " + text.substr(0, 80));
+  }
+  std::visit(
+      [&](const auto& parsed) {
+        if constexpr (requires { On(parsed); }) {
+          On(parsed);
+        } else {
+          host_.commanded(command);
+        }
+      },
+      command);
+}
+
+void MapBridge::On(const page::Panned& pan) {
+  SetCentre(view_, pan.lat, pan.lng);
+  host_.viewMoved();
+}
+
+void MapBridge::On(const page::Status& status) {
+  constexpr int kMapCreated = 1;
+  constexpr int kLastLine = 17;
+  constexpr int kReady = 99;
+  if (status.number >= 1 && status.number <= kLastLine) host_.reached(status.number);
+  if (status.number == kReady) splashPause_->SetEnabled(true);
+  if (status.number != kMapCreated) return;
+  page_.MapCreated = true;
+  // The window may have changed since the address was made.
+  if (PageMapSize(host_.browserSize()) != addressSize_) SendSize();
+  if (firstFitPending_ && !waitingFit_) SendFirstFit(FitText(view_));
+}
+
+void MapBridge::On(const page::PopupAtPlace& click) {
+  page_.RightClickX = LngToWorldX(click.lng);
+  page_.RightClickY = LatToWorldY(click.lat);
+  host_.commanded(click);
+}
+
+void MapBridge::On(const page::MouseMoved& move) {
+  page_.MouseMoveToggle = !page_.MouseMoveToggle;
+  if (!page_.MouseMoveToggle) return;
+  page_.LastMouseLat = move.lat;
+  page_.LastMouseLng = move.lng;
+  page_.LastMouseZoom = move.zoom;
+  host_.commanded(move);
+}
+
+void MapBridge::OnReady() {
+  splashPause_->SetEnabled(false);
+  trace_.Line("map page ready");
+  host_.ready();
+}
+
+void MapBridge::On(const page::Zoomed& zoomed) { ChangeZoom(zoomed.zoom, ZoomOrigin::kZoom); }
+
+void MapBridge::ChangeZoom(int zoom, ZoomOrigin origin) {
+  trace_.Line("ZoomChange begin (NewZoom = " + std::to_string(zoom) +
+              ", Origin = " + (origin == ZoomOrigin::kZoom ? "Zoom" : "NewTile") + ")...");
+  const ZoomChange change = SetTileZoom(view_, zoom, origin);
+  if (change == ZoomChange::kNone) return;
+  if (change == ZoomChange::kChanged || rebuildOwed_) Rebuild();
+  host_.viewMoved();
+}
+
+void MapBridge::On(const page::TileQuestion& question) {
+  const bool isZoom = question.zoom >= kMinTileZoom && question.zoom <= kMaxTileZoom;
+  if (isZoom) ChangeZoom(question.zoom, ZoomOrigin::kNewTile);
+  if (question.kind == page::TileQuestion::Kind::kUnknown) return;
+  if (!IsRebuilding()) return Answer(question);
+  constexpr std::size_t kMostWaiting = 64;  // the page waits for each answer, and asks again when none comes
+  if (waitingQuestions_.size() == kMostWaiting) waitingQuestions_.pop_front();
+  waitingQuestions_.push_back(question);
+}
+
+void MapBridge::Answer(const page::TileQuestion& question) {
+  const bool isZoom = question.zoom >= kMinTileZoom && question.zoom <= kMaxTileZoom;
+  const std::string suffix = isZoom ? question.suffix : std::string();
+  if (question.kind == page::TileQuestion::Kind::kTrack) {
+    const std::string path = tiles_.TrackTilePath(suffix);
+    browser_.WriteField(field::kTrackTile, path);
+    if (!path.ends_with(kBlankTile)) trace_.Line("track tile " + suffix + " handed to the page");
+  } else {
+    browser_.WriteField(field::kZoneTile, isZoom ? tiles_.ZoneTilePath(suffix, host_.isTopLevelAlerted())
+                                                 : tiles_.TrackTilePath(""));
+  }
+}
+
+void MapBridge::Rebuild() {
+  TrackDrawing drawing = host_.drawing();
+  drawing.CentreX = view_.CentreX;
+  drawing.CentreY = view_.CentreY;
+  drawing.UnitsPerPixel = view_.UnitsPerPixel;
+  drawing.TileZoom = view_.TileZoom;
+  drawing.browser = host_.browserSize();
+  const bool isZoomKnown = view_.TileZoom >= 0;
+  const auto hasPoints = [](const auto& unit) { return !unit.empty(); };
+  rebuildOwed_ = !isZoomKnown && std::any_of(drawing.units.begin(), drawing.units.end(), hasPoints);
+  tiles_.Begin(isZoomKnown ? std::optional(std::move(drawing)) : std::nullopt);
+  tmrTiles_->SetEnabled(true);
+}
+
+void MapBridge::OnTilesTick() {
+  const auto end = tiles_.Continue();
+  if (!end) return;
+  tmrTiles_->SetEnabled(false);
+  if (end->error) {
+    host_.rebuildFailed(*end->error);
+  } else {
+    notDrawn_ = rebuildOwed_;
+    trace_.Line("track tiles " + tiles_.GenerationText() + " written");
+    browser_.WriteField(field::kGeneration, tiles_.GenerationText());
+  }
+  if (const auto fit = std::exchange(waitingFit_, std::nullopt)) {
+    SendFit(*fit);
+    trace_.Line("...end Fit");
+  }
+  host_.rebuildEnded();
+  for (const auto& question : std::exchange(waitingQuestions_, {})) Answer(question);
+}
+
+void MapBridge::DropRebuild() {
+  tiles_.Drop();
+  tmrTiles_->SetEnabled(false);
+}
+
+void MapBridge::FitToData(const WorldBox& box) {
+  view_.DataBox = box;
+  view_.PreviousRequestedZoom = view_.RequestedZoom;
+  FitToBox(view_, box, host_.browserSize());
+  waitingFit_ = FitText(view_);  // the page may report another centre meanwhile
+  Rebuild();
+}
+
+void MapBridge::ZoomTo(const WorldBox& box) {
+  FitToBox(view_, box, host_.browserSize());
+  if (waitingFit_) {
+    waitingFit_ = FitText(view_);
+  } else {
+    browser_.WriteField(field::kFit, FitText(view_));
+  }
+}
+
+void MapBridge::SendFit(const std::string& fit) {
+  if (page_.FirstFitSent) {
+    browser_.WriteField(field::kFit, fit);
+  } else if (mayFit_) {
+    firstFitPending_ = true;
+    if (page_.MapCreated) SendFirstFit(fit);
+  }
+}
+
+void MapBridge::SendFirstFit(const std::string& fit) {
+  firstFitPending_ = false;
+  page_.FirstFitSent = true;
+  browser_.WriteField(field::kFirstFit, fit);
+}
+
+void MapBridge::SendPan(double lat, double lng) { browser_.WriteField(field::kPan, PlaceText(lat, lng)); }
+
+void MapBridge::SendSize() {
+  const PixelSize map = PageMapSize(host_.browserSize());
+  trace_.Line("map size X=" + std::to_string(map.width) + "&Y=" + std::to_string(map.height));
+  browser_.WriteField(field::kWidth, std::to_string(map.width));
+  browser_.WriteField(field::kHeight, std::to_string(map.height));
+}
+
+void MapBridge::SendCentre() {
+  if (view_.HasCentre) SendPan(view_.CentreLat, view_.CentreLng);
+}
+
+}  // namespace pallomir
