@@ -8,8 +8,8 @@
 namespace pallomir {
 namespace {
 
-// Parts of a rebuild that take some three milliseconds each.
-constexpr std::size_t kPointsAtOnce = std::size_t{1} << 17;
+// Parts of a rebuild that take some two milliseconds each.
+constexpr std::size_t kPointsAtOnce = std::size_t{1} << 16;
 constexpr std::size_t kTilesAtOnce = 32;
 
 }  // namespace
@@ -39,13 +39,14 @@ std::optional<RebuildEnd> TrackTiles::Continue() {
     if (rebuild_->painter->Paint(kPointsAtOnce)) return std::nullopt;
     rebuild_->picture = rebuild_->painter->Take();
     rebuild_->painter.reset();
+    rebuild_->touched = rebuild_->picture.marks.TouchedTiles();
     return std::nullopt;
   }
   if (!std::exchange(rebuild_->retired, true)) {
-    if (auto error = RetireOld()) {
-      rebuild_.reset();
-      return RebuildEnd{std::move(error)};
-    }
+    auto error = RetireOld();
+    if (!error) return std::nullopt;
+    rebuild_.reset();
+    return RebuildEnd{std::move(error)};
   }
   const std::size_t end = std::min(rebuild_->written + kTilesAtOnce, rebuild_->names.size());
   for (std::size_t& i = rebuild_->written; i < end; ++i)
@@ -57,7 +58,6 @@ std::optional<RebuildEnd> TrackTiles::Continue() {
 
 std::optional<DeleteError> TrackTiles::RetireOld() {
   const int generation = (generation_ + 1) % 65536;
-  rebuild_->touched = rebuild_->picture.marks.TouchedTiles();
   if (cBitmap::EncoderForPattern("*.png") == ImageEncoder::kNone) {
     showError_("Error: \"*.png\" extension not supported");
     rebuild_->touched.clear();
