@@ -1,5 +1,5 @@
 /* global L */
-/** The drawn base map: land, lakes, borders, names. Each tile is drawn at once from what is in memory. */
+/** The drawn base map: land, lakes, rivers, borders, names. Each tile is drawn at once from what is in memory. */
 import { ByteReader } from './byte_stream.js';
 import { clipRing, clipSegment, overlap } from './clipping.js';
 import { loadBytes } from './loading.js';
@@ -11,7 +11,7 @@ const TILE_SIZE = 256;
 const MARGIN = 4;
 const TILE_BOX = { left: -MARGIN, right: TILE_SIZE + MARGIN, top: -MARGIN, bottom: TILE_SIZE + MARGIN };
 /** Below these zooms the lines would be a tangle. */
-const FIRST_ZOOM = { states: 4, counties: 8 };
+const FIRST_ZOOM = { rivers: 4, states: 4, counties: 8 };
 /** Fresh canvas memory costs more time than drawing: this many canvases are kept for the next view,
  * 42 MB of them (four times that on a screen of twice the density). */
 const SPARE_CANVASES = 160;
@@ -168,7 +168,7 @@ export const BaseMap = L.GridLayer.extend({
   },
 
   _paintShapes(context, coords) {
-    const { land, lake, coast, border, state, county } = this._palette;
+    const { land, lake, river, coast, border, state, county } = this._palette;
     const view = new TileView(coords);
     const layers = this._regions.forTile(coords.z, coords.x, coords.y);
     const stroke = (layer, colour, width) => {
@@ -190,6 +190,7 @@ export const BaseMap = L.GridLayer.extend({
     };
     context.lineJoin = 'round';
     fill(layers.land, this._fill('land', coords) ?? land);
+    if (coords.z >= FIRST_ZOOM.rivers) stroke(layers.rivers, river, coords.z < 7 ? 1 : 1.6);
     fill(layers.lakes, lake);
     if (coords.z >= FIRST_ZOOM.counties) stroke(layers.counties, county, 1);
     if (coords.z >= FIRST_ZOOM.states) stroke(layers.states, state, coords.z < 7 ? 1 : 1.5);

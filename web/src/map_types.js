@@ -11,6 +11,7 @@ const FROM_ABOVE = {
   water: '#48688a',
   land: '#7c7f74',
   lake: '#4f7292',
+  river: null,
   coast: null,
   dark: true,
 };
@@ -20,6 +21,7 @@ export const MAP_TYPES = {
     water: '#cbdfeb',
     land: '#f5f2ea',
     lake: '#cbdfeb',
+    river: '#bcd4e4',
     coast: '#8fb0c4',
     border: '#9a8c9c',
     state: '#c4b7c2',
@@ -59,6 +61,7 @@ export const MAP_TYPES = {
     water: '#c3d9e2',
     land: '#e9e3cb',
     lake: '#c3d9e2',
+    river: '#b3cdd8',
     coast: '#93a9ab',
     border: '#917a66',
     state: '#bda98d',

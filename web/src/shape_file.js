@@ -10,7 +10,14 @@ import { shapeOf } from './world_shapes.js';
 const STEPS = 2 ** 24;
 
 /** What a file holds, in its order. Land is closed rings, the others are lines. */
-export const LAYER_KINDS = { land: 'ring', lakes: 'ring', borders: 'line', states: 'line', counties: 'line' };
+export const LAYER_KINDS = {
+  land: 'ring',
+  lakes: 'ring',
+  rivers: 'line',
+  borders: 'line',
+  states: 'line',
+  counties: 'line',
+};
 
 export function encodeLayers(layers) {
   const writer = new ByteWriter();

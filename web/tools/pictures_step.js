@@ -1,4 +1,4 @@
-/** Makes the pictures of the earth on the plane of the map, and finds the lakes on them. */
+/** Makes the pictures of the earth on the plane of the map, and finds lakes on them that the atlas lacks. */
 import { shapeOf } from '../src/world_shapes.js';
 import {
   fillIn,
@@ -22,7 +22,7 @@ const SHORE_WIDTH = 2;
 /** Nearer to the poles than this it is night in the month of the picture, degrees. */
 const NIGHT = 67;
 /** The shortest outline of a lake that is taken, points of the picture: smaller ones may be a shadow. */
-const SHORTEST_SHORE = 16;
+const SHORTEST_SHORE = 60;
 
 const brightness = ([red, green, blue]) => 0.3 * red + 0.6 * green + 0.1 * blue;
 
@@ -43,6 +43,19 @@ function softened(point, out) {
   for (let channel = 0; channel < 3; channel += 1) out[channel] = 0.72 * tone(point[channel]) + 0.28 * grey;
 }
 
+/** The mask with all points added that lie near one of it. */
+function widened(mask, size) {
+  const wide = new Uint8Array(mask.length);
+  mask.forEach((isIn, at) => {
+    if (!isIn) return;
+    for (let down = -SHORE_WIDTH; down <= SHORE_WIDTH; down += 1) {
+      const from = at + down * size - SHORE_WIDTH;
+      wide.fill(1, Math.max(0, from), from + 2 * SHORE_WIDTH + 1);
+    }
+  });
+  return wide;
+}
+
 /** The outlines of the fresh water on a picture, as rings on the unit world. */
 function lakesOn(flat, isLand) {
   const { width, height } = flat;
@@ -54,37 +67,44 @@ function lakesOn(flat, isLand) {
     });
     return outlines(smoothed(depth), SHORTEST_SHORE).map(shapeOf);
   };
-  const sure = maskOf(
-    trace(LAKE_BRIGHTNESS, () => true),
-    width,
-  );
-  const isNear = new Uint8Array(sure.length);
-  sure.forEach((isLake, at) => {
-    if (!isLake) return;
-    for (let down = -SHORE_WIDTH; down <= SHORE_WIDTH; down += 1) {
-      const from = at + down * width - SHORE_WIDTH;
-      isNear.fill(1, Math.max(0, from), from + 2 * SHORE_WIDTH + 1);
-    }
-  });
+  const sure = trace(LAKE_BRIGHTNESS, () => true);
+  const isNear = widened(maskOf(sure, width), width);
   return trace(SHORE_BRIGHTNESS, (at) => isNear[at] === 1);
+}
+
+/** Those of the rings that keep away from a mask. */
+function apartFrom(mask, size, rings) {
+  const isIn = (x, y) => mask[Math.floor(y * size) * size + Math.floor(x * size)] === 1;
+  return rings.filter(({ points }) => {
+    for (let at = 0; at < points.length; at += 2) {
+      if (isIn(points[at], points[at + 1])) return false;
+    }
+    return true;
+  });
 }
 
 /**
  * @param {Raster} globe the earth from above, 2 to 1
  * @param {import('../src/world_shapes.js').Shape[]} landRings
+ * @param {import('../src/world_shapes.js').Shape[]} lakeRings those of the atlas
  * @returns {{land: Raster, sea: Raster, lakes: import('../src/world_shapes.js').Shape[]}} land and sea go on
- *     smoothly under each other and the lakes, since the page draws what lies between them
+ *     smoothly under each other and the lakes, since the page draws what lies between them; the lakes are
+ *     those that the atlas lacks
  */
-export function satellitePictures(globe, landRings) {
+export function satellitePictures(globe, landRings, lakeRings) {
   const flat = toMercator(globe, globe.width);
   const isLand = maskOf(landRings, flat.width);
+  const isKnown = maskOf(lakeRings, flat.width);
+  const lakes = apartFrom(widened(isKnown, flat.width), flat.width, lakesOn(flat, isLand));
+  const isLake = maskOf(lakeRings.concat(lakes), flat.width);
+  const isNearLake = widened(isLake, flat.width);
   const landWeights = new Float32Array(isLand.length);
   const seaWeights = new Float32Array(isLand.length);
+  const isWater = (point, at) => isBlue(point) || isLake[at] === 1 || (isNearLake[at] === 1 && isDark(point));
   for (let at = 0; at < isLand.length; at += 1) {
-    if (isLand[at] === 1) landWeights[at] = isBlue(flat.point(at)) || isDark(flat.point(at)) ? 0 : 1;
+    if (isLand[at] === 1) landWeights[at] = isWater(flat.point(at), at) ? 0 : 1;
     else seaWeights[at] = brightness(flat.point(at)) < 140 ? 1 : 0;
   }
-  const lakes = lakesOn(flat, isLand);
   const land = mapPoints(flat, 3, (point, out) => softened(point, out));
   const sea = mapPoints(flat, 3, ([red, green, blue], out) => {
     out.set([62 + 0.45 * red, 88 + 0.5 * green, 116 + 0.42 * blue]);

@@ -14,7 +14,7 @@ export function landOf(topojson, world) {
   return features.flatMap(({ geometry }) => ringsOf(geometry));
 }
 
-function layersOf(topojson, world, usa, lakes) {
+function layersOf(topojson, world, usa, { lakes, rivers }) {
   const lines = (topology, name, filter) => ({
     kind: 'line',
     shapes: linesOf(topojson.mesh(topology, topology.objects[name], filter)),
@@ -23,6 +23,7 @@ function layersOf(topojson, world, usa, lakes) {
   return {
     land: { kind: 'ring', shapes: landOf(topojson, world) },
     lakes: { kind: 'ring', shapes: lakes },
+    rivers: { kind: 'line', shapes: rivers },
     borders: lines(world, 'countries', between),
     states: lines(usa, 'states', between),
     counties: lines(usa, 'counties', (a, b) => between(a, b) && stateOf(a) === stateOf(b)),
@@ -46,13 +47,14 @@ function detailRegions(layers) {
 /**
  * @param {object} topojson the library topojson-client
  * @param {{rough: object, fine: object, states: object, counties: object}} atlases
- * @param {import('../src/world_shapes.js').Shape[]} lakes
+ * @param {{lakes: import('../src/world_shapes.js').Shape[], rivers: import('../src/world_shapes.js').Shape[]}}
+ *     waters
  * @returns {{world: Uint8Array, detail: Uint8Array}} the two files' contents
  */
-export function shapeFiles(topojson, { rough, fine, states, counties }, lakes) {
-  const world = layersOf(topojson, rough, counties, lakes);
+export function shapeFiles(topojson, { rough, fine, states, counties }, waters) {
+  const world = layersOf(topojson, rough, counties, waters);
   world.states = { kind: 'line', shapes: linesOf(topojson.mesh(states, states.objects.states, between)) };
   world.counties.shapes = [];
-  const detail = layersOf(topojson, fine, counties, lakes);
+  const detail = layersOf(topojson, fine, counties, waters);
   return { world: encodeLayers(world), detail: encodeRegions(DETAIL_ZOOM, detailRegions(detail)) };
 }
