@@ -29,6 +29,11 @@ MapBridge::MapBridge(Browser& browser, EventLoop& loop, Trace& trace, const Fold
   pageRetry_ = create("PageRetry", 5000, &MapBridge::AskForPage);
 }
 
+MapBridge::~MapBridge() {
+  browser_.beforeNavigate = nullptr;
+  browser_.pageLost = nullptr;
+}
+
 void MapBridge::Open() {
   browser_.beforeNavigate = [this](const std::string& url) { return BeforeNavigate(url); };
   browser_.pageLost = [this](const std::string& reason) { OnLost(reason); };
@@ -84,15 +89,7 @@ void MapBridge::RunCommand(const std::string& text) {
   if (std::holds_alternative<page::Malformed>(command)) {
     trace_.Line("page command left out, its numbers are none: " + text.substr(0, 80));
   }
-  std::visit(
-      [&](const auto& parsed) {
-        if constexpr (requires { On(parsed); }) {
-          On(parsed);
-        } else {
-          host_.commanded(command);
-        }
-      },
-      command);
+  std::visit([this](const auto& parsed) { On(parsed); }, command);
 }
 
 void MapBridge::On(const page::Panned& pan) {
@@ -116,7 +113,7 @@ void MapBridge::On(const page::Status& status) {
 void MapBridge::On(const page::PopupAtPlace& click) {
   page_.RightClickX = LngToWorldX(click.lng);
   page_.RightClickY = LatToWorldY(click.lat);
-  host_.commanded(click);
+  host_.wished(click);
 }
 
 void MapBridge::On(const page::MouseMoved& move) {
@@ -125,7 +122,7 @@ void MapBridge::On(const page::MouseMoved& move) {
   page_.LastMouseLat = move.lat;
   page_.LastMouseLng = move.lng;
   page_.LastMouseZoom = move.zoom;
-  host_.commanded(move);
+  host_.wished(move);
 }
 
 void MapBridge::OnReady() {
@@ -150,7 +147,9 @@ void MapBridge::On(const page::TileQuestion& question) {
   if (isZoom) ChangeZoom(question.zoom, ZoomOrigin::kNewTile);
   if (question.kind == page::TileQuestion::Kind::kUnknown) return;
   if (!IsRebuilding()) return Answer(question);
-  constexpr std::size_t kMostWaiting = 64;  // the page waits for each answer, and asks again when none comes
+  // The page waits for each answer and asks again after two seconds: more than a few come from no page of
+  // ours.
+  constexpr std::size_t kMostWaiting = 64;
   if (waitingQuestions_.size() == kMostWaiting) waitingQuestions_.pop_front();
   waitingQuestions_.push_back(question);
 }
@@ -187,6 +186,7 @@ void MapBridge::OnTilesTick() {
   if (!end) return;
   tmrTiles_->SetEnabled(false);
   if (end->error) {
+    waitingQuestions_.clear();
     host_.rebuildFailed(*end->error);
   } else {
     notDrawn_ = rebuildOwed_;

@@ -18,7 +18,7 @@
 
 namespace pallomir {
 
-/// What the map page has reported.
+/// How far the map page is, and what the pointer did on it.
 struct PageState {
   bool MapCreated = false;        ///< status 1; the first fit waits for it
   bool FirstFitSent = false;      ///< the first fit went out by "TxtL"
@@ -48,17 +48,17 @@ class MapBridge {
     std::function<bool()> isTopLevelAlerted;
     std::function<void()> viewMoved;  ///< the page reported another centre, or another zoom
     std::function<void(const DeleteError&)> rebuildFailed;
-    std::function<void()> rebuildEnded;  ///< in either way
-    std::function<void(int)> reached;    ///< a line of the start-up checklist, 1..17
-    std::function<void()> ready;         ///< the page is complete, half a second ago
-    std::function<void()> lost;          ///< the page can't be shown; it is tried again
-    /// What the page wants of others. Of mouse moves every second one.
-    std::function<void(const PageCommand&)> commanded;
+    std::function<void()> rebuildEnded;           ///< in either way
+    std::function<void(int)> reached;             ///< a line of the start-up checklist, 1..17
+    std::function<void()> ready;                  ///< the page is complete, half a second ago
+    std::function<void()> lost;                   ///< the page can't be shown; it is tried again
+    std::function<void(const PageWish&)> wished;  ///< of mouse moves every second one
   };
 
   /// `view` is what the page shows and was asked to show. It outlives the bridge, as the ports do.
   MapBridge(Browser& browser, EventLoop& loop, Trace& trace, const Folders& folders, std::string webSite,
             MapView& view, std::function<void(const std::string&)> showError, Host host);
+  ~MapBridge();
 
   /// Shows the placeholder and asks for the page.
   void Open();
@@ -79,7 +79,7 @@ class MapBridge {
   void NotePoints() { notDrawn_ = true; }
   bool HasUndrawnPoints() const { return notDrawn_; }
 
-  /// Before the first data fits only change the view.
+  /// Before the first data no fit to them is sent.
   void AllowFits() { mayFit_ = true; }
   bool MayFit() const { return mayFit_; }
   /// Draws the tiles anew and then has the page show the box.
@@ -100,6 +100,10 @@ class MapBridge {
   void On(const page::Zoomed& zoomed);
   void On(const page::PopupAtPlace& click);
   void On(const page::MouseMoved& move);
+  template <class Wish>
+  void On(const Wish& wish) {
+    host_.wished(wish);
+  }
   void On(const page::Malformed&) {}
   void On(const page::Ignored&) {}
 

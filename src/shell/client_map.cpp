@@ -28,12 +28,8 @@ MapBridge::Host Client::MapHost() {
   host.reached = [this](int line) { ports_.view.TickStatus(line); };
   host.ready = [this] { OnPageReady(); };
   host.lost = [this] { ports_.view.HideSplash(); };
-  host.commanded = [this](const PageCommand& command) {
-    std::visit(
-        [this](const auto& parsed) {
-          if constexpr (requires { OnPage(parsed); }) OnPage(parsed);
-        },
-        command);
+  host.wished = [this](const PageWish& wish) {
+    std::visit([this](const auto& parsed) { OnPage(parsed); }, wish);
   };
   return host;
 }

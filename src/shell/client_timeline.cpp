@@ -11,7 +11,7 @@ namespace pallomir {
 void Client::Timeline_Resize() {
   if (modes_.Mode() == WindowMode::kMinimised || !ports_.view.IsTimelineVisible() ||
       book_.enabledCount == 0) {
-    HideMapUpdating();
+    HideMapUpdating();  // there is nothing to redraw that would do it
     return;
   }
   ports_.trace.Line("Timeline_Resize begin...");

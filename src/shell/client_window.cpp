@@ -86,7 +86,7 @@ void Client::MapReload() {
   stream_.ClearHold();
   map_->DropRebuild();
   store_.Reset(book_.enabledCount);
-  map_->Rebuild();
+  map_->Rebuild();  // of empty tracks, so that they may be replaced meanwhile
   EnumerateMUs();
   LayOut();
   RestartConnection();

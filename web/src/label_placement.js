@@ -14,8 +14,8 @@ const TILE_SIZE = 256;
 const GAP = 4;
 /** Around a place's mark, pixels. */
 export const DOT_RIM = 1;
-/** No name reaches farther from its place, pixels. */
-export const LONGEST_REACH = 300;
+/** No name reaches farther from its place, pixels: the longest ones take 335, and their mark and gap. */
+export const LONGEST_REACH = 350;
 const HIGHEST_REACH = 24;
 /** From this zoom on the same names are there at every zoom. */
 const LAST_CHANGE = 13;
@@ -53,10 +53,7 @@ export class LabelPlacement {
   width(index) {
     if (Number.isNaN(this.widths[index])) {
       const style = this.style(index);
-      this.widths[index] = Math.min(
-        LONGEST_REACH,
-        this.measure(shownText(this.names.name(index), style), style),
-      );
+      this.widths[index] = this.measure(shownText(this.names.name(index), style), style);
     }
     return this.widths[index];
   }

@@ -3,8 +3,8 @@
 namespace pallomir {
 
 /// Has the window composed in plain memory where no graphics processor is to be had, unless the user's
-/// environment says how (QT_QUICK_BACKEND). Without this a graphics library imitates one, which takes ten
-/// times as long for every picture of the map. To be called between the application object and the first
+/// environment says how (QT_QUICK_BACKEND). Without this a graphics library imitates one, which paints
+/// several times as slowly. To be called between the application object and the first
 /// window.
 void ChooseGraphics();
 
