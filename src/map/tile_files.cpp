@@ -17,10 +17,9 @@
 //
 // - A tile is asked for by its name, generation included, and the page learns the new generation only when
 //   all tiles are written. A request for an old name finds no file, as if it had been deleted.
-// - Questions for tiles wait while a rebuild runs, so no new name is known before all tiles are written.
-// After
-//   one that was dropped on the way another one follows, and after one that failed nothing is answered. A
-//   request takes the whole file at once, and runs on the same thread as the writing.
+// - Questions for tiles wait while a rebuild runs, so no new name is known before all tiles are written. One
+//   that was dropped on the way is followed by another; one that failed answers nothing. A request takes the
+//   whole file at once, and runs on the same thread as the writing.
 // - A file that can't be written to its end is deleted, or emptied when even that fails: the tile is blank
 //   then, never half old and half new. On most file systems a full disk does not matter to a file that keeps
 //   its size, as tiles do.

@@ -59,7 +59,8 @@ std::optional<RebuildEnd> TrackTiles::Continue() {
 std::optional<DeleteError> TrackTiles::RetireOld() {
   const int generation = (generation_ + 1) % 65536;
   if (cBitmap::EncoderForPattern("*.png") == ImageEncoder::kNone) {
-    showError_("Error: \"*.png\" extension not supported");
+    for (std::size_t i = 0; i < rebuild_->touched.size(); ++i)
+      showError_("Error: \"*.png\" extension not supported");
     rebuild_->touched.clear();
   }
   for (const TilePlace tile : rebuild_->touched)
