@@ -268,6 +268,11 @@ void FileStepDeleteAndCreate(benchmark::State& state) {
 }
 BENCHMARK(FileStepDeleteAndCreate)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+void WholeRebuilds(benchmark::internal::Benchmark* bench) {
+  for (const int points : {10'000, 100'000, 1'000'000}) bench->Arg(points);
+  bench->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
 void RebuildInMemory(benchmark::State& state) {
   const TrackDrawing& drawing = DrawingOf(state);
   PalettePng png(kTrackPalette);
@@ -277,12 +282,7 @@ void RebuildInMemory(benchmark::State& state) {
       benchmark::DoNotOptimize(png.Encode(picture.marks.PixelsOf(tile)).data());
   }
 }
-BENCHMARK(RebuildInMemory)
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Arg(1'000'000)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+BENCHMARK(RebuildInMemory)->Apply(WholeRebuilds);
 
 void RebuildWithFiles(benchmark::State& state) {
   const TrackDrawing& drawing = DrawingOf(state);
@@ -296,12 +296,7 @@ void RebuildWithFiles(benchmark::State& state) {
     if (end->error) state.SkipWithError("not rebuilt");
   }
 }
-BENCHMARK(RebuildWithFiles)
-    ->Arg(10'000)
-    ->Arg(100'000)
-    ->Arg(1'000'000)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+BENCHMARK(RebuildWithFiles)->Apply(WholeRebuilds);
 
 // Where the gate is below 1 the yardstick is a floor.
 const bench::GateRow kRows[] = {

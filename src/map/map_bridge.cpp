@@ -143,8 +143,7 @@ void MapBridge::ChangeZoom(int zoom, ZoomOrigin origin) {
 }
 
 void MapBridge::On(const page::TileQuestion& question) {
-  const bool isZoom = question.zoom >= kMinTileZoom && question.zoom <= kMaxTileZoom;
-  if (isZoom) ChangeZoom(question.zoom, ZoomOrigin::kNewTile);
+  if (IsTileZoom(question.zoom)) ChangeZoom(question.zoom, ZoomOrigin::kNewTile);
   if (question.kind == page::TileQuestion::Kind::kUnknown) return;
   if (!IsRebuilding()) return Answer(question);
   // The page waits for each answer and asks again after two seconds: more than a few come from no page of
@@ -155,7 +154,7 @@ void MapBridge::On(const page::TileQuestion& question) {
 }
 
 void MapBridge::Answer(const page::TileQuestion& question) {
-  const bool isZoom = question.zoom >= kMinTileZoom && question.zoom <= kMaxTileZoom;
+  const bool isZoom = IsTileZoom(question.zoom);
   const std::string suffix = isZoom ? question.suffix : std::string();
   if (question.kind == page::TileQuestion::Kind::kTrack) {
     const std::string path = tiles_.TrackTilePath(suffix);

@@ -28,7 +28,7 @@ void WorldBox::Widen(std::int32_t x, std::int32_t y) {
 
 ZoomChange SetTileZoom(MapView& view, int newZoom, ZoomOrigin origin) {
   ++(origin == ZoomOrigin::kZoom ? view.ZoomReports : view.TileZoomReports);
-  if (newZoom == view.TileZoom || newZoom < kMinTileZoom || newZoom > kMaxTileZoom) return ZoomChange::kNone;
+  if (newZoom == view.TileZoom || !IsTileZoom(newZoom)) return ZoomChange::kNone;
   const int oldZoom = view.TileZoom;
   view.TileZoom = newZoom;
   view.UnitsPerTile = 1 << (30 - newZoom);

@@ -13,6 +13,7 @@ namespace pallomir {
 /// The zooms that the page may report; beyond 22 a pixel would be less than one world unit.
 inline constexpr int kMinTileZoom = 0;
 inline constexpr int kMaxTileZoom = 22;
+inline constexpr bool IsTileZoom(int zoom) { return zoom >= kMinTileZoom && zoom <= kMaxTileZoom; }
 /// The zoom of a fit to a single place.
 inline constexpr int kPlaceZoom = 17;
 
