@@ -1,6 +1,6 @@
 /* global L */
 /** The map itself: its size, its panes, and the moves that the client asks for. */
-import { clampLatitude, wrapLongitude } from './commands.js';
+import { clampLatitude, wrapLongitude } from './base/earth.js';
 
 /** The client's world has one unit a pixel at this zoom: there is nothing beyond it. */
 export const MAX_ZOOM = 22;

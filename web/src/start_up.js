@@ -1,26 +1,34 @@
 /* global L */
 /** Builds the page step by step, telling the client of each, and then follows what the client writes. */
-import { BaseMap, loadBaseMap, loadDetail } from './base_map.js';
-import { createCommandSender } from './command_sender.js';
-import { placeCommand, statusCommand, tileCommand } from './commands.js';
-import { Credits } from './credits.js';
-import { FieldQueue } from './field_queue.js';
-import { parseCentre, parseFit, parseGeneration, parseSwitch, parseViewLength, parseZone } from './fields.js';
-import { Graticule } from './graticule.js';
-import { loadBytes, loadJson } from './loading.js';
-import { MAP_TYPES, MapTypeControl } from './map_types.js';
+import { loadBytes, loadJson } from './base/loading.js';
+import { positionText } from './base/positions.js';
+import { BaseMap, loadBaseMap, loadDetail } from './base_map/base_map.js';
+import { Graticule } from './base_map/graticule.js';
+import { MAP_TYPES } from './base_map/map_types.js';
+import { OnlineMap } from './base_map/online_map.js';
+import { Pictures } from './base_map/pictures.js';
+import { createCommandSender } from './bridge/command_sender.js';
+import { placeCommand, statusCommand, tileCommand } from './bridge/commands.js';
+import { FieldQueue } from './bridge/field_queue.js';
+import {
+  parseCentre,
+  parseFit,
+  parseGeneration,
+  parseSwitch,
+  parseViewLength,
+  parseZone,
+} from './bridge/fields.js';
+import { Pointer } from './bridge/pointer.js';
+import { ViewReporter } from './bridge/view_reporter.js';
+import { Credits } from './controls/credits.js';
+import { MapTypeControl } from './controls/map_type_control.js';
+import { Notices } from './controls/notices.js';
+import { Orientation } from './controls/orientation.js';
 import { MapView } from './map_view.js';
-import { Notices } from './notices.js';
-import { OnlineMap } from './online_map.js';
-import { Orientation } from './orientation.js';
-import { Pictures } from './pictures.js';
-import { positionText } from './positions.js';
-import { Pointer } from './pointer.js';
-import { fileNameOf } from './tile_names.js';
-import { TileQuestions } from './tile_questions.js';
-import { TrackLayer } from './track_layer.js';
-import { ViewReporter } from './view_reporter.js';
-import { ZoneLayer } from './zone_layer.js';
+import { fileNameOf } from './tiles/tile_names.js';
+import { TileQuestions } from './tiles/tile_questions.js';
+import { TrackLayer } from './tiles/track_layer.js';
+import { ZoneLayer } from './zones/zone_layer.js';
 
 const fields = new FieldQueue();
 fields.watch(document.forms.Form1);
@@ -140,7 +148,7 @@ baseMapData
 async function loadTheRest() {
   const parts = [
     loadJson('settings.json').then(({ onlineMap: online }) => onlineMap.set(online)),
-    Promise.all([import('./named_map.js'), loadBytes('../data/names.bin')]).then(setNames),
+    Promise.all([import('./labels/named_map.js'), loadBytes('../data/names.bin')]).then(setNames),
     baseMapData.then(loadDetail).then((detail) => baseMap.setDetail(detail)),
   ];
   const results = await Promise.allSettled(parts);

@@ -1,6 +1,7 @@
 /** Makes the file of names: which there are, how important each is, and from which zoom on it has room. */
-import { encodeNames } from '../src/name_file.js';
-import { ringsOf, worldX, worldY } from '../src/world_shapes.js';
+import { encodeNames } from '../src/labels/name_file.js';
+import { worldX, worldY } from '../src/base/earth.js';
+import { ringsOf } from '../src/base_map/world_shapes.js';
 
 const TILE_SIZE = 256;
 /** The last zoom at which places are still left out for want of room. */

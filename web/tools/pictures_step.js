@@ -1,5 +1,5 @@
 /** Makes the pictures of the earth on the plane of the map, and finds lakes on them that the atlas lacks. */
-import { shapeOf } from '../src/world_shapes.js';
+import { shapeOf } from '../src/base_map/world_shapes.js';
 import {
   fillIn,
   mapPoints,
@@ -10,6 +10,8 @@ import {
   shrunk,
   toMercator,
 } from './raster.js';
+
+/** @typedef {import('../src/base_map/world_shapes.js').Shape} Shape */
 
 /**
  * Fresh water is nearly black on the picture, 0..255; everything else is brighter. A point that is half shore
@@ -85,9 +87,9 @@ function apartFrom(mask, size, rings) {
 
 /**
  * @param {Raster} globe the earth from above, 2 to 1
- * @param {import('../src/world_shapes.js').Shape[]} landRings
- * @param {import('../src/world_shapes.js').Shape[]} lakeRings those of the atlas
- * @returns {{land: Raster, sea: Raster, lakes: import('../src/world_shapes.js').Shape[]}} land and sea go on
+ * @param {Shape[]} landRings
+ * @param {Shape[]} lakeRings those of the atlas
+ * @returns {{land: Raster, sea: Raster, lakes: Shape[]}} land and sea go on
  *     smoothly under each other and the lakes, since the page draws what lies between them; the lakes are
  *     those that the atlas lacks
  */

@@ -1,7 +1,9 @@
 /** Makes the two files of shapes from the atlases. */
-import { ShapeRegions } from '../src/shape_regions.js';
-import { encodeLayers, encodeRegions } from '../src/shape_file.js';
-import { linesOf, ringsOf } from '../src/world_shapes.js';
+import { ShapeRegions } from '../src/base_map/shape_regions.js';
+import { encodeLayers, encodeRegions } from '../src/base_map/shape_file.js';
+import { linesOf, ringsOf } from '../src/base_map/world_shapes.js';
+
+/** @typedef {import('../src/base_map/world_shapes.js').Shape} Shape */
 
 /** From this zoom on the page draws from the fine shapes. */
 export const DETAIL_ZOOM = 6;
@@ -47,7 +49,7 @@ function detailRegions(layers) {
 /**
  * @param {object} topojson the library topojson-client
  * @param {{rough: object, fine: object, states: object, counties: object}} atlases
- * @param {{lakes: import('../src/world_shapes.js').Shape[], rivers: import('../src/world_shapes.js').Shape[]}}
+ * @param {{lakes: Shape[], rivers: Shape[]}}
  *     waters
  * @returns {{world: Uint8Array, detail: Uint8Array}} the two files' contents
  */

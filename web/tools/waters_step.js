@@ -1,5 +1,7 @@
 /** Takes lakes and rivers out of the atlases of waters: one of the world, and finer ones of the continents. */
-import { linesOf, ringsOf } from '../src/world_shapes.js';
+import { linesOf, ringsOf } from '../src/base_map/world_shapes.js';
+
+/** @typedef {import('../src/base_map/world_shapes.js').Shape} Shape */
 
 /** The atlases' file names: the coarse one first. */
 export const WATER_ATLASES = ['world', 'africa', 'asia', 'europe', 'north-america', 'south-america'];
@@ -40,7 +42,7 @@ export function refined(coarse, fine) {
 /**
  * @param {object} topojson the library topojson-client
  * @param {object[]} atlases as WATER_ATLASES names them
- * @returns {{lakes: import('../src/world_shapes.js').Shape[], rivers: import('../src/world_shapes.js').Shape[]}}
+ * @returns {{lakes: Shape[], rivers: Shape[]}}
  */
 export function watersOf(topojson, atlases) {
   const take = (name) => {

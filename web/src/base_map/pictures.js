@@ -1,5 +1,5 @@
 /** The pictures of the earth that some map types show, loaded when they are first wanted. */
-import { loadBlob } from './loading.js';
+import { loadBlob } from '../base/loading.js';
 
 /**
  * Each picture in its sizes, the smallest first: that one comes first, and shows the whole world without

@@ -1,8 +1,9 @@
 /** Tells the client where the map is: the centre after every move, then the zoom if it is another. */
-import { centreCommand, clampLatitude, wrapLongitude, zoomCommand } from './commands.js';
+import { clampLatitude, wrapLongitude } from '../base/earth.js';
+import { centreCommand, zoomCommand } from './commands.js';
 
 export class ViewReporter {
-  /** @param {import('./map_view.js').MapView} view @param {function(string): void} send */
+  /** @param {import('../map_view.js').MapView} view @param {function(string): void} send */
   constructor(view, send) {
     this.view = view;
     this.map = view.map;

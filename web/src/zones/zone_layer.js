@@ -6,8 +6,8 @@
  * every tile. That one answer stands for the whole view until the zoom or the tiles change, and is shown as
  * one small mark in a corner.
  */
-import { parseTileFile, tileSuffix, tileUrl } from './tile_names.js';
-import { TileImage } from './tile_image.js';
+import { parseTileFile, tileSuffix, tileUrl } from '../tiles/tile_names.js';
+import { TileImage } from '../tiles/tile_image.js';
 
 const STYLES = {
   alert: {
@@ -90,7 +90,7 @@ const ZoneMark = L.Control.extend({
 
 /** Everything about zones that the map shows. */
 export class ZoneLayer {
-  /** @param {L.Map} map @param {import('./tile_questions.js').TileQuestions} questions asked with kind "Z" */
+  /** @param {L.Map} map @param {import('../tiles/tile_questions.js').TileQuestions} questions asked with kind "Z" */
   constructor(map, questions) {
     this.map = map;
     this.mark = new ZoneMark();

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import * as commands from '../src/commands.js';
+import * as commands from '../../src/bridge/commands.js';
 
 const samples = [
   ['status', commands.statusCommand(99), 'S99'],

@@ -5,7 +5,7 @@
  * view, so a name neither comes nor goes nor moves while the map is panned, and each tile can be drawn by
  * itself.
  */
-import { overlap } from './clipping.js';
+import { overlap } from '../base/clipping.js';
 import { LABEL_STYLES, shownText } from './label_styles.js';
 import { NameGrid } from './name_grid.js';
 

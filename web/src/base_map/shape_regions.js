@@ -5,7 +5,7 @@
  * region three zooms above it when it is first looked at, so a tile never goes through a whole continent's
  * outline. What is cut out keeps its full detail; tiles are drawn from copies thinned for each zoom.
  */
-import { clipRing, cutLine, overlap, thin } from './clipping.js';
+import { clipRing, cutLine, overlap, thin } from '../base/clipping.js';
 import { shapeOf } from './world_shapes.js';
 
 const ZOOMS_A_REGION = 3;

@@ -1,8 +1,8 @@
 /* global L */
 /** The drawn base map: land, lakes, rivers, borders, names. Each tile is drawn at once from what is in memory. */
-import { ByteReader } from './byte_stream.js';
-import { clipRing, clipSegment, overlap } from './clipping.js';
-import { loadBytes } from './loading.js';
+import { ByteReader } from '../base/byte_stream.js';
+import { clipRing, clipSegment, overlap } from '../base/clipping.js';
+import { loadBytes } from '../base/loading.js';
 import { decodeLayers, RegionFile } from './shape_file.js';
 import { ShapeRegions } from './shape_regions.js';
 
@@ -126,7 +126,7 @@ export const BaseMap = L.GridLayer.extend({
     if (this._map?.getZoom() >= detail.zoom) this.repaint();
   },
 
-  /** @param {import('./label_painter.js').LabelPainter} labels */
+  /** @param {import('../labels/label_painter.js').LabelPainter} labels */
   setLabels(labels) {
     this._labels = labels;
     this.repaint();

@@ -1,4 +1,3 @@
-/* global L */
 /**
  * The four map types: what each shows, in colours quiet enough for the black, white, red, blue, green and
  * magenta of the tracks. A type with pictures has colours for land and water too, until the pictures are
@@ -75,33 +74,3 @@ export const MAP_TYPES = {
     dark: false,
   },
 };
-
-/** A row of buttons, one a map type, of which one is pressed. */
-export const MapTypeControl = L.Control.extend({
-  options: { position: 'topright' },
-
-  /** @param {function(string): void} choose gets the name of the type that the user wants */
-  initialize(choose) {
-    this._choose = choose;
-    this._buttons = new Map();
-  },
-
-  onAdd() {
-    const bar = L.DomUtil.create('div', 'map-types leaflet-bar');
-    for (const name of Object.keys(MAP_TYPES)) this._buttons.set(name, this._addButton(bar, name));
-    L.DomEvent.disableClickPropagation(bar);
-    return bar;
-  },
-
-  _addButton(bar, name) {
-    const button = L.DomUtil.create('button', '', bar);
-    button.type = 'button';
-    button.textContent = name;
-    button.addEventListener('click', () => this._choose(name));
-    return button;
-  },
-
-  mark(chosen) {
-    for (const [name, button] of this._buttons) button.setAttribute('aria-pressed', String(name === chosen));
-  },
-});

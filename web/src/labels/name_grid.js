@@ -42,7 +42,7 @@ export class NameGrid {
   /**
    * Calls `visit` for every name in a box on the unit world, cell by cell. x may leave 0..1: the name is then
    * visited with the turn of the world at which it lies there.
-   * @param {import('./clipping.js').Box} box @param {function(number, number): void} visit gets index and
+   * @param {import('../base/clipping.js').Box} box @param {function(number, number): void} visit gets index and
    *     turn
    */
   visit(box, visit) {

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import * as fields from '../src/fields.js';
+import * as fields from '../../src/bridge/fields.js';
 
 const VERTEX = 'T 040.123456-075.500000';
 

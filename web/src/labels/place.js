@@ -1,7 +1,7 @@
 /** What lies at a place, as a text for people. */
 import { NameGrid } from './name_grid.js';
-import { positionText } from './positions.js';
-import { worldX, worldY } from './world_shapes.js';
+import { positionText } from '../base/positions.js';
+import { worldX, worldY } from '../base/earth.js';
 
 const EARTH_RADIUS_MILES = 3958.8;
 /** Nearer than this a place's own name says enough, miles. */

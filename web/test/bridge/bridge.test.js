@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import { CommandSender, FRAME_COUNT } from '../src/command_sender.js';
-import { FieldQueue } from '../src/field_queue.js';
-import { FakeClock } from './clock.js';
+import { CommandSender, FRAME_COUNT } from '../../src/bridge/command_sender.js';
+import { FieldQueue } from '../../src/bridge/field_queue.js';
+import { FakeClock } from '../clock.js';
 
 function formOf(...names) {
   return { elements: names.map((name) => ({ name, value: '' })) };

@@ -2,25 +2,16 @@
  * Rings and lines on the unit world: x 0..1 from −180° to 180°, y 0..1 from the north edge of web Mercator
  * to the south edge. They are projected once, when the data has come; drawing then only scales and shifts.
  */
-import { boxOf } from './clipping.js';
-import { clampLatitude } from './commands.js';
+import { boxOf } from '../base/clipping.js';
+import { worldX, worldY } from '../base/earth.js';
 
 /** Beyond the south edge, so that an outline along it is never seen. */
 const BELOW_THE_WORLD = 1.1;
 
-export function worldX(longitude) {
-  return longitude / 360 + 0.5;
-}
-
-export function worldY(latitude) {
-  const angle = (clampLatitude(latitude) * Math.PI) / 180;
-  return 0.5 - Math.asinh(Math.tan(angle)) / (2 * Math.PI);
-}
-
 /**
  * @typedef {object} Shape
  * @property {ArrayLike<number>} points flat x, y pairs; x may leave 0..1 where a shape crosses the date line
- * @property {import('./clipping.js').Box} box
+ * @property {import('../base/clipping.js').Box} box
  */
 
 /** @returns {Shape} */

@@ -1,12 +1,12 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import { ByteReader, ByteWriter } from '../src/byte_stream.js';
-import { boxOf } from '../src/clipping.js';
-import { decodeLayers, encodeLayers, encodeRegions, RegionFile } from '../src/shape_file.js';
-import { ShapeRegions } from '../src/shape_regions.js';
-import { shapeOf } from '../src/world_shapes.js';
-import { fillIn, maskOf, outlines, Raster, toMercator } from '../tools/raster.js';
-import { refined } from '../tools/waters_step.js';
+import { ByteReader, ByteWriter } from '../../src/base/byte_stream.js';
+import { boxOf } from '../../src/base/clipping.js';
+import { decodeLayers, encodeLayers, encodeRegions, RegionFile } from '../../src/base_map/shape_file.js';
+import { ShapeRegions } from '../../src/base_map/shape_regions.js';
+import { shapeOf } from '../../src/base_map/world_shapes.js';
+import { fillIn, maskOf, outlines, Raster, toMercator } from '../../tools/raster.js';
+import { refined } from '../../tools/waters_step.js';
 
 test('bytes: numbers come back, and a file that ends too early is noticed', () => {
   const numbers = [0, 1, -1, 63, -64, 64, 8191, -8192, 2 ** 24, -(2 ** 24), 2 ** 31 - 1, -(2 ** 31)];

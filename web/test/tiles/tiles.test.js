@@ -1,9 +1,9 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import { TileImage } from '../src/tile_image.js';
-import { fileNameOf, isBlank, parseTileFile, tileSuffix, tileUrl } from '../src/tile_names.js';
-import { PATIENCE_MS, SETTLE_MS, TileQuestions } from '../src/tile_questions.js';
-import { FakeClock } from './clock.js';
+import { TileImage } from '../../src/tiles/tile_image.js';
+import { fileNameOf, isBlank, parseTileFile, tileSuffix, tileUrl } from '../../src/tiles/tile_names.js';
+import { PATIENCE_MS, SETTLE_MS, TileQuestions } from '../../src/tiles/tile_questions.js';
+import { FakeClock } from '../clock.js';
 
 test('tile names: suffixes', () => {
   assert.equal(tileSuffix(17, 13107200 / 256, 6291456 / 256), '1100C800006000');

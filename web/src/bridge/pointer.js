@@ -1,13 +1,6 @@
 /** Tells the client what the pointer does on the map. */
-import {
-  clampLatitude,
-  leftClickCommand,
-  MAX_LATITUDE,
-  mouseMoveCommand,
-  plainRightClickCommand,
-  rightClickCommand,
-  wrapLongitude,
-} from './commands.js';
+import { clampLatitude, MAX_LATITUDE, wrapLongitude } from '../base/earth.js';
+import { leftClickCommand, mouseMoveCommand, plainRightClickCommand, rightClickCommand } from './commands.js';
 
 /** At most one report of a moving pointer in this time, milliseconds. */
 const MOVE_INTERVAL_MS = 50;

@@ -5,22 +5,10 @@
  * whole numbers in 1/600000 degree, pixels, or decimal degrees where a function says so.
  */
 
+import { clampLatitude, wrapLongitude } from '../base/earth.js';
+
 /** The client's angular unit: this many to a degree. */
 const UNITS_PER_DEGREE = 600000;
-
-/** The latitude at which the square web Mercator world ends, degrees. */
-export const MAX_LATITUDE = 85.0511287798066;
-
-/** @param {number} latitude degrees @returns {number} the nearest latitude that the map can show */
-export function clampLatitude(latitude) {
-  return Math.max(-MAX_LATITUDE, Math.min(MAX_LATITUDE, latitude));
-}
-
-/** @param {number} longitude degrees, any turn @returns {number} the same meridian in −180..180 */
-export function wrapLongitude(longitude) {
-  if (longitude >= -180 && longitude <= 180) return longitude;
-  return ((((longitude + 180) % 360) + 360) % 360) - 180;
-}
 
 /** A number behind its sign, filled up with zeros to exactly `width` characters. */
 function padded(text, negative, width) {

@@ -1,13 +1,13 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import { overlap } from '../src/clipping.js';
-import { LabelPlacement } from '../src/label_placement.js';
-import { encodeNames, NameFile } from '../src/name_file.js';
-import { NameGrid } from '../src/name_grid.js';
-import { milesBetween, PlaceFinder, windTowards } from '../src/place.js';
-import { positionText } from '../src/positions.js';
-import { worldX, worldY } from '../src/world_shapes.js';
-import { thinOut } from '../tools/names_step.js';
+import { overlap } from '../../src/base/clipping.js';
+import { LabelPlacement } from '../../src/labels/label_placement.js';
+import { encodeNames, NameFile } from '../../src/labels/name_file.js';
+import { NameGrid } from '../../src/labels/name_grid.js';
+import { milesBetween, PlaceFinder, windTowards } from '../../src/labels/place.js';
+import { positionText } from '../../src/base/positions.js';
+import { worldX, worldY } from '../../src/base/earth.js';
+import { thinOut } from '../../tools/names_step.js';
 
 function entry(name, latitude, longitude, more = {}) {
   const place = { x: worldX(longitude), y: worldY(latitude) };

@@ -1,9 +1,10 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
-import { boxOf, clipRing, clipSegment, cutLine, thin } from '../src/clipping.js';
-import { angleLabel, multiples, stepFor } from '../src/graticule_lines.js';
-import { ShapeRegions } from '../src/shape_regions.js';
-import { lineShape, ringShape, worldX, worldY } from '../src/world_shapes.js';
+import { boxOf, clipRing, clipSegment, cutLine, thin } from '../../src/base/clipping.js';
+import { angleLabel, multiples, stepFor } from '../../src/base_map/graticule_lines.js';
+import { ShapeRegions } from '../../src/base_map/shape_regions.js';
+import { worldX, worldY } from '../../src/base/earth.js';
+import { lineShape, ringShape } from '../../src/base_map/world_shapes.js';
 
 const BOX = { left: 0, right: 10, top: 0, bottom: 10 };
 

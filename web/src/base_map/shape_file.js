@@ -3,7 +3,7 @@
  * 2.4 m at the equator. One file holds the whole world roughly; the other holds it finely, cut into the tiles
  * of one zoom, of which a view needs only a few.
  */
-import { ByteReader, ByteWriter } from './byte_stream.js';
+import { ByteReader, ByteWriter } from '../base/byte_stream.js';
 import { shapeOf } from './world_shapes.js';
 
 /** Steps across the world. */
