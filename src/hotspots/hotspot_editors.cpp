@@ -38,9 +38,19 @@ ListGridColumn ProtocolColumn() {
   return column;
 }
 
-// The text of a box, or nothing while its placeholder stands there.
+// Not a text that was stored and happens to read like the placeholder.
+bool IsUntouched(const ListGrid& grid, std::size_t row, std::size_t column) {
+  return grid.IsPlaceholder(row, column) && !grid.IsAsFilled(row, column);
+}
+
 std::string Entered(const ListGrid& grid, std::size_t row, std::size_t column) {
-  return grid.IsPlaceholder(row, column) ? std::string() : grid.Row(row).texts[column];
+  return IsUntouched(grid, row, column) ? std::string() : grid.Result(row, column);
+}
+
+// Whether a network has been entered in the row. One that was stored without a name stays untouched.
+bool HasNetwork(const ListGrid& grid, std::size_t row) {
+  return Entered(grid, row, kHotspotSsidColumn).find_first_not_of(' ') != std::string::npos ||
+         grid.IsAsFilled(row, kHotspotSsidColumn);
 }
 
 }  // namespace
@@ -67,8 +77,7 @@ ListGrid OpenSecureHotspotEditor(const std::vector<SecureHotspot>& hotspots) {
 std::vector<std::string> HotspotsOfEditor(const ListGrid& grid) {
   std::vector<std::string> ssids;
   for (std::size_t row = 1; row <= grid.ListedCount(); ++row) {
-    std::string ssid = Entered(grid, row, kHotspotSsidColumn);
-    if (!ssid.empty()) ssids.push_back(std::move(ssid));
+    if (HasNetwork(grid, row)) ssids.push_back(Entered(grid, row, kHotspotSsidColumn));
   }
   return ssids;
 }
@@ -76,11 +85,12 @@ std::vector<std::string> HotspotsOfEditor(const ListGrid& grid) {
 std::vector<SecureHotspot> SecureHotspotsOfEditor(const ListGrid& grid) {
   std::vector<SecureHotspot> hotspots;
   for (std::size_t row = 1; row <= grid.ListedCount(); ++row) {
+    if (!HasNetwork(grid, row)) continue;
     SecureHotspot hotspot{Entered(grid, row, kHotspotSsidColumn), std::string(kDefaultHotspotProtocol),
                           Entered(grid, row, kHotspotKeyColumn)};
-    if (!grid.IsPlaceholder(row, kHotspotProtocolColumn))
-      hotspot.protocol = grid.Row(row).texts[kHotspotProtocolColumn];
-    if (!hotspot.ssid.empty()) hotspots.push_back(std::move(hotspot));
+    if (!IsUntouched(grid, row, kHotspotProtocolColumn))
+      hotspot.protocol = grid.Result(row, kHotspotProtocolColumn);
+    hotspots.push_back(std::move(hotspot));
   }
   return hotspots;
 }

@@ -17,8 +17,8 @@ inline constexpr std::size_t kHotspotProtocolColumn = 2;
 ListGrid OpenHotspotEditor(const std::vector<std::string>& ssids);
 ListGrid OpenSecureHotspotEditor(const std::vector<SecureHotspot>& hotspots);
 
-/// What Apply stores. A row without a name is none; an untouched key is empty, an untouched protocol the
-/// default one.
+/// What Apply stores. A row whose name is empty or blank is none; a network that was not edited stays byte
+/// for byte. Where no key was entered it is empty; where no protocol was chosen it is the default one.
 std::vector<std::string> HotspotsOfEditor(const ListGrid& grid);
 std::vector<SecureHotspot> SecureHotspotsOfEditor(const ListGrid& grid);
 

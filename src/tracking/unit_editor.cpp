@@ -17,6 +17,7 @@ ListGridSetup UnitEditorSetup() {
   ListGridColumn id{"txtID", "ID", kIdPlaceholder, 18};
   id.rules = {true, kUnitIdSize, "Enter up to 12 \"hex\" characters (0-9, a-f, A-F)"};
   id.mustBeFull = true;
+  id.sameRule = "the first enabled one receives the data";
   ListGridColumn description{"txtDesc", "Description", kDescriptionPlaceholder};
   description.rules.barred = "~";
   description.rules.barredRefusal = "A description can't contain \"~\"";
@@ -51,7 +52,7 @@ std::vector<MobileUnit> UnitsOfEditor(const ListGrid& grid) {
   std::vector<MobileUnit> units;
   for (std::size_t row = 1; row <= grid.ListedCount(); ++row) {
     const ListGridRow& from = grid.Row(row);
-    MobileUnit unit{from.checked, from.texts[kUnitIdColumn], from.texts[kUnitDescriptionColumn]};
+    MobileUnit unit{from.checked, grid.Result(row, kUnitIdColumn), grid.Result(row, kUnitDescriptionColumn)};
     if (grid.IsPlaceholder(row, kUnitDescriptionColumn)) {
       unit.description = from.carried.empty() ? std::string(kUntouched) + std::to_string(row) : from.carried;
     }

@@ -1,6 +1,8 @@
 #include "ui/list_grid.h"
 
 #include <algorithm>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace pallomir {
@@ -62,8 +64,46 @@ ListGridRow ListGrid::EmptyRow() const {
   return row;
 }
 
+bool ListGrid::IsAsFilled(std::size_t row, std::size_t column) const {
+  const ListGridRow& of = Row(row);
+  return column < of.filled.size() && ValidUtf8(of.filled[column]) == of.texts[column];
+}
+
+const std::string& ListGrid::Result(std::size_t row, std::size_t column) const {
+  return IsAsFilled(row, column) ? Row(row).filled[column] : Row(row).texts[column];
+}
+
+bool ListGrid::IsComplete(std::size_t row, std::size_t column) const {
+  return ColourOf(row, column) == ListGridColour::kText;
+}
+
+std::vector<std::size_t> ListGrid::SameRows(std::size_t column) const {
+  std::vector<std::size_t> rows;
+  if (setup_.columns[column].sameRule.empty()) return rows;
+  std::unordered_map<std::string_view, std::size_t> firstWith;
+  std::string_view same;
+  const bool isListed = current_ >= 1 && current_ <= ListedCount();
+  const std::string_view current = isListed ? Row(current_).texts[column] : std::string_view();
+  for (std::size_t row = 1; row <= ListedCount(); ++row) {
+    const std::string_view text = Row(row).texts[column];
+    if (!IsComplete(row, column) || firstWith.emplace(text, row).second) continue;
+    if (same.empty() || text == current) same = text;
+  }
+  for (std::size_t row = 1; row <= ListedCount() && !same.empty(); ++row)
+    if (Row(row).texts[column] == same) rows.push_back(row);
+  return rows;
+}
+
+std::size_t ListGrid::FirstSame(std::size_t row, std::size_t column) const {
+  if (setup_.columns[column].sameRule.empty() || IsAddRow(row) || !IsComplete(row, column)) return 0;
+  for (std::size_t before = 1; before < row; ++before)
+    if (Row(before).texts[column] == Row(row).texts[column]) return before;
+  return 0;
+}
+
 void ListGrid::Fill(ListGridRow row) {
   row.texts.resize(setup_.columns.size());
+  row.filled = row.texts;
   for (std::string& text : row.texts) text = ValidUtf8(text);
   rows_.insert(rows_.begin() + static_cast<std::ptrdiff_t>(ListedCount()), std::move(row));
   current_ = rows_.size();

@@ -17,7 +17,8 @@ struct ListGridColumn {
   std::string placeholder;  ///< what a box shows until something is entered
   int width = 0;            ///< about so many characters; 0 takes the room that is left
   BoxRules rules = {};
-  bool mustBeFull = false;                ///< a text shorter than the limit is incomplete and bars Apply
+  bool mustBeFull = false;    ///< a text shorter than the limit is incomplete and bars Apply
+  std::string sameRule = {};  ///< what holds for rows with the same complete text; empty: nothing to say
   std::vector<std::string> choices = {};  ///< not typed into: each click takes the next of these
 };
 
@@ -34,8 +35,9 @@ struct ListGridSetup {
 
 struct ListGridRow {
   bool checked = false;
-  std::vector<std::string> texts;  ///< a column each
-  std::string carried = {};        ///< unseen; goes along with the row for whoever filled it in
+  std::vector<std::string> texts;        ///< a column each
+  std::string carried = {};              ///< unseen; goes along with the row for whoever filled it in
+  std::vector<std::string> filled = {};  ///< set by `Fill`: the texts byte for byte as they came
 };
 
 enum class ListGridColour { kPlaceholder, kText, kIncomplete };
@@ -62,8 +64,22 @@ class ListGrid {
   ListGridColour ColourOf(std::size_t row, std::size_t column) const;
   ListGridButtons Buttons() const;
 
-  /// Adds a row as it was stored; bytes that are no UTF-8 become "?".
+  /// Whether the text reads as it did when the row was filled in. False for a row that was added.
+  bool IsAsFilled(std::size_t row, std::size_t column) const;
+  /// The text to store: what is shown, or, as long as that reads as it was filled in, the bytes it came from.
+  const std::string& Result(std::size_t row, std::size_t column) const;
+
+  /// The rows that hold one complete text of a column with a `sameRule`: those that the current row is one
+  /// of, or else the first such group. Empty while all texts differ.
+  std::vector<std::size_t> SameRows(std::size_t column) const;
+  /// The first of the rows with this row's complete text, if that is another one; else 0.
+  std::size_t FirstSame(std::size_t row, std::size_t column) const;
+
+  /// Adds a row as it was stored; bytes that are no UTF-8 show as "?".
   void Fill(ListGridRow row);
+
+  /// The keyboard went to the row, be it to its check box.
+  void MakeCurrent(std::size_t row) { current_ = row; }
 
   // The buttons; each does nothing where it is not enabled.
   void AddRow();
@@ -98,6 +114,7 @@ class ListGrid {
   };
 
   ListGridRow EmptyRow() const;
+  bool IsComplete(std::size_t row, std::size_t column) const;
   bool MayChange(std::size_t row, std::size_t column, BoxAction action) const;
   Outcome EnterText(std::size_t row, std::size_t column, const BoxEdit& edit, BoxSpan span);
   Outcome StepHistory(std::vector<BoxText>& from, std::vector<BoxText>& to, const BoxText& now);

@@ -1,19 +1,18 @@
 #include "ui/list_grid_widget.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollArea>
+#include <QShortcutEvent>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
-#include "ui/list_grid_box_widget.h"
+#include "ui/list_grid_rows_widget.h"
 #include "ui/question_queue.h"
 
 namespace pallomir {
@@ -21,120 +20,97 @@ namespace {
 
 constexpr int kFewestRowsShown = 3;
 constexpr int kMostRowsShown = 12;  // beyond them the rows scroll
-constexpr int kDarkBelow = 128;     // lightness of a box
-constexpr int kNumberDigits = 5;
-constexpr int kCellMargin = 6;
-constexpr int kFreeColumnWidth =
-    43;  // characters of the longest placeholder in a column of no width of its own
+constexpr std::size_t kMostRowsNamed = 6;
 
-QString Name(const std::string& name, std::size_t row) {
-  return QString("%1(%2)").arg(QString::fromStdString(name)).arg(row);
-}
+/// Its access key acts at once and leaves the keyboard where it is: while the button shows itself pressed,
+/// the next key would already change the row that it is meant for.
+class RowButton : public QPushButton {
+ public:
+  using QPushButton::QPushButton;
 
-// The given colours are meant for a white box; a dark one has lighter ones of the same kind.
-QPalette PaletteOf(ListGridColour colour, const QPalette& around) {
-  const bool isDark = around.color(QPalette::Base).lightness() < kDarkBelow;
-  QPalette palette;
-  if (colour == ListGridColour::kPlaceholder)
-    palette.setColor(QPalette::Text, isDark ? QColor(96, 208, 208) : QColor(0, 128, 128));
-  if (colour == ListGridColour::kIncomplete)
-    palette.setColor(QPalette::Text, isDark ? QColor(255, 128, 128) : QColor(255, 0, 0));
-  return palette;
-}
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::Shortcut || static_cast<QShortcutEvent*>(event)->isAmbiguous())
+      return QPushButton::event(event);
+    click();
+    return true;
+  }
+};
 
-// Cells of a row and of the titles stand under each other because both are laid out by this.
-int CellWidth(const QWidget& cell, int characters) {
-  return cell.fontMetrics().averageCharWidth() * characters + 16;
-}
-
-void AddCell(QHBoxLayout* cells, QWidget* cell, int width) {
-  if (width != 0) cell->setFixedWidth(CellWidth(*cell, width));
-  cells->addWidget(cell, width == 0 ? 1 : 0);
-}
-
-QHBoxLayout* MakeCells(QWidget* parent) {
-  auto* cells = new QHBoxLayout(parent);
-  cells->setContentsMargins(kCellMargin, 2, kCellMargin, 2);
-  return cells;
+// The caption with its access key: the last of these letters.
+QString WithKey(const std::string& caption, char letter) {
+  QString text = QString::fromStdString(caption);
+  return text.insert(text.lastIndexOf(QChar(letter)), '&');
 }
 
 }  // namespace
-
-// As high as the rows it should show at once.
-class ListGridWidget::RowsArea : public QScrollArea {
- public:
-  using QScrollArea::QScrollArea;
-  QSize sizeHint() const override { return {hintWidth, hintHeight}; }
-  int hintWidth = 0;
-  int hintHeight = 0;
-  QLayout* titles = nullptr;
-
- protected:
-  // The titles leave the room that the scroll bar takes from the rows.
-  void resizeEvent(QResizeEvent* event) override {
-    QScrollArea::resizeEvent(event);
-    if (!titles) return;
-    QMargins margins = titles->contentsMargins();
-    margins.setRight(kCellMargin + width() - 2 * frameWidth() - viewport()->width());
-    titles->setContentsMargins(margins);
-  }
-};
 
 ListGridWidget::ListGridWidget(QWidget* owner, ListGrid grid, QuestionQueue& questions)
     : QWidget(owner, Qt::Dialog), grid_(std::move(grid)), questions_(questions) {
   setAttribute(Qt::WA_DeleteOnClose);
   auto* parts = new QVBoxLayout(this);
-  QWidget* titles = MakeTitles();
+  auto* titles = new QWidget(this);
   parts->addWidget(titles);
-  area_ = new RowsArea(this);
-  area_->titles = titles->layout();
-  area_->hintWidth = titles->sizeHint().width();
+  rows_ = MakeRows(MakeTitles(titles));
+  hintWidth_ = titles->sizeHint().width();
   for (const ListGridColumn& column : grid_.Setup().columns)
-    if (column.width == 0)
-      area_->hintWidth += CellWidth(*titles, static_cast<int>(column.placeholder.size()));
-  area_->setWidgetResizable(true);
-  area_->setFocusPolicy(Qt::NoFocus);
-  auto* content = new QWidget;
-  rowsLayout_ = new QVBoxLayout(content);
-  rowsLayout_->setContentsMargins(0, 0, 0, 0);
-  rowsLayout_->setSpacing(0);
-  rowsLayout_->addStretch(1);
-  area_->setWidget(content);
-  parts->addWidget(area_, 1);
+    if (column.width == 0) hintWidth_ += GridCellWidth(*titles, static_cast<int>(column.placeholder.size()));
+  parts->addWidget(rows_, 1);
+  for (const ListGridColumn& column : grid_.Setup().columns)
+    if (!column.sameRule.empty() && !lblSame_) parts->addWidget(lblSame_ = MakeNote());
   parts->addWidget(MakeButtons());
-  FollowRowCount();
-  ShowRows();
+  ShowAll();
   adjustSize();
-  if (!rows_.empty()) FocusBox(1, 0);
+  if (grid_.RowCount() != 0) rows_->FocusCell({1, 0});
 }
 
-QWidget* ListGridWidget::MakeTitles() {
-  auto* titles = new QWidget(this);
-  QHBoxLayout* cells = MakeCells(titles);
+QHBoxLayout* ListGridWidget::MakeTitles(QWidget* titles) {
+  QHBoxLayout* cells = MakeGridCells(titles);
   if (grid_.Setup().hasCheckBoxes) {
     auto* room = new QWidget(titles);
     room->setFixedWidth(QCheckBox().sizeHint().width());
     cells->addWidget(room);
   }
-  AddCell(cells, new QLabel("Row", titles), kNumberDigits);
-  for (const ListGridColumn& column : grid_.Setup().columns) {
-    AddCell(cells, new QLabel(QString::fromStdString(column.title), titles), column.width);
-  }
-  return titles;
+  AddGridCell(cells, new QLabel("Row", titles), kRowNumberWidth);
+  for (const ListGridColumn& column : grid_.Setup().columns)
+    AddGridCell(cells, new QLabel(QString::fromStdString(column.title), titles), column.width);
+  return cells;
+}
+
+ListGridRows* ListGridWidget::MakeRows(QHBoxLayout* titles) {
+  auto* rows = new ListGridRows(this, grid_, titles);
+  rows->focused = [this](GridCell cell) { CellFocused(cell); };
+  rows->clicked = [this](GridCell cell) { CellClicked(cell); };
+  rows->edit = [this](GridCell cell, const BoxEdit& edit, BoxSpan span) { Edit(cell, edit, span); };
+  rows->checked = [this](std::size_t row, bool checked) {
+    grid_.SetChecked(row, checked);
+    ShowButtons();
+  };
+  return rows;
+}
+
+// Has its line also while it is empty, so that nothing moves when it is needed.
+QLabel* ListGridWidget::MakeNote() {
+  auto* note = new QLabel(this);
+  note->setObjectName("lblSame");
+  note->setTextFormat(Qt::PlainText);
+  note->setContentsMargins(6, 0, 6, 0);
+  return note;
 }
 
 QPushButton* ListGridWidget::AddButton(const char* name, const QString& caption,
                                        std::function<void()> action) {
-  auto* button = new QPushButton(caption, this);
+  auto* button = new RowButton(caption, this);
   button->setObjectName(name);
   button->setAutoDefault(true);  // Enter presses the button that has the keyboard, and no other one
   button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   connect(button, &QPushButton::clicked, this, std::move(action));
+  buttons_.push_back(button);
   return button;
 }
 
 QWidget* ListGridWidget::MakeButtons() {
-  cmdAddRow_ = AddButton("cmdAddRow", "Add\nRow", [this] { ChangeRows(&ListGrid::AddRow, true); });
+  cmdAddRow_ = AddButton("cmdAddRow", "Add\n&Row", [this] { ChangeRows(&ListGrid::AddRow, true); });
   cmdDeleteRow_ = AddButton("cmdDeleteRow", "", [this] { ChangeRows(&ListGrid::DeleteRow, false); });
   cmdMoveRowUp_ = AddButton("cmdMoveRowUp", "", [this] { ChangeRows(&ListGrid::MoveRowUp, false); });
   cmdMoveRowDn_ = AddButton("cmdMoveRowDn", "", [this] { ChangeRows(&ListGrid::MoveRowDown, false); });
@@ -159,78 +135,19 @@ QWidget* ListGridWidget::MakeButtons() {
   return box;
 }
 
-void ListGridWidget::AppendRow() {
-  const std::size_t row = rows_.size() + 1;
-  RowWidgets widgets;
-  widgets.frame = new QFrame;
-  widgets.frame->setObjectName(Name("Frame", row));
-  QHBoxLayout* cells = MakeCells(widgets.frame);
-  QWidget* previous = rows_.empty() ? area_->widget() : rows_.back().last;
-  std::vector<QWidget*> inTabOrder;
-  if (grid_.Setup().hasCheckBoxes) {
-    widgets.chkEnabled = MakeCheckBox(row, widgets.frame);
-    cells->addWidget(widgets.chkEnabled);
-    inTabOrder.push_back(widgets.chkEnabled);
-  }
-  auto* lblIx = new QLabel(QString::number(row), widgets.frame);
-  lblIx->setObjectName(Name("lblIx", row));
-  AddCell(cells, lblIx, kNumberDigits);
-  for (std::size_t column = 0; column < grid_.Setup().columns.size(); ++column) {
-    widgets.boxes.push_back(MakeBox(row, column, widgets.frame));
-    AddCell(cells, widgets.boxes.back(), grid_.Setup().columns[column].width);
-    inTabOrder.push_back(widgets.boxes.back());
-  }
-  rowsLayout_->insertWidget(static_cast<int>(rows_.size()), widgets.frame);
-  widgets.frame->show();  // else the layout leaves it out until the event loop runs
-  for (QWidget* widget : inTabOrder) {
-    QWidget::setTabOrder(previous, widget);
-    previous = widget;
-  }
-  widgets.last = previous;
-  rows_.push_back(widgets);
+void ListGridWidget::ShowAll() {
+  FollowRowCount();
+  rows_->FollowGrid();
+  ShowNote();
+  ShowButtons();
 }
 
-QCheckBox* ListGridWidget::MakeCheckBox(std::size_t row, QFrame* frame) {
-  auto* box = new QCheckBox(frame);
-  box->setObjectName(Name("chkEnabled", row));
-  box->setAccessibleName(QString("Row %1 enabled").arg(row));
-  connect(box, &QCheckBox::clicked, this, [this, row](bool checked) {
-    grid_.SetChecked(row, checked);
-    ShowButtons();
-  });
-  return box;
-}
-
-ListGridBox* ListGridWidget::MakeBox(std::size_t row, std::size_t column, QFrame* frame) {
-  const ListGridColumn& of = grid_.Setup().columns[column];
-  auto* box = new ListGridBox(frame, !of.choices.empty());
-  box->setObjectName(Name(of.name, row));
-  box->setAccessibleName(QString("Row %1 %2").arg(row).arg(QString::fromStdString(of.title)));
-  box->edit = [this, row, column](const BoxEdit& edit, BoxSpan span) { Edit(row, column, edit, span); };
-  box->focused = [this, row, column] { BoxFocused(row, column); };
-  box->clicked = [this, row, column] { BoxClicked(row, column); };
-  return box;
-}
-
-void ListGridWidget::TakeLastRow() {
-  delete rows_.back().frame;
-  rows_.pop_back();
-}
-
-// Rows in the window follow the model by number; what they show is the model's business.
 void ListGridWidget::FollowRowCount() {
-  const std::size_t before = rows_.size();
-  while (rows_.size() > grid_.RowCount()) TakeLastRow();
-  while (rows_.size() < grid_.RowCount()) {
-    AppendRow();
-    ShowRow(rows_.size());
-  }
-  if (rows_.size() == before && before != 0) return;
-  const int rowHeight = rows_.empty() ? cmdApply_->sizeHint().height() : rows_[0].frame->sizeHint().height();
-  const int shown = std::clamp(static_cast<int>(rows_.size()), kFewestRowsShown, kMostRowsShown);
-  const int hint = shown * rowHeight + 2 * area_->frameWidth();
-  const int growth = hint - std::exchange(area_->hintHeight, hint);
-  area_->updateGeometry();
+  const int count = static_cast<int>(std::min(grid_.RowCount(), std::size_t{kMostRowsShown}));
+  const int shown = std::clamp(count, kFewestRowsShown, kMostRowsShown);
+  const int growth = (shown - std::exchange(shownRows_, shown)) * rows_->RowHeight();
+  rows_->SetHint({hintWidth_, rows_->HeightOf(shown)});
+  rows_->updateGeometry();
   if (isVisible()) ResizeBy(growth);
 }
 
@@ -239,29 +156,23 @@ void ListGridWidget::ResizeBy(int growth) {
   resize(width(), std::min(height() + growth, std::max(height(), screen()->availableGeometry().height())));
 }
 
-void ListGridWidget::ShowRows() {
-  for (std::size_t row = 1; row <= rows_.size(); ++row) ShowRow(row);
-  ShowButtons();
-}
-
-void ListGridWidget::ShowRow(std::size_t row) {
-  if (QCheckBox* box = rows_[row - 1].chkEnabled) {
-    box->setChecked(grid_.Row(row).checked);
-    box->setEnabled(!grid_.IsAddRow(row));
+// Of each column whose texts are better all different.
+void ListGridWidget::ShowNote() {
+  if (!lblSame_) return;
+  QString note;
+  for (std::size_t column = 0; column < grid_.Setup().columns.size() && note.isEmpty(); ++column) {
+    const std::vector<std::size_t> rows = grid_.SameRows(column);
+    QStringList numbers;
+    for (std::size_t i = 0; i < std::min(rows.size(), kMostRowsNamed); ++i)
+      numbers << QString::number(rows[i]);
+    if (rows.size() > kMostRowsNamed) numbers << QChar(0x2026);
+    const ListGridColumn& rule = grid_.Setup().columns[column];
+    if (rows.empty()) continue;
+    note = QString("Same %1 in rows %2: %3")
+               .arg(QString::fromStdString(rule.title), numbers.join(", "),
+                    QString::fromStdString(rule.sameRule));
   }
-  for (std::size_t column = 0; column < rows_[row - 1].boxes.size(); ++column) {
-    ShowBox(row, column, std::nullopt);
-  }
-}
-
-void ListGridWidget::ShowBox(std::size_t row, std::size_t column, std::optional<BoxSpan> span) {
-  ListGridBox* box = rows_[row - 1].boxes[column];
-  const ListGridColour colour = grid_.ColourOf(row, column);
-  box->ShowText(grid_.Row(row).texts[column], span);
-  const QPalette wanted = PaletteOf(colour, palette());
-  if (wanted.color(QPalette::Text) != box->palette().color(QPalette::Text)) box->setPalette(wanted);
-  // The colour alone tells nothing to who can't see it.
-  box->setAccessibleDescription(colour == ListGridColour::kIncomplete ? "Incomplete" : "");
+  lblSame_->setText(note);
 }
 
 void ListGridWidget::ShowButtons() {
@@ -270,60 +181,69 @@ void ListGridWidget::ShowButtons() {
     QPushButton* button;
     bool enabled;
     const std::string* caption;
-  } rows[] = {{cmdAddRow_, buttons.canAdd, nullptr},
-              {cmdDeleteRow_, buttons.canDelete, &buttons.deleteCaption},
-              {cmdMoveRowUp_, buttons.canMoveUp, &buttons.moveUpCaption},
-              {cmdMoveRowDn_, buttons.canMoveDown, &buttons.moveDownCaption},
-              {cmdApply_, buttons.canApply, nullptr}};
+    char key;
+  } rows[] = {{cmdAddRow_, buttons.canAdd, nullptr, 0},
+              {cmdDeleteRow_, buttons.canDelete, &buttons.deleteCaption, 'D'},
+              {cmdMoveRowUp_, buttons.canMoveUp, &buttons.moveUpCaption, 'U'},
+              {cmdMoveRowDn_, buttons.canMoveDown, &buttons.moveDownCaption, 'n'},
+              {cmdApply_, buttons.canApply, nullptr, 0}};
   for (const auto& row : rows) {
-    if (row.caption) {
-      row.button->setText(QString::fromStdString(*row.caption));
-      row.button->setAccessibleName(row.button->text().replace('\n', ' '));
+    if (row.caption && row.button->text() != WithKey(*row.caption, row.key)) {
+      row.button->setText(WithKey(*row.caption, row.key));
+      row.button->setAccessibleName(QString::fromStdString(*row.caption).replace('\n', ' '));
     }
     // The keyboard must not slip on to the next button, where the same key would do something else.
-    if (!row.enabled && row.button->hasFocus() && grid_.CurrentRow() != 0) {
-      FocusBox(grid_.CurrentRow(), focusColumn_);
-    }
+    if (!row.enabled && row.button->hasFocus() && grid_.CurrentRow() != 0)
+      rows_->FocusCell({grid_.CurrentRow(), focusColumn_});
     row.button->setEnabled(row.enabled);
   }
 }
 
-void ListGridWidget::FocusBox(std::size_t row, std::size_t column) {
-  rows_[row - 1].boxes[column]->setFocus(Qt::OtherFocusReason);
-  BoxFocused(row, column);
-}
-
-void ListGridWidget::BoxFocused(std::size_t row, std::size_t column) {
-  focusColumn_ = column;
-  const BoxSpan span = grid_.Focus(row, column);
-  ShowBox(row, column, span);
+void ListGridWidget::CellFocused(GridCell cell) {
+  focusColumn_ = cell.column;
+  if (cell.column == kCheckBoxColumn) {
+    grid_.MakeCurrent(cell.row);
+  } else {
+    const BoxSpan span = grid_.Focus(cell.row, cell.column);
+    rows_->ShowBox(cell, span);
+  }
+  ShowNote();
   ShowButtons();
-  area_->ensureWidgetVisible(rows_[row - 1].frame, 0, 0);
+  rows_->Reveal(cell.row);
 }
 
-void ListGridWidget::BoxClicked(std::size_t row, std::size_t column) {
-  if (const auto span = grid_.Click(row, column)) ShowBox(row, column, span);
+void ListGridWidget::CellClicked(GridCell cell) {
+  if (const auto span = grid_.Click(cell.row, cell.column)) rows_->ShowBox(cell, span);
   ShowButtons();
 }
 
-void ListGridWidget::Edit(std::size_t row, std::size_t column, const BoxEdit& edit, BoxSpan span) {
-  const ListGrid::Outcome outcome = grid_.Edit(row, column, edit, span);
-  ShowBox(row, column, outcome.changed ? std::optional(outcome.span) : std::nullopt);
-  FollowRowCount();
+void ListGridWidget::Edit(GridCell cell, const BoxEdit& edit, BoxSpan span) {
+  const std::size_t before = grid_.RowCount();
+  const ListGrid::Outcome outcome = grid_.Edit(cell.row, cell.column, edit, span);
+  rows_->Reveal(cell.row);
+  rows_->ShowBox(cell, outcome.changed ? std::optional(outcome.span) : std::nullopt);
+  if (grid_.RowCount() != before) {
+    FollowRowCount();
+    rows_->FollowGrid();
+  }
+  if (outcome.changed) {
+    rows_->ShowMarks();
+    ShowNote();
+  }
   ShowButtons();
   if (outcome.refusal) Tell(*outcome.refusal);
 }
 
+// With the keyboard in a row it goes along with that row, so that its key can be pressed again.
 void ListGridWidget::ChangeRows(void (ListGrid::*change)(), bool goesToRow) {
+  const auto cell = rows_->FocusedCell();
   (grid_.*change)();
-  FollowRowCount();
-  ShowRows();
-  if (grid_.CurrentRow() == 0) return;
-  // A new row has its place only after the layout.
-  QCoreApplication::sendPostedEvents(area_->widget(), QEvent::LayoutRequest);
-  QCoreApplication::sendPostedEvents(area_, QEvent::LayoutRequest);
-  if (goesToRow) return FocusBox(grid_.CurrentRow(), 0);
-  area_->ensureWidgetVisible(rows_[grid_.CurrentRow() - 1].frame, 0, 0);
+  const std::size_t current = grid_.CurrentRow();
+  ShowAll();
+  if (current == 0) return;
+  if (goesToRow) return rows_->FocusCell({current, 0});
+  if (cell) return rows_->FocusCell({current, cell->column});
+  rows_->Reveal(current);
 }
 
 // The message may stand over another window; afterwards the keyboard is back here.
@@ -333,6 +253,20 @@ void ListGridWidget::Tell(const Question& refusal) {
   });
 }
 
+bool ListGridWidget::focusNextPrevChild(bool next) {
+  std::vector<QWidget*> order;
+  if (grid_.CurrentRow() != 0) order = rows_->CellsOf(grid_.CurrentRow());
+  for (QPushButton* button : buttons_)
+    if (button->isEnabled() && !button->isHidden()) order.push_back(button);
+  const auto now = std::ranges::find(order, focusWidget());
+  const std::size_t count = order.size();
+  std::size_t to = 0;
+  if (now != order.end())
+    to = (static_cast<std::size_t>(now - order.begin()) + (next ? 1 : count - 1)) % count;
+  order[to]->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+  return true;
+}
+
 void ListGridWidget::closeEvent(QCloseEvent* event) {
   event->accept();
   if (const auto tell = std::exchange(closed, {})) tell();
@@ -340,8 +274,7 @@ void ListGridWidget::closeEvent(QCloseEvent* event) {
 
 void ListGridWidget::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() != QEvent::PaletteChange) return;
-  for (std::size_t row = 1; row <= rows_.size(); ++row) ShowRow(row);
+  if (event->type() == QEvent::PaletteChange) rows_->FollowGrid();
 }
 
 }  // namespace pallomir

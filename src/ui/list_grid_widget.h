@@ -7,18 +7,19 @@
 
 #include "ui/list_grid.h"
 
-class QCheckBox;
-class QFrame;
+class QHBoxLayout;
+class QLabel;
 class QPushButton;
-class QVBoxLayout;
 
 namespace pallomir {
 
-class ListGridBox;
+struct GridCell;
+class ListGridRows;
 class QuestionQueue;
 
 /// A window with a list grid editor: shows the model, passes it all input. Modeless; deletes itself when it
-/// is closed. An editor derives from it and says what Apply does with the rows. Escape does not close it.
+/// is closed. An editor derives from it and says what Apply does with the rows. Escape does not close it. The
+/// Tab key goes through the current row and on to the buttons, which act on that row.
 class ListGridWidget : public QWidget {
  public:
   ListGridWidget(QWidget* owner, ListGrid grid, QuestionQueue& questions);
@@ -32,44 +33,35 @@ class ListGridWidget : public QWidget {
 
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
 
  private:
-  struct RowWidgets {
-    QFrame* frame = nullptr;
-    QCheckBox* chkEnabled = nullptr;
-    std::vector<ListGridBox*> boxes;
-    QWidget* last = nullptr;  // in the order of the Tab key
-  };
-  class RowsArea;
-
-  QWidget* MakeTitles();
+  QHBoxLayout* MakeTitles(QWidget* titles);
+  ListGridRows* MakeRows(QHBoxLayout* titles);
+  QLabel* MakeNote();
   QWidget* MakeButtons();
   QPushButton* AddButton(const char* name, const QString& caption, std::function<void()> action);
-  void AppendRow();
-  QCheckBox* MakeCheckBox(std::size_t row, QFrame* frame);
-  ListGridBox* MakeBox(std::size_t row, std::size_t column, QFrame* frame);
-  void TakeLastRow();
 
-  void ShowRows();
-  void ShowRow(std::size_t row);
-  void ShowBox(std::size_t row, std::size_t column, std::optional<BoxSpan> span);
+  void ShowAll();
   void ShowButtons();
+  void ShowNote();
   void FollowRowCount();
-  void ResizeBy(int height);
-  void FocusBox(std::size_t row, std::size_t column);
+  void ResizeBy(int growth);
 
-  void Edit(std::size_t row, std::size_t column, const BoxEdit& edit, BoxSpan span);
-  void BoxFocused(std::size_t row, std::size_t column);
-  void BoxClicked(std::size_t row, std::size_t column);
+  void Edit(GridCell cell, const BoxEdit& edit, BoxSpan span);
+  void CellFocused(GridCell cell);
+  void CellClicked(GridCell cell);
   void ChangeRows(void (ListGrid::*change)(), bool goesToRow);
   void Tell(const Question& refusal);
 
   ListGrid grid_;
   QuestionQueue& questions_;
-  std::vector<RowWidgets> rows_;
   std::size_t focusColumn_ = 0;
-  RowsArea* area_;
-  QVBoxLayout* rowsLayout_;
+  int hintWidth_ = 0;
+  int shownRows_ = 0;  // that the window has room for
+  ListGridRows* rows_;
+  QLabel* lblSame_ = nullptr;
+  std::vector<QPushButton*> buttons_;  // in the order of the Tab key
   QPushButton* cmdAddRow_;
   QPushButton* cmdDeleteRow_;
   QPushButton* cmdMoveRowUp_;

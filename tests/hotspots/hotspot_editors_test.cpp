@@ -73,6 +73,21 @@ TEST(HotspotEditors, TheProtocolIsSteppedByClicks) {
   EXPECT_EQ(grid.Row(2).texts[kHotspotProtocolColumn], "Protocol") << "the add row has none";
 }
 
+TEST(HotspotEditors, ABlankNameIsNoneAndWhatWasNotEditedStays) {
+  ListGrid grid = OpenHotspotEditor({" ", "", "caf\xE9", "home"});
+  EXPECT_EQ(Type(grid, 5, 0, " "), "");
+  EXPECT_EQ(Type(grid, 6, 0, " a "), "");
+  EXPECT_EQ(grid.ListedCount(), 6u);
+  EXPECT_THAT(HotspotsOfEditor(grid), ElementsAre(" ", "", "caf\xE9", "home", " a "));
+  Erase(grid, 4, 0);
+  Type(grid, 4, 0, "  ");
+  EXPECT_THAT(HotspotsOfEditor(grid), ElementsAre(" ", "", "caf\xE9", " a "));
+
+  const SecureHotspot odd[] = {{"\xFF", "WPA9\xE9", "\x80key"},
+                               {"home", "Protocol", "Enter This Wi-Fi HotSpot's Password Here"}};
+  EXPECT_THAT(SecureHotspotsOfEditor(OpenSecureHotspotEditor({odd[0], odd[1]})), ElementsAre(odd[0], odd[1]));
+}
+
 TEST(HotspotEditors, WhatWasNotTouchedHasItsDefault) {
   ListGrid grid = OpenSecureHotspotEditor({{"home", "", "~"}});
   Type(grid, 2, kHotspotSsidColumn, "car");

@@ -19,6 +19,7 @@ TEST(UnitEditor, WhatIsOpenedAndAppliedUntouchedStaysExceptForItsNumber) {
       {"Unit 7", false, "Unit 7"},
       {"unit #7", false, "unit #7"},
       {"Café ☕", false, "Café ☕"},
+      {"caf\xE9", false, "caf\xE9"},
       {"Enter This Mobile Unit's Description Here", true, "Unit #2"},
   };
   for (const auto& row : cases) {

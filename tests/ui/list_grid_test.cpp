@@ -316,5 +316,45 @@ TEST_F(ListGridRows, NoMoreRowsThanTheListHolds) {
   }
 }
 
+TEST_F(ListGridRows, WhatReadsAsItWasFilledIsStoredByteForByte) {
+  ListGrid grid = Make(0, true);
+  grid.Fill({false, {"", "caf\xE9", "a", ""}});
+  grid.Fill({false, {"", "caf\xC3", "b", ""}});
+  EXPECT_EQ(grid.Row(1).texts[kFree], "caf?");
+  EXPECT_EQ(grid.Result(1, kFree), "caf\xE9");
+  grid.Focus(2, kFree);
+  grid.MoveRowUp();
+  EXPECT_EQ(grid.Result(1, kFree), "caf\xC3") << "goes with its row";
+  grid.Edit(1, kFree, {Action::kType, "!"}, {4, 4});
+  EXPECT_EQ(grid.Result(1, kFree), "caf?!");
+  grid.Edit(1, kFree, {Action::kUndo}, {});
+  EXPECT_EQ(grid.Result(1, kFree), "caf\xC3");
+  grid.Edit(3, kFree, {Action::kType, "x"}, {});
+  EXPECT_FALSE(grid.IsAsFilled(3, kName));
+  EXPECT_EQ(grid.Result(3, kFree), "x");
+}
+
+TEST_F(ListGridRows, RowsWithTheSameCompleteTextAreNamed) {
+  ListGridSetup setup = FourColumns();
+  setup.columns[kHex].sameRule = "the first one counts";
+  ListGrid grid(setup);
+  const char* const texts[] = {"01",           "AAAAAAAAAAAA", "BBBBBBBBBBBB", "01",
+                               "BBBBBBBBBBBB", "AAAAAAAAAAAA", "CCCCCCCCCCCC"};
+  for (const char* text : texts) grid.Fill({false, {text, "same", "", ""}});
+  const struct {
+    std::size_t current;
+    std::vector<std::size_t> rows;
+    std::size_t first;  // of the current row's
+  } cases[] = {{1, {3, 5}, 0}, {2, {2, 6}, 0}, {6, {2, 6}, 2}, {5, {3, 5}, 3}, {7, {3, 5}, 0}};
+  for (const auto& row : cases) {
+    grid.Focus(row.current, kHex);
+    EXPECT_EQ(grid.SameRows(kHex), row.rows) << row.current;
+    EXPECT_EQ(grid.FirstSame(row.current, kHex), row.first) << row.current;
+  }
+  EXPECT_TRUE(grid.SameRows(kFree).empty()) << "nothing follows from it";
+  for (const std::size_t row : {6, 5}) grid.Edit(row, kHex, {Action::kBackspace}, {12, 12});
+  EXPECT_TRUE(grid.SameRows(kHex).empty());
+}
+
 }  // namespace
 }  // namespace pallomir
