@@ -14,6 +14,7 @@ struct MenuItem {
   std::string name;     ///< control name ("mnuOptionsMUArray"); entries of an array share it
   int index = 0;        ///< position in an array of entries, 0 for a single entry
   std::string caption;  ///< an "&" stands before the access key
+  std::string hotKey;   ///< shown at the entry's right edge, "Ctrl+T"; it acts in the window, not in the menu
   std::string tag;
   bool checked = false;
   bool visible = true;

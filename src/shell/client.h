@@ -204,6 +204,7 @@ class Client {
   void OnMenuFit(int index);
   void OnMenuMapData(int);
   void OnMenuTrackingData(int);
+  void OnMenuZones(int);
   void OnMenuTimeline(int);
   void ChooseMapType(int index);
   void OnMenuContactPoints(int index);

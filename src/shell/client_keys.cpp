@@ -68,9 +68,8 @@ bool Client::RunKeyCommand(const KeyCommand& command) {
       OnMenuTrackingData(0);
       break;
     case KeyAction::kToggleZones:
-      Toggle("mnuViewZones");
-      WriteToggle("mnuViewZones", field::kZonesShown);
-      return false;
+      OnMenuZones(0);
+      break;
   }
   return true;
 }

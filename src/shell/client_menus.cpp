@@ -29,6 +29,7 @@ void Client::MenuChosen(const MenuItem& item) {
       {"mnuViewFitToMU_Array", &Client::OnMenuFit},
       {"mnuViewMapData", &Client::OnMenuMapData},
       {"mnuViewTrackingData", &Client::OnMenuTrackingData},
+      {"mnuViewZones", &Client::OnMenuZones},
       {"mnuViewTimeline", &Client::OnMenuTimeline},
       {"mnuViewMapTypeArray", &Client::ChooseMapType},
       {"mnuOptionsContactPointsArray", &Client::OnMenuContactPoints},
@@ -74,6 +75,11 @@ void Client::OnMenuTrackingData(int) {
   Toggle("mnuViewTrackingData");
   WriteToggle("mnuViewTrackingData", field::kTrackingData);
   ShowPickers();
+}
+
+void Client::OnMenuZones(int) {
+  Toggle("mnuViewZones");
+  WriteToggle("mnuViewZones", field::kZonesShown);
 }
 
 void Client::OnMenuTimeline(int) {

@@ -31,7 +31,7 @@ constexpr Row kRows[] = {
     {"mnuView", "mnuViewSeparator", 0, "-"},
     {"mnuView", "mnuViewMapData", 0, "&Map Data", "", true},
     {"mnuView", "mnuViewTrackingData", 0, "&Tracking Data", "", true},
-    {"mnuView", "mnuViewZones", 0, "Alert &Zones", "", true, kLater},
+    {"mnuView", "mnuViewZones", 0, "Alert &Zones", "", true},
     {"mnuView", "mnuViewTimeline", 0, "Time&line", "", true},
     {"mnuView", "mnuViewMapType", 0, "Map T&ype"},
     {"mnuViewMapType", "mnuViewMapTypeArray", 1, "&Map View", "Map", true},
@@ -92,6 +92,21 @@ constexpr Row kRows[] = {
     {"mnuPopup", "mnuPopupExit", 0, "E&xit"},
 };
 
+struct HotKey {
+  const char* name;
+  int index;
+  const char* key;
+};
+
+constexpr HotKey kHotKeys[] = {
+    {"mnuViewReload", 0, "R"},       {"mnuViewFit", 0, "F"},
+    {"mnuViewMapData", 0, "Ctrl+M"}, {"mnuViewTrackingData", 0, "Ctrl+T"},
+    {"mnuViewZones", 0, "Ctrl+Z"},   {"mnuViewMapTypeArray", 1, "M"},
+    {"mnuViewMapTypeArray", 2, "S"}, {"mnuViewMapTypeArray", 3, "H"},
+    {"mnuViewMapTypeArray", 4, "T"}, {"mnuPopupDsplyDataPoints", 0, "N"},
+    {"mnuPopupStreetView", 0, "C"},  {"mnuPopupPanorama", 0, "V"},
+};
+
 }  // namespace
 
 void BuildMenus(MenuModel& menus) {
@@ -107,6 +122,7 @@ void BuildMenus(MenuModel& menus) {
     MenuItem& parent = *row.parent ? menus.At(row.parent) : menus.bar;
     parent.children.push_back(item);
   }
+  for (const HotKey& row : kHotKeys) menus.At(row.name, row.index).hotKey = row.key;
 }
 
 void ChooseInMenu(MenuModel& menus, const char* array, int index, const char* parent, const char* prefix) {

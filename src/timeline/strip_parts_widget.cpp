@@ -16,6 +16,11 @@ constexpr int kMarkWidth = 6;
 
 QString Indexed(const char* name, int index) { return QString("%1(%2)").arg(name).arg(index); }
 
+// Escaped and marked as rich text, or a name with tags in it would be shown as if it were some.
+QString TipOf(const std::string& name) {
+  return name.empty() ? QString() : "<span>" + QString::fromStdString(name).toHtmlEscaped() + "</span>";
+}
+
 QRect ToQt(const PixelRect& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
 
 }  // namespace
@@ -96,6 +101,7 @@ void StripRowWidgets::Show(const TimelinePicture& picture) {
   picTime_->setAccessibleName("Time scale of " + QString::fromStdString(row.name));
   picData_->setAccessibleName("Data of " + QString::fromStdString(row.name));
   pointer_->SetColour(row.colour);
+  pointer_->setToolTip(TipOf(row.name));
   picTime_->SetImage(
       [&picture, this](double ratio) { return TimeScaleImage(picture, picTime_->height(), ratio); });
   picData_->SetImage(

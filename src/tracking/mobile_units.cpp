@@ -10,6 +10,7 @@ namespace {
 constexpr char kEnabledFlag = 'X';
 constexpr char kDisabledFlag = '-';
 constexpr char kEnd = '~';
+constexpr int kUnitsWithKey = 9;  // the digits show one of them alone
 
 MobileUnit ParseRecord(std::string_view record) {
   MobileUnit unit;
@@ -67,6 +68,7 @@ void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units) {
     item.tag = EncodeRecord(unit);
     item.checked = unit.enabled;
     item.isPlainText = true;
+    if (item.index <= kUnitsWithKey) item.hotKey = std::to_string(item.index);
   }
   menus.AppendToArray(kUnitMenu, std::move(items));
 }

@@ -68,6 +68,17 @@ TEST_F(MenuTest, ShowsWhatTheModelSaysWheneverItIsOpened) {
   }
 }
 
+TEST_F(MenuTest, AHotKeyIsShownAndNotTaken) {
+  model_.At("mnuAdd").hotKey = "Ctrl+T";
+  MenuItem& plain = model_.At("mnuViewFit");
+  plain.isPlainText = true;
+  plain.caption = "A&B\tC";
+  menu_.Render();
+  EXPECT_EQ(Action("mnuAdd")->text(), "&Add Zone\tCtrl+T");
+  EXPECT_TRUE(Action("mnuAdd")->shortcut().isEmpty());
+  EXPECT_EQ(Action("mnuViewFit")->text(), "A&&B C") << "a tab of the user's is none of ours";
+}
+
 TEST_F(MenuTest, ReportsTheEntryAsItIsNow) {
   Choose("mnuViewType(3)");
   model_.At("mnuPopup").children.front().children.push_front(Entry("mnuNew", "New"));

@@ -410,7 +410,7 @@ TEST_F(ClientTest, KeysReachThePage) {
               {0, 'H', "TxtMT", "Hybrid", true}, {0, 'T', "TxtMT", "Terrain", true},
               {0, 'C', "TxtSV", "True", true},   {0, 'C', "TxtSV", "False", true},
               {0, 'V', "txtPn", "True", true},   {2, 'M', "TxtM", "F", true},
-              {2, 'T', "TxtT", "F", true},       {2, 'Z', "TxtZ", "F", false},
+              {2, 'T', "TxtT", "F", true},       {2, 'Z', "TxtZ", "F", true},
               {0, 'N', "TxtG", "True", false}};
   for (const auto& c : keys) {
     const int beeps = beeper.beeps;
@@ -870,6 +870,9 @@ TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
   EXPECT_EQ(browser.Written("TxtMT").back(), "Hybrid");
   choose("mnuViewMapData");
   EXPECT_EQ(browser.Written("TxtM").back(), "F");
+  choose("mnuViewZones");
+  EXPECT_EQ(browser.Written("TxtZ").back(), "F");
+  EXPECT_TRUE(client->Menus().At("mnuViewZones").visible);
   choose("mnuPopupStreetView");
   EXPECT_EQ(browser.Written("TxtSV").back(), "True");
   choose("mnuPopupPanorama");

@@ -37,7 +37,7 @@ class TimelineStripTest : public testing::Test {
     strip_->LayOutRows(rows);
     strip_->resize(kWidth + 20, strip_->HeightIn(window_.height()));
     std::vector<TimelineUnit> units;
-    for (int k = 1; k <= rows; ++k) units.push_back({"Van", 0x800000, points_});
+    for (int k = 1; k <= rows; ++k) units.push_back({"Van <A>", 0x800000, points_});
     picture_ = DrawTimeline({start_, start_ + kDay}, 0, strip_->ScaleWidth(), units);
     strip_->Redraw(picture_);
     window_.show();
@@ -83,6 +83,7 @@ TEST_F(TimelineStripTest, EachColumnFillsItsPixelsOfTheScreen) {
   const QImage time = Find("picTime(2)")->grab().toImage().convertToFormat(QImage::Format_RGB32);
   const QImage data = Find("picData(2)")->grab().toImage().convertToFormat(QImage::Format_RGB32);
   ASSERT_EQ(data.width(), qRound(kWidth * s));
+  EXPECT_EQ(Find("Pointer(2)")->toolTip(), "<span>Van &lt;A&gt;</span>");
   std::vector<int> tickHeights(kWidth, 0);
   for (const Tick& tick : picture_.scale->ticks)
     tickHeights[static_cast<std::size_t>(tick.column)] = tick.height;

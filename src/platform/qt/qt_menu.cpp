@@ -41,10 +41,13 @@ QString ObjectNameOf(const MenuItem& item, const Array& array) {
   return name;
 }
 
+// A menu shows what stands behind a tab at its right edge. As a shortcut of the action the key would be taken
+// from the window.
 QString TextOf(const MenuItem& item) {
   if (item.IsSeparator()) return {};
-  QString text = QString::fromStdString(item.caption);
-  return item.isPlainText ? text.replace('&', "&&") : text;
+  QString text = QString::fromStdString(item.caption).replace('\t', ' ');
+  if (item.isPlainText) text.replace('&', "&&");
+  return item.hotKey.empty() ? text : text + '\t' + QString::fromStdString(item.hotKey);
 }
 
 void ApplyState(QAction& action, const MenuItem& item, const Array& array) {
