@@ -7,6 +7,8 @@
 #include "station/position_source.h"
 
 // The station's data files: what is read ascends, and written again is the same file.
+//
+// Flags: -max_len=112
 
 namespace pallomir::fuzz {
 namespace {

@@ -4,6 +4,8 @@
 #include "shell/deployment.h"
 
 // deployment.ini: whatever stands in it, what comes out can't be anything but a host in an address.
+//
+// Flags: -max_len=256
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace pallomir;

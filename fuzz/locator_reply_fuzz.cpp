@@ -7,6 +7,8 @@
 #include "tracking/server_connection.h"
 
 // The datagram that names the Base Server: as it came, and behind a right check code.
+//
+// Flags: -max_len=64
 
 namespace pallomir::fuzz {
 namespace {

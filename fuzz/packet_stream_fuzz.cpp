@@ -15,6 +15,8 @@
 
 // The data connection: bytes, whole packets, spoilt packets, in any pieces, with the hold flag cleared at any
 // moment. The stream must frame as a literal one does, and the store must hold what the literal merge holds.
+//
+// Flags: -max_len=112
 
 namespace pallomir::fuzz {
 namespace {

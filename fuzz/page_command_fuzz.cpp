@@ -11,6 +11,8 @@
 #include "map/tile_name.h"
 
 // What a page may say, and what the map view makes of it.
+//
+// Flags: -max_len=112
 
 namespace pallomir::fuzz {
 namespace {

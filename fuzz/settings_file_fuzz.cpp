@@ -5,6 +5,8 @@
 #include "shell/settings_store.h"
 
 // The settings file: any text is read, and what was stored is what is read back.
+//
+// Flags: -max_len=112
 
 namespace pallomir::fuzz {
 namespace {

@@ -10,6 +10,8 @@
 
 // What a stranger can send to the station: a data request, a locator request, and how an answer to the first
 // one is cut into writes.
+//
+// Flags: -max_len=256
 
 namespace pallomir::fuzz {
 namespace {

@@ -6,6 +6,8 @@
 #include "tracking/packets.h"
 
 // The stored list of mobile units, the menu that holds it, and the books kept of it.
+//
+// Flags: -max_len=64
 
 namespace pallomir::fuzz {
 namespace {

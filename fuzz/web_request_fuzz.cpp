@@ -4,6 +4,8 @@
 #include "station/http_request.h"
 
 // The head of a request to the web site.
+//
+// Flags: -max_len=256
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace pallomir;

@@ -1,36 +1,77 @@
-#!/bin/sh
-# Runs the fuzzers one after the other, out of the way of everything else: scripts/fuzz.sh RUNS [TARGET...]
-# A line for each goes to build/fuzz/runs.log; findings go to build/fuzz/findings. Ends with 1 after a finding.
-set -u
-runs=${1:?how many runs}
+#!/usr/bin/env bash
+# Installs clang where it is missing, builds the fuzzers and runs them, two at a time, out of the way of everything
+# else: scripts/fuzz.sh RUNS|SECONDSs [TARGET...]
+#
+#     scripts/fuzz.sh 10000000                 # every target in fuzz/ so many runs
+#     scripts/fuzz.sh 60s gpx_import           # one of them for a minute
+#
+# A line for each goes to build/fuzz/runs.log too; findings lie in build/fuzz/findings. Ends with 1 after a finding, or
+# where a target is missing or did not run.
+set -euo pipefail
+amount=${1:?how many runs, or how many seconds as in 60s}
 shift
-cd "$(dirname "$0")/.." || exit 2
+cd "$(dirname "$0")/.."
+case $amount in
+  *[!0-9]*s | s | *[!0-9s]* | '') echo "not a number of runs or seconds: $amount" >&2; exit 2 ;;
+  *s) limit=-max_total_time=${amount%s} ;;
+  *) limit=-runs=$amount ;;
+esac
+
+scripts/setup.sh
+# Asked by a try: clang may come from anywhere, and its runtime is a package of its own.
+can_fuzz() {
+  echo 'extern "C" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long) { return 0; }' |
+    clang++ -x c++ -fsanitize=fuzzer,address,undefined - -o /dev/null 2>/dev/null
+}
+can_fuzz || scripts/setup.sh clang libclang-rt-dev
+can_fuzz || { echo "clang++ can't build fuzzers" >&2; exit 2; }
+
 folder=build/fuzz
-[ $# -gt 0 ] || set -- deployment_file locator_reply unit_list page_command station_request data_file \
-  settings_file packet_stream gpx_import web_request
+cmake --preset fuzz >/dev/null
+cmake --build --preset fuzz
+
+if [ $# -eq 0 ]; then
+  for source in fuzz/*_fuzz.cpp; do
+    name=${source#fuzz/}
+    set -- "$@" "${name%_fuzz.cpp}"
+  done
+fi
 mkdir -p $folder/findings
+marker=$(mktemp)
+trap 'rm -f "$marker"' EXIT
 # A small quarantine and short stacks: twice the runs in the same time.
 export ASAN_OPTIONS=quarantine_size_mb=8:malloc_context_size=4
+
+# Runs one target and says in a line what came of it.
+run() {
+  local target=$1 program=$folder/fuzz/fuzz_$1 log=$folder/$1.log code=0 flags=() corpora=()
+  if [ ! -x "$program" ] || [ ! -f "fuzz/${target}_fuzz.cpp" ]; then
+    echo "$target: NOT BUILT"
+    return 1
+  fi
+  read -ra flags < <(sed -n 's|^// Flags: ||p' "fuzz/${target}_fuzz.cpp") || true
+  [ -f "fuzz/$target.dict" ] && flags+=("-dict=fuzz/$target.dict")
+  mkdir -p "$folder/found/$target"
+  corpora=("$folder/found/$target")
+  [ -d "fuzz/corpora/$target" ] && corpora+=("fuzz/corpora/$target")
+  nice -n 10 "$program" "$limit" -max_len=512 "${flags[@]}" -print_final_stats=1 -timeout=10 -rss_limit_mb=1024 \
+    -artifact_prefix="$folder/findings/$target-" "${corpora[@]}" >"$log" 2>&1 || code=$?
+  stat() { sed -n "s/^stat::$1: *//p" "$log"; }
+  local runs=$(stat number_of_executed_units)
+  echo "$(date -u +%FT%TZ) $target: ${runs:-no} runs, $(stat average_exec_per_sec)/s, peak $(stat peak_rss_mb) MB, exit $code" |
+    tee -a $folder/runs.log
+  [ $code -ne 0 ] || [ "${runs:-0}" -gt 0 ] || { echo "$target: DID NOT RUN, see $log"; return 1; }
+  [ $code -eq 0 ] && return 0
+  grep -aE 'ERROR: |runtime error: |SUMMARY: |Assertion ' "$log" | sort -u | sed "s/^/$target: /"
+  find $folder/findings -newer "$marker" -name "$target-*" -printf "$target: FOUND %p\n"
+  return 1
+}
+
 failed=0
 for target; do
-  case $target in
-    locator_reply | unit_list) length=64 ;;
-    page_command | packet_stream | settings_file | data_file) length=112 ;;
-    station_request | deployment_file | web_request) length=256 ;;
-    *) length=512 ;;
-  esac
-  dictionary=
-  [ -f "fuzz/$target.dict" ] && dictionary=-dict=fuzz/$target.dict
-  mkdir -p "$folder/found/$target"
-  nice -n 10 "$folder/fuzz/fuzz_$target" -runs="$runs" -max_len=$length $dictionary -print_final_stats=1 \
-    -timeout=10 -rss_limit_mb=1024 -artifact_prefix="$folder/findings/$target-" \
-    "$folder/found/$target" "fuzz/corpora/$target" >"$folder/$target.log" 2>&1
-  code=$?
-  [ $code -eq 0 ] || failed=1
-  done=$(sed -n 's/^stat::number_of_executed_units: *//p' "$folder/$target.log")
-  rate=$(sed -n 's/^stat::average_exec_per_sec: *//p' "$folder/$target.log")
-  memory=$(sed -n 's/^stat::peak_rss_mb: *//p' "$folder/$target.log")
-  echo "$(date -u +%FT%TZ) $target: ${done:-?} runs, ${rate:-?}/s, peak ${memory:-?} MB, exit $code" |
-    tee -a $folder/runs.log
+  while [ "$(jobs -pr | wc -l)" -ge 2 ]; do wait -n || failed=1; done
+  run "$target" &
 done
+while [ -n "$(jobs -p)" ]; do wait -n || failed=1; done
+[ $failed -eq 0 ] && echo "$# fuzzers, no finding" || echo "fuzzing failed: see above, build/fuzz/findings and build/fuzz/*.log"
 exit $failed

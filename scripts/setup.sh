@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what building, running and testing need and what is missing. Debian 12 or later; asks for no password
-# when run as root, else uses sudo.
+# when run as root, else uses sudo. Further packages may be named.
 set -euo pipefail
 
 packages=(
@@ -9,6 +9,7 @@ packages=(
   libpng-dev libpugixml-dev libasio-dev libcli11-dev
   libgtest-dev libgmock-dev libbenchmark-dev libdeflate-dev
   xvfb xauth openbox x11-utils xdotool imagemagick fonts-dejavu-core
+  "$@"
 )
 # The map page's libraries come through npm. A Node.js that is there already is taken, wherever it came from.
 command -v node >/dev/null || packages+=(nodejs)

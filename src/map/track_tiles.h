@@ -37,6 +37,18 @@ struct RebuildEnd {
   std::optional<DeleteError> error;
 };
 
+/// How far a rebuild has come. Declared out here because a nested one is incomplete where the optional below
+/// asks whether it can be made.
+struct TileRebuild {
+  std::unique_ptr<TrackPainter> painter;  ///< none when there is nothing left to draw
+  int zoom = 0;
+  TrackPicture picture;
+  std::vector<TilePlace> touched;
+  std::vector<std::string> names;
+  std::size_t written = 0;
+  bool retired = false;
+};
+
 /// The track tiles on disk: one set at a time, replaced whole by every rebuild under the next generation.
 ///
 /// A rebuild is done in parts, so that the window answers in between however many points there are. From its
@@ -71,16 +83,6 @@ class TrackTiles {
   std::string ZoneTilePath(std::string_view suffix, bool alerted) const;
 
  private:
-  struct Rebuild {
-    std::unique_ptr<TrackPainter> painter;  // none when there is nothing left to draw
-    int zoom = 0;
-    TrackPicture picture;
-    std::vector<TilePlace> touched;
-    std::vector<std::string> names;
-    std::size_t written = 0;
-    bool retired = false;
-  };
-
   std::optional<DeleteError> RetireOld();
   void SaveTile(const std::string& name, TilePixels tile);
 
@@ -91,7 +93,7 @@ class TrackTiles {
   PalettePng png_{kTrackPalette};
   int generation_ = 0;
   FastestPoints fastest_;
-  std::optional<Rebuild> rebuild_;
+  std::optional<TileRebuild> rebuild_;
 };
 
 }  // namespace pallomir
