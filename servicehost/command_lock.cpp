@@ -29,6 +29,7 @@ std::optional<CommandLock> CommandLock::Take(const std::filesystem::path& file,
   const auto until = Clock::now() + patience;
   while (true) {
     std::filesystem::create_directories(file.parent_path(), error);
+    if (error) return std::nullopt;  // waiting would not make it
     Descriptor opened(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600));
     if (!opened && errno != ENOENT) {
       error = {errno, std::generic_category()};
@@ -39,7 +40,7 @@ std::optional<CommandLock> CommandLock::Take(const std::filesystem::path& file,
       return CommandLock(std::move(opened));
     }
     if (Clock::now() >= until) {
-      if (!error) error = std::make_error_code(std::errc::timed_out);
+      error = std::make_error_code(std::errc::timed_out);
       return std::nullopt;
     }
     ::poll(nullptr, 0, kPauseMilliseconds);

@@ -47,6 +47,20 @@ std::optional<station::Options> Settings(const Installation& installation, Trans
   return std::nullopt;
 }
 
+// What is still running after the service was stopped: a station that has lost its files, or one of the
+// user's own. Empty when the ports are free, or nobody knows which they are.
+std::string StillRunning(const std::optional<Installation>& installation) {
+  std::error_code ignored;
+  if (!fs::exists(SettingsFile(), ignored)) return "";
+  const auto settings = ReadSettings(installation.value_or(Installation()));
+  const auto* options = std::get_if<station::Options>(&settings);
+  const std::string port = options != nullptr ? FindUsedPort(*options) : "";
+  if (port.empty()) return "";
+  return port +
+         " is still in use: a station runs that the service does not know of. If you did not start it "
+         "yourself, end the program pallomir-station.";
+}
+
 // The one that was chosen before stays unless systemd came.
 bool ChooseManager(const std::optional<Installation>& before, Installation& installation,
                    Transcript& transcript) {
@@ -112,7 +126,10 @@ bool Start(Transcript& transcript) {
 bool Stop(Transcript& transcript) {
   const auto installation = ReadInstallation();
   if (!installation) transcript.Say(kNotInstalled);
-  return MakeManager(installation ? installation->manager : Manager::kSupervised)->Stop(transcript);
+  if (!MakeManager(installation ? installation->manager : Manager::kSupervised)->Stop(transcript))
+    return false;
+  if (const std::string still = StillRunning(installation); !still.empty()) transcript.Say("But " + still);
+  return true;
 }
 
 bool Uninstall(Transcript& transcript) {
@@ -129,8 +146,12 @@ bool Uninstall(Transcript& transcript) {
   // Where systemd does not answer the unit has gone all the same.
   if (!isGone && (SupervisedService::IsRunning() || fs::exists(SystemdService::UnitFile(), ignored)))
     return Fail("It stays installed.", transcript);
+  const std::string still = StillRunning(installation);
   RemoveInstallation();
-  if (installation) transcript.Say("The Data Server was uninstalled. The recorded positions were kept.");
+  if (!still.empty())
+    isGone = Fail("The Data Server's files were removed, but " + still, transcript);
+  else if (installation)
+    transcript.Say("The Data Server was uninstalled. The recorded positions were kept.");
   if (fs::exists(SettingsFile(), ignored))
     transcript.Say("Its settings were kept for another installation: " + SettingsFile().string());
   if (installation && installation->isLingering) {

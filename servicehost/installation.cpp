@@ -61,6 +61,7 @@ fs::path SettingsFile() { return ServiceFolder() / "station.ini"; }
 fs::path PidFile() { return ServiceFolder() / "service.pid"; }
 fs::path StationLogFile() { return ServiceFolder() / "station.log"; }
 fs::path LockFile() { return ServiceFolder() / "service.lock"; }
+fs::path SupervisorLockFile() { return ServiceFolder() / "supervisor.lock"; }
 
 std::optional<Installation> ReadInstallation() {
   Record record = ReadRecord(InstallationFile());
@@ -81,7 +82,8 @@ void RemoveInstallation() {
   fs::path keptLog = StationLogFile();
   keptLog += ".1";
   std::error_code ignored;
-  for (const fs::path& file : {InstallationFile(), PidFile(), StationLogFile(), keptLog, LockFile()})
+  for (const fs::path& file :
+       {InstallationFile(), PidFile(), StationLogFile(), keptLog, SupervisorLockFile(), LockFile()})
     fs::remove(file, ignored);
   fs::remove(ServiceFolder(), ignored);
 }

@@ -28,6 +28,7 @@ std::filesystem::path SettingsFile();
 std::filesystem::path PidFile();
 std::filesystem::path StationLogFile();
 std::filesystem::path LockFile();
+std::filesystem::path SupervisorLockFile();
 
 /// Nothing when the service is not installed.
 std::optional<Installation> ReadInstallation();

@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <sys/socket.h>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -65,14 +66,26 @@ bool IsWebSiteAnswering(const station::Options& options) {
                     AsBytes("GET / HTTP/1.0\r\n\r\n"));
 }
 
-// Why the port can't be opened as the station opens it; empty when it can.
-std::string WhyTaken(int type, const sockaddr_in& endpoint) {
+struct Port {
+  int type, number;
+  const char* use;
+};
+
+std::array<Port, 4> PortsOf(const station::Options& options) {
+  return {{{SOCK_DGRAM, options.locatorPort, "locator"},
+           {SOCK_STREAM, options.portBase - 2, "Base Server's probe"},
+           {SOCK_STREAM, options.portBase - 1, "Base Server's data"},
+           {SOCK_STREAM, options.webPort, "web site"}}};
+}
+
+// Why the port can't be opened as the station opens it, an error number; 0 when it can.
+int WhyTaken(int type, const sockaddr_in& endpoint) {
   const Descriptor trial(::socket(AF_INET, type | SOCK_CLOEXEC, 0));
   const int on = 1;
   if (type == SOCK_STREAM) ::setsockopt(trial.Get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
   bool isFree = ::bind(trial.Get(), reinterpret_cast<const sockaddr*>(&endpoint), sizeof endpoint) == 0;
   if (isFree && type == SOCK_STREAM) isFree = ::listen(trial.Get(), 1) == 0;
-  return isFree ? "" : std::strerror(errno);
+  return isFree ? 0 : errno;
 }
 
 }  // namespace
@@ -88,19 +101,19 @@ std::string MapPageText(const station::Options& options) {
 }
 
 std::string FindTakenPort(const station::Options& options) {
-  const struct {
-    int type, port;
-    const char* use;
-  } ports[] = {{SOCK_DGRAM, options.locatorPort, "locator"},
-               {SOCK_STREAM, options.portBase - 2, "Base Server's probe"},
-               {SOCK_STREAM, options.portBase - 1, "Base Server's data"},
-               {SOCK_STREAM, options.webPort, "web site"}};
-  for (const auto& [type, port, use] : ports) {
-    const std::string why = WhyTaken(type, Endpoint(options.address, port));
-    if (!why.empty())
-      return "can't open port " + std::to_string(port) + " on " + options.address + " for the " + use + ": " +
-             why + " (another station may be running)";
+  for (const auto& [type, number, use] : PortsOf(options)) {
+    const int why = WhyTaken(type, Endpoint(options.address, number));
+    if (why != 0)
+      return "can't open port " + std::to_string(number) + " on " + options.address + " for the " + use +
+             ": " + std::strerror(why) + " (another station may be running)";
   }
+  return "";
+}
+
+std::string FindUsedPort(const station::Options& options) {
+  for (const auto& [type, number, use] : PortsOf(options))
+    if (WhyTaken(type, Endpoint(options.address, number)) == EADDRINUSE)
+      return "port " + std::to_string(number) + " on " + options.address + " (" + use + ")";
   return "";
 }
 

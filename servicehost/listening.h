@@ -15,6 +15,9 @@ std::string MapPageText(const station::Options& options);
 /// Names a port of the station that can't be opened and why; empty when all are free.
 std::string FindTakenPort(const station::Options& options);
 
+/// Names a port of the station that somebody has opened; empty when there is none.
+std::string FindUsedPort(const station::Options& options);
+
 /// Asks the locator and the web site until both have answered; false when they did not within `limit`.
 bool AwaitAnswers(const station::Options& options, std::chrono::milliseconds limit);
 

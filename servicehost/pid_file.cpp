@@ -2,12 +2,16 @@
 
 #include "servicehost/installation.h"
 #include "servicehost/record_file.h"
+#include "servicehost/supervisor_lock.h"
 
 namespace pallomir::servicehost {
 
 ServiceProcesses ReadProcesses() {
   Record record = ReadRecord(PidFile());
-  return {ParseIdentity(record["Supervisor"]), ParseIdentity(record["Station"])};
+  ServiceProcesses processes{ParseIdentity(record["Supervisor"]), ParseIdentity(record["Station"])};
+  if (!Running(processes.supervisor))
+    if (const auto holder = SupervisorLock::Holder(SupervisorLockFile())) processes.supervisor = holder;
+  return processes;
 }
 
 std::error_code WriteProcesses(const ServiceProcesses& processes) {

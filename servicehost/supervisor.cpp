@@ -16,6 +16,7 @@
 #include "servicehost/pid_file.h"
 #include "servicehost/restart_policy.h"
 #include "servicehost/spawn.h"
+#include "servicehost/supervisor_lock.h"
 #include "servicehost/user_folders.h"
 
 namespace pallomir::servicehost {
@@ -39,6 +40,7 @@ class Supervisor {
       : command_(StationCommand(installation)), log_(StationLogFile(), kMaxLog) {}
 
   int Run();
+  void ReportFailedStart(const std::string& why);
 
  private:
   bool Launch();
@@ -48,7 +50,6 @@ class Supervisor {
   void TakeLine(const std::string& line);
   bool PauseUnlessTold(std::chrono::seconds delay);
   void Report(const std::string& text);
-  void ReportFailedStart(const std::string& why);
 
   std::vector<std::string> command_;
   BoundedLog log_;
@@ -216,6 +217,15 @@ void Supervisor::ReportFailedStart(const std::string& why) {
 
 }  // namespace
 
-int Supervise(const Installation& installation) { return Supervisor(installation).Run(); }
+int Supervise(const Installation& installation) {
+  Supervisor supervisor(installation);
+  std::error_code error;
+  const auto lock = SupervisorLock::Take(SupervisorLockFile(), error);
+  if (error == std::errc::resource_unavailable_try_again) {
+    supervisor.ReportFailedStart("another supervisor runs already");
+    return 1;
+  }
+  return supervisor.Run();  // a file system without locks has its pid file still
+}
 
 }  // namespace pallomir::servicehost

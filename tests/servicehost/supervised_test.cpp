@@ -86,6 +86,39 @@ TEST_F(SupervisedTest, SupervisorThatCrashesIsReplaced) {
   EXPECT_TRUE(IsSilent());
 }
 
+TEST_F(SupervisedTest, SupervisorThatLostItsPidFileIsFound) {
+  InstallAt("127.0.43.19");
+  ASSERT_EQ(Start().exitCode, 0);
+  const ServiceProcesses known = ReadProcesses();
+  fs::remove(PidFile());
+  EXPECT_EQ(ReadProcesses().supervisor, known.supervisor);
+  EXPECT_THAT(Start(), Ended(0, "already running"));
+  EXPECT_THAT(RunProgram({host_, "--supervise"}, 30s), Ended(1, "another supervisor runs already"));
+  EXPECT_THAT(Stop(), Ended(0, "was stopped"));
+  EXPECT_TRUE(IsSilent());
+
+  ASSERT_EQ(Start().exitCode, 0);
+  fs::remove(PidFile());
+  EXPECT_THAT(Host({"-u"}), Ended(0, "was uninstalled"));
+  EXPECT_TRUE(IsSilent());
+}
+
+TEST_F(SupervisedTest, WhatLostAllItsFilesIsTold) {
+  InstallAt("127.0.43.20");
+  ASSERT_EQ(Start().exitCode, 0);
+  const ServiceProcesses lost = ReadProcesses();
+  fs::remove(PidFile());
+  fs::remove(SupervisorLockFile());
+  EXPECT_THAT(Stop(), Ended(0, "But port 2435 on 127.0.43.20 (locator) is still in use"));
+  const RunOutcome outcome = Host({"-u"});
+  EXPECT_THAT(outcome,
+              Ended(1, "files were removed, but port 2435 on 127.0.43.20 (locator) is still in use"));
+  EXPECT_THAT(outcome.output, testing::Not(HasSubstr("was uninstalled")));
+  ASSERT_TRUE(Running(lost.supervisor));
+  EXPECT_TRUE(Running(lost.supervisor)->End(20s));
+  EXPECT_TRUE(IsSilent());
+}
+
 TEST_F(SupervisedTest, PortTaken) {
   InstallAt("127.0.43.14");
   const pid_t other = Spawn({STATION_PROGRAM, "--address", "127.0.43.14", "--data", folder_.Path() / "other"},
