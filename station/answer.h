@@ -23,6 +23,9 @@ class Answer {
 
   bool HasMore() const;
 
+  /// The end of the window: nothing later will ever be sent.
+  Millis Until() const { return until_; }
+
   /// Empty when there is no more at the moment.
   Bytes NextPacket();
 

@@ -16,10 +16,15 @@ constexpr std::chrono::seconds kProbeTime{20};
 // Far more than one household's clients, and well below the usual limit of 1024 descriptors.
 constexpr std::size_t kMaxClients = 256;
 
+// One computer, or a household behind one router, can't take the place of all others.
+constexpr std::size_t kMaxClientsAnAddress = 64;
+
 }  // namespace
 
-BaseServer::BaseServer(tcp::acceptor probe, tcp::acceptor data, PositionSource& source, Log log)
+BaseServer::BaseServer(tcp::acceptor probe, tcp::acceptor data, PositionSource& source,
+                       std::function<Millis()> utcNow, Log log)
     : source_(source),
+      utcNow_(std::move(utcNow)),
       log_(log),
       clientLog_(log),
       probeListener_(
@@ -43,19 +48,36 @@ void BaseServer::AcceptProbe(tcp::socket socket) {
 
 void BaseServer::AcceptClient(tcp::socket socket) {
   DropClosed();
-  if (sessions_.size() >= kMaxClients) DropOldestSilent();
-  if (sessions_.size() >= kMaxClients)
-    return clientLog_("base server: refused a connection, " + std::to_string(kMaxClients) + " are open");
-  sessions_.push_back(std::make_shared<DataSession>(std::move(socket), source_, clientLog_));
+  auto session = std::make_shared<DataSession>(std::move(socket), source_, clientLog_);
+  const auto ofSameClient =
+      std::ranges::count_if(sessions_, [&](const auto& each) { return each->Client() == session->Client(); });
+  if (static_cast<std::size_t>(ofSameClient) >= kMaxClientsAnAddress) {
+    Drop(LeastUseful(session->Client()));
+  } else if (sessions_.size() >= kMaxClients) {
+    const Session other = LeastUseful(std::nullopt);
+    if ((*other)->UseAt(utcNow_()) == DataSession::Use::kLive)
+      return clientLog_("base server: refused a connection, " + std::to_string(kMaxClients) + " are open");
+    Drop(other);
+  }
+  sessions_.push_back(std::move(session));
   sessions_.back()->Start();
 }
 
-void BaseServer::DropOldestSilent() {
-  const auto silent =
-      std::ranges::find_if(sessions_, [](const auto& session) { return !session->HasAsked(); });
-  if (silent == sessions_.end()) return;
-  (*silent)->Close();
-  sessions_.erase(silent);
+BaseServer::Session BaseServer::LeastUseful(const std::optional<asio::ip::address>& address) {
+  const Millis now = utcNow_();
+  Session found = sessions_.end();
+  for (Session each = sessions_.begin(); each != sessions_.end(); ++each) {
+    if (address && (*each)->Client() != *address) continue;
+    if (found == sessions_.end() || (*each)->UseAt(now) < (*found)->UseAt(now)) found = each;
+  }
+  return found;
+}
+
+void BaseServer::Drop(Session session) {
+  if ((*session)->UseAt(utcNow_()) != DataSession::Use::kSilent)
+    clientLog_("base server: too many connections, closed one of " + (*session)->Client().to_string());
+  (*session)->Close();
+  sessions_.erase(session);
 }
 
 void BaseServer::DropClosed() {

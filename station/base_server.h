@@ -3,8 +3,10 @@
 #include <asio/ip/tcp.hpp>
 #include <chrono>
 #include <deque>
+#include <functional>
 #include <list>
 #include <memory>
+#include <optional>
 
 #include "station/data_session.h"
 #include "station/listener.h"
@@ -17,7 +19,8 @@ namespace pallomir::station {
 class BaseServer {
  public:
   /// Both acceptors listen. The source must outlive the server.
-  BaseServer(asio::ip::tcp::acceptor probe, asio::ip::tcp::acceptor data, PositionSource& source, Log log);
+  BaseServer(asio::ip::tcp::acceptor probe, asio::ip::tcp::acceptor data, PositionSource& source,
+             std::function<Millis()> utcNow, Log log);
   ~BaseServer();
 
   BaseServer(const BaseServer&) = delete;
@@ -37,14 +40,17 @@ class BaseServer {
   void AcceptProbe(asio::ip::tcp::socket socket);
   void AcceptClient(asio::ip::tcp::socket socket);
   void DropClosed();
-  /// Makes room by the connection that has been open for longest without a request.
-  void DropOldestSilent();
+  using Session = std::list<std::shared_ptr<DataSession>>::iterator;
+  /// Of those at `address` (of all without one) the session of the least use, the oldest of them.
+  Session LeastUseful(const std::optional<asio::ip::address>& address);
+  void Drop(Session session);
 
   PositionSource& source_;
+  std::function<Millis()> utcNow_;
   Log log_;
   RateLimitedLog clientLog_;
-  std::deque<Probe> probes_;  ///< oldest first
-  std::list<std::shared_ptr<DataSession>> sessions_;
+  std::deque<Probe> probes_;                          ///< oldest first
+  std::list<std::shared_ptr<DataSession>> sessions_;  ///< oldest first
   Listener probeListener_;
   Listener dataListener_;
 };

@@ -26,6 +26,7 @@ constexpr int kSendBufferSize = 256 * 1024;
 DataSession::DataSession(tcp::socket socket, PositionSource& source, RateLimitedLog& log)
     : socket_(std::move(socket)), source_(source), log_(log) {
   std::error_code ignored;
+  client_ = socket_.remote_endpoint(ignored).address();
   socket_.non_blocking(true, ignored);
   socket_.set_option(tcp::no_delay(true), ignored);
   socket_.set_option(tcp::socket::send_buffer_size(kSendBufferSize), ignored);
@@ -42,6 +43,12 @@ void DataSession::Start() { Read(); }
 void DataSession::Close() {
   std::error_code ignored;
   socket_.close(ignored);
+}
+
+DataSession::Use DataSession::UseAt(Millis now) const {
+  if (!answer_) return Use::kSilent;
+  if (answer_->Until() >= now) return Use::kLive;
+  return isWriting_ ? Use::kPast : Use::kServed;
 }
 
 void DataSession::Read() {

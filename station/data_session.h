@@ -26,8 +26,15 @@ class DataSession : public std::enable_shared_from_this<DataSession> {
   void Tick();
 
   void Close();
-  /// Whether its request has come.
-  bool HasAsked() const { return answer_.has_value(); }
+  /// How much is lost when a session has to give way to another client, from least to most.
+  enum class Use { kSilent, kServed, kPast, kLive };
+
+  /// kSilent: it has not asked yet. kServed: its window was over at `now`, and all of it was sent. kPast: the
+  /// window was over, but there is more to send. kLive: what comes now is for it.
+  Use UseAt(Millis now) const;
+
+  /// Where the client is.
+  const asio::ip::address& Client() const { return client_; }
   bool IsOpen() const { return socket_.is_open(); }
 
  private:
@@ -40,6 +47,7 @@ class DataSession : public std::enable_shared_from_this<DataSession> {
   void SetDeadline(std::chrono::seconds fromNow);
 
   asio::ip::tcp::socket socket_;
+  asio::ip::address client_;
   PositionSource& source_;
   RateLimitedLog& log_;
   std::chrono::steady_clock::time_point deadline_;

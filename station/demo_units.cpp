@@ -79,15 +79,6 @@ std::vector<DemoUnit> MakeDemoUnits() {
   return units;
 }
 
-const DemoUnit* FindUnit(std::string_view id) {
-  const auto unit = std::ranges::find(DemoUnits(), id, &DemoUnit::id);
-  return unit == DemoUnits().end() ? nullptr : &*unit;
-}
-
-std::int64_t SlotAt(const DemoUnit& unit, Millis utc) {
-  return (utc / kSecond - unit.startSeconds) / unit.slotSeconds;
-}
-
 }  // namespace
 
 const std::vector<DemoUnit>& DemoUnits() {
@@ -110,28 +101,6 @@ std::vector<WireRecord> DemoReports(const DemoUnit& unit, std::int64_t slot) {
     second += Interval(moment, second, dice.Roll(kIntervalKey + report));
   }
   return reports;
-}
-
-bool DemoSource::Knows(std::string_view unitId) { return FindUnit(unitId) != nullptr; }
-
-std::vector<WireRecord> DemoSource::Read(std::string_view unitId, TimeWindow window, std::size_t limit) {
-  const DemoUnit* unit = FindUnit(unitId);
-  window.until = std::min(window.until, utcNow_());
-  const auto packed = PackWindow(window);
-  if (unit == nullptr || !packed) return {};
-
-  std::vector<WireRecord> found;
-  const std::int64_t last = SlotAt(*unit, *DecodePackedTime(packed->last));
-  Slot& slot = latest_[unit->id];
-  for (auto number = SlotAt(*unit, *DecodePackedTime(packed->first)); number <= last; ++number) {
-    if (slot.number != number) slot = {number, DemoReports(*unit, number)};
-    const auto inside = RecordsInside(slot.reports, *packed);
-    const std::size_t room = limit - found.size();
-    found.insert(found.end(), inside.begin(),
-                 inside.begin() + static_cast<std::ptrdiff_t>(std::min(room, inside.size())));
-    if (found.size() == limit) break;
-  }
-  return found;
 }
 
 }  // namespace pallomir::station

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <map>
 #include <string_view>
 #include <vector>
 
@@ -27,23 +25,5 @@ const std::vector<DemoUnit>& DemoUnits();
 
 /// What a unit reports in one slot: every 5 to 15 seconds while driving, about once a minute while standing.
 std::vector<WireRecord> DemoReports(const DemoUnit& unit, std::int64_t slot);
-
-/// The demo units as a source: everything up to now, so that new reports turn up as time goes by.
-class DemoSource : public PositionSource {
- public:
-  explicit DemoSource(std::function<Millis()> utcNow) : utcNow_(std::move(utcNow)) {}
-
-  bool Knows(std::string_view unitId) override;
-  std::vector<WireRecord> Read(std::string_view unitId, TimeWindow window, std::size_t limit) override;
-
- private:
-  struct Slot {
-    std::int64_t number = -1;
-    std::vector<WireRecord> reports;
-  };
-
-  std::function<Millis()> utcNow_;
-  std::map<std::string_view, Slot> latest_;  ///< the slot read last, a unit; saves making it again for a page
-};
 
 }  // namespace pallomir::station

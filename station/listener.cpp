@@ -5,6 +5,9 @@ namespace {
 
 constexpr std::chrono::milliseconds kRetryDelay{200};
 
+// Those beyond wait until the open connections have had a turn.
+constexpr int kConnectionsATurn = 256;
+
 }  // namespace
 
 Listener::Listener(asio::ip::tcp::acceptor acceptor, Accepted accepted, Log log)
@@ -12,25 +15,37 @@ Listener::Listener(asio::ip::tcp::acceptor acceptor, Accepted accepted, Log log)
       retry_(acceptor_.get_executor()),
       accepted_(std::move(accepted)),
       log_(std::move(log)) {
-  Accept();
+  std::error_code ignored;
+  acceptor_.non_blocking(true, ignored);
+  Wait();
 }
 
-void Listener::Accept() {
-  acceptor_.async_accept([this](std::error_code error, asio::ip::tcp::socket socket) {
-    if (error == asio::error::operation_aborted) return;
+void Listener::Wait() {
+  acceptor_.async_wait(asio::ip::tcp::acceptor::wait_read, [this](std::error_code error) {
+    if (!error) AcceptAll();
+  });
+}
+
+void Listener::AcceptAll() {
+  for (int i = 0; i < kConnectionsATurn; ++i) {
+    std::error_code error;
+    asio::ip::tcp::socket socket(acceptor_.get_executor());
+    acceptor_.accept(socket, error);
+    if (error == asio::error::would_block) break;
+    if (error == asio::error::connection_aborted) continue;  // it left before its turn
     if (error) {
       log_("can't accept a connection: " + error.message());
       return AcceptLater();
     }
     accepted_(std::move(socket));
-    Accept();
-  });
+  }
+  Wait();
 }
 
 void Listener::AcceptLater() {
   retry_.expires_after(kRetryDelay);
   retry_.async_wait([this](std::error_code error) {
-    if (!error) Accept();
+    if (!error) AcceptAll();
   });
 }
 

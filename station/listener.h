@@ -9,7 +9,8 @@
 
 namespace pallomir::station {
 
-/// Accepts connections for ever. Where the system can't (no descriptor free), it logs and tries again soon.
+/// Accepts connections for ever, all that wait in one turn. Where the system can't (no descriptor free), it
+/// logs and tries again soon.
 class Listener {
  public:
   using Accepted = std::function<void(asio::ip::tcp::socket)>;
@@ -17,7 +18,8 @@ class Listener {
   Listener(asio::ip::tcp::acceptor acceptor, Accepted accepted, Log log);
 
  private:
-  void Accept();
+  void Wait();
+  void AcceptAll();
   void AcceptLater();
 
   asio::ip::tcp::acceptor acceptor_;

@@ -86,7 +86,7 @@ Bytes Locator::Reply(ByteView request, std::uint32_t cameTo) {
     log_("locator: dropped a malformed datagram of " + std::to_string(request.size()) + " bytes");
     return {};
   }
-  if (std::ranges::none_of(*unitIds, knows_)) return EmptyLocatorReply();
+  if (!unitIds->empty() && std::ranges::none_of(*unitIds, knows_)) return EmptyLocatorReply();
   std::error_code ignored;
   return LocatorReply(advertised_ ? advertised_->to_uint() : cameTo, socket_.local_endpoint(ignored).port());
 }

@@ -10,7 +10,8 @@
 
 namespace pallomir::station {
 
-/// Answers who asks where a unit's Base Server is: here, when the station knows at least one of the units.
+/// Answers who asks where a unit's Base Server is: here, when the station knows at least one of the units, or
+/// when no unit is named.
 class Locator {
  public:
   using Knows = std::function<bool(std::string_view unitId)>;

@@ -154,13 +154,15 @@ bool HasOtherBraces(std::string_view url) {
   return false;
 }
 
-// Pages may ask this host or, where its first name has "{s}", all with other first names: so more names must
-// follow.
-bool IsPictureHost(std::string_view host) {
-  const std::size_t dot = host.find('.');
-  if (dot != host.npos && dot + 1 < host.size() && host.substr(0, dot).find("{s}") != host.npos)
-    host.remove_prefix(dot + 1);
-  return !host.empty() && host.front() != '.' && host.find_first_of("{}*") == host.npos;
+// Pages may ask this host; "{s}" may stand in it once, where more names follow.
+bool IsPictureHost(std::string_view text) {
+  std::string host(text);
+  if (const std::size_t server = host.find("{s}"); server != host.npos) {
+    if (host.find('.', server) == host.npos) return false;
+    host.replace(server, 3, "a");
+  }
+  const bool hasEmptyName = host.empty() || host.front() == '.' || host.find("..") != host.npos;
+  return !hasEmptyName && host.find_first_of("{}*") == host.npos;
 }
 
 }  // namespace

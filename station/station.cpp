@@ -65,7 +65,7 @@ std::string Station::Open() {
     advertised = asio::ip::make_address_v4(options_.advertisedAddress, error);
   locator_ = std::make_unique<Locator>(
       std::move(locatorSocket), advertised, [this](std::string_view id) { return source_.Knows(id); }, log_);
-  baseServer_ = std::make_unique<BaseServer>(std::move(probe), std::move(data), source_, log_);
+  baseServer_ = std::make_unique<BaseServer>(std::move(probe), std::move(data), source_, UtcNow, log_);
   TickEverySecond();
   return "";
 }

@@ -7,7 +7,7 @@
 
 #include "station/base_server.h"
 #include "station/data_folder.h"
-#include "station/demo_units.h"
+#include "station/demo_source.h"
 #include "station/locator.h"
 #include "station/log.h"
 #include "station/options.h"

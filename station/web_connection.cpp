@@ -34,11 +34,12 @@ WebConnection::WebConnection(tcp::socket socket, const SiteContent& content)
     : socket_(std::move(socket)), content_(content) {
   std::error_code ignored;
   socket_.set_option(tcp::no_delay(true), ignored);
-  SetDeadline(kHeadTime);
+  Progress(kHeadTime);
 }
 
-void WebConnection::SetDeadline(std::chrono::seconds fromNow) {
-  deadline_ = std::chrono::steady_clock::now() + fromNow;
+void WebConnection::Progress(std::chrono::seconds timeForNext) {
+  lastProgress_ = std::chrono::steady_clock::now();
+  deadline_ = lastProgress_ + timeForNext;
 }
 
 void WebConnection::Close() {
@@ -123,7 +124,7 @@ std::string WebConnection::Head(std::string_view status, const std::string& head
 
 void WebConnection::Write() {
   written_ = 0;
-  SetDeadline(kStallTime);
+  Progress(kStallTime);
   Written();
 }
 
@@ -133,7 +134,7 @@ void WebConnection::Written() {
                              [self = shared_from_this()](std::error_code error, std::size_t count) {
                                if (error) return self->Close();
                                self->written_ += count;
-                               self->SetDeadline(kStallTime);
+                               self->Progress(kStallTime);
                                self->Written();
                              });
     return;
@@ -148,7 +149,7 @@ void WebConnection::Written() {
   file_.close();
   output_ = {};
   if (!keepsAlive_) return Close();
-  SetDeadline(kHeadTime);
+  Progress(kHeadTime);
   TakeRequest();
 }
 

@@ -40,6 +40,9 @@ class WebConnection : public std::enable_shared_from_this<WebConnection> {
   /// When the other side has taken too long: with the whole head of a request, or to take a byte.
   std::chrono::steady_clock::time_point Deadline() const { return deadline_; }
 
+  /// When something last came of it: it was accepted, its request was whole, a byte of the answer was taken.
+  std::chrono::steady_clock::time_point LastProgress() const { return lastProgress_; }
+
  private:
   void Read();
   void TakeRequest();
@@ -51,10 +54,11 @@ class WebConnection : public std::enable_shared_from_this<WebConnection> {
   std::string Head(std::string_view status, const std::string& headers) const;
   void Write();
   void Written();
-  void SetDeadline(std::chrono::seconds fromNow);
+  void Progress(std::chrono::seconds timeForNext);
 
   asio::ip::tcp::socket socket_;
   const SiteContent& content_;
+  std::chrono::steady_clock::time_point lastProgress_;
   std::chrono::steady_clock::time_point deadline_;
 
   std::array<char, 4096> arrived_{};

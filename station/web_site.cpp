@@ -15,30 +15,37 @@ namespace {
 
 using asio::ip::tcp;
 
-// A browser keeps some six connections. When there are too many, the one that is to be given up first has to
-// go, so that a new one always gets through.
+// A browser keeps some six connections. When there are too many, the one without progress for longest has to
+// go: a new one always gets through, and is not put out before those that have stalled.
 constexpr std::size_t kMaxConnections = 128;
 
 constexpr std::chrono::seconds kCheckInterval{1};
 
+// Stands for the servers a, b and c in an online map's address.
+constexpr std::string_view kServerPlace = "{s}";
+
 // In place of the file of that name, which says that nothing is set.
 constexpr const char* kPageSettings = "/fullscreen/settings.json";
 
-// Where a page may get pictures from besides this site and the client's own tiles. Of the host
-// {s}.example.org every sibling may be asked.
+// Where a page may get pictures from besides this site and the client's own tiles: with {s} in the host from
+// each of those that it stands for, and from no other.
 std::string PictureHosts(const std::optional<OnlineMap>& onlineMap) {
   if (!onlineMap) return "";
   const std::string& url = onlineMap->url;
   const std::size_t start = url.find("://") + 3;
-  std::string host = url.substr(start, url.find_first_of("/?#", start) - start);
-  if (const std::size_t server = host.find("{s}"); server != host.npos)
-    host.replace(0, host.find('.', server), "*");
-  return " " + url.substr(0, start) + host;
+  const std::string host = url.substr(0, url.find_first_of("/?#", start));
+  const std::size_t server = host.find(kServerPlace);
+  if (server == host.npos) return " " + host;
+  std::string hosts;
+  for (const char* name : {"a", "b", "c"})
+    hosts += " " + std::string(host).replace(server, kServerPlace.size(), name);
+  return hosts;
 }
 
 // Forbids a page everything that does not come from here, whatever it is made of.
 std::string ContentPolicy(const std::optional<OnlineMap>& onlineMap) {
   return "default-src 'self'; style-src 'self' 'unsafe-inline'; object-src 'none'; base-uri 'none'; "
+         "form-action 'none'; frame-ancestors 'self'; "
          "img-src 'self' data: blob: tile:" +
          PictureHosts(onlineMap);
 }
@@ -74,11 +81,10 @@ struct WebSite::Server {
   void Accept(tcp::socket socket) {
     DropOverdue();
     if (connections.size() >= kMaxConnections) {
-      const auto first =
-          std::min_element(connections.begin(), connections.end(),
-                           [](const auto& a, const auto& b) { return a->Deadline() < b->Deadline(); });
-      (*first)->Close();
-      connections.erase(first);
+      const auto stalled =
+          std::ranges::min_element(connections, {}, [](const auto& c) { return c->LastProgress(); });
+      (*stalled)->Close();
+      connections.erase(stalled);
     }
     connections.push_back(std::make_shared<WebConnection>(std::move(socket), content));
     connections.back()->Start();

@@ -8,7 +8,7 @@
 #include "fakes/client_harness.h"
 #include "station/answer.h"
 #include "station/data_request.h"
-#include "station/demo_units.h"
+#include "station/demo_source.h"
 #ifdef __SANITIZE_ADDRESS__
 // Of the sanitizer's run-time library; not every compiler ships its header.
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();

@@ -1,6 +1,7 @@
 #include "station/base_server.h"
 
 #include <asio/post.hpp>
+#include <atomic>
 #include <future>
 #include <thread>
 
@@ -24,7 +25,9 @@ class BaseServerOnSockets : public testing::Test {
         data_(context_, {asio::ip::make_address("127.0.72.2"), 0}),
         probeAddress_(probe_.local_endpoint()),
         dataAddress_(data_.local_endpoint()),
-        server_(std::move(probe_), std::move(data_), source_, [](const std::string&) {}),
+        server_(
+            std::move(probe_), std::move(data_), source_, [this] { return now_.load(); },
+            [](const std::string&) {}),
         thread_([this] { context_.run(); }) {}
 
   ~BaseServerOnSockets() override {
@@ -69,6 +72,7 @@ class BaseServerOnSockets : public testing::Test {
     return records;
   }
 
+  std::atomic<Millis> now_ = kNoon;
   FakeSource source_;  ///< touched before the first request or on the server's thread only
   asio::io_context context_;
   tcp::acceptor probe_;
@@ -179,6 +183,79 @@ TEST_F(BaseServerOnSockets, ServesWhoAsksHoweverManyStaySilent) {
   EXPECT_EQ(ReceiveRecords(client, 1).size(), 1u);
   EXPECT_EQ(silent.front()->ReceiveAll(), "");  // the oldest had to go
   EXPECT_FALSE(silent.front()->TimedOut());
+}
+
+TEST_F(BaseServerOnSockets, AtTheBoundTheLeastUsefulClientGivesWay) {
+  source_.units[kA] = RecordsAt(0, 1);
+  source_.units[kB] = RecordsAt(0, 1'000'000);  // more than a client that does not read can be sent
+  now_ = kNoon + 40 * kDay;
+  const std::string live = Request(kA, kNoon, kNoon + 50 * kDay), served = Request(kA, kNoon, kNoon + kDay),
+                    deaf = Request(kB, kNoon, kNoon + 30 * kDay);
+  struct Group {
+    std::string request;
+    int clients;
+    bool losesItsFirst;
+  };
+  // Each group has an address of its own: 127.0.74.1, .2, ...
+  const struct {
+    const char* name;
+    std::vector<Group> groups;
+    int newcomer;  // its address
+    bool isServed;
+  } cases[] = {
+      {"the oldest",
+       {{served, 60, true},
+        {served, 60, false},
+        {served, 60, false},
+        {served, 60, false},
+        {served, 16, false}},
+       9,
+       true},
+      {"who has been sent everything before who has not",
+       {{live, 60, false}, {deaf, 60, false}, {served, 60, true}, {live, 60, false}, {served, 16, false}},
+       9,
+       true},
+      {"whose window is over before those who wait for more",
+       {{live, 60, false}, {deaf, 60, true}, {live, 60, false}, {live, 60, false}, {deaf, 16, false}},
+       9,
+       true},
+      {"none while all wait for more",
+       {{live, 60, false}, {live, 60, false}, {live, 60, false}, {live, 60, false}, {live, 16, false}},
+       9,
+       false},
+      {"one of the same address when that has its share", {{served, 30, false}, {live, 64, true}}, 2, true},
+      {"none below the share", {{served, 30, false}, {live, 63, false}}, 2, true},
+  };
+  const auto address = [](std::size_t last) {
+    return asio::ip::make_address_v4("127.0.74." + std::to_string(last));
+  };
+  for (const auto& c : cases) {
+    std::vector<std::vector<std::unique_ptr<TestClient>>> groups;
+    std::size_t count = 0;
+    for (const Group& group : c.groups) {
+      auto& clients = groups.emplace_back();
+      for (int i = 0; i < group.clients; ++i) {
+        clients.push_back(std::make_unique<TestClient>(dataAddress_, address(groups.size())));
+        clients.back()->Send(group.request);
+        EXPECT_FALSE(clients.back()->Receive().empty()) << c.name;
+        ++count;
+      }
+    }
+    TestClient newcomer(dataAddress_, address(static_cast<std::size_t>(c.newcomer)));
+    newcomer.Send(served);
+    EXPECT_EQ(!newcomer.Receive().empty(), c.isServed) << c.name;
+    bool hasLost = !c.isServed;
+    for (std::size_t g = 0; g < groups.size(); ++g) {
+      if (!c.groups[g].losesItsFirst) continue;
+      groups[g].front()->ReceiveAll();
+      EXPECT_FALSE(groups[g].front()->TimedOut()) << c.name;
+      hasLost = true;
+    }
+    EXPECT_EQ(OnServer([this] { return server_.ClientCount(); }), count + (hasLost ? 0 : 1)) << c.name;
+    groups.clear();
+    newcomer.Close();
+    while (OnServer([this] { return server_.Tick(), server_.ClientCount(); }) > 0) std::this_thread::yield();
+  }
 }
 
 TEST_F(BaseServerOnSockets, AcceptsProbesHoweverManyStayOpen) {

@@ -2,8 +2,8 @@
 #include <random>
 
 #include "base/data_point.h"
+#include "station/demo_source.h"
 #include "station/demo_trip.h"
-#include "station/demo_units.h"
 #include "station_testing.h"
 
 namespace pallomir::station {
@@ -66,6 +66,35 @@ TEST_F(Demo, AWindowIsThePartOfABiggerOne) {
       EXPECT_TRUE(std::ranges::equal(limited, std::span(part).first(std::min<std::size_t>(17, part.size()))));
     }
   }
+}
+
+TEST_F(Demo, ClientsOnDifferentDaysDontMakeEachSlotAgain) {
+  int made = 0;
+  constexpr std::size_t kSize = 100;
+  const auto make = [&made](const DemoUnit&, std::int64_t slot) {
+    ++made;
+    return std::vector<WireRecord>(kSize, RecordAt(slot));
+  };
+  const DemoUnit &a = DemoUnits()[0], &b = DemoUnits()[1];
+  DemoSlots slots(make, 5 * kSize);
+  for (int page = 0; page < 20; ++page) {
+    for (const std::int64_t day : {1, 2}) {
+      EXPECT_EQ(slots.Reports(a, day).front(), RecordAt(day));
+      slots.Reports(b, day);
+    }
+  }
+  EXPECT_EQ(made, 4);
+  // There is room for one more; then the one that was not read for longest goes.
+  slots.Reports(a, 3);
+  slots.Reports(a, 1);
+  slots.Reports(a, 4);
+  EXPECT_EQ(made, 6);
+  slots.Reports(a, 1);
+  EXPECT_EQ(made, 6);
+  slots.Reports(b, 1);
+  EXPECT_EQ(made, 7);
+  DemoSlots small(make, kSize - 1);
+  EXPECT_EQ(small.Reports(a, 1).size(), kSize) << "the one asked for is always there";
 }
 
 TEST_F(Demo, NothingIsKnownOfTheFuture) {

@@ -93,6 +93,11 @@ TEST_F(LocatorOnASocket, NamesTheAdvertisedAddress) {
   EXPECT_EQ(reply, AsText(LocatorReply(0xC0000207, port_)));
 }
 
+TEST_F(LocatorOnASocket, NamesTheAddressWithoutAnyUnit) {
+  const std::string reply = Ask(LocatorRequest({}));
+  EXPECT_EQ(reply, AsText(LocatorReply(0x7F004801, port_)));
+}
+
 TEST_F(LocatorOnASocket, SaysWhenItKnowsNone) {
   EXPECT_EQ(Ask(LocatorRequest({kUnknown})), AsText(EmptyLocatorReply()));
   EXPECT_TRUE(log_.empty());

@@ -74,7 +74,8 @@ TEST(ManyClients, ThoseWhoNeverReadHoldUpNobodyAndCostLittle) {
   const tcp::endpoint anyPort(asio::ip::make_address("127.0.73.2"), 0);
   tcp::acceptor probe(serverContext, anyPort), data(serverContext, anyPort);
   const tcp::endpoint address = data.local_endpoint();
-  BaseServer server(std::move(probe), std::move(data), source, [](const std::string&) {});
+  BaseServer server(
+      std::move(probe), std::move(data), source, [] { return kNoon; }, [](const std::string&) {});
 
   // Both sides run on this thread, by turns: what is allocated between two moments can be told.
   asio::io_context clientContext;
@@ -91,7 +92,10 @@ TEST(ManyClients, ThoseWhoNeverReadHoldUpNobodyAndCostLittle) {
 
   for (int i = 0; i < kClients; ++i) clients.push_back(std::make_unique<Reader>(clientContext));
   const std::size_t before = AllocatedBytes();
-  for (const auto& client : clients) {
+  for (std::size_t i = 0; i < clients.size(); ++i) {
+    const auto& client = clients[i];
+    client->socket.open(tcp::v4());
+    client->socket.bind({asio::ip::make_address("127.0.73." + std::to_string(10 + i % 4)), 0});
     client->socket.connect(address);
     asio::write(client->socket, asio::buffer(request));
   }

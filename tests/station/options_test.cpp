@@ -87,6 +87,7 @@ TEST_F(CommandLines, SayWhatIsWrong) {
       {"OnlineMap=https:///{z}/{x}/{y}.png Makers\n", {}, "online-map"},
       {"OnlineMap=https://{s}/{z}/{x}/{y}.png Makers\n", {}, "online-map"},
       {"OnlineMap=https://{s}:8080/{z}/{x}/{y}.png Makers\n", {}, "online-map"},
+      {"OnlineMap=https://{s}.{s}.org/{z}/{x}/{y}.png Makers\n", {}, "online-map"},
       {"OnlineMap=https://{s}../{z}/{x}/{y}.png Makers\n", {}, "online-map"},
       {"OnlineMap=https://{z}.example.org/{z}/{x}/{y}.png Makers\n", {}, "online-map"},
       {"OnlineMap=https://example.org/{z}/{x}/{y}.png?key={key} Makers\n", {}, "online-map"},

@@ -75,7 +75,12 @@ inline std::vector<Packet> TakePackets(std::string& stream) {
 /// A blocking client of a port that gives up after some seconds, so that a test fails instead of hanging.
 class TestClient {
  public:
-  explicit TestClient(const asio::ip::tcp::endpoint& server) : socket_(context_) {
+  explicit TestClient(const asio::ip::tcp::endpoint& server) : TestClient(server, {}) {}
+
+  /// A client at an address of its own.
+  TestClient(const asio::ip::tcp::endpoint& server, const asio::ip::address_v4& address) : socket_(context_) {
+    socket_.open(asio::ip::tcp::v4());
+    socket_.bind({address, 0});
     socket_.connect(server);
     const timeval patience{20, 0};
     ::setsockopt(socket_.native_handle(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
@@ -102,6 +107,8 @@ class TestClient {
   }
 
   bool TimedOut() const { return timedOut_; }
+
+  void Close() { socket_.close(); }
 
  private:
   asio::io_context context_;

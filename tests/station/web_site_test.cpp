@@ -99,15 +99,19 @@ TEST_F(WebSiteOnDisk, SendsAFileAgainOnlyWhenItHasChanged) {
 TEST_F(WebSiteOnDisk, LetsAPageAskNoOtherHostUnlessAnOnlineMapIsSet) {
   folder_.Write("web/fullscreen/settings.json", "{ \"onlineMap\": null }");
   const std::string closed = Ask("/fullscreen/index.php");
-  EXPECT_NE(closed.find("Content-Security-Policy: default-src 'self'; "), std::string::npos) << closed;
+  for (const char* part : {"Content-Security-Policy: default-src 'self'; ", "; form-action 'none'; ",
+                           "; frame-ancestors 'self'; "})
+    EXPECT_NE(closed.find(part), std::string::npos) << closed;
   EXPECT_EQ(closed.find("http:"), std::string::npos);
   EXPECT_TRUE(Ask("/fullscreen/settings.json").ends_with("null }"));
 
   const struct {
     std::string url, policyEnd;
   } cases[] = {
-      {"https://maps.example.org:8443/{z}/{x}/{y}.png", "tile: https://maps.example.org:8443\r\n"},
-      {"http://t-{s}.maps.example.org?{z}{x}{y}", "tile: http://*.maps.example.org\r\n"},
+      {"https://maps.example.org:8443/{z}/{x}/{y}.png", " tile: https://maps.example.org:8443\r\n"},
+      {"http://t-{s}.maps.example.org?{z}{x}{y}",
+       " tile: http://t-a.maps.example.org http://t-b.maps.example.org http://t-c.maps.example.org\r\n"},
+      {"https://{s}.com/{z}/{x}/{y}", " tile: https://a.com https://b.com https://c.com\r\n"},
   };
   for (const auto& c : cases) {
     WebSite open(root_, OnlineMap{c.url, "The \"makers\" \\ others"});
@@ -177,6 +181,23 @@ TEST_F(WebSiteOnDisk, AnswersHoweverManyConnectionsSayNothingOrTakeNothing) {
     EXPECT_TRUE(Ask("/fullscreen/map.js").ends_with("let x;")) << i;
   }
   EXPECT_TRUE(Ask("/fullscreen/map.js").ends_with("let x;"));
+}
+
+TEST_F(WebSiteOnDisk, GivesUpStalledConnectionsBeforeFreshOnes) {
+  Ask("/");
+  folder_.Write("web/big.js", std::string(8'000'000, 'x'));
+  const asio::ip::tcp::endpoint site{asio::ip::make_address("127.0.72.3"), static_cast<std::uint16_t>(port_)};
+  std::vector<std::unique_ptr<TestClient>> stalled, browser;
+  for (int i = 0; i < 128; ++i) {
+    stalled.push_back(std::make_unique<TestClient>(site));
+    stalled.back()->Send("GET /big.js HTTP/1.1\r\n\r\n");
+    EXPECT_FALSE(stalled.back()->Receive().empty());  // it has begun
+  }
+  for (int i = 0; i < 12; ++i) browser.push_back(std::make_unique<TestClient>(site));
+  for (const auto& client : browser) {
+    client->Send("GET /fullscreen/map.js HTTP/1.1\r\nConnection: close\r\n\r\n");
+    EXPECT_TRUE(client->ReceiveAll().ends_with("let x;"));
+  }
 }
 
 TEST_F(WebSiteOnDisk, DoesNotShareItsPort) {
