@@ -9,8 +9,18 @@ const MIN_ZOOM = 2;
 /** What is shown until the client asks for a place: the United States. */
 const FIRST_VIEW = { zoom: 4, latitude: 39.5, longitude: -97 };
 
-/** Our panes from bottom to top, by z-index. The library has its own: zone outlines 400, controls 800. */
-const PANES = { base: 210, online: 215, graticule: 220, zones: 230, strips: 440, tracks: 450 };
+/** Our panes from bottom to top, by z-index. The library has its own: handles of outlines 600, controls 800. */
+const PANES = {
+  base: 210,
+  online: 215,
+  graticule: 220,
+  zones: 230,
+  outlines: 400,
+  strips: 440,
+  tracks: 450,
+  zoneNames: 455,
+  drawing: 460,
+};
 
 /** Sets the size of the map's element, pixels. */
 function setElementSize(element, width, height) {

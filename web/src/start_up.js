@@ -16,7 +16,7 @@ import {
   parseGeneration,
   parseSwitch,
   parseViewLength,
-  parseZone,
+  whenRead,
 } from './bridge/fields.js';
 import { Pointer } from './bridge/pointer.js';
 import { ViewReporter } from './bridge/view_reporter.js';
@@ -28,6 +28,7 @@ import { MapView } from './map_view.js';
 import { fileNameOf } from './tiles/tile_names.js';
 import { TileQuestions } from './tiles/tile_questions.js';
 import { TrackLayer } from './tiles/track_layer.js';
+import { ZoneFields } from './zones/zone_fields.js';
 import { ZoneLayer } from './zones/zone_layer.js';
 
 const fields = new FieldQueue();
@@ -63,6 +64,7 @@ reached(4);
 
 const zones = new ZoneLayer(map, questions);
 zones.setVisible(true);
+const zoneFields = new ZoneFields({ zones, notices, send });
 reached(5);
 
 const pictures = new Pictures(() => baseMap.repaint());
@@ -126,16 +128,11 @@ fields.start({
   TxtTZ: (text) => questions.answer('Z', fileNameOf(text)),
   TxtM: (text) => whenRead(parseSwitch(text), setMapDataVisible),
   TxtT: (text) => whenRead(parseSwitch(text), (visible) => shownOrNot(visible)(tracks)),
-  TxtZ: (text) => whenRead(parseSwitch(text), (visible) => zones.setVisible(visible)),
   TxtMT: setMapType,
   TxtSV: (text) => whenRead(parseSwitch(text), (wanted) => notices.setStreetOverlay(wanted)),
   txtPn: (text) => whenRead(parseSwitch(text), (wanted) => notices.setPanorama(wanted)),
   TxtG: (text) => whenRead(parseSwitch(text), (wanted) => wanted && answerPlace()),
-  TxtZN: zoneDrawingIsMissing,
-  TxtZE: zoneDrawingIsMissing,
-  TxtZF: zoneDrawingIsMissing,
-  TxtZC: zoneDrawingIsMissing,
-  TxtZL: (text) => (text === '*' ? zones.clear() : whenRead(parseZone(text), (zone) => zones.add(zone))),
+  ...zoneFields.handlers(),
 });
 
 baseMapData
@@ -150,10 +147,16 @@ async function loadTheRest() {
     loadJson('settings.json').then(({ onlineMap: online }) => onlineMap.set(online)),
     Promise.all([import('./labels/named_map.js'), loadBytes('../data/names.bin')]).then(setNames),
     baseMapData.then(loadDetail).then((detail) => baseMap.setDetail(detail)),
+    import('./zones/drawing.js').then(setDrawing),
   ];
   const results = await Promise.allSettled(parts);
   tellPlaces(null);
-  for (const { reason } of results) if (reason) console.error(`map data: ${reason.message}`);
+  zoneFields.setDrawing(null);
+  for (const { reason } of results) if (reason) console.error(`a part of the map: ${reason.message}`);
+}
+
+function setDrawing({ ZoneDrawing }) {
+  zoneFields.setDrawing(new ZoneDrawing({ map, zones, notices, send }));
 }
 
 function setNames([{ namedMap }, bytes]) {
@@ -177,11 +180,6 @@ function whenIdle(steps) {
 function tellMissing(what, consequence, error) {
   console.error(`${what}: ${error.message}`);
   notices.show(what, `The ${what} could not be loaded. ${consequence}`);
-}
-
-function whenRead(value, act) {
-  if (value === null) console.error('a field holds a text of another form');
-  else act(value);
 }
 
 function shownOrNot(visible) {
@@ -217,9 +215,4 @@ function setMapType(name) {
 function addZoomControl() {
   const control = L.control.zoom().addTo(map);
   for (const link of control.getContainer().querySelectorAll('a')) link.removeAttribute('href');
-}
-
-function zoneDrawingIsMissing() {
-  if (!zoneDrawingIsMissing.told) console.info('this page draws no zones yet');
-  zoneDrawingIsMissing.told = true;
 }

@@ -7,12 +7,15 @@ const read = (name) => readFileSync(new URL(name, SOURCE), 'utf8');
 const allFiles = readdirSync(SOURCE, { recursive: true }).filter((name) => /\.\w+$/.test(name));
 
 /** A module may import from its own room and from those before it. */
-const ROOMS = ['base', 'bridge', 'tiles', 'base_map', 'labels', 'zones', 'controls', '.'];
+const ROOMS = ['base', 'bridge', 'tiles', 'base_map', 'labels', 'controls', 'zones', '.'];
 
 /** The modules that a module imports at once, by their paths below the source folder. */
 function importsOf(name) {
-  const texts = [...read(name).matchAll(/^(?:import|export)\b[^;]*?from '(\.[\w./]+)';/gm)];
-  return texts.map(([, path]) => new URL(path, new URL(name, SOURCE)).href.slice(SOURCE.href.length));
+  const texts = [...read(name).matchAll(/^(?:import|export)\b[^;]*?from '(\.[\w./-]+)';/gm)];
+  const addresses = texts.map(([, path]) => new URL(path, new URL(name, SOURCE)).href);
+  return addresses
+    .filter((each) => each.startsWith(SOURCE.href))
+    .map((each) => each.slice(SOURCE.href.length));
 }
 
 function allImportsOf(name, found = new Set()) {

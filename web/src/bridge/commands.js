@@ -93,6 +93,36 @@ export function plainRightClickCommand() {
   return 'C';
 }
 
+/** Six decimals, without the sign of a zero: the list of zones that the client sends has as many. */
+function zoneDegrees(value) {
+  const text = value.toFixed(6);
+  return Number(text) === 0 ? text.replace('-', '') : text;
+}
+
+/**
+ * The user has finished a zone's outline.
+ * @param {number[][]} corners [latitude, longitude] in degrees; none when the zone keeps the outline that it has
+ */
+export function zoneShapeCommand(corners) {
+  return (
+    'zF' +
+    corners
+      .flat()
+      .map((value) => zoneDegrees(value) + '~')
+      .join('')
+  );
+}
+
+/** The user has given up the outline that was being drawn. */
+export function zoneCancelCommand() {
+  return 'zC';
+}
+
+/** The new outline has got enough corners to be finished. */
+export function zoneClosableCommand() {
+  return 'z3';
+}
+
 /**
  * The answer to the question what lies at a place.
  *

@@ -1,4 +1,26 @@
-/** Reading of the texts that the client writes into the page's fields. A text of another form gives null. */
+/**
+ * Reading of the texts that the client writes into the page's fields. A text of another form gives null.
+ *
+ * | field | what the client writes |
+ * | --- | --- |
+ * | TxtX, TxtY | width and height of the map, pixels |
+ * | TxtF, TxtL | zoom and centre to show: parseFit() |
+ * | TxtP | centre to show: parseCentre() |
+ * | TxtR | new generation of the track tiles |
+ * | TxtTT, TxtTZ | path of the track or zone tile that was asked for |
+ * | TxtM, TxtT, TxtZ, TxtSV, txtPn | a layer or panel is on or off: parseSwitch() |
+ * | TxtMT | name of the map type |
+ * | TxtG | what lies at the clicked place is asked |
+ * | TxtZL | "*": the list of zones begins anew; then a write for each zone: parseZone() |
+ * | TxtZD | after the list, names of zones in its order: parseZoneNames(); further writes go on from there |
+ * | TxtZN | " ": drawing of a new zone begins |
+ * | TxtZE | editing of a zone of the list begins: parseOrdinal() |
+ * | TxtZF, TxtZC | " ": the shape is to be sent, or dropped |
+ * | TxtZU | " ": the last step of the drawing is taken back (Ctrl+Z) |
+ * | TxtZX | the crosshair moves (arrow keys): parseCrosshairMove() |
+ * | TxtZV | Enter: " " sets, takes up or puts down a corner at the crosshair; "A", with Alt, without snapping.
+ *           Without a crosshair, and at a closed end, it finishes as TxtZF does |
+ */
 
 const FIT = /^(\d{2})([+-]\d{3}\.\d{6})([+-]\d{3}\.\d{6})$/;
 const CENTRE = /^([+-]\d{3}\.\d{6})([+-]\d{3}\.\d{6})$/;
@@ -6,6 +28,9 @@ const GENERATION = /^[0-9A-F]{4}$/;
 const LARGEST_VIEW = 16384;
 const VERTEX_LENGTH = 23;
 const COORDINATE = /^ *-?\d{3}\.\d{6}$/;
+const ORDINAL = /^\d{1,9}$/;
+const STEP = /^([+-]\d{4})([+-]\d{4})$/;
+const ZONE_NAME = /^(\d+(?:\.\d+)*)(?: (.*))?$/;
 
 function position(latitudeText, longitudeText) {
   const latitude = Number(latitudeText);
@@ -70,4 +95,39 @@ function parseVertex(text) {
   if (text[0] !== 'T' || !COORDINATE.test(latitude) || !COORDINATE.test(longitude)) return null;
   const place = position(latitude, longitude);
   return place && [place.latitude, place.longitude];
+}
+
+/** Which zone of the list: "12" → 12, the first is 0. */
+export function parseOrdinal(text) {
+  return ORDINAL.test(text) ? Number(text) : null;
+}
+
+/**
+ * A move of the crosshair by which zones are drawn with the keyboard: "+0010-0001" → { dx: 10, dy: -1 } in
+ * pixels, to the right and down; "N" and "P" → { corner: 1 } and { corner: -1 }, on to the next or the
+ * previous corner of the outline.
+ */
+export function parseCrosshairMove(text) {
+  if (text === 'N') return { corner: 1 };
+  if (text === 'P') return { corner: -1 };
+  const parts = STEP.exec(text);
+  return parts && { dx: Number(parts[1]), dy: Number(parts[2]) };
+}
+
+/**
+ * The names of some zones, a line each: "1.2 Loading bay". A line of another form keeps its place as null.
+ * @returns {({section: string, description: string}|null)[]}
+ */
+export function parseZoneNames(text) {
+  const lines = text.endsWith('\n') ? text.slice(0, -1).split('\n') : text.split('\n');
+  return lines.map((line) => {
+    const parts = ZONE_NAME.exec(line);
+    return parts && { section: parts[1], description: parts[2] ?? '' };
+  });
+}
+
+/** Acts on what one of the functions above has read; a text of another form is left out. */
+export function whenRead(value, act) {
+  if (value === null) console.error('a field holds a text of another form');
+  else act(value);
 }

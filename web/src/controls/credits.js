@@ -14,7 +14,7 @@ const SOURCES = [
     'NASA Blue Marble Next Generation, public domain; lightened, bent to the map, a lake traced',
   ],
   ['Relief', 'NASA, SRTM heights, public domain; tinted and shaded'],
-  ['Map library', 'Leaflet, BSD 2-Clause'],
+  ['Map libraries', 'Leaflet, BSD 2-Clause; leaflet-editable, WTFPL'],
 ];
 
 export const Credits = L.Control.extend({

@@ -1,106 +1,27 @@
 /* global L */
-/**
- * The alert zones: their outlines, and the layer of the client's zone tiles.
- *
- * The client has no picture for most zone tiles; it then names a red or a green placeholder, the same for
- * every tile. That one answer stands for the whole view until the zoom or the tiles change, and is shown as
- * one small mark in a corner.
- */
-import { parseTileFile, tileSuffix, tileUrl } from '../tiles/tile_names.js';
-import { TileImage } from '../tiles/tile_image.js';
+/** The zones on the map: outlines, names, and the layer of the client's zone tiles. */
+import { ZoneList } from './zone_list.js';
+import { ZoneNames } from './zone_names.js';
+import { zoneStyle } from './zone_styles.js';
+import { ZoneMark, ZoneTiles } from './zone_tiles.js';
 
-const STYLES = {
-  alert: {
-    color: '#c0392b',
-    weight: 2,
-    opacity: 0.9,
-    fillColor: '#c0392b',
-    fillOpacity: 0.06,
-    interactive: false,
-  },
-  plain: {
-    color: '#2e8b57',
-    weight: 2,
-    opacity: 0.9,
-    fillColor: '#2e8b57',
-    fillOpacity: 0.06,
-    interactive: false,
-  },
-};
-
-const ZoneTiles = L.GridLayer.extend({
-  options: { pane: 'zones', className: 'zone-tiles' },
-
-  initialize(questions, showMark) {
-    L.GridLayer.prototype.initialize.call(this);
-    this._questions = questions;
-    this._showMark = showMark;
-    this._placeholderZoom = null;
-    this._shown = new Map();
-    this.on('tileunload', (event) => this._drop(event.tile));
-  },
-
-  createTile(coords) {
-    const element = L.DomUtil.create('div');
-    element.dataset.suffix = tileSuffix(coords.z, coords.x, coords.y);
-    this._shown.set(element.dataset.suffix, new TileImage(element));
-    if (this._placeholderZoom !== coords.z) this._questions.ask('Z', element.dataset.suffix);
-    return element;
-  },
-
-  renew() {
-    this._placeholderZoom = null;
-    for (const suffix of this._shown.keys()) this._questions.ask('Z', suffix);
-  },
-
-  fill(suffix, fileName) {
-    if (parseTileFile(fileName)) {
-      this._shown.get(suffix)?.show(tileUrl(fileName));
-      return;
-    }
-    this._shown.get(suffix)?.clear();
-    this._placeholderZoom = parseInt(suffix.slice(0, 2), 16);
-    this._questions.forgetAll('Z');
-    this._showMark(fileName);
-  },
-
-  _drop(element) {
-    this._shown.delete(element.dataset.suffix);
-    this._questions.forget('Z', element.dataset.suffix);
-  },
-});
-
-/** A corner control that holds the placeholder image. */
-const ZoneMark = L.Control.extend({
-  options: { position: 'bottomright' },
-
-  onAdd() {
-    this._box = L.DomUtil.create('div', 'zone-mark-box');
-    this._image = new TileImage(this._box);
-    return this._box;
-  },
-
-  async show(fileName) {
-    if (!this._map) return;
-    this._box.title = /^red\./i.test(fileName) ? 'Top-level zones alert' : 'Top-level zones do not alert';
-    await this._image.show(tileUrl(fileName));
-    this._box.firstElementChild?.classList.add('zone-mark');
-  },
-});
-
-/** Everything about zones that the map shows. */
 export class ZoneLayer {
   /** @param {L.Map} map @param {import('../tiles/tile_questions.js').TileQuestions} questions asked with kind "Z" */
   constructor(map, questions) {
     this.map = map;
     this.mark = new ZoneMark();
     this.tiles = new ZoneTiles(questions, (fileName) => this.mark.show(fileName));
+    // One canvas carries thousands of outlines more lightly than as many elements.
+    this.renderer = L.canvas({ pane: 'outlines', padding: 0.3 });
     this.outlines = L.layerGroup();
-    this.zones = [];
+    this.list = new ZoneList();
+    this.names = new ZoneNames(this.list);
+    this.polygons = [];
+    this.hiddenOrdinal = null;
   }
 
   setVisible(visible) {
-    for (const part of [this.outlines, this.tiles, this.mark]) {
+    for (const part of [this.outlines, this.names, this.tiles, this.mark]) {
       if (visible) part.addTo(this.map);
       else part.remove();
     }
@@ -108,14 +29,33 @@ export class ZoneLayer {
 
   /** The client is about to send its list anew; which kind of zone is on top may have changed. */
   clear() {
-    this.zones = [];
+    this.list.clear();
+    this.polygons = [];
     this.outlines.clearLayers();
+    this.names.updateSoon();
     this.tiles.renew();
   }
 
-  /** @param {{alert: boolean, vertices: number[][]}} zone */
-  add(zone) {
-    this.zones.push(zone);
-    this.outlines.addLayer(L.polygon(zone.vertices, zone.alert ? STYLES.alert : STYLES.plain));
+  /** @param {{alert: boolean, vertices: number[][]}|null} parsed null for a zone that could not be read */
+  add(parsed) {
+    const zone = this.list.add(parsed);
+    const polygon = L.polygon(zone.vertices, { ...zoneStyle(zone), renderer: this.renderer });
+    this.polygons.push(polygon);
+    if (this.polygons.length - 1 !== this.hiddenOrdinal) this.outlines.addLayer(polygon);
+  }
+
+  /** @param {({section: string, description: string}|null)[]} names of the next zones of the list */
+  addNames(names) {
+    this.list.addNames(names);
+    this.names.updateSoon();
+  }
+
+  /** While a zone is edited, the shape under the user's hands stands for it. @param {number|null} ordinal */
+  hideOriginal(ordinal) {
+    const before = this.polygons[this.hiddenOrdinal];
+    if (before) this.outlines.addLayer(before);
+    this.hiddenOrdinal = ordinal;
+    if (this.polygons[ordinal]) this.outlines.removeLayer(this.polygons[ordinal]);
+    this.names.setHidden(this.list.zones[ordinal] ?? null);
   }
 }

@@ -34,6 +34,15 @@ const samples = [
   ['centre', commands.centreCommand(40.6259, -75.3703), 'M40.6259000,-75.3703000'],
   ['centre near zero has no exponent', commands.centreCommand(1e-9, -1e-9), 'M0.0000000,0.0000000'],
   ['centre after a walk around the world', commands.centreCommand(0, -544.5), 'M0.0000000,175.5000000'],
+  [
+    'zone',
+    commands.zoneShapeCommand([
+      [40.1234564, -75.5],
+      [-1e-9, 0.0000006],
+    ]),
+    'zF40.123456~-75.500000~0.000000~0.000001~',
+  ],
+  ['zone that keeps its outline', commands.zoneShapeCommand([]), 'zF'],
 ];
 
 for (const [name, command, expected] of samples) {

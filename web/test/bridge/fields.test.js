@@ -47,6 +47,11 @@ const samples = [
   ['zone with a vertex that is no number', fields.parseZone, 'TT 040.1234x6-075.500000F', null],
   ['one letter only', fields.parseZone, 'F', null],
   ['nothing', fields.parseZone, '', null],
+  ['ordinal', fields.parseOrdinal, '1024', 1024],
+  ['ordinal below zero', fields.parseOrdinal, '-1', null],
+  ['crosshair to the left and down', fields.parseCrosshairMove, '-0010+0001', { dx: -10, dy: 1 }],
+  ['crosshair to the previous corner', fields.parseCrosshairMove, 'P', { corner: -1 }],
+  ['crosshair somewhere', fields.parseCrosshairMove, '-010+0001', null],
 ];
 
 for (const [name, parse, text, expected] of samples) {
