@@ -201,6 +201,7 @@ function setMapType(name) {
   const palette = MAP_TYPES[name];
   view.element.style.background = palette.water;
   view.element.classList.toggle('dark-map', palette.dark);
+  zones.setDark(palette.dark);
   baseMap.setPalette(palette);
   graticule.setPalette(palette);
   orientation.setPicture(palette.note ?? null);

@@ -73,7 +73,7 @@ export class ZoneDrawing {
       changed: () => this.changed(),
       full: () => this.notices.show(PROBLEM, IS_FULL),
     });
-    this.editor.start(corners, drawnStyle(ordinal === null ? null : this.zones.list.zones[ordinal]));
+    this.editor.start(corners, drawnStyle(this.zones.list.zones[ordinal] ?? null, this.zones.isDark));
     this.keys = new KeyDrawing(this.map, this.editor);
     this.map.on('moveend', this.onMoveEnd, this);
     this.changed();

@@ -52,7 +52,8 @@ const OutlineEditor = L.Editable.PolygonEditor.extend({
   onVertexRawMarkerClick() {},
 
   onMiddleMarkerMouseDown(event) {
-    if (this.owner.isFull()) event.cancel();
+    // The other buttons only open the client's menu.
+    if (event.originalEvent.button > 0 || this.owner.isFull()) event.cancel();
     L.Editable.PolygonEditor.prototype.onMiddleMarkerMouseDown.call(this, event);
   },
 
@@ -201,8 +202,10 @@ export class ShapeEditor {
 
   /** Shows a corner elsewhere, until drop() makes it a step. */
   carry(index, latlng) {
-    this.ring[index].update(latlng);
-    this.ring[index].__vertex?.update();
+    const corner = this.ring[index];
+    corner.update(latlng);
+    corner.__vertex?.update();
+    for (const handle of [corner.__vertex, corner.__vertex?.getNext()]) handle?.middleMarker?.updateLatLng();
     this.editor.refresh();
   }
 

@@ -6,8 +6,7 @@ export const LEAST_CORNERS = 3;
 
 const TOO_FEW = 'A zone needs at least three corners.';
 const TOO_MANY = `A zone can have ${MOST_CORNERS} corners at most.`;
-const OVER_THE_DATE_LINE =
-  'A zone can’t cross the date line (180° E). Draw one zone on each side of it, or move the corners to one side.';
+const OVER_THE_DATE_LINE = 'A zone can’t cross the date line (180° E): draw one on each side of it.';
 
 /**
  * Moves a shape as a whole into the one turn of the world that positions are stored in.

@@ -18,6 +18,14 @@ export class ZoneLayer {
     this.names = new ZoneNames(this.list);
     this.polygons = [];
     this.hiddenOrdinal = null;
+    this.isDark = false;
+  }
+
+  /** The map under the zones is dark or light. */
+  setDark(isDark) {
+    if (isDark === this.isDark) return;
+    this.isDark = isDark;
+    this.polygons.forEach((polygon, at) => polygon.setStyle(zoneStyle(this.list.zones[at], isDark)));
   }
 
   setVisible(visible) {
@@ -39,7 +47,7 @@ export class ZoneLayer {
   /** @param {{alert: boolean, vertices: number[][]}|null} parsed null for a zone that could not be read */
   add(parsed) {
     const zone = this.list.add(parsed);
-    const polygon = L.polygon(zone.vertices, { ...zoneStyle(zone), renderer: this.renderer });
+    const polygon = L.polygon(zone.vertices, { ...zoneStyle(zone, this.isDark), renderer: this.renderer });
     this.polygons.push(polygon);
     if (this.polygons.length - 1 !== this.hiddenOrdinal) this.outlines.addLayer(polygon);
   }

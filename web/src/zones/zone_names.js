@@ -11,7 +11,7 @@ const GAP = 4;
 /** A zone that is narrower or lower than this has no room for the shortest number, pixels. */
 const LEAST_WIDTH = 16;
 /** More names than this nobody reads. */
-const MOST_NAMES = 300;
+const MOST_NAMES = 1000;
 
 export const ZoneNames = L.Layer.extend({
   options: { pane: 'zoneNames' },

@@ -2,18 +2,22 @@
 
 const OUTLINE = { weight: 2, opacity: 0.9, fillOpacity: 0.06, interactive: false };
 
-const ALERT = { ...OUTLINE, color: '#c0392b', fillColor: '#c0392b' };
-const PLAIN = { ...OUTLINE, color: '#1e7a4a', fillColor: '#1e7a4a', dashArray: '8 5' };
+const coloured = (color) => ({ ...OUTLINE, color, fillColor: color });
+const COLOURS = {
+  onLight: { alert: '#c0392b', plain: '#1e7a4a', fresh: '#1459b3' },
+  onDark: { alert: '#ff7262', plain: '#62d695', fresh: '#7ab8ff' },
+};
 /** Under the hands of the user. */
 const DRAWN = { weight: 3, opacity: 1, fillOpacity: 0.12 };
-const NEW = { ...OUTLINE, color: '#1459b3', fillColor: '#1459b3' };
 
-/** @param {{alert: boolean}} zone */
-export function zoneStyle({ alert }) {
-  return alert ? ALERT : PLAIN;
+/** @param {{alert: boolean}} zone @param {boolean} isDark the map under it */
+export function zoneStyle({ alert }, isDark) {
+  const colours = isDark ? COLOURS.onDark : COLOURS.onLight;
+  return alert ? coloured(colours.alert) : { ...coloured(colours.plain), dashArray: '8 5' };
 }
 
 /** @param {{alert: boolean}|null} zone null for a new one, whose kind the page does not know */
-export function drawnStyle(zone) {
-  return { ...(zone ? zoneStyle(zone) : NEW), ...DRAWN };
+export function drawnStyle(zone, isDark) {
+  const colours = isDark ? COLOURS.onDark : COLOURS.onLight;
+  return { ...(zone ? zoneStyle(zone, isDark) : coloured(colours.fresh)), ...DRAWN };
 }
