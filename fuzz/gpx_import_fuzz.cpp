@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <cmath>
+#include <string>
+#include <utility>
 
 #include "base/packed_time.h"
 #include "fuzz_input.h"
@@ -8,12 +10,34 @@
 
 // A recording from anywhere: what comes of it are records that a data file can hold.
 
+namespace pallomir::fuzz {
+namespace {
+
+std::pair<station::GpxTrack, std::string> Read(std::string_view text, std::size_t partSize) {
+  station::GpxTrack track;
+  std::string error = station::ReadGpx(
+      [&] {
+        const std::string_view part = text.substr(0, partSize);
+        text.remove_prefix(part.size());
+        return part;
+      },
+      track);
+  return {std::move(track), std::move(error)};
+}
+
+}  // namespace
+}  // namespace pallomir::fuzz
+
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace pallomir;
   const std::string_view text = AsText({data, size});
   station::ParseGpxTime(text);
-  const station::GpxTrack track = station::ReadGpx(text);
-  PALLOMIR_DEMAND(track.error.empty() || track.points.empty());
+  const auto [track, error] = fuzz::Read(text, text.size());
+  // However it is cut into parts, it is the same recording.
+  const auto [again, sameError] = fuzz::Read(text, size % 13 + 1);
+  PALLOMIR_DEMAND(error == sameError && track.leftOut.Total() == again.leftOut.Total());
+  PALLOMIR_DEMAND(std::ranges::equal(track.points, again.points, {}, &station::TrackPoint::utc,
+                                     &station::TrackPoint::utc));
   for (const station::TrackPoint& point : track.points) {
     PALLOMIR_DEMAND(std::fabs(point.place.latitude) <= 90 && std::fabs(point.place.longitude) <= 180);
     PALLOMIR_DEMAND(!point.speed || *point.speed >= 0);

@@ -8,6 +8,8 @@
 namespace pallomir::station {
 namespace {
 
+constexpr std::string_view kTooLong = "is longer than a data file";
+
 WireRecord DecodeFileRecord(ByteView bytes, std::size_t position) {
   return {WithoutFlag(ReadBigEndian32(bytes, position)), ReadBigEndianSigned32(bytes, position + 5),
           ReadBigEndianSigned32(bytes, position + 9),
@@ -32,13 +34,13 @@ Bytes EncodeDataFile(std::span<const WireRecord> records) {
 }
 
 DataFileContent DecodeDataFile(ByteView bytes) {
-  if (bytes.size() > kMaxDataFileSize) return {{}, "is longer than a data file"};
+  if (bytes.size() > kMaxDataFileSize) return {{}, std::string(kTooLong), {}};
   DataFileContent content;
   std::uint32_t latest = 0;
   for (std::size_t position = 0; position + kRecordSize <= bytes.size(); position += kRecordSize) {
     const WireRecord record = DecodeFileRecord(bytes, position);
     if (!DecodePackedTime(record.time) || record.time <= latest)
-      return {{}, "has times that do not ascend at byte " + std::to_string(position)};
+      return {{}, "has times that do not ascend at byte " + std::to_string(position), {}};
     latest = record.time;
     content.records.push_back(record);
   }
@@ -52,7 +54,8 @@ DataFileContent DecodeDataFile(ByteView bytes) {
 DataFileContent ReadDataFile(const std::filesystem::path& file) {
   std::error_code error;
   const auto bytes = ReadWholeFile(file, kMaxDataFileSize, error);
-  if (!bytes) return {{}, "can't be read: " + error.message()};
+  if (error == std::errc::file_too_large) return {{}, std::string(kTooLong), {}};
+  if (!bytes) return {{}, "can't be read: " + error.message(), error};
   return DecodeDataFile(AsBytes(*bytes));
 }
 

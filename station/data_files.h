@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "base/bytes.h"
@@ -22,10 +23,11 @@ Bytes EncodeDataFile(std::span<const WireRecord> records);
 struct DataFileContent {
   std::vector<WireRecord> records;  ///< flags clear
   std::string problem;              ///< empty when all is well; a torn tail is named and left out
+  std::error_code unread;           ///< why nobody knows what the file holds; such a file may well be one
 };
 DataFileContent DecodeDataFile(ByteView bytes);
 
-/// The same from a file; one that can't be read or is longer than a data file has a problem and no record.
+/// The same from a file.
 DataFileContent ReadDataFile(const std::filesystem::path& file);
 
 /// The name of the file whose first record has this time: names ascend as times do.

@@ -10,6 +10,7 @@ namespace pallomir::station {
 namespace {
 
 namespace fs = std::filesystem;
+using std::chrono::seconds;
 
 // How often a unit's folder may change under a read before the reader comes back another time.
 constexpr int kAttempts = 10;
@@ -17,63 +18,50 @@ constexpr int kAttempts = 10;
 // A folder full of foreign files must not fill the log each time that it changes.
 constexpr std::size_t kProblemsLogged = 10;
 
-std::vector<fs::path> FilesOf(const fs::path& folder) {
-  std::vector<fs::path> files;
-  std::error_code error;
-  for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
-    if (std::error_code ignored; entry->is_regular_file(ignored)) files.push_back(entry->path());
-  return files;
+// How long a file that can't be read holds up the unit's others.
+constexpr seconds kUnreadPatience{10};
+
+// The files are looked at so often, less often where there are so many that it would take more than a
+// twentieth of the time.
+constexpr seconds kBetweenLooks{1};
+constexpr int kLooksShare = 20;
+
+struct Reading {
+  std::vector<WireRecord> records;
+  std::optional<fs::path> doubtful;  ///< a file that is not what the index says, where the reading ended
+};
+
+// Records that were appended since the file was indexed are left for the next time.
+bool IsAsIndexed(const std::vector<WireRecord>& records, const DataFileEntry& file) {
+  return records.size() >= file.count && records.front().time == file.first &&
+         records[file.count - 1].time == file.last;
 }
 
-// The records of the window; nothing when a file is not what the index says.
-std::optional<std::vector<WireRecord>> ReadIndexed(const DataFileIndex& index, PackedWindow window,
-                                                   std::size_t limit) {
-  std::vector<WireRecord> found;
+Reading ReadIndexed(const DataFileIndex& index, PackedWindow window, std::size_t limit) {
+  Reading reading;
+  auto& found = reading.records;
   auto file = std::ranges::lower_bound(index.files, window.first, {}, &DataFileEntry::last);
   for (; file != index.files.end() && file->first <= window.last && found.size() < limit; ++file) {
     const DataFileContent content = ReadDataFile(file->path);
-    if (content.records.size() != file->count || content.records.front().time != file->first ||
-        content.records.back().time != file->last)
-      return std::nullopt;
-    const auto inside = RecordsInside(content.records, window);
+    if (!IsAsIndexed(content.records, *file)) {
+      reading.doubtful = file->path;
+      break;
+    }
+    const auto inside = RecordsInside(std::span(content.records).first(file->count), window);
     const std::size_t taken = std::min(limit - found.size(), inside.size());
     found.insert(found.end(), inside.begin(), inside.begin() + static_cast<std::ptrdiff_t>(taken));
   }
-  return found;
+  return reading;
 }
 
 }  // namespace
-
-DataFileIndex IndexUnitFolder(const fs::path& folder) {
-  DataFileIndex index;
-  for (const fs::path& file : FilesOf(folder)) {
-    const DataFileContent content = ReadDataFile(file);
-    if (!content.problem.empty()) index.problems.push_back(file.string() + " " + content.problem);
-    if (content.records.empty()) continue;
-    index.files.push_back(
-        {file, content.records.front().time, content.records.back().time, content.records.size()});
-  }
-  std::ranges::sort(index.files, [](const DataFileEntry& a, const DataFileEntry& b) {
-    return std::tie(a.first, a.path) < std::tie(b.first, b.path);
-  });
-  std::uint32_t latest = 0;
-  std::erase_if(index.files, [&](const DataFileEntry& file) {
-    if (file.first > latest) {
-      latest = file.last;
-      return false;
-    }
-    index.problems.push_back(file.path.string() + " overlaps an earlier file");
-    return true;
-  });
-  return index;
-}
 
 bool DataFolder::Knows(std::string_view unitId) {
   std::error_code error;
   return IsUnitId(unitId) && fs::is_directory(folder_ / unitId, error);
 }
 
-std::vector<std::string> DataFolder::Units() const {
+std::vector<std::string> DataFolder::Units(std::string& problem) const {
   std::vector<std::string> ids;
   std::error_code error;
   for (fs::directory_iterator entry(folder_, error), end; !error && entry != end; entry.increment(error)) {
@@ -81,6 +69,8 @@ std::vector<std::string> DataFolder::Units() const {
     if (std::error_code ignored; IsUnitId(name) && entry->is_directory(ignored))
       ids.push_back(std::move(name));
   }
+  if (error && error != std::errc::no_such_file_or_directory)
+    problem = folder_.string() + " can't be listed: " + error.message();
   std::ranges::sort(ids);
   return ids;
 }
@@ -91,39 +81,69 @@ std::optional<DataFolder::Stamp> DataFolder::StampOf(const fs::path& folder) {
   return Stamp{status.st_ino, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
-const DataFileIndex* DataFolder::IndexOf(std::string_view unitId) {
+// The unit with its index as it is now; null where there is no such unit.
+DataFolder::Unit* DataFolder::Looked(std::string_view unitId) {
   const fs::path folder = folder_ / unitId;
   const auto stamp = IsUnitId(unitId) ? StampOf(folder) : std::nullopt;
+  auto unit = units_.find(unitId);
   if (!stamp) {
-    Forget(unitId);
+    if (unit != units_.end()) units_.erase(unit);
     return nullptr;
   }
-  Unit& unit = units_[std::string(unitId)];
-  if (unit.stamp == *stamp) return &unit.index;
-  unit = {*stamp, IndexUnitFolder(folder)};
-  const auto& problems = unit.index.problems;
-  for (std::size_t i = 0; i < std::min(problems.size(), kProblemsLogged); ++i)
-    log_("data folder: " + problems[i]);
-  if (problems.size() > kProblemsLogged)
-    log_("data folder: and " + std::to_string(problems.size() - kProblemsLogged) + " more in " +
-         folder.string());
-  return &unit.index;
+  const bool isNew = unit == units_.end();
+  if (isNew) unit = units_.emplace(unitId, Unit{UnitIndex(folder), {}, {}, {}, {}}).first;
+  if (isNew || unit->second.stamp != *stamp || unit->second.nextLook <= clock_()) {
+    unit->second.stamp = *stamp;
+    Look(unit->second);
+  }
+  return &unit->second;
 }
 
-void DataFolder::Forget(std::string_view unitId) {
-  if (const auto unit = units_.find(unitId); unit != units_.end()) units_.erase(unit);
+void DataFolder::Look(Unit& unit) {
+  const Time start = clock_();
+  unit.index.Look();
+  const Time end = clock_();
+  unit.nextLook = end + std::max<Time::duration>(kBetweenLooks, (end - start) * kLooksShare);
+  Tell(unit);
+}
+
+// What has not been told after the look before.
+void DataFolder::Tell(Unit& unit) {
+  const DataFileIndex& files = unit.index.Files();
+  std::set<std::string> problems(files.problems.begin(), files.problems.end());
+  problems.insert(files.unread.begin(), files.unread.end());
+  std::size_t fresh = 0;
+  for (const std::string& problem : problems)
+    if (!unit.told.contains(problem) && ++fresh <= kProblemsLogged) log_("data folder: " + problem);
+  if (fresh > kProblemsLogged)
+    log_("data folder: and " + std::to_string(fresh - kProblemsLogged) + " more in " +
+         unit.index.Folder().string());
+  unit.told = std::move(problems);
+}
+
+bool DataFolder::MustWait(Unit& unit) const {
+  const DataFileIndex& files = unit.index.Files();
+  if (files.unread.empty()) {
+    unit.unreadSince.reset();
+    return false;
+  }
+  const Time now = clock_();
+  if (!unit.unreadSince) unit.unreadSince = now;
+  return files.isShort || now - *unit.unreadSince < kUnreadPatience;
 }
 
 std::vector<WireRecord> DataFolder::Read(std::string_view unitId, TimeWindow window, std::size_t limit) {
   const auto packed = PackWindow(window);
   if (!packed) return {};
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    const DataFileIndex* index = IndexOf(unitId);
-    if (index == nullptr) return {};
-    auto records = ReadIndexed(*index, *packed, limit);
+    Unit* unit = Looked(unitId);
+    if (unit == nullptr || MustWait(*unit)) return {};
+    Reading reading = ReadIndexed(unit->index.Files(), *packed, limit);
     // An import may have put another folder in this one's place while it was listed or read.
-    if (records && StampOf(folder_ / unitId) == units_.find(unitId)->second.stamp) return *std::move(records);
-    Forget(unitId);
+    const bool isSameFolder = StampOf(unit->index.Folder()) == unit->stamp;
+    if (isSameFolder && !reading.doubtful) return std::move(reading.records);
+    if (reading.doubtful) unit->index.Doubt(*reading.doubtful);
+    unit->nextLook = {};
   }
   return {};
 }

@@ -1,7 +1,6 @@
 #include "station/data_writer.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,32 +10,12 @@
 
 #include "base/whole_file.h"
 #include "station/data_files.h"
-#include "station/data_folder.h"
+#include "station/unit_index.h"
 
 namespace pallomir::station {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view kIncoming = ".incoming";
-
-/// Keeps a second import out while it lives.
-class ImportLock {
- public:
-  explicit ImportLock(const fs::path& file) : fd_(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644)) {
-    isHeld_ = fd_ >= 0 && ::flock(fd_, LOCK_EX | LOCK_NB) == 0;
-  }
-  ~ImportLock() {
-    if (fd_ >= 0) ::close(fd_);
-  }
-  ImportLock(const ImportLock&) = delete;
-  ImportLock& operator=(const ImportLock&) = delete;
-  bool IsHeld() const { return isHeld_; }
-
- private:
-  int fd_;
-  bool isHeld_;
-};
 
 std::string Failed(const std::string& what, const fs::path& path, std::error_code error) {
   return "can't " + what + " " + path.string() + ": " + error.message();
@@ -47,6 +26,12 @@ void FlushFolder(const fs::path& folder) {
   if (fd < 0) return;
   ::fsync(fd);
   ::close(fd);
+}
+
+// Not a link to one either.
+bool IsPlainFile(const fs::path& path) {
+  std::error_code ignored;
+  return fs::is_regular_file(fs::symlink_status(path, ignored));
 }
 
 using Files = std::span<const DataFileEntry>;
@@ -97,10 +82,12 @@ std::error_code ClearStaged(const UnitFolders& folders) {
   if (error == std::errc::no_such_file_or_directory) return {};
   for (const auto& entry : entries) {
     if (error) return error;
-    if (entry.is_regular_file(error) && !entry.is_symlink())
-      fs::remove(entry.path(), error);
-    else
-      fs::rename(entry.path(), folders.live / entry.path().filename(), error);
+    const fs::path& path = entry.path();
+    if (IsPlainFile(path))
+      fs::remove(path, error);
+    else if (::renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, (folders.live / path.filename()).c_str(),
+                         RENAME_NOREPLACE) != 0)
+      error = {errno, std::generic_category()};
   }
   if (!error) fs::remove(folders.staged, error);
   return error;
@@ -113,7 +100,7 @@ std::string StageOldFiles(const UnitFolders& folders, Files rewritten) {
   for (fs::directory_iterator entry(folders.live, error), end; !error && entry != end;
        entry.increment(error)) {
     const fs::path& path = entry->path();
-    if (!entry->is_regular_file() || entry->is_symlink()) continue;
+    if (!IsPlainFile(path)) continue;
     if (std::ranges::find(rewritten, path, &DataFileEntry::path) != rewritten.end()) continue;
     std::error_code failure;
     const fs::path staged = folders.staged / path.filename();
@@ -125,22 +112,25 @@ std::string StageOldFiles(const UnitFolders& folders, Files rewritten) {
   return "";
 }
 
-// A foreign file may have a name that is wanted; then a longer one sorts to the same place.
-fs::path FreeName(const fs::path& folder, std::uint32_t packedTime) {
-  const fs::path name = folder / DataFileName(packedTime);
+// A foreign file may have a name that is wanted, also one that is no plain file and moves along later; then a
+// longer one sorts to the same place.
+fs::path FreeName(const UnitFolders& folders, std::uint32_t packedTime) {
+  const fs::path name = DataFileName(packedTime);
+  const auto isTaken = [&folders](const fs::path& wanted) {
+    std::error_code ignored;
+    const auto live = fs::symlink_status(folders.live / wanted, ignored);
+    return fs::exists(folders.staged / wanted, ignored) || (fs::exists(live) && !fs::is_regular_file(live));
+  };
   fs::path free = name;
-  std::error_code ignored;
-  for (int i = 1; fs::exists(free, ignored); ++i) {
-    free = name;
-    free.replace_filename(name.stem().string() + "-" + std::to_string(i) + name.extension().string());
-  }
-  return free;
+  for (int i = 1; isTaken(free); ++i)
+    free = name.stem().string() + "-" + std::to_string(i) + name.extension().string();
+  return folders.staged / free;
 }
 
-std::string StageRecords(const fs::path& folder, std::span<const WireRecord> records) {
+std::string StageRecords(const UnitFolders& folders, std::span<const WireRecord> records) {
   while (!records.empty()) {
     const auto chunk = records.first(std::min(records.size(), kRecordsPerPacket));
-    const fs::path file = FreeName(folder, chunk.front().time);
+    const fs::path file = FreeName(folders, chunk.front().time);
     const Bytes bytes = EncodeDataFile(chunk);
     if (const auto error = ReplaceFile(file, AsText(bytes))) return Failed("write", file, error);
     records = records.subspan(chunk.size());
@@ -165,36 +155,39 @@ std::string Rebuild(const UnitFolders& folders, Files rewritten, std::span<const
   fs::create_directory(folders.staged, error);
   if (error) return Failed("create", folders.staged, error);
   std::string problem = StageOldFiles(folders, rewritten);
-  if (problem.empty()) problem = StageRecords(folders.staged, records);
+  if (problem.empty()) problem = StageRecords(folders, records);
   if (problem.empty())
     if (error = PutInPlace(folders); error) problem = Failed("replace", folders.live, error);
   ClearStaged(folders);  // what this can't clear now, the next import will
   return problem;
 }
 
+std::string LinkAmong(Files files) {
+  const auto link = std::ranges::find_if(files, [](const auto& file) { return !IsPlainFile(file.path); });
+  return link == files.end() ? "" : link->path.string() + " is a link, which an import leaves alone";
+}
+
+// Empty when the folders are plain ones and all in the unit's could be read.
+std::string WhyNotInto(const UnitFolders& folders, const DataFileIndex& index) {
+  for (const fs::path& folder : {folders.live, folders.staged})
+    if (std::string problem = NoPlainFolder(folder); !problem.empty()) return problem;
+  return index.unread.empty() ? "" : index.unread.front() + "; nothing was imported";
+}
+
 }  // namespace
 
-MergeOutcome MergeIntoUnit(const fs::path& dataFolder, std::string_view unitId,
+MergeOutcome MergeIntoUnit(const ImportLock& lock, std::string_view unitId,
                            std::span<const WireRecord> records) {
   MergeOutcome outcome;
   if (records.empty()) return outcome;
-  const fs::path incoming = dataFolder / kIncoming;
-  std::error_code error;
-  fs::create_directories(incoming, error);
-  if (error) {
-    outcome.error = Failed("create", incoming, error);
-    return outcome;
-  }
-  const ImportLock lock(incoming / "lock");
-  if (!lock.IsHeld()) {
-    outcome.error = "another import into " + dataFolder.string() + " is at work";
-    return outcome;
-  }
-  const UnitFolders folders{dataFolder / unitId, incoming / unitId};
+  const UnitFolders folders{lock.DataFolder() / unitId, lock.Incoming() / unitId};
   const DataFileIndex index = IndexUnitFolder(folders.live);
-  outcome.problems = index.problems;
-
   const Files rewritten = FilesToRewrite(index.files, records.front().time, records.back().time);
+  outcome.problems = index.problems;
+  outcome.error = WhyNotInto(folders, index);
+  if (outcome.error.empty()) outcome.error = LinkAmong(rewritten);
+  if (!outcome.error.empty()) return outcome;
+
   const auto old = ReadAll(rewritten);
   if (!old) {
     outcome.error = "the files in " + folders.live.string() + " changed while they were read";

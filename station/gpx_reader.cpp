@@ -2,69 +2,157 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
-#include <pugixml.hpp>
 
 #include "base/number_format.h"
+#include "station/xml_stream.h"
 
 namespace pallomir::station {
 namespace {
 
+constexpr std::string_view kBlanks = " \t\r\n";
+
 std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
   const std::size_t first = text.find_first_not_of(kBlanks);
   if (first == text.npos) return {};
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-std::string_view LocalName(const pugi::xml_node& node) {
-  const std::string_view name = node.name();
-  return name.substr(name.find(':') + 1);  // npos + 1 is 0
-}
+constexpr std::string_view kPathToPoint[] = {"gpx", "trk", "trkseg", "trkpt"};
+constexpr std::size_t kSegmentLevel = 3;
+constexpr std::size_t kPointLevel = 4;
 
-pugi::xml_node Child(const pugi::xml_node& node, std::string_view name) {
-  return node.find_child([name](const pugi::xml_node& child) { return LocalName(child) == name; });
-}
+// What a time or a number is written with. Longer ones can't be read.
+constexpr std::size_t kMaxFieldSize = 64;
 
-// A number in the point itself or anywhere in its extensions.
-std::optional<double> Measured(const pugi::xml_node& point, std::string_view name) {
-  pugi::xml_node found = Child(point, name);
-  if (!found)
-    found = Child(point, "extensions").find_node([name](const pugi::xml_node& n) {
-      return LocalName(n) == name;
-    });
-  return ParseNumber(Trimmed(found.child_value()));
-}
+/// The text of an element that is wanted, without the blanks before it.
+class Field {
+ public:
+  bool IsThere() const { return isThere_; }
+  void Begin() { isThere_ = true; }
+  void Add(std::string_view part) {
+    if (text_.empty()) part.remove_prefix(std::min(part.find_first_not_of(kBlanks), part.size()));
+    text_.append(part.substr(0, kMaxFieldSize - text_.size()));
+  }
 
-std::optional<Place> PlaceOf(const pugi::xml_node& point) {
-  const auto latitude = ParseNumber(Trimmed(point.attribute("lat").value()));
-  const auto longitude = ParseNumber(Trimmed(point.attribute("lon").value()));
+  bool IsEmpty() const { return text_.empty(); }
+  std::optional<double> Number() const { return IsCut() ? std::nullopt : ParseNumber(Trimmed(text_)); }
+  std::optional<Millis> Time() const { return IsCut() ? std::nullopt : ParseGpxTime(Trimmed(text_)); }
+
+ private:
+  bool IsCut() const { return Trimmed(text_).size() == kMaxFieldSize; }
+
+  bool isThere_ = false;
+  std::string text_;
+};
+
+/// A point of which not all has been read.
+struct OpenPoint {
+  std::optional<Place> place;
+  Field time, speed, course;
+  bool hasExtensions = false;
+  Field extensionSpeed, extensionCourse;
+
+  std::optional<double> Speed() const { return (speed.IsThere() ? speed : extensionSpeed).Number(); }
+  std::optional<double> Course() const { return (course.IsThere() ? course : extensionCourse).Number(); }
+};
+
+std::optional<Place> PlaceOf(const XmlAttributes& attributes) {
+  const auto latitude = ParseNumber(Trimmed(attributes.Find("lat")));
+  const auto longitude = ParseNumber(Trimmed(attributes.Find("lon")));
   if (!latitude || !longitude || std::fabs(*latitude) > 90 || std::fabs(*longitude) > 180)
     return std::nullopt;
   return Place{*latitude, *longitude};
 }
 
-void TakePoint(const pugi::xml_node& node, int segment, GpxTrack& track) {
-  const std::string_view timeText = Trimmed(Child(node, "time").child_value());
-  const auto utc = ParseGpxTime(timeText);
-  const auto place = PlaceOf(node);
-  if (timeText.empty()) {
-    ++track.leftOut.withoutTime;
-  } else if (!utc) {
-    ++track.leftOut.unreadableTime;
-  } else if (!place) {
-    ++track.leftOut.impossiblePosition;
-  } else {
-    TrackPoint point{*utc, *place, Measured(node, "speed"), Measured(node, "course"), segment};
-    if (point.speed && *point.speed < 0) point.speed.reset();  // some devices say so when they don't know
-    if (point.course) point.course = std::fmod(std::fmod(*point.course, 360) + 360, 360);
-    track.points.push_back(point);
+class GpxEvents : public XmlEvents {
+ public:
+  GpxEvents(GpxTrack& track, std::size_t maxPoints)
+      : track_(track),
+        maxPoints_(maxPoints),
+        segment_(track.points.empty() ? 0 : track.points.back().segment) {}
+
+  bool OnStart(std::string_view name, const XmlAttributes& attributes) override;
+  void OnEnd() override;
+  void OnText(std::string_view part) override {
+    if (field_ != nullptr && depth_ == fieldDepth_) field_->Add(part);
   }
+
+  const std::string& Error() const { return error_; }
+
+ private:
+  void OpenField(std::string_view name);
+  void TakePoint();
+
+  GpxTrack& track_;
+  std::size_t maxPoints_;
+  int segment_;
+  std::size_t depth_ = 0;
+  std::size_t matched_ = 0;  ///< so many of the open elements, from the first on, are those of kPathToPoint
+  OpenPoint point_;
+  bool isInExtensions_ = false;
+  Field* field_ = nullptr;  ///< of `point_`: the one that is open, `fieldDepth_` deep
+  std::size_t fieldDepth_ = 0;
+  std::string error_;
+};
+
+bool GpxEvents::OnStart(std::string_view name, const XmlAttributes& attributes) {
+  ++depth_;
+  if (depth_ == 1 && name != kPathToPoint[0])
+    error_ = "is no GPX: it begins with <" + std::string(name.substr(0, kMaxFieldSize)) + ">";
+  if (!error_.empty()) return false;
+  if (matched_ == kPointLevel) {
+    OpenField(name);
+  } else if (matched_ + 1 == depth_ && name == kPathToPoint[matched_]) {
+    ++matched_;
+    if (matched_ == kSegmentLevel) ++segment_;
+    if (matched_ == kPointLevel) point_ = {PlaceOf(attributes), {}, {}, {}, false, {}, {}};
+  }
+  return true;
 }
 
-std::size_t LineOf(std::string_view text, std::ptrdiff_t offset) {
-  const auto end = text.begin() + std::clamp<std::ptrdiff_t>(offset, 0, std::ssize(text));
-  return static_cast<std::size_t>(std::count(text.begin(), end, '\n')) + 1;
+// Of several with the same name the first one counts. In the extensions they may lie at any depth.
+void GpxEvents::OpenField(std::string_view name) {
+  if (field_ != nullptr) return;
+  const bool isChild = depth_ == kPointLevel + 1;
+  Field* field = nullptr;
+  if (isChild && name == "time") field = &point_.time;
+  if (name == "speed" && (isChild || isInExtensions_))
+    field = isChild ? &point_.speed : &point_.extensionSpeed;
+  if (name == "course" && (isChild || isInExtensions_))
+    field = isChild ? &point_.course : &point_.extensionCourse;
+  if (isChild && name == "extensions" && !point_.hasExtensions) isInExtensions_ = point_.hasExtensions = true;
+  if (field == nullptr || field->IsThere()) return;
+  field->Begin();
+  field_ = field;
+  fieldDepth_ = depth_;
+}
+
+void GpxEvents::OnEnd() {
+  if (field_ != nullptr && depth_ == fieldDepth_) field_ = nullptr;
+  if (depth_ == kPointLevel + 1) isInExtensions_ = false;
+  if (matched_ == depth_) {
+    if (matched_ == kPointLevel) TakePoint();
+    --matched_;
+  }
+  --depth_;
+}
+
+void GpxEvents::TakePoint() {
+  const auto utc = point_.time.Time();
+  if (point_.time.IsEmpty()) {
+    ++track_.leftOut.withoutTime;
+  } else if (!utc) {
+    ++track_.leftOut.unreadableTime;
+  } else if (!point_.place) {
+    ++track_.leftOut.impossiblePosition;
+  } else if (track_.points.size() == maxPoints_) {
+    error_ = "has too many points: an import takes " + std::to_string(maxPoints_) + " at most";
+  } else {
+    TrackPoint point{*utc, *point_.place, point_.Speed(), point_.Course(), segment_};
+    if (point.speed && *point.speed < 0) point.speed.reset();  // some devices say so when they don't know
+    if (point.course) point.course = std::fmod(std::fmod(*point.course, 360) + 360, 360);
+    track_.points.push_back(point);
+  }
 }
 
 // Reads exactly `count` digits off the front of `text`; -1 where they are not there.
@@ -134,31 +222,15 @@ std::optional<Millis> ParseGpxTime(std::string_view text) {
   return ToMillis(time) + *fraction - *offset;
 }
 
-GpxTrack ReadGpx(std::string_view text) {
-  GpxTrack track;
-  pugi::xml_document document;
-  const auto result = document.load_buffer(text.data(), text.size());
-  if (!result) {
-    track.error = "is not XML: " + std::string(result.description()) + " in line " +
-                  std::to_string(LineOf(text, result.offset));
-    return track;
-  }
-  const pugi::xml_node root = document.document_element();
-  if (LocalName(root) != "gpx") {
-    track.error = "is XML, but no GPX: it begins with <" + std::string(root.name()) + ">";
-    return track;
-  }
-  int segment = 0;
-  for (const pugi::xml_node& trk : root.children()) {
-    if (LocalName(trk) != "trk") continue;
-    for (const pugi::xml_node& trkseg : trk.children()) {
-      if (LocalName(trkseg) != "trkseg") continue;
-      ++segment;
-      for (const pugi::xml_node& point : trkseg.children())
-        if (LocalName(point) == "trkpt") TakePoint(point, segment, track);
-    }
-  }
-  return track;
+std::string ReadGpx(const std::function<std::string_view()>& nextPart, GpxTrack& track,
+                    std::size_t maxPoints) {
+  GpxEvents events(track, maxPoints);
+  XmlStream xml(events);
+  bool goesOn = true;
+  for (std::string_view part = nextPart(); goesOn && !part.empty(); part = nextPart())
+    goesOn = xml.Take(part);
+  if (goesOn) xml.Finish();
+  return events.Error().empty() ? xml.Error() : events.Error();
 }
 
 }  // namespace pallomir::station

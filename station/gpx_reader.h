@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,14 +33,19 @@ struct LeftOut {
 };
 
 struct GpxTrack {
-  std::vector<TrackPoint> points;  ///< in the order of the file
+  std::vector<TrackPoint> points;  ///< in the order of the files
   LeftOut leftOut;
-  std::string error;  ///< why the text is no GPX; empty when it is
 };
 
-/// The track points of a GPX text of either version. Speed and course are taken from the
-/// point or from its extensions, whatever prefix they have.
-GpxTrack ReadGpx(std::string_view text);
+/// What one import can hold in memory: 46 days of a point a second.
+inline constexpr std::size_t kMaxTrackPoints = 4'000'000;
+
+/// Adds the track points of a GPX text of either version to `track`, with segment numbers of their own. Speed
+/// and course are taken from the point or from its extensions, whatever prefix they have. The text comes in
+/// parts of any size, an empty one at its end; beyond the points it takes a few megabytes however long it is.
+/// Why the text can't be taken, or nothing.
+std::string ReadGpx(const std::function<std::string_view()>& nextPart, GpxTrack& track,
+                    std::size_t maxPoints = kMaxTrackPoints);
 
 /// "2026-11-22T15:04:05Z", also with a fraction or with an offset like "+02:00"; UTC where nothing is said.
 std::optional<Millis> ParseGpxTime(std::string_view text);

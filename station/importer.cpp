@@ -1,35 +1,31 @@
 #include "station/importer.h"
 
+#include <chrono>
+
+#include "base/input_file.h"
 #include "base/packed_time.h"
-#include "base/whole_file.h"
 #include "station/data_writer.h"
+#include "station/import_lock.h"
 #include "station/track_records.h"
 #include "station/unit_descriptions.h"
 
 namespace pallomir::station {
 namespace {
 
-// Some two million points. A tree of a longer text would not fit into the memory of a small computer.
-constexpr std::size_t kMaxGpxSize = 200 * 1000 * 1000;
+constexpr std::size_t kPartSize = 64 * 1024;
 
-void Add(LeftOut& sum, const LeftOut& more) {
-  sum.withoutTime += more.withoutTime;
-  sum.unreadableTime += more.unreadableTime;
-  sum.impossiblePosition += more.impossiblePosition;
-}
+// Imports of the same moment wait for each other. One that takes longer than this hangs.
+constexpr std::chrono::minutes kPatience{2};
 
-// Every file's points with segment numbers of their own. An error message, or nothing.
+// Every file's points. An error message, or nothing.
 std::string ReadAll(const std::vector<std::string>& files, GpxTrack& all) {
+  std::vector<char> buffer(kPartSize);
   for (const std::string& file : files) {
-    std::error_code error;
-    const auto text = ReadWholeFile(file, kMaxGpxSize, error);
-    if (!text) return file + " can't be read: " + error.message();
-    GpxTrack track = ReadGpx(*text);
-    if (!track.error.empty()) return file + " " + track.error;
-    const int segments = all.points.empty() ? 0 : all.points.back().segment;
-    for (TrackPoint& point : track.points) point.segment += segments;
-    all.points.insert(all.points.end(), track.points.begin(), track.points.end());
-    Add(all.leftOut, track.leftOut);
+    InputFile input(file);
+    const auto nextPart = [&] { return std::string_view(buffer.data(), input.Read(buffer)); };
+    const std::string problem = input.Error() ? "" : ReadGpx(nextPart, all);
+    if (input.Error()) return file + " can't be read: " + input.Error().message();
+    if (!problem.empty()) return file + " " + problem;
   }
   return "";
 }
@@ -66,31 +62,35 @@ std::string Report(const std::string& unitId, const MergeOutcome& merge, const L
 }
 
 // The one asked for, else the one there is, else the first file's name. Says so where it had to be changed.
-std::string Describe(const ImportCommand& command, const std::filesystem::path& dataFolder,
+std::string Describe(const ImportCommand& command, const ImportLock& lock, bool isDescribed,
                      std::string& report) {
-  if (!command.description && ReadDescriptions(dataFolder).contains(command.unitId)) return "";
+  if (!command.description && isDescribed) return "";
   const std::string wanted =
       command.description.value_or(std::filesystem::path(command.files.front()).stem().string());
   const std::string clean = CleanDescription(wanted);
   if (clean != wanted) report += "  described as \"" + clean + "\", because a unit list can't hold more\n";
-  return WriteDescription(dataFolder, command.unitId, clean);
+  return WriteDescription(lock, command.unitId, clean);
 }
 
 }  // namespace
 
 ImportOutcome Import(const ImportCommand& command, const std::filesystem::path& dataFolder, Millis today) {
   GpxTrack all;
-  if (const auto problem = ReadAll(command.files, all); !problem.empty()) return {kFailed, problem + "\n"};
+  if (const auto unusable = ReadAll(command.files, all); !unusable.empty()) return {kFailed, unusable + "\n"};
   const Millis shift = command.toToday ? ShiftToDay(all.points, today) : 0;
   const TrackRecords track = MakeRecords(std::move(all.points), shift, all.leftOut);
   if (track.records.empty()) return {kFailed, "no point can be taken\n" + LeftOutLines(all.leftOut, 0)};
 
-  const MergeOutcome merge = MergeIntoUnit(dataFolder, command.unitId, track.records);
+  const ImportLock lock(dataFolder, kPatience);
+  if (!lock.Problem().empty()) return {kFailed, lock.Problem() + "\n"};
+  std::string problem;
+  const bool isDescribed = ReadDescriptions(dataFolder, problem).contains(command.unitId);
+  if (!problem.empty()) return {kFailed, problem + "\n"};
+  const MergeOutcome merge = MergeIntoUnit(lock, command.unitId, track.records);
   if (!merge.error.empty()) return {kFailed, merge.error + "\n"};
   std::string report = Report(command.unitId, merge, all.leftOut, track);
-  if (const auto problem = Describe(command, dataFolder, report); !problem.empty())
-    return {kFailed, report + problem + "\n"};
-  return {kDone, report};
+  problem = Describe(command, lock, isDescribed, report);
+  return {problem.empty() ? kDone : kFailed, report + problem + (problem.empty() ? "" : "\n")};
 }
 
 }  // namespace pallomir::station

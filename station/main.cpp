@@ -46,8 +46,13 @@ int Run(const Options& options, const ImportCommand& command) {
 }
 
 int Run(const Options& options, const UnitsCommand& command) {
-  const std::vector<std::string> ids = DataFolder(options.data, LogToStandardError).Units();
-  const UnitDescriptions descriptions = ReadDescriptions(options.data);
+  std::string problem;
+  const std::vector<std::string> ids = DataFolder(options.data, LogToStandardError).Units(problem);
+  const UnitDescriptions descriptions = ReadDescriptions(options.data, problem);
+  if (!problem.empty()) {
+    std::cerr << "pallomir-station: " << problem << std::endl;
+    return kFailed;
+  }
   std::cout << (command.asClientList ? ClientUnitList(ids, descriptions) + "\n"
                                      : UnitLines(ids, descriptions))
             << std::flush;

@@ -75,7 +75,10 @@ fs::path DefaultDataFolder() {
   return (shared.empty() ? fs::path(variable("HOME")) / ".local/share" : fs::path(shared)) / "pallomir/Data";
 }
 
-std::string CheckUnitId(const std::string& text) {
+// Devices have their ID printed in either case; here it is in upper case everywhere.
+std::string TakeUnitId(std::string& text) {
+  std::ranges::transform(text, text.begin(),
+                         [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
   return IsUnitId(text) ? "" : text + " is not a unit ID: 12 characters of 0-9 and A-F";
 }
 
@@ -121,7 +124,7 @@ CLI::App* AddImport(CLI::App& app, ImportCommand& command) {
   CLI::App* import = app.add_subcommand("import", "Take the tracks of GPX files into the data folder");
   import->add_option("--unit", command.unitId, "ID of the unit: 12 characters of 0-9 and A-F")
       ->required()
-      ->check(CLI::Validator(CheckUnitId, "ID"));
+      ->transform(CLI::Validator(TakeUnitId, "ID"));
   import->add_option("--description", command.description, "name of the unit; default: keep, or the file's");
   import->add_flag("--today", command.toToday,
                    "move the recording by whole days, so that its last day (UTC) is today's local date");

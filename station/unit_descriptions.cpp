@@ -1,5 +1,7 @@
 #include "station/unit_descriptions.h"
 
+#include <unistd.h>
+
 #include <sstream>
 
 #include "base/whole_file.h"
@@ -8,13 +10,51 @@
 namespace pallomir::station {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr std::size_t kMaxDescriptionSize = 80;
 
 // Descriptions of ten thousand units; anything longer is not this file.
 constexpr std::size_t kMaxFileSize = 1 << 20;
 
-std::filesystem::path DescriptionsFile(const std::filesystem::path& dataFolder) {
-  return dataFolder / "descriptions.txt";
+// A file that is not finished yet, by the process that writes it.
+const std::string kUnfinished = ".new-";
+
+fs::path DescriptionsFile(const fs::path& dataFolder) { return dataFolder / "descriptions.txt"; }
+
+// None where there is no file. One that can't be read is a problem: it may hold anything.
+std::string ReadText(const fs::path& file, std::string& problem) {
+  std::error_code error;
+  auto text = ReadWholeFile(file, kMaxFileSize, error);
+  if (error && error != std::errc::no_such_file_or_directory)
+    problem = file.string() + " can't be read: " + error.message();
+  return std::move(text).value_or("");
+}
+
+// Empty where the line is no description.
+std::string UnitOf(const std::string& line) {
+  std::string id = line.substr(0, kUnitIdSize);
+  const bool isDescription = IsUnitId(id) && line.size() > kUnitIdSize && line[kUnitIdSize] == ' ';
+  return isDescription ? id : "";
+}
+
+// All other lines stay as they are, in their order, whoever wrote them.
+std::string WithDescription(const std::string& text, std::string_view unitId, std::string_view description) {
+  std::string changed;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);)
+    if (UnitOf(line) != unitId) changed += line + "\n";
+  return changed.append(unitId).append(" ").append(description).append("\n");
+}
+
+// What processes have left that died while they wrote. Under the lock nobody else is writing.
+void RemoveUnfinished(const fs::path& file) {
+  std::error_code error;
+  const std::string start = file.filename().string() + kUnfinished;
+  for (fs::directory_iterator entry(file.parent_path(), error), end; !error && entry != end;
+       entry.increment(error))
+    if (std::error_code ignored; entry->path().filename().string().starts_with(start))
+      fs::remove(entry->path(), ignored);
 }
 
 std::string DescriptionOf(const std::string& id, const UnitDescriptions& descriptions) {
@@ -40,26 +80,24 @@ std::string CleanDescription(std::string_view text) {
   return clean;
 }
 
-UnitDescriptions ReadDescriptions(const std::filesystem::path& dataFolder) {
+UnitDescriptions ReadDescriptions(const fs::path& dataFolder, std::string& problem) {
   UnitDescriptions descriptions;
-  std::error_code ignored;
-  std::istringstream lines(ReadWholeFile(DescriptionsFile(dataFolder), kMaxFileSize, ignored).value_or(""));
-  for (std::string line; std::getline(lines, line);) {
-    const std::string id = line.substr(0, kUnitIdSize);
-    if (IsUnitId(id) && line.size() > kUnitIdSize && line[kUnitIdSize] == ' ')
+  std::istringstream lines(ReadText(DescriptionsFile(dataFolder), problem));
+  for (std::string line; std::getline(lines, line);)
+    if (const std::string id = UnitOf(line); !id.empty())
       descriptions[id] = CleanDescription(std::string_view(line).substr(kUnitIdSize));
-  }
   return descriptions;
 }
 
-std::string WriteDescription(const std::filesystem::path& dataFolder, std::string_view unitId,
-                             std::string_view description) {
-  UnitDescriptions descriptions = ReadDescriptions(dataFolder);
-  descriptions[std::string(unitId)] = description;
-  std::string text;
-  for (const auto& [id, known] : descriptions) text += id + " " + known + "\n";
-  const auto error = ReplaceFile(DescriptionsFile(dataFolder), text);
-  return error ? "can't write " + DescriptionsFile(dataFolder).string() + ": " + error.message() : "";
+std::string WriteDescription(const ImportLock& lock, std::string_view unitId, std::string_view description) {
+  const fs::path file = DescriptionsFile(lock.DataFolder());
+  std::string problem;
+  const std::string text = WithDescription(ReadText(file, problem), unitId, description);
+  if (!problem.empty()) return problem;
+  if (text.size() > kMaxFileSize) return file.string() + " has no room for another description";
+  RemoveUnfinished(file);
+  const auto error = ReplaceFile(file, text, kUnfinished + std::to_string(::getpid()));
+  return error ? "can't write " + file.string() + ": " + error.message() : "";
 }
 
 std::string UnitLines(const std::vector<std::string>& unitIds, const UnitDescriptions& descriptions) {

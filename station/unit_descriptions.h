@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "station/import_lock.h"
+
 namespace pallomir::station {
 
 /// Unit ID to description.
@@ -16,12 +18,11 @@ using UnitDescriptions = std::map<std::string, std::string, std::less<>>;
 std::string CleanDescription(std::string_view text);
 
 /// From `descriptions.txt` in the data folder: an ID, a blank and the description a line. Lines that are not
-/// like that are skipped; a missing file has none.
-UnitDescriptions ReadDescriptions(const std::filesystem::path& dataFolder);
+/// like that are skipped; a missing file has none. Where there is one that can't be read, `problem` says so.
+UnitDescriptions ReadDescriptions(const std::filesystem::path& dataFolder, std::string& problem);
 
-/// Sets one unit's description in the file. An error message, or nothing.
-std::string WriteDescription(const std::filesystem::path& dataFolder, std::string_view unitId,
-                             std::string_view description);
+/// Sets one unit's description in the file and leaves its other lines alone. An error message, or nothing.
+std::string WriteDescription(const ImportLock& lock, std::string_view unitId, std::string_view description);
 
 /// Every unit as ID, blank, description, a line each; or as the one text that the client stores: for each an
 /// X (it is enabled), the ID, the description and "~".

@@ -1,10 +1,12 @@
 #include "base/whole_file.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
+
+#include "base/input_file.h"
 
 namespace pallomir {
 namespace {
@@ -43,37 +45,20 @@ bool WriteAll(int fd, std::string_view content) {
 
 std::optional<std::string> ReadWholeFile(const std::filesystem::path& path, std::size_t limit,
                                          std::error_code& error) {
-  error.clear();
-  // Not blocking: a pipe in the file's place must not hold the program up.
-  Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  struct stat status {};
-  if (file.Get() < 0 || ::fstat(file.Get(), &status) != 0) {
-    error = LastError();
-    return std::nullopt;
-  }
-  if (!S_ISREG(status.st_mode)) error = std::make_error_code(std::errc::is_a_directory);
-  if (static_cast<std::size_t>(status.st_size) > limit)
-    error = std::make_error_code(std::errc::file_too_large);
+  InputFile file(path);
+  error = file.Error();
+  if (!error && file.Size() > limit) error = std::make_error_code(std::errc::file_too_large);
   if (error) return std::nullopt;
-  std::string content(static_cast<std::size_t>(status.st_size), '\0');
-  std::size_t size = 0;
-  while (size < content.size()) {
-    const ssize_t count = ::read(file.Get(), content.data() + size, content.size() - size);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) {
-      error = LastError();
-      return std::nullopt;
-    }
-    if (count == 0) break;
-    size += static_cast<std::size_t>(count);
-  }
-  content.resize(size);
-  return content;
+  std::string content(file.Size(), '\0');
+  content.resize(file.Read(content));
+  error = file.Error();
+  return error ? std::nullopt : std::optional(std::move(content));
 }
 
-std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view content) {
+std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view content,
+                            std::string_view suffix) {
   std::filesystem::path beside = path;
-  beside += ".new";
+  beside += suffix;
   Descriptor file(::open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
   if (file.Get() < 0) return LastError();
   if (!WriteAll(file.Get(), content) || ::fsync(file.Get()) != 0 || !file.Close() ||

@@ -14,7 +14,9 @@ std::optional<std::string> ReadWholeFile(const std::filesystem::path& path, std:
                                          std::error_code& error);
 
 /// Writes the file beside its place, flushes it to the disk and renames it over: a crash or a full disk
-/// leaves the old file whole. The error, or none.
-std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view content);
+/// leaves the old file whole. The error, or none. The file beside has the same name with `suffix`; where more
+/// than one process may write, each needs one of its own.
+std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view content,
+                            std::string_view suffix = ".new");
 
 }  // namespace pallomir

@@ -16,8 +16,8 @@
 #include "fakes/temporary_folder.h"
 #include "shell/settings_store.h"
 #include "station/data_files.h"
-#include "station/data_folder.h"
 #include "station/unit_descriptions.h"
+#include "station/unit_index.h"
 
 // Kills client, station and import at random moments, as often as the argument says (200, if nothing), and
 // looks each time whether what they write is whole: kill_at_random [ROUNDS [SEED]]
@@ -169,7 +169,8 @@ class Run {
 
   std::set<std::uint32_t> StoredTimes() const {
     const station::DataFileIndex index = station::IndexUnitFolder(Data() / kUnit);
-    for (const std::string& problem : index.problems) MUST(false, "%s", problem.c_str());
+    for (const auto& problems : {index.problems, index.unread})
+      for (const std::string& problem : problems) MUST(false, "%s", problem.c_str());
     std::set<std::uint32_t> times;
     for (const auto& file : index.files)
       for (const WireRecord& record : station::ReadDataFile(file.path).records) times.insert(record.time);
@@ -191,7 +192,9 @@ class Run {
     const auto found = StoredTimes();
     MUST(found == stored_ || found == after, "%zu of %zu records", found.size(), after.size());
     ++(found == after ? importsNew_ : importsOld_);
-    const auto descriptions = station::ReadDescriptions(Data());
+    std::string problem;
+    const auto descriptions = station::ReadDescriptions(Data(), problem);
+    MUST(problem.empty(), "%s", problem.c_str());
     MUST(descriptions.contains(kUnit) && descriptions.at(kUnit) == "Van", "the description is gone");
     RunImport(gpx);  // the next one works, whatever the killed one left behind
     MUST(StoredTimes() == stored_, "after the import that followed");

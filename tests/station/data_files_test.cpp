@@ -1,11 +1,15 @@
 #include "station/data_files.h"
 
+#include <fstream>
+
 #include "base/packed_time.h"
 #include "station/data_folder.h"
 #include "station_testing.h"
 
 namespace pallomir::station {
 namespace {
+
+using std::chrono::seconds;
 
 const std::string kUnit = "00000000000A";
 
@@ -77,7 +81,9 @@ class DataFolderOnDisk : public testing::Test {
  protected:
   TemporaryFolder temporary_;
   std::vector<std::string> log_;
-  DataFolder folder_{temporary_.Path(), [this](const std::string& line) { log_.push_back(line); }};
+  std::chrono::steady_clock::time_point now_{std::chrono::hours(1)};
+  DataFolder folder_{temporary_.Path(), [this](const std::string& line) { log_.push_back(line); },
+                     [this] { return now_; }};
   const TimeWindow everything_{kNoon, kNoon + 300 * kDay};
 
   void Write(const std::string& name, std::string_view content) {
@@ -126,7 +132,12 @@ TEST_F(DataFolderOnDisk, KnowsFoldersNamedByAnId) {
   EXPECT_TRUE(folder_.Knows(kUnit));
   EXPECT_FALSE(folder_.Knows("00000000000B"));
   EXPECT_FALSE(folder_.Knows("../../../etc"));
-  EXPECT_EQ(folder_.Units(), std::vector{kUnit});
+  std::string problem;
+  EXPECT_EQ(folder_.Units(problem), std::vector{kUnit});
+  EXPECT_EQ(problem, "");
+  const NoDescriptors none;
+  folder_.Units(problem);
+  EXPECT_NE(problem, "");
   EXPECT_TRUE(folder_.Read("00000000000B", everything_, 10).empty());
 }
 
@@ -137,6 +148,63 @@ TEST_F(DataFolderOnDisk, SeesWhatIsAddedBetweenReads) {
   EXPECT_EQ(folder_.Read(kUnit, everything_, 10).size(), 3u);
   std::filesystem::remove_all(temporary_.Path() / kUnit);
   EXPECT_TRUE(folder_.Read(kUnit, everything_, 10).empty());
+}
+
+TEST_F(DataFolderOnDisk, SeesWhatIsAppendedToAFile) {
+  const std::string content = FileOf(RecordsAt(0, 5));
+  const auto append = [&](std::size_t from, std::size_t until) {
+    std::ofstream(temporary_.Path() / kUnit / "1", std::ios::app | std::ios::binary)
+        << content.substr(from, until - from);
+  };
+  Write("1", content.substr(0, 28));
+  EXPECT_EQ(folder_.Read(kUnit, everything_, 10), RecordsAt(0, 2));
+  append(28, 50);
+  EXPECT_EQ(folder_.Read(kUnit, everything_, 10), RecordsAt(0, 2)) << "what is known stays readable";
+  now_ += seconds(1);
+  EXPECT_EQ(folder_.Read(kUnit, everything_, 10), RecordsAt(0, 3));
+  append(50, 70);
+  now_ += seconds(1);
+  EXPECT_EQ(folder_.Read(kUnit, everything_, 10), RecordsAt(0, 5));
+  Write("1", FileOf(RecordsAt(7, 5)));
+  EXPECT_EQ(folder_.Read(kUnit, everything_, 10), RecordsAt(7, 5)) << "another content is seen at once";
+}
+
+TEST_F(DataFolderOnDisk, ComesBackWhenDescriptorsDo) {
+  Write("1", FileOf(RecordsAt(0, 720)));
+  Write("2", FileOf(RecordsAt(720, 720)));
+  for (const char* when : {"before it is known", "when it is known"}) {
+    {
+      const NoDescriptors none;
+      EXPECT_TRUE(folder_.Read(kUnit, everything_, 5000).empty()) << when;
+      now_ += seconds(60);
+      EXPECT_TRUE(folder_.Read(kUnit, everything_, 5000).empty()) << when;
+    }
+    EXPECT_FALSE(log_.empty()) << when;
+    log_.clear();
+    now_ += seconds(1);
+    EXPECT_EQ(folder_.Read(kUnit, everything_, 5000), RecordsAt(0, 1440)) << when;
+  }
+}
+
+TEST_F(DataFolderOnDisk, WaitsForAFileThatCantBeRead) {
+  Write("1", FileOf(RecordsAt(0, 10)));
+  Write("2", FileOf(RecordsAt(10, 10)));
+  const auto read = [this] { return folder_.Read(kUnit, everything_, 100); };
+  for (const char* when : {"before it is known", "when it is known"}) {
+    {
+      const Unreadable file(temporary_.Path() / kUnit / "1");
+      EXPECT_TRUE(read().empty()) << when;
+      now_ += seconds(9);
+      EXPECT_TRUE(read().empty()) << when;
+      ASSERT_EQ(log_.size(), 1u) << when;
+      EXPECT_NE(log_[0].find("/1 can't be read"), std::string::npos) << log_[0];
+      now_ += seconds(1);
+      EXPECT_EQ(read(), RecordsAt(10, 10)) << "the others do not wait for ever";
+    }
+    log_.clear();
+    now_ += seconds(1);
+    EXPECT_EQ(read(), RecordsAt(0, 20)) << when;
+  }
 }
 
 }  // namespace

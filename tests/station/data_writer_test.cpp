@@ -1,12 +1,10 @@
 #include "station/data_writer.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
+#include <future>
+#include <optional>
 #include <random>
 
 #include "station/data_files.h"
@@ -26,7 +24,11 @@ class DataWriter : public testing::Test {
   const fs::path data_ = temporary_.Path();
   const fs::path unit_ = data_ / kUnit;
 
-  MergeOutcome Merge(const std::vector<WireRecord>& records) { return MergeIntoUnit(data_, kUnit, records); }
+  MergeOutcome Merge(const std::vector<WireRecord>& records) {
+    const ImportLock lock(data_, std::chrono::minutes(1));
+    EXPECT_EQ(lock.Problem(), "");
+    return MergeIntoUnit(lock, kUnit, records);
+  }
 
   // All records of the unit, and that its files are as they must be: whole records, at most 720 of them,
   // ascending in the order of the names and within.
@@ -97,15 +99,57 @@ TEST_F(DataWriter, TakesForeignFilesAlong) {
   temporary_.Write(kUnit + "/notes.txt", "notes");
   temporary_.Write(kUnit + "/folder/inside", "more");
   fs::create_symlink("notes.txt", unit_ / "link");
-  const MergeOutcome outcome = Merge(RecordsAt(0, 10));
+  fs::create_symlink("itself", unit_ / "itself");
+  fs::create_directory(unit_ / DataFileName(RecordAt(720).time));
+  const MergeOutcome outcome = Merge(RecordsAt(0, 730));
   EXPECT_EQ(outcome.error, "");
   EXPECT_EQ(outcome.problems.size(), 3u);  // the link reads as the notes do
   EXPECT_EQ(fs::file_size(unit_ / name), 27u);
   EXPECT_EQ(fs::file_size(unit_ / "notes.txt"), 5u);
   EXPECT_TRUE(fs::exists(unit_ / "folder/inside"));
   EXPECT_TRUE(fs::is_symlink(unit_ / "link"));
+  EXPECT_TRUE(fs::is_symlink(unit_ / "itself"));
+  EXPECT_TRUE(fs::is_directory(unit_ / DataFileName(RecordAt(720).time)));
   DataFolder folder(data_, [](const std::string&) {});
-  EXPECT_EQ(folder.Read(kUnit, {kNoon, kNoon + kDay}, 100), RecordsAt(0, 10));
+  EXPECT_EQ(folder.Read(kUnit, {kNoon, kNoon + kDay}, 1000), RecordsAt(0, 730));
+}
+
+// What a link leads to is not ours to empty, replace or take apart.
+TEST_F(DataWriter, LeavesLinksAlone) {
+  const Bytes file = EncodeDataFile(RecordsAt(5, 10));
+  const struct {
+    const char* link;
+    fs::path target;
+  } cases[] = {
+      {"00000000000A", "elsewhere"},
+      {"00000000000A", "00000000000A"},
+      {".incoming", "elsewhere"},
+      {".incoming/00000000000A", "../elsewhere"},
+      {"00000000000A/20261122-120000.dat", "../elsewhere/1"},
+  };
+  for (const auto& c : cases) {
+    for (const auto& entry : fs::directory_iterator(data_)) fs::remove_all(entry.path());
+    temporary_.Write("elsewhere/1", AsText(file));
+    temporary_.Write("elsewhere/notes.txt", "notes");
+    fs::create_directories((data_ / c.link).parent_path());
+    fs::create_directory_symlink(c.target, data_ / c.link);
+    const ImportLock lock(data_, {});
+    const std::string error =
+        lock.Problem().empty() ? MergeIntoUnit(lock, kUnit, RecordsAt(0, 20)).error : lock.Problem();
+    EXPECT_NE(error.find("is a link"), std::string::npos) << c.link << " " << error;
+    EXPECT_TRUE(fs::is_symlink(data_ / c.link)) << c.link;
+    EXPECT_EQ(fs::file_size(data_ / "elsewhere/1"), file.size()) << c.link;
+    EXPECT_EQ(fs::file_size(data_ / "elsewhere/notes.txt"), 5u) << c.link;
+  }
+}
+
+TEST_F(DataWriter, ChangesNothingWhereItCantRead) {
+  Merge(RecordsAt(0, 2880, 10));
+  {
+    const Unreadable file(unit_ / DataFileName(RecordAt(7200).time));
+    EXPECT_NE(Merge(RecordsAt(5, 2880, 10)).error.find("can't be read"), std::string::npos);
+  }
+  EXPECT_EQ(CheckedRecords(), RecordsAt(0, 2880, 10));
 }
 
 TEST_F(DataWriter, ClearsWhatACrashHasLeft) {
@@ -116,13 +160,14 @@ TEST_F(DataWriter, ClearsWhatACrashHasLeft) {
   EXPECT_FALSE(fs::exists(data_ / ".incoming" / kUnit));
 }
 
-TEST_F(DataWriter, KeepsASecondImportOut) {
-  Merge(RecordsAt(0, 10));
-  const int lock = ::open((data_ / ".incoming/lock").c_str(), O_RDWR);
-  ASSERT_EQ(::flock(lock, LOCK_EX), 0);
-  EXPECT_NE(Merge(RecordsAt(10, 10)).error, "");
-  ::close(lock);
-  EXPECT_EQ(CheckedRecords(), RecordsAt(0, 10));
+TEST_F(DataWriter, WaitsForAnotherImport) {
+  std::optional<ImportLock> first(std::in_place, data_, std::chrono::milliseconds(0));
+  EXPECT_EQ(first->Problem(), "");
+  EXPECT_NE(ImportLock(data_, std::chrono::milliseconds(30)).Problem().find("at work"), std::string::npos);
+  auto second =
+      std::async(std::launch::async, [this] { return ImportLock(data_, std::chrono::minutes(1)).Problem(); });
+  first.reset();
+  EXPECT_EQ(second.get(), "");
 }
 
 TEST_F(DataWriter, ChangesNothingWhenTheDiskIsFull) {
@@ -149,7 +194,7 @@ TEST_F(DataWriter, SurvivesBeingKilled) {
   for (int round = 0; round < 40; ++round) {
     const pid_t child = ::fork();
     if (child == 0) {
-      for (std::int64_t i = round;; i += 40) MergeIntoUnit(data_, kUnit, RecordsAt(i * 7919 % 30'000, 1));
+      for (std::int64_t i = round;; i += 40) Merge(RecordsAt(i * 7919 % 30'000, 1));
     }
     for (auto reads = 1 + random() % 40; reads > 0; --reads) {
       const auto read = folder.Read(kUnit, {kNoon, kNoon + 30 * kDay}, 100'000);

@@ -6,12 +6,34 @@
 namespace pallomir::station {
 namespace {
 
+struct Reading {
+  GpxTrack track;
+  std::string error;
+};
+
+Reading Read(std::string_view text, std::size_t partSize = 1 << 16, std::size_t maxPoints = kMaxTrackPoints) {
+  Reading reading;
+  const auto next = [&] {
+    const std::string_view part = text.substr(0, partSize);
+    text.remove_prefix(part.size());
+    return part;
+  };
+  reading.error = ReadGpx(next, reading.track, maxPoints);
+  return reading;
+}
+
 std::string Gpx(const std::string& points, const std::string& root = "gpx version=\"1.1\"") {
   return "<?xml version=\"1.0\"?><" + root + "><trk><trkseg>" + points + "</trkseg></trk></gpx>";
 }
 
 std::string Point(const std::string& time, const std::string& more = "") {
   return "<trkpt lat=\"40.5\" lon=\"-75.25\"><time>" + time + "</time>" + more + "</trkpt>";
+}
+
+std::string Utf16(const std::string& text) {
+  std::string wide = "\xFF\xFE";
+  for (const char c : text) wide += {c, '\0'};
+  return wide;
 }
 
 TEST(GpxTime, ReadsWhatDevicesWrite) {
@@ -72,40 +94,68 @@ TEST(GpxReader, FindsSpeedAndCourseWhereverTheyAre) {
            "</g:time><g:speed>1</g:speed></g:trkpt></g:trkseg></g:trk></g:gpx>",
        1,
        {}},
+      {"the point's own before the extensions'",
+       Gpx(Point(noon, "<extensions><speed>4</speed></extensions><speed>5</speed><speed>6</speed>")),
+       5,
+       {}},
+      {"elsewhere in the point", Gpx(Point(noon, "<link><speed>4</speed></link><ele>5</ele>")), {}, {}},
+      {"in an element of the number",
+       Gpx(Point(noon, "<speed><b>4</b></speed><course>7<b>8</b></course>")),
+       {},
+       7},
+      {"parts of a text", Gpx(Point(noon, "<speed> 1<!-- -->2<![CDATA[.5]]>&#x32; </speed>")), 12.52, {}},
+      {"longer than a number", Gpx(Point(noon, "<speed>1" + std::string(100, '0') + "</speed>")), {}, {}},
+      {"blanks",
+       Gpx(Point(noon, "<speed>" + std::string(100, ' ') + "3" + std::string(100, '\n') + "</speed>")),
+       3,
+       {}},
+      {"any encoding",
+       Gpx("<name>\xE4\x80\xFF</name>" + Point(noon, "<n\xC3\xA4me/><speed>3</speed>")),
+       3,
+       {}},
+      {"another declared",
+       "\xEF\xBB\xBF<?xml version='1.0' encoding='windows-1251'?>" +
+           Gpx(Point(noon, "<name>\xE4</name>")).substr(21),
+       {},
+       {}},
+      {"UTF-16", Utf16(Gpx(Point(noon, "<speed>3</speed>"))), 3, {}},
+      {"UTF-16 without a mark", Utf16(Gpx(Point(noon, "<speed>3</speed>"))).substr(2), 3, {}},
       {"unknown speed", Gpx(Point(noon, "<speed>-1</speed><course>-90</course>")), {}, 270},
       {"no numbers", Gpx(Point(noon, "<speed>fast</speed><course>nan</course>")), {}, {}},
   };
   for (const auto& c : cases) {
-    const GpxTrack track = ReadGpx(c.gpx);
-    ASSERT_EQ(track.error, "") << c.name;
-    ASSERT_EQ(track.points.size(), 1u) << c.name;
-    EXPECT_EQ(track.points[0].utc, kNoon) << c.name;
-    EXPECT_EQ(track.points[0].place.longitude, -75.25) << c.name;
-    EXPECT_EQ(track.points[0].speed, c.speed) << c.name;
-    EXPECT_EQ(track.points[0].course, c.course) << c.name;
+    for (const std::size_t partSize : {1, 2, 7, 1 << 16}) {
+      const auto [track, error] = Read(c.gpx, partSize);
+      ASSERT_EQ(error, "") << c.name;
+      ASSERT_EQ(track.points.size(), 1u) << c.name;
+      EXPECT_EQ(track.points[0].utc, kNoon) << c.name;
+      EXPECT_EQ(track.points[0].place.longitude, -75.25) << c.name;
+      EXPECT_EQ(track.points[0].speed, c.speed) << c.name;
+      EXPECT_EQ(track.points[0].course, c.course) << c.name;
+    }
   }
 }
 
 TEST(GpxReader, CountsWhatItLeavesOut) {
   const std::string time = "<time>2026-11-22T12:00:00Z</time>";
-  const GpxTrack track =
-      ReadGpx(Gpx("<trkpt lat='1' lon='2'></trkpt>"
-                  "<trkpt lat='1' lon='2'><time/></trkpt>"
-                  "<trkpt lat='1' lon='2'><time>yesterday</time></trkpt>"
-                  "<trkpt lat='90.1' lon='2'>" +
-                  time +
-                  "</trkpt>"
-                  "<trkpt lat='1' lon='-180.5'>" +
-                  time +
-                  "</trkpt>"
-                  "<trkpt lat='x' lon='2'>" +
-                  time +
-                  "</trkpt>"
-                  "<trkpt lat='1'>" +
-                  time +
-                  "</trkpt>"
-                  "<trkpt lat='-90' lon='180'>" +
-                  time + "</trkpt>"));
+  const auto [track, error] =
+      Read(Gpx("<trkpt lat='1' lon='2'></trkpt>"
+               "<trkpt lat='1' lon='2'><time/></trkpt>"
+               "<trkpt lat='1' lon='2'><time>yesterday</time></trkpt>"
+               "<trkpt lat='90.1' lon='2'>" +
+               time +
+               "</trkpt>"
+               "<trkpt lat='1' lon='-180.5'>" +
+               time +
+               "</trkpt>"
+               "<trkpt lat='x' lon='2'>" +
+               time +
+               "</trkpt>"
+               "<trkpt lat='1'>" +
+               time +
+               "</trkpt>"
+               "<trkpt lat='-90' lon='180'>" +
+               time + "</trkpt>"));
   EXPECT_EQ(track.leftOut.withoutTime, 2u);
   EXPECT_EQ(track.leftOut.unreadableTime, 1u);
   EXPECT_EQ(track.leftOut.impossiblePosition, 4u);
@@ -113,14 +163,50 @@ TEST(GpxReader, CountsWhatItLeavesOut) {
 }
 
 TEST(GpxReader, SaysWhyAFileIsNone) {
-  EXPECT_NE(ReadGpx("").error.find("is not XML"), std::string::npos);
-  EXPECT_NE(ReadGpx("plain text").error.find("is not XML"), std::string::npos);
-  EXPECT_NE(ReadGpx("<gpx>\n<trk>\n<trkseg></gpx>").error.find("in line 3"), std::string::npos);
-  EXPECT_NE(ReadGpx("<html><body/></html>").error.find("<html>"), std::string::npos);
-  EXPECT_EQ(ReadGpx("<gpx/>").error, "");
-  std::string deep = "<gpx><trk><trkseg>" + Point("2026-11-22T12:00:00Z", "<extensions>");
-  for (int i = 0; i < 200000; ++i) deep += "<a>";
-  EXPECT_NE(ReadGpx(deep).error, "") << "and does not run out of stack";
+  const std::string point = Point("2026-11-22T12:00:00Z");
+  const auto many = [](const std::string& text, int count) {
+    std::string all;
+    for (int i = 0; i < count; ++i) all += text;
+    return all;
+  };
+  std::string names;
+  for (int i = 0; i < 100'000; ++i) names += "<a" + std::to_string(i) + "/>";
+  const struct {
+    std::string text;
+    std::string mentions;  // nothing: it is one
+  } cases[] = {
+      {"", "is not XML"},
+      {"<", "is not XML"},
+      {"plain text", "is not XML"},
+      {"<gpx>\n<trk>\n<trkseg></gpx>", "in line 3"},
+      {Gpx(point).substr(0, 140), "is not XML"},
+      {"<html><body/></html>", "<html>"},
+      {"<gpx/>", ""},
+      {Gpx(point) + "\n<!-- by a device -->\n", ""},
+      {Gpx(point) + "\n" + Gpx(point), "behind its end in line 2"},
+      {Gpx(point) + Gpx(point).substr(21), "behind its end"},
+      {Gpx(point) + "more", "behind its end"},
+      {"<!DOCTYPE gpx SYSTEM 'gpx.dtd'>" + Gpx(point).substr(21), ""},
+      {"<!DOCTYPE gpx [<!ENTITY a 'b'>]>" + Gpx(point).substr(21), "declarations"},
+      // These would fill any memory.
+      {Gpx(point + "<extensions>" + many("<a>", 200'000)), "too deep"},
+      {Gpx(names), "names"},
+      {Gpx("<a b='" + std::string(10'000'000, 'x') + "'/>"), "too long"},
+      {Gpx("<time>" + std::string(10'000'000, 'x') + "</time>" + many("<a/>", 1'000'000)), ""},
+  };
+  for (const auto& c : cases) {
+    const std::string error = Read(c.text).error;
+    EXPECT_EQ(error.empty(), c.mentions.empty()) << c.text.substr(0, 100) << " " << error;
+    EXPECT_NE(error.find(c.mentions), std::string::npos) << c.text.substr(0, 100) << " " << error;
+  }
+}
+
+TEST(GpxReader, TakesSoManyPointsAndNoMore) {
+  const std::string two = Gpx(Point("2026-11-22T12:00:00Z") + Point("2026-11-22T12:00:01Z") + Point("?"));
+  EXPECT_EQ(Read(two, 100, 2).error, "");
+  const auto [track, error] = Read(two, 100, 1);
+  EXPECT_NE(error.find("takes 1 at most"), std::string::npos) << error;
+  EXPECT_EQ(track.points.size(), 1u);
 }
 
 TEST(TrackRecords, PutsTimesRight) {

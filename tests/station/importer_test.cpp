@@ -1,5 +1,8 @@
 #include "station/importer.h"
 
+#include <sys/stat.h>
+#include <sys/wait.h>
+
 #include <cstdlib>
 
 #include "station/data_folder.h"
@@ -29,6 +32,12 @@ class Importing : public testing::Test {
   ImportOutcome ImportFiles(std::vector<std::string> files, std::optional<std::string> description = {}) {
     return Import({kUnit, std::move(description), false, std::move(files)}, data_, kToday);
   }
+  std::string Described(const std::string& unitId) const {
+    std::string problem;
+    const UnitDescriptions descriptions = ReadDescriptions(data_, problem);
+    EXPECT_EQ(problem, "");
+    return descriptions.contains(unitId) ? descriptions.at(unitId) : "(none)";
+  }
   std::vector<WireRecord> Stored(const std::string& unitId = kUnit) const {
     return DataFolder(data_, [](const std::string&) {})
         .Read(unitId, {ToMillis({2000, 1, 1}), ToMillis({2031, 12, 31})}, 10'000'000);
@@ -46,7 +55,7 @@ TEST_F(Importing, TakesSeveralFilesAsOneUnit) {
             "  1 were put in order\n"
             "  from 2026-11-22 12:00:10 to 2026-11-22 12:00:24 UTC\n");
   EXPECT_EQ(Stored().size(), 15u);
-  EXPECT_EQ(ReadDescriptions(data_).at(kUnit), "Morning drive");
+  EXPECT_EQ(Described(kUnit), "Morning drive");
 
   EXPECT_NE(ImportFiles({a}).text.find("0 points taken, 10 left out"), std::string::npos);
   EXPECT_EQ(Stored().size(), 15u);
@@ -54,7 +63,11 @@ TEST_F(Importing, TakesSeveralFilesAsOneUnit) {
 
 TEST_F(Importing, ChangesNothingWhenAFileIsNoGood) {
   const auto good = temporary_.Write("good.gpx", Gpx(0, 10));
+  const fs::path pipe = temporary_.Path() / "pipe.gpx";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   const std::string bad[] = {
+      pipe,
+      "/dev/zero",
       temporary_.Path() / "missing.gpx",
       temporary_.Path(),
       temporary_.Write("picture.gpx", std::string("\x89PNG\r\n\x1a\n\0\0", 10)),
@@ -65,6 +78,9 @@ TEST_F(Importing, ChangesNothingWhenAFileIsNoGood) {
     const ImportOutcome outcome = ImportFiles({good, file});
     EXPECT_EQ(outcome.exitCode, kFailed) << file;
     EXPECT_NE(outcome.text.find(file), std::string::npos) << outcome.text;
+    EXPECT_EQ(outcome.text.find("directory") != std::string::npos,
+              file == bad[2] || file == temporary_.Path())
+        << outcome.text;
   }
   const auto empty = temporary_.Write("empty.gpx", "<gpx/>");
   EXPECT_EQ(ImportFiles({empty}).exitCode, kFailed);
@@ -78,9 +94,58 @@ TEST_F(Importing, SaysWhenADescriptionHadToChange) {
   const auto file = temporary_.Write("a.gpx", Gpx(0, 10));
   EXPECT_NE(ImportFiles({file}, "A \"red\" ~\nvan ").text.find("described as \"A red van\""),
             std::string::npos);
-  EXPECT_EQ(ReadDescriptions(data_).at(kUnit), "A red van");
+  EXPECT_EQ(Described(kUnit), "A red van");
   ImportFiles({file});
-  EXPECT_EQ(ReadDescriptions(data_).at(kUnit), "A red van") << "stays without a new one";
+  EXPECT_EQ(Described(kUnit), "A red van") << "stays without a new one";
+}
+
+TEST_F(Importing, KeepsTheOtherLinesOfTheDescriptions) {
+  const auto file = temporary_.Write("a.gpx", Gpx(0, 1));
+  const std::string lines = "# by hand\r\n0000000000ab lower\n00000000000C Car\n";
+  temporary_.Write("data/descriptions.txt", "00000000000A Old\n" + lines + "no end");
+  temporary_.Write("data/descriptions.txt.new-1", "left by a process that died");
+  EXPECT_EQ(ImportFiles({file}, "Van").exitCode, kDone);
+  EXPECT_EQ(fakes::ReadFile(data_ / "descriptions.txt"), lines + "no end\n00000000000A Van\n");
+  EXPECT_FALSE(fs::exists(data_ / "descriptions.txt.new-1"));
+}
+
+TEST_F(Importing, TakesUnreadableDescriptionsForNoEmptyOnes) {
+  const auto file = temporary_.Write("a.gpx", Gpx(0, 1));
+  const auto descriptions = temporary_.Write("data/descriptions.txt", "00000000000C Car\n");
+  const auto fails = [&] {
+    const ImportOutcome outcome = ImportFiles({file}, "Van");
+    EXPECT_EQ(outcome.exitCode, kFailed);
+    EXPECT_NE(outcome.text.find("descriptions.txt can't be read"), std::string::npos) << outcome.text;
+    EXPECT_TRUE(Stored().empty());
+  };
+  {
+    const Unreadable unreadable(descriptions);
+    fails();
+  }
+  EXPECT_EQ(Described("00000000000C"), "Car");
+  temporary_.Write("data/descriptions.txt", std::string(2'000'000, 'x'));
+  fails();
+}
+
+TEST_F(Importing, SeveralAtOnceLoseNothing) {
+  const auto file = temporary_.Write("a.gpx", Gpx(0, 10));
+  std::vector<pid_t> children;
+  for (int i = 0; i < 20; ++i) {
+    children.push_back(::fork());
+    if (children.back() != 0) continue;
+    const std::string unit = "0000000000" + std::to_string(10 + i), name = "Unit " + std::to_string(i);
+    ::_exit(Import({unit, name, false, {file}}, data_, kToday).exitCode);
+  }
+  for (const pid_t child : children) {
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+  }
+  for (int i = 0; i < 20; ++i) {
+    const std::string unit = "0000000000" + std::to_string(10 + i);
+    EXPECT_EQ(Described(unit), "Unit " + std::to_string(i));
+    EXPECT_EQ(Stored(unit).size(), 10u) << unit;
+  }
 }
 
 TEST(UnitDescriptions, ListsUnitsForTheClient) {

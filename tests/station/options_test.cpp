@@ -37,7 +37,7 @@ TEST_F(CommandLines, WinOverTheIniFile) {
 
 TEST_F(CommandLines, TakeGeneralOptionsBehindACommand) {
   const CommandLine line =
-      Good({"import", "--unit", "0013A20040B1", "--today", "a.gpx", "b.gpx", "--data", "/d"});
+      Good({"import", "--unit", "0013a20040B1", "--today", "a.gpx", "b.gpx", "--data", "/d"});
   EXPECT_EQ(line.options.data, "/d");
   const auto& command = std::get<ImportCommand>(line.command);
   EXPECT_EQ(command.unitId, "0013A20040B1");
@@ -74,7 +74,7 @@ TEST_F(CommandLines, SayWhatIsWrong) {
       {"", {"serve"}, "serve"},
       {"", {"import", "a.gpx"}, "--unit"},
       {"", {"import", "--unit", "0013A20040B1"}, "files"},
-      {"", {"import", "--unit", "0013a20040b1", "a.gpx"}, "unit ID"},
+      {"", {"import", "--unit", "0013A20040G1", "a.gpx"}, "unit ID"},
       {"", {"--config", "/nowhere/station.ini"}, "/nowhere/station.ini"},
       {"Demo=on\nColour=red\n", {}, "line 2"},
       {"Help=yes\n", {}, "line 1"},

@@ -1,6 +1,10 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <linux/capability.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -114,6 +118,45 @@ class TestClient {
   asio::io_context context_;
   asio::ip::tcp::socket socket_;
   bool timedOut_ = false;
+};
+
+/// While it lives, the system has no descriptor left for this process.
+class NoDescriptors {
+ public:
+  NoDescriptors() {
+    ::getrlimit(RLIMIT_NOFILE, &before_);
+    const rlimit none{0, before_.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &none);
+  }
+  ~NoDescriptors() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+  NoDescriptors(const NoDescriptors&) = delete;
+  NoDescriptors& operator=(const NoDescriptors&) = delete;
+
+ private:
+  rlimit before_{};
+};
+
+/// While it lives, the file can't be read, by root neither.
+class Unreadable {
+ public:
+  explicit Unreadable(std::filesystem::path file) : file_(std::move(file)) {
+    std::filesystem::permissions(file_, std::filesystem::perms::none);
+    ::syscall(SYS_capget, &header_, before_);
+    __user_cap_data_struct without[2] = {before_[0], before_[1]};
+    without[0].effective &= ~(1u << CAP_DAC_OVERRIDE | 1u << CAP_DAC_READ_SEARCH);
+    ::syscall(SYS_capset, &header_, without);
+  }
+  ~Unreadable() {
+    ::syscall(SYS_capset, &header_, before_);
+    std::filesystem::permissions(file_, std::filesystem::perms::owner_read);
+  }
+  Unreadable(const Unreadable&) = delete;
+  Unreadable& operator=(const Unreadable&) = delete;
+
+ private:
+  std::filesystem::path file_;
+  __user_cap_header_struct header_{_LINUX_CAPABILITY_VERSION_3, 0};
+  __user_cap_data_struct before_[2] = {};
 };
 
 /// The tests' folder, with files in folders below it.
