@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <set>
 
+#include "commands/menus.h"
+#include "commands/unit_menu.h"
 #include "fuzz_input.h"
 #include "tracking/mobile_units.h"
 #include "tracking/packets.h"
@@ -14,12 +16,7 @@ namespace {
 
 MenuModel UnitMenu() {
   MenuModel menus;
-  MenuItem options;
-  options.name = "mnuOptions";
-  MenuItem none;
-  none.name = kUnitMenu;
-  options.children.push_back(none);
-  menus.bar.children.push_back(options);
+  BuildMenus(menus);
   return menus;
 }
 

@@ -4,8 +4,6 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/menu_model.h"
-
 namespace pallomir {
 
 /// The Wi-Fi networks that the mobile units may use. Lengths are bytes of UTF-8, as on the air: a name (SSID)
@@ -37,18 +35,8 @@ std::string EncodeHotspots(const std::vector<std::string>& ssids);
 std::vector<SecureHotspot> ParseSecureHotspots(std::string_view stored);
 std::string EncodeSecureHotspots(const std::vector<SecureHotspot>& hotspots);
 
-/// Rebuilds the menu entries of a stored list: entry i is network i. Entry 0 stands for an empty list and
-/// shows only then.
-void LoadSSIDs(MenuModel& menus, std::string_view stored);
-void LoadSecureSSIDs(MenuModel& menus, std::string_view stored);
-
-/// The lists as the menus hold them.
-std::vector<std::string> HotspotsFromMenu(const MenuModel& menus);
-std::vector<SecureHotspot> SecureHotspotsFromMenu(const MenuModel& menus);
-
-/// Whether the hotspot list names what is permitted or what is prohibited: replaces `mode` ("Permitted" or
-/// "Prohibited"; any other counts as the first) by the other one when `toggle` is set, and shows it in the
-/// menus. The caller stores it.
-void HotSpotsChange(MenuModel& menus, std::string& mode, bool toggle);
+/// What stands beside the name of a secure network: protocol, "~" and key. Without a "~" it is all protocol.
+std::string ProtocolAndKey(const SecureHotspot& hotspot);
+SecureHotspot SecureHotspotOf(std::string ssid, std::string_view protocolAndKey);
 
 }  // namespace pallomir

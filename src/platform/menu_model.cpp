@@ -2,115 +2,113 @@
 
 #include <algorithm>
 #include <cassert>
-#include <iterator>
 
 namespace pallomir {
 namespace {
 
-struct Place {
-  MenuItem* parent = nullptr;
-  std::list<MenuItem>::iterator item;
-};
-
-// Visits every entry below `parent`, depth first in menu order, until `visit` returns true.
-template <class Visit>
-bool Walk(MenuItem& parent, const Visit& visit) {
-  for (auto item = parent.children.begin(); item != parent.children.end(); ++item) {
-    if (visit(Place{&parent, item}) || Walk(*item, visit)) return true;
+// Visits every entry below `parent`, depth first in menu order, until `visit(entry, its parent)` returns
+// true.
+template <class Item, class Visit>
+bool Walk(Item& parent, const Visit& visit) {
+  for (auto& item : parent.children) {
+    if (visit(item, parent) || Walk(item, visit)) return true;
   }
   return false;
 }
 
-Place FindPlace(MenuItem& bar, std::string_view name, int index) {
-  Place found;
-  Walk(bar, [&](const Place& place) {
-    if (place.item->name != name || place.item->index != index) return false;
-    found = place;
+template <class Item, class Matches>
+Item* FindBelow(Item& parent, const Matches& matches) {
+  Item* found = nullptr;
+  Walk(parent, [&](Item& item, Item&) {
+    if (!matches(item)) return false;
+    found = &item;
     return true;
+  });
+  return found;
+}
+
+template <class Item>
+Item* FindCommand(Item& bar, Command command, int index) {
+  return FindBelow(bar, [&](const MenuItem& item) { return item.command == command && item.index == index; });
+}
+
+template <class Item>
+Item* FindArrayParent(Item& bar, Command array) {
+  Item* found = nullptr;
+  Walk(bar, [&](Item& item, Item& parent) {
+    if (item.command == array) found = &parent;
+    return found != nullptr;
   });
   return found;
 }
 
 }  // namespace
 
+MenuItem* MenuModel::Find(Command command, int index) { return FindCommand(bar, command, index); }
+
+const MenuItem* MenuModel::Find(Command command, int index) const { return FindCommand(bar, command, index); }
+
 MenuItem* MenuModel::Find(std::string_view name, int index) {
-  const Place place = FindPlace(bar, name, index);
-  return place.parent ? &*place.item : nullptr;
+  return FindBelow(bar, [&](const MenuItem& item) { return item.name == name && item.index == index; });
 }
 
-const MenuItem* MenuModel::Find(std::string_view name, int index) const {
-  return const_cast<MenuModel*>(this)->Find(name, index);
-}
+MenuItem& MenuModel::At(Command command, int index) { return OrNowhere(Find(command, index)); }
 
-MenuItem& MenuModel::At(std::string_view name, int index) {
-  MenuItem* item = Find(name, index);
+MenuItem& MenuModel::At(std::string_view name, int index) { return OrNowhere(Find(name, index)); }
+
+MenuItem& MenuModel::OrNowhere(MenuItem* item) {
   assert(item && "no such menu entry");
-  return *item;
+  if (item) return *item;
+  nowhere_ = {};
+  return nowhere_;
 }
 
-MenuItem* MenuModel::ArrayParent(std::string_view name) {
-  MenuItem* parent = nullptr;
-  Walk(bar, [&](const Place& place) {
-    if (place.item->name == name) parent = place.parent;
-    return parent != nullptr;
-  });
-  return parent;
+void MenuModel::ForEach(Command array, const std::function<void(const MenuItem&)>& visit) const {
+  const MenuItem* parent = ArrayParent(array);
+  if (!parent) return;
+  for (const MenuItem& item : parent->children)
+    if (item.command == array) visit(item);
 }
 
-const MenuItem* MenuModel::ArrayParent(std::string_view name) const {
-  return const_cast<MenuModel*>(this)->ArrayParent(name);
-}
-
-int MenuModel::Count(std::string_view name) const {
+int MenuModel::Count(Command array) const {
   int count = 0;
-  Walk(const_cast<MenuItem&>(bar), [&](const Place& place) {
-    count += place.item->name == name;
-    return false;
-  });
+  ForEach(array, [&](const MenuItem&) { ++count; });
   return count;
 }
 
-void MenuModel::CheckOnly(std::string_view name, int index) {
-  Walk(bar, [&](const Place& place) {
-    if (place.item->name == name) place.item->checked = place.item->index == index;
-    return false;
-  });
+void MenuModel::CheckOnly(Command array, int index) {
+  MenuItem* parent = ArrayParent(array);
+  if (!parent) return;
+  for (MenuItem& item : parent->children)
+    if (item.command == array) item.checked = item.index == index;
 }
 
-int MenuModel::CheckedIndex(std::string_view name) const {
+int MenuModel::CheckedIndex(Command array) const {
   int index = -1;
-  Walk(const_cast<MenuItem&>(bar), [&](const Place& place) {
-    if (place.item->name != name || !place.item->checked) return false;
-    index = place.item->index;
-    return true;
+  ForEach(array, [&](const MenuItem& item) {
+    if (index < 0 && item.checked) index = item.index;
   });
   return index;
 }
 
-void MenuModel::AppendToArray(std::string_view name, std::list<MenuItem> items) {
-  MenuItem* parent = ArrayParent(name);
+MenuItem* MenuModel::ArrayParent(Command array) { return FindArrayParent(bar, array); }
+
+const MenuItem* MenuModel::ArrayParent(Command array) const { return FindArrayParent(bar, array); }
+
+void MenuModel::AppendToArray(Command array, std::list<MenuItem> items) {
+  MenuItem* parent = ArrayParent(array);
   assert(parent && "no such menu array");
+  if (!parent) return;
   const auto last = std::find_if(parent->children.rbegin(), parent->children.rend(),
-                                 [&](const MenuItem& item) { return item.name == name; });
+                                 [&](const MenuItem& item) { return item.command == array; });
   parent->children.splice(last.base(), items);
 }
 
-void MenuModel::TruncateArray(std::string_view name, int from) {
-  MenuItem* parent = ArrayParent(name);
+void MenuModel::TruncateArray(Command array, int from) {
+  MenuItem* parent = ArrayParent(array);
   if (parent)
-    parent->children.remove_if([&](const MenuItem& item) { return item.name == name && item.index >= from; });
-}
-
-MenuItem& InsertItem(MenuItem& parent, std::size_t position, MenuItem item) {
-  auto place = parent.children.begin();
-  std::advance(place, static_cast<std::ptrdiff_t>(std::min(position, parent.children.size())));
-  return *parent.children.insert(place, std::move(item));
-}
-
-bool DeleteItem(MenuItem& parent, std::size_t position) {
-  if (position >= parent.children.size()) return false;
-  parent.children.erase(std::next(parent.children.begin(), static_cast<std::ptrdiff_t>(position)));
-  return true;
+    parent->children.remove_if(
+        [&](const MenuItem& item) { return item.command == array && item.index >= from; });
 }
 
 }  // namespace pallomir

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <list>
 #include <string>
@@ -8,9 +7,13 @@
 
 namespace pallomir {
 
-/// One entry of a menu, with the entries below it. A menu is data: rooms change it by name, the skin renders
-/// what it finds when a menu is opened.
+/// What a menu entry asks for, or which menu it opens: listed in commands/command.h. Zero stands for none.
+enum class Command : int;
+
+/// One entry of a menu, with the entries below it. A menu is data: rooms change it, the skin renders what it
+/// finds when a menu is opened.
 struct MenuItem {
+  Command command{};    ///< entries of an array share it
   std::string name;     ///< control name ("mnuOptionsMUArray"); entries of an array share it
   int index = 0;        ///< position in an array of entries, 0 for a single entry
   std::string caption;  ///< an "&" stands before the access key
@@ -20,10 +23,12 @@ struct MenuItem {
   bool visible = true;
   bool enabled = true;
   bool isPlainText = false;  ///< the caption is the user's own: an "&" in it stands for itself
-  int identifier = 0;        ///< command identifier, 0 for none
   std::list<MenuItem> children;
+  /// Set for a submenu that is filled when it opens: changes the children, and nothing above this entry.
+  std::function<void(MenuItem&)> fill;
 
   bool IsSeparator() const { return caption == "-" && !isPlainText; }
+  bool IsMenu() const { return !children.empty() || fill; }
 };
 
 /// All menus of the menu holder: a bar of menus.
@@ -36,35 +41,42 @@ class MenuModel {
   std::function<void(const MenuItem&)> chosen;
 
   /// The entry, or null.
+  MenuItem* Find(Command command, int index = 0);
+  const MenuItem* Find(Command command, int index = 0) const;
+  /// By control name.
   MenuItem* Find(std::string_view name, int index = 0);
-  const MenuItem* Find(std::string_view name, int index = 0) const;
 
-  /// The entry; a name that is in no menu is a fault of the program.
+  /// The entry. One that is in no menu is a fault of the program: what is done to it is then done to an entry
+  /// that nobody sees.
+  MenuItem& At(Command command, int index = 0);
   MenuItem& At(std::string_view name, int index = 0);
 
+  /// Visits the array's entries in their order.
+  void ForEach(Command array, const std::function<void(const MenuItem&)>& visit) const;
+
   /// How many entries the array has.
-  int Count(std::string_view name) const;
+  int Count(Command array) const;
 
   /// Checks exactly the array's entry `index`.
-  void CheckOnly(std::string_view name, int index);
+  void CheckOnly(Command array, int index);
 
   /// The index of the array's first checked entry, or -1.
-  int CheckedIndex(std::string_view name) const;
+  int CheckedIndex(Command array) const;
 
   /// The entry below which the array's entries lie, or null.
-  MenuItem* ArrayParent(std::string_view name);
-  const MenuItem* ArrayParent(std::string_view name) const;
+  MenuItem* ArrayParent(Command array);
+  const MenuItem* ArrayParent(Command array) const;
 
-  /// Adds entries behind the array's last one; they bear its name.
-  void AppendToArray(std::string_view name, std::list<MenuItem> items);
+  /// Adds entries behind the array's last one; they bear its command. Without such an array nothing is added.
+  void AppendToArray(Command array, std::list<MenuItem> items);
 
   /// Deletes the entries `from` and above of the array.
-  void TruncateArray(std::string_view name, int from);
-};
+  void TruncateArray(Command array, int from);
 
-/// Inserts at a 0-based position among the children, or at the end when there are fewer.
-MenuItem& InsertItem(MenuItem& parent, std::size_t position, MenuItem item);
-/// Deletes the child at the position; false when there is none.
-bool DeleteItem(MenuItem& parent, std::size_t position);
+ private:
+  MenuItem& OrNowhere(MenuItem* item);
+
+  MenuItem nowhere_;
+};
 
 }  // namespace pallomir

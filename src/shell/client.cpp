@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "shell/menus.h"
+#include "commands/menus.h"
 #include "shell/settings_keys.h"
 
 namespace pallomir {
@@ -12,6 +12,7 @@ Client::Client(const Ports& ports)
       service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application) {
   service_.busyChanged = [this] { ServiceBusyChanged(); };
   BuildMenus(menus_);
+  HandleCommands();
   menus_.chosen = [this](const MenuItem& item) { MenuChosen(item); };
   connection_ = std::make_unique<ServerConnection>(ports_.wsClientA, ports_.wsClientB, ports_.wsClientC,
                                                    ports_.loop, ports_.trace, ConnectionHost());

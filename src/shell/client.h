@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "base/trace.h"
+#include "commands/command.h"
+#include "commands/command_handlers.h"
 #include "dataserver/service_control.h"
 #include "hotspots/hotspot_lists.h"
 #include "map/map_bridge.h"
@@ -28,7 +30,6 @@
 #include "platform/user_registry.h"
 #include "shell/client_view.h"
 #include "shell/deployment.h"
-#include "shell/hot_keys.h"
 #include "shell/settings_keys.h"
 #include "shell/stored_choices.h"
 #include "shell/window_modes.h"
@@ -93,7 +94,7 @@ class Client {
   void Unload();  ///< the shut-down sequence; the window is closing
   bool IsClosing() const { return closing_; }
 
-  // What the user does with the window (client_window.cpp)
+  // What the user does with the window (client_window.cpp, client_commands.cpp)
   void Resized();
   void Moved();
   void MinimiseClicked();
@@ -155,6 +156,7 @@ class Client {
 
   // Read-only state, for the view's rendering and for tests
   MenuModel& Menus() { return menus_; }
+  const CommandHandlers& Handlers() const { return handlers_; }
   const UnitBook& Units() const { return book_; }
   const PointStore& Points() const { return store_; }
   const MapView& View() const { return view_; }
@@ -169,7 +171,7 @@ class Client {
  private:
   // Start-up in its order (client_start.cpp)
   void ReadPlacement();
-  void ReadMenuChoice(const char* array, const char* parent, const char* prefix, const SettingKey& key);
+  void ReadMenuChoice(Command array, const char* prefix, const SettingKey& key);
   void ReadUnits();
   void ReadZone();
   void ContinueLoad();
@@ -198,40 +200,28 @@ class Client {
   void UpdateCaption();
   void UpdateLamp();
 
-  // Menu entries (client_menus.cpp); the argument is the index within an array of entries
-  bool Toggle(const char* menu, int index = 0);
-  void OnMenuReload(int);
-  void OnMenuFit(int index);
-  void OnMenuMapData(int);
-  void OnMenuTrackingData(int);
-  void OnMenuZones(int);
-  void OnMenuTimeline(int);
-  void ChooseMapType(int index);
-  void OnMenuContactPoints(int index);
-  void OnMenuStartup(int index);
-  void OnMenuUpdate(int index);
-  void OnMenuUnitOfMeasure(int index);
-  void OnMenuPortBase(int);
-  void OnMenuStreetView(int);
-  void OnMenuPanorama(int);
-  void OnMenuExit(int);
-  void OnMenuEditUnits(int);
-  void OnMenuAbout(int);
+  // Commands of menus and keys (client_commands.cpp)
+  void HandleCommands();
+  void HandleViewCommands();
+  void HandleOptionCommands();
+  void HandleTimeCommands();
+  bool Toggle(Command command, int index = 0);  ///< its check mark; gives the new one
+  void SwitchLayer(Command command, const char* field);
+  void ChooseStartup(int index);
+  void ChooseUpdate(int index);
+  void ChooseUnitOfMeasure(int index);
+  void AskPortBase();
   void SetPanorama(bool on);
 
   // Hotspot lists, the user's own Data Server, demo mode (client_services.cpp)
   void ReadHotspots();
-  void OnMenuHotspotsEdit(int);
-  void OnMenuHotspotsChange(int);
-  void OnMenuSecureHotspotsEdit(int);
-  void OnMenuInstall(int) { service_.Run(ServiceCommand::kInstall); }
-  void OnMenuStart(int) { service_.Run(ServiceCommand::kStart); }
-  void OnMenuStop(int) { service_.Run(ServiceCommand::kStop); }
-  void OnMenuUninstall(int) { service_.Run(ServiceCommand::kUninstall); }
+  void EditHotspots();
+  void ChangeHotspotMode();
+  void EditSecureHotspots();
   void ServiceBusyChanged();
-  void OnMenuDemoMode(int);
+  void AskDemoMode();
   void SwitchDemoMode();
-  void OnMenuFaqs(int);
+  void OpenFaqs();
   std::string FaqAddress() const { return "http://" + ports_.deployment.webSite + "/faq"; }
 
   // Units (client_window.cpp)
@@ -251,13 +241,12 @@ class Client {
   void OnPage(const page::ZoneEdit& edit);
   void OnPageReady();
   void FitToData(std::size_t k);
-  void WriteToggle(const char* menu, const char* field);
+  void WriteToggle(Command command, const char* field);
   void WriteMapType();
   void OnBoxTick();
 
   void ShowPointAtShare(int x);
   void OnCaptureTick();
-  bool RunKeyCommand(const KeyCommand& command);  // client_keys.cpp
 
   // Layout (client_window.cpp)
   void LayOut();
@@ -292,6 +281,7 @@ class Client {
 
   StoredChoices choices_;
   MenuModel menus_;
+  CommandHandlers handlers_;
   std::string demoUnits_;
   bool areUnitsDemo_ = false;  // the units in the menu are the demo ones
   std::string currentUnitId_;

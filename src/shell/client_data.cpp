@@ -152,13 +152,13 @@ void Client::FinishBatch() {
 }
 
 void Client::OnUpdateAction() {
-  if (menus_.At("mnuOptionsOnUpdateArray", 1).checked || !map_->MayFit()) {
+  if (menus_.At(Command::kUpdateChoice, 1).checked || !map_->MayFit()) {
     map_->AllowFits();
     FitToData(0);
     return;
   }
   if (store_.PointCount() > 0) map_->NotePoints();
-  if (menus_.At("mnuOptionsOnUpdateArray", 2).checked) {
+  if (menus_.At(Command::kUpdateChoice, 2).checked) {
     map_->SendPan(view_.LatestLat, view_.LatestLng);
   }
 }

@@ -37,21 +37,21 @@ MapBridge::Host Client::MapHost() {
 TrackDrawing Client::Drawing() {
   TrackDrawing drawing;
   for (std::size_t k = 1; k <= store_.UnitCount(); ++k) drawing.units.push_back(store_.Track(k).Points());
-  drawing.ringReceived = menus_.At("mnuOptionsContactPointsArray", 0).checked;
-  drawing.ringNotReceived = menus_.At("mnuOptionsContactPointsArray", 1).checked;
+  drawing.ringReceived = menus_.At(Command::kContactPoint, 0).checked;
+  drawing.ringNotReceived = menus_.At(Command::kContactPoint, 1).checked;
   return drawing;
 }
 
 void Client::OnPage(const page::PopupWithoutPlace&) {
-  menus_.At("mnuPopupBeenHere").enabled = false;
-  menus_.At("mnuPopupDsplyDataPoints").enabled = false;
+  menus_.At(Command::kBeenHere).enabled = false;
+  menus_.At(Command::kNearby).enabled = false;
   ports_.view.PopUpMenu(ClientView::MenuPlace::kAtPointer);
 }
 
 void Client::OnPage(const page::PopupAtPlace& click) {
   Run(seams.offerZonesAt, click.lat / kPositionUnitsPerDegree, click.lng / kPositionUnitsPerDegree);
-  menus_.At("mnuPopupBeenHere").enabled = true;
-  menus_.At("mnuPopupDsplyDataPoints").enabled = true;
+  menus_.At(Command::kBeenHere).enabled = true;
+  menus_.At(Command::kNearby).enabled = true;
   ports_.view.PopUpMenu(ClientView::MenuPlace::kAtPointer);
 }
 
@@ -65,13 +65,13 @@ void Client::OnPage(const page::MouseMoved& move) {
 
 void Client::OnPageReady() {
   ports_.view.HideSplash();
-  WriteToggle("mnuViewMapData", field::kMapData);
-  WriteToggle("mnuViewTrackingData", field::kTrackingData);
+  WriteToggle(Command::kMapData, field::kMapData);
+  WriteToggle(Command::kTrackingData, field::kTrackingData);
   WriteMapType();
   // A page that comes back after a loss begins with neither, and with all zones.
-  if (menus_.At("mnuPopupPanorama").checked) SetPanorama(true);
-  if (menus_.At("mnuPopupStreetView").checked) ports_.browser.WriteField(field::kStreetView, "True");
-  if (!menus_.At("mnuViewZones").checked) WriteToggle("mnuViewZones", field::kZonesShown);
+  if (menus_.At(Command::kPanorama).checked) SetPanorama(true);
+  if (menus_.At(Command::kStreetView).checked) ports_.browser.WriteField(field::kStreetView, "True");
+  if (!menus_.At(Command::kZones).checked) WriteToggle(Command::kZones, field::kZonesShown);
   Run(seams.loadZones);
 }
 
@@ -94,13 +94,13 @@ void Client::FitToData(std::size_t k) {
   map_->FitToData(box.IsEmpty() ? DefaultBox() : box);
 }
 
-void Client::WriteToggle(const char* menu, const char* field) {
-  ports_.browser.WriteField(field, menus_.At(menu).checked ? "T" : "F");
+void Client::WriteToggle(Command command, const char* field) {
+  ports_.browser.WriteField(field, menus_.At(command).checked ? "T" : "F");
 }
 
 void Client::WriteMapType() {
   ports_.browser.WriteField(field::kMapType,
-                            menus_.At("mnuViewMapTypeArray", menus_.CheckedIndex("mnuViewMapTypeArray")).tag);
+                            menus_.At(Command::kMapType, menus_.CheckedIndex(Command::kMapType)).tag);
 }
 
 void Client::HidePointMarker() {

@@ -1,5 +1,6 @@
 #include <string>
 
+#include "commands/hotspot_menus.h"
 #include "dataserver/open_result.h"
 #include "shell/client.h"
 #include "shell/instance_guard.h"
@@ -16,12 +17,12 @@ void Client::ReadHotspots() {
                   ports_.settings.Get(setting::kSecureHotspots.key, setting::kSecureHotspots.defaultValue));
 }
 
-void Client::OnMenuHotspotsEdit(int) { ports_.view.EditHotspots(HotspotsFromMenu(menus_)); }
+void Client::EditHotspots() { ports_.view.EditHotspots(HotspotsFromMenu(menus_)); }
 
-void Client::OnMenuSecureHotspotsEdit(int) { ports_.view.EditSecureHotspots(SecureHotspotsFromMenu(menus_)); }
+void Client::EditSecureHotspots() { ports_.view.EditSecureHotspots(SecureHotspotsFromMenu(menus_)); }
 
-void Client::OnMenuHotspotsChange(int) {
-  choices_.hotspotMode = menus_.At("mnuOptionsHotSpots").tag;
+void Client::ChangeHotspotMode() {
+  choices_.hotspotMode = menus_.At(Command::kHotspotList).tag;
   HotSpotsChange(menus_, choices_.hotspotMode, true);
   ports_.settings.Save(setting::kHotspotMode.key, choices_.hotspotMode);
 }
@@ -39,14 +40,13 @@ void Client::SecureHotspotsApplied(const std::vector<SecureHotspot>& hotspots) {
 
 void Client::ServiceBusyChanged() {
   const bool isFree = !service_.IsBusy();
-  for (const char* entry :
-       {"mnuOptionsDataServerInstall", "mnuOptionsDataServerStart", "mnuOptionsDataServerStop",
-        "mnuOptionsDataServerUninstall", "mnuOptionsDemoMode"})
+  for (const Command entry : {Command::kInstallServer, Command::kStartServer, Command::kStopServer,
+                              Command::kUninstallServer, Command::kDemoMode})
     menus_.At(entry).enabled = isFree;
   if (!closing_) UpdateLamp();
 }
 
-void Client::OnMenuDemoMode(int) {
+void Client::AskDemoMode() {
   Question question;
   question.kind = Question::Kind::kOkCancel;
   question.title = "Pallomir";
@@ -61,7 +61,7 @@ void Client::OnMenuDemoMode(int) {
 // The new instance finds the mutex and the raise signal free. Where it can't be started this one goes on with
 // the units that it has; the other mode is stored for the next start.
 void Client::SwitchDemoMode() {
-  MenuItem& entry = menus_.At("mnuOptionsDemoMode");
+  MenuItem& entry = menus_.At(Command::kDemoMode);
   choices_.demoMode = entry.checked = !entry.checked;
   StoreWindow();
   ports_.instanceSignal.Stop();
@@ -79,7 +79,7 @@ void Client::SwitchDemoMode() {
                         Question::Icon::kError);
 }
 
-void Client::OnMenuFaqs(int) {
+void Client::OpenFaqs() {
   if (!ports_.programs.OpenPage(FaqAddress()))
     ports_.trace.Line("no program to show " + FaqAddress() + " with");
 }

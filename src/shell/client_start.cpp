@@ -3,10 +3,12 @@
 #include <string>
 
 #include "base/number_format.h"
+#include "commands/hotspot_menus.h"
+#include "commands/menus.h"
+#include "commands/unit_menu.h"
 #include "map/page_fields.h"
 #include "map/projection.h"
 #include "shell/client.h"
-#include "shell/menus.h"
 #include "shell/settings_keys.h"
 
 // The start-up sequence. Its order is what the user and the settings file see: keys enter the file as they
@@ -22,17 +24,16 @@ void Client::Load() {
   };
   ports_.instanceSignal.Listen();
   ReadPlacement();
-  ReadMenuChoice("mnuoptionsOnStartupLoadArray", "mnuoptionsOnStartupLoad",
-                 "On Startup: ", setting::kLoadOnStartup);
-  ReadMenuChoice("mnuOptionsOnUpdateArray", "mnuOptionsOnUpdate", "On Update: ", setting::kOnUpdate);
+  ReadMenuChoice(Command::kStartupChoice, "On Startup: ", setting::kLoadOnStartup);
+  ReadMenuChoice(Command::kUpdateChoice, "On Update: ", setting::kOnUpdate);
   choices_ = ReadStoredChoices(
       ports_.settings, [this](const std::string& complaint) { ports_.trace.Line(complaint); },
       [this] { ports_.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\""); });
   HotSpotsChange(menus_, choices_.hotspotMode, false);
   ports_.settings.Save(setting::kHotspotMode.key, choices_.hotspotMode);
-  ChooseInMenu(menus_, "mnuOptionsUOM_Array", choices_.unitOfMeasure, "mnuOptionsUOM", "Unit of Measure: ");
-  menus_.At("mnuOptionsPortBase").caption = "Local Port Range Base = " + std::to_string(choices_.portBase);
-  menus_.At("mnuOptionsDemoMode").checked = choices_.demoMode;
+  ChooseInMenu(menus_, Command::kUnitOfMeasureChoice, choices_.unitOfMeasure, "Unit of Measure: ");
+  menus_.At(Command::kPortBase).caption = "Local Port Range Base = " + std::to_string(choices_.portBase);
+  menus_.At(Command::kDemoMode).checked = choices_.demoMode;
   demoUnits_ = DemoMobileUnits();
   ReadUnits();
   ReadHotspots();
@@ -65,14 +66,13 @@ void Client::ReadPlacement() {
   }
 }
 
-void Client::ReadMenuChoice(const char* array, const char* parent, const char* prefix,
-                            const SettingKey& key) {
+void Client::ReadMenuChoice(Command array, const char* prefix, const SettingKey& key) {
   std::string caption = ports_.settings.Get(key.key, key.defaultValue);
   if (IndexOfCaption(menus_, array, caption) < 0) {
     ports_.trace.Line("setting \"" + std::string(key.key) + "\" has no use for \"" + caption + "\"");
     caption = key.defaultValue;
   }
-  ChooseInMenu(menus_, array, IndexOfCaption(menus_, array, caption), parent, prefix);
+  ChooseInMenu(menus_, array, IndexOfCaption(menus_, array, caption), prefix);
 }
 
 void Client::ReadUnits() {
@@ -125,7 +125,7 @@ void Client::PrepareFolders() {
 void Client::SetFirstWindow() {
   const Millis now = NowLocal() / kSecond * kSecond;  // the pickers know no less
   pickers_.SetWindow({now, now + kDay});
-  const auto choice = static_cast<StartupChoice>(menus_.CheckedIndex("mnuoptionsOnStartupLoadArray"));
+  const auto choice = static_cast<StartupChoice>(menus_.CheckedIndex(Command::kStartupChoice));
   if (const auto window = WindowForChoice(choice, now)) pickers_.SetWindow(*window);
 }
 
@@ -144,7 +144,7 @@ void Client::CheckUnits() {
                         [this](const Answer&) {
                           if (closing_) return;
                           ShowWindow();
-                          OnMenuEditUnits(0);
+                          handlers_.Run(Command::kEditUnits, 0);
                         });
 }
 
@@ -157,7 +157,7 @@ void Client::ShowWindow() {
   ports_.view.ReturnFocus();
   if (book_.enabledCount > 0) {
     const int first = static_cast<int>(book_.enabledToList[1]);
-    currentUnitId_ = menus_.At(kUnitMenu, first).tag.substr(1, kUnitIdSize);
+    currentUnitId_ = menus_.At(Command::kOnlyUnit, first).tag.substr(1, kUnitIdSize);
   }
   PrepareZoneFile();
   loaded_ = true;

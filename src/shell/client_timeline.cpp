@@ -117,7 +117,7 @@ void Client::TakeWindowFromPickers() { window_ = pickers_.Window(); }
 
 // The pickers and the title show while the tracking data does.
 void Client::ShowPickers() {
-  const bool shown = menus_.At("mnuViewTrackingData").checked;
+  const bool shown = menus_.At(Command::kTrackingData).checked;
   ports_.view.ShowPicker(0, pickers_.Value(0), pickers_.Format(0), shown);
   ports_.view.ShowPicker(1, pickers_.Value(1), pickers_.Format(1), shown && pickers_.IsEndVisible());
   ports_.view.ShowReloadButton(shown && pickers_.IsReloadVisible());
@@ -137,7 +137,7 @@ void Client::NavigateTo(const TimeWindow& window) {
 }
 
 void Client::ReturnToCurrentDay() {
-  const auto choice = static_cast<StartupChoice>(menus_.CheckedIndex("mnuoptionsOnStartupLoadArray"));
+  const auto choice = static_cast<StartupChoice>(menus_.CheckedIndex(Command::kStartupChoice));
   const Millis now = NowLocal() / kSecond * kSecond;
   NavigateTo(WindowForChoice(choice, now).value_or(pickers_.Window()));
 }

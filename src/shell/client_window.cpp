@@ -1,8 +1,8 @@
-#include <list>
 #include <string>
 #include <utility>
 #include <variant>
 
+#include "commands/unit_menu.h"
 #include "shell/client.h"
 #include "shell/settings_keys.h"
 
@@ -15,21 +15,20 @@ void Client::FocusLost() {
 }
 
 void Client::ShowOnlyUnit(int i) {
-  menus_.CheckOnly(kUnitMenu, i);
+  menus_.CheckOnly(Command::kOnlyUnit, i);
   SaveUnits();
   MapReload();
 }
 
 void Client::ToggleUnit(int i) {
-  MenuItem& entry = menus_.At(kUnitMenu, i);
+  MenuItem& entry = menus_.At(Command::kOnlyUnit, i);
   entry.checked = !entry.checked;
   SaveUnits();
   MapReload();
 }
 
 void Client::ShowAllUnits() {
-  for (MenuItem& item : menus_.ArrayParent(kUnitMenu)->children)
-    item.checked = item.name == kUnitMenu && item.index > 0;
+  for (MenuItem& item : menus_.ArrayParent(Command::kOnlyUnit)->children) item.checked = item.index > 0;
   SaveUnits();
   MapReload();
 }
@@ -63,19 +62,7 @@ void Client::EnumerateMUs() {
   if (closing_) return;
   book_ = EnumerateUnits(UnitsFromMenu(menus_));
   store_.Reset(book_.enabledCount);
-  menus_.TruncateArray("mnuViewFitToMU_Array", 1);
-  menus_.At("mnuViewFitToMU_Array").visible = book_.enabledCount == 0;
-  menus_.At("mnuViewFitToMU_Array").enabled = false;
-  std::list<MenuItem> fits;
-  for (const MenuItem& unit : menus_.ArrayParent(kUnitMenu)->children) {
-    if (unit.name != kUnitMenu || unit.index == 0 || !unit.checked) continue;
-    MenuItem& item = fits.emplace_back();
-    item.name = "mnuViewFitToMU_Array";
-    item.index = static_cast<int>(fits.size());
-    item.caption = unit.caption;
-    item.isPlainText = unit.isPlainText;
-  }
-  menus_.AppendToArray("mnuViewFitToMU_Array", std::move(fits));
+  ShowUnitsToFit(menus_);
   ports_.view.LayOutTimeline(book_.enabledCount);
 }
 

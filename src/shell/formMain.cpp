@@ -13,6 +13,9 @@
 #include <QWindow>
 #include <utility>
 
+#include "commands/key_list_widget.h"
+#include "commands/key_of_event_widget.h"
+#include "commands/keyboard_widget.h"
 #include "hotspots/formHotSpots_Edit.h"
 #include "hotspots/formSecureHotSpots_Edit.h"
 #include "map/map_view.h"
@@ -24,9 +27,6 @@
 #include "shell/client.h"
 #include "shell/formMapUpdating.h"
 #include "shell/formSplash.h"
-#include "shell/key_list_widget.h"
-#include "shell/key_of_event_widget.h"
-#include "shell/keyboard_widget.h"
 #include "shell/point_marker_widget.h"
 #include "shell/size_grips_widget.h"
 #include "timeline/date_time_picker_widget.h"
@@ -108,7 +108,7 @@ void formMain::BuildTimelineFrame() {
 void formMain::Attach(Client& client, QuestionQueue& questions) {
   client_ = &client;
   questions_ = &questions;
-  formMnu_ = std::make_unique<QtMenu>(client.Menus(), "mnuPopup", this);
+  formMnu_ = std::make_unique<QtMenu>(client.Menus(), Command::kPopup, this);
   ConnectCaptionLine();
   connect(cmdOK_Reload_, &QPushButton::clicked, this, [this] { client_->ReloadClicked(); });
   ConnectPicker(0);

@@ -10,9 +10,10 @@ namespace {
 constexpr char kEnabledFlag = 'X';
 constexpr char kDisabledFlag = '-';
 constexpr char kEnd = '~';
-constexpr int kUnitsWithKey = 9;  // the digits show one of them alone
 
-MobileUnit ParseRecord(std::string_view record) {
+}  // namespace
+
+MobileUnit ParseMobileUnit(std::string_view record) {
   MobileUnit unit;
   unit.enabled = !record.empty() && record.front() == kEnabledFlag;
   record.remove_prefix(std::min<std::size_t>(record.size(), 1));
@@ -22,17 +23,15 @@ MobileUnit ParseRecord(std::string_view record) {
   return unit;
 }
 
-std::string EncodeRecord(const MobileUnit& unit) {
+std::string EncodeMobileUnit(const MobileUnit& unit) {
   return (unit.enabled ? kEnabledFlag : kDisabledFlag) + unit.id + unit.description;
 }
-
-}  // namespace
 
 std::vector<MobileUnit> ParseMobileUnits(std::string_view stored) {
   std::vector<MobileUnit> units;
   for (std::size_t end;
        units.size() < kMaxMobileUnits && (end = stored.find(kEnd)) != std::string_view::npos;) {
-    units.push_back(ParseRecord(stored.substr(0, end)));
+    units.push_back(ParseMobileUnit(stored.substr(0, end)));
     stored.remove_prefix(end + 1);
   }
   return units;
@@ -40,7 +39,7 @@ std::vector<MobileUnit> ParseMobileUnits(std::string_view stored) {
 
 std::string EncodeMobileUnits(const std::vector<MobileUnit>& units) {
   std::string stored;
-  for (const MobileUnit& unit : units) stored += EncodeRecord(unit) + kEnd;
+  for (const MobileUnit& unit : units) stored += EncodeMobileUnit(unit) + kEnd;
   return stored;
 }
 
@@ -54,33 +53,6 @@ std::string DemoMobileUnits() {
                             {false, "000000000007", "Nashville/Bethlehem"},
                             {false, "000000000008", "Across Wisconsin"},
                             {false, "000000000009", "Minneapolis"}});
-}
-
-void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units) {
-  menus.TruncateArray(kUnitMenu, 1);
-  menus.At(kUnitMenu).visible = units.empty();
-  std::list<MenuItem> items;
-  for (const MobileUnit& unit : units) {
-    MenuItem& item = items.emplace_back();
-    item.name = kUnitMenu;
-    item.index = static_cast<int>(items.size());
-    item.caption = unit.id + " - " + unit.description;
-    item.tag = EncodeRecord(unit);
-    item.checked = unit.enabled;
-    item.isPlainText = true;
-    if (item.index <= kUnitsWithKey) item.hotKey = std::to_string(item.index);
-  }
-  menus.AppendToArray(kUnitMenu, std::move(items));
-}
-
-std::vector<MobileUnit> UnitsFromMenu(const MenuModel& menus) {
-  std::vector<MobileUnit> units;
-  for (const MenuItem& item : menus.ArrayParent(kUnitMenu)->children) {
-    if (item.name != kUnitMenu || item.index == 0) continue;
-    units.push_back(ParseRecord(item.tag));
-    units.back().enabled = item.checked;
-  }
-  return units;
 }
 
 std::size_t UnitBook::EnabledPositionOf(std::string_view id) const {

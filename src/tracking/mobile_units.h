@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "base/civil_time.h"
-#include "platform/menu_model.h"
 
 namespace pallomir {
 
@@ -26,17 +25,14 @@ inline constexpr std::size_t kMaxMobileUnits = 9999;
 /// "~" behind it is left out; of a record shorter than flag and ID the missing part is empty.
 std::vector<MobileUnit> ParseMobileUnits(std::string_view stored);
 
+/// One record without its "~".
+MobileUnit ParseMobileUnit(std::string_view record);
+std::string EncodeMobileUnit(const MobileUnit& unit);
+
 std::string EncodeMobileUnits(const std::vector<MobileUnit>& units);
 
 /// The stored list of the nine demo units.
 std::string DemoMobileUnits();
-
-/// The array of menu entries that holds the units: entry 0 is a template that shows only when there is no
-/// unit, entry i is unit i, its tag the record without its end.
-inline constexpr char kUnitMenu[] = "mnuOptionsMUArray";
-
-void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units);
-std::vector<MobileUnit> UnitsFromMenu(const MenuModel& menus);
 
 /// The books that all rooms keep per unit. i is a unit's position in the list, k its position among the
 /// enabled units; both count from 1. Of two enabled units with one ID the first receives the data.

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "shell/menus.h"
 #include "shell/settings_keys.h"
 
 namespace pallomir {
@@ -53,65 +52,6 @@ TEST(HotspotLists, WhatIsWrittenIsReadBack) {
   // What two digits can't tell is cut between two characters, and the entries behind it are unharmed.
   const auto cut = ParseHotspots(EncodeHotspots({std::string(98, 'x') + "\u00E9", "next"}));
   EXPECT_THAT(cut, ElementsAre(std::string(98, 'x'), "next"));
-}
-
-class HotspotMenuTest : public testing::Test {
- protected:
-  HotspotMenuTest() { BuildMenus(menus_); }
-  MenuModel menus_;
-};
-
-TEST_F(HotspotMenuTest, FollowsTheList) {
-  LoadSSIDs(menus_, "04home01-03A&B");
-  LoadSecureSSIDs(menus_, "04home08WPA2~abc");
-  EXPECT_THAT(HotspotsFromMenu(menus_), ElementsAre("home", "-", "A&B"));
-  EXPECT_FALSE(menus_.At("mnuOptionsHotSpotsArray", 2).IsSeparator());
-  EXPECT_THAT(SecureHotspotsFromMenu(menus_), ElementsAre(SecureHotspot{"home", "WPA2", "abc"}));
-  EXPECT_EQ(menus_.At("mnuOptionsSecureHotSpotsArray", 1).tag, "WPA2~abc");
-  EXPECT_TRUE(menus_.At("mnuOptionsHotSpotsArray", 2).visible);
-  EXPECT_TRUE(menus_.At("mnuOptionsHotSpotsArray", 2).enabled);
-  const struct {
-    const char* array;
-    const char* separator;
-    const char* edit;
-    void (*load)(MenuModel&, std::string_view);
-  } lists[] = {
-      {"mnuOptionsHotSpotsArray", "mnuOptionsMUSeparator2", "mnuOptionsHotSpotsEdit", LoadSSIDs},
-      {"mnuOptionsSecureHotSpotsArray", "mnuOptionsMUSeparator1", "mnuOptionsSecureHotSpotsEdit",
-       LoadSecureSSIDs},
-  };
-  for (const auto& list : lists) {
-    SCOPED_TRACE(list.array);
-    EXPECT_FALSE(menus_.At(list.array, 0).visible);
-    EXPECT_TRUE(menus_.At(list.separator).visible);
-    EXPECT_EQ(menus_.At(list.edit).caption, "Edit List");
-    list.load(menus_, "");
-    EXPECT_EQ(menus_.Count(list.array), 1);
-    EXPECT_TRUE(menus_.At(list.array, 0).visible);
-    EXPECT_FALSE(menus_.At(list.separator).visible);
-    EXPECT_EQ(menus_.At(list.edit).caption, "Edit List (currently empty)");
-  }
-}
-
-TEST_F(HotspotMenuTest, TheModeIsSwitchedThereAndBack) {
-  const struct {
-    std::string mode;
-    bool toggle;
-    std::string now, other;
-  } cases[] = {{"Permitted", false, "Permitted", "Prohibited"},
-               {"Prohibited", false, "Prohibited", "Permitted"},
-               {"Permitted", true, "Prohibited", "Permitted"},
-               {"Prohibited", true, "Permitted", "Prohibited"},
-               {"Nonsense", false, "Permitted", "Prohibited"}};
-  for (const auto& row : cases) {
-    std::string mode = row.mode;
-    HotSpotsChange(menus_, mode, row.toggle);
-    EXPECT_EQ(mode, row.now);
-    EXPECT_EQ(menus_.At("mnuOptionsHotSpots").tag, row.now);
-    EXPECT_EQ(menus_.At("mnuOptionsHotSpots").caption, "Mobile Unit " + row.now + " Hotspots List");
-    EXPECT_EQ(menus_.At("mnuOptionsHotSpotsChange").caption,
-              "Change from \"" + row.now + "\" to \"" + row.other + "\" List");
-  }
 }
 
 }  // namespace

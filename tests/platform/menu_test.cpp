@@ -10,8 +10,11 @@
 namespace pallomir {
 namespace {
 
-MenuItem Entry(std::string name, std::string caption, int index = 0) {
+constexpr Command kPopup{1}, kType{2};
+
+MenuItem Entry(std::string name, std::string caption, int index = 0, Command command = {}) {
   MenuItem item;
+  item.command = command;
   item.name = std::move(name);
   item.caption = std::move(caption);
   item.index = index;
@@ -21,14 +24,14 @@ MenuItem Entry(std::string name, std::string caption, int index = 0) {
 class MenuTest : public testing::Test {
  protected:
   MenuTest() {
-    MenuItem popup = Entry("mnuPopup", "&Map");
+    MenuItem popup = Entry("mnuPopup", "&Map", 0, kPopup);
     MenuItem view = Entry("mnuView", "&View");
     for (int i = 1; i <= 3; ++i)
-      view.children.push_back(Entry("mnuViewType", "Type &" + std::to_string(i), i));
+      view.children.push_back(Entry("mnuViewType", "Type &" + std::to_string(i), i, kType));
     view.children.push_back(Entry("mnuViewFit", "&Fit"));
     popup.children = {view, Entry("mnuLine", "-"), Entry("mnuAdd", "&Add Zone")};
     model_.bar.children.push_back(popup);
-    model_.CheckOnly("mnuViewType", 2);
+    model_.CheckOnly(kType, 2);
     model_.chosen = [this](const MenuItem& item) {
       chosen_.push_back(item.name + std::to_string(item.index));
     };
@@ -42,13 +45,13 @@ class MenuTest : public testing::Test {
   }
 
   MenuModel model_;
-  QtMenu menu_{model_, "mnuPopup"};
+  QtMenu menu_{model_, kPopup};
   std::vector<std::string> chosen_;
 };
 
 TEST_F(MenuTest, ShowsWhatTheModelSaysWheneverItIsOpened) {
   for (int checked = 1; checked <= 2; ++checked) {
-    model_.CheckOnly("mnuViewType", checked);
+    model_.CheckOnly(kType, checked);
     model_.At("mnuAdd").enabled = checked == 1;
     model_.At("mnuViewFit").visible = checked == 2;
     menu_.PopUp({0, 0});
@@ -89,7 +92,7 @@ TEST_F(MenuTest, ReportsTheEntryAsItIsNow) {
 
 TEST_F(MenuTest, EntryThatWentMeanwhileIsNotReported) {
   Choose("mnuViewType(3)");
-  DeleteItem(model_.At("mnuView"), 2);
+  model_.TruncateArray(kType, 3);
   Choose("mnuAdd");
   model_.At("mnuAdd").enabled = false;
   Choose("mnuViewFit");
@@ -97,23 +100,46 @@ TEST_F(MenuTest, EntryThatWentMeanwhileIsNotReported) {
   EXPECT_THAT(chosen_, testing::ElementsAre("mnuViewFit0"));
 }
 
-TEST_F(MenuTest, EntriesWithoutANameAreToldApartByTheirIdentifier) {
+TEST_F(MenuTest, EntriesWithoutANameAreToldApartByTheirCommand) {
   MenuItem& popup = model_.At("mnuPopup");
-  for (int identifier : {4007, 4017}) {
-    MenuItem zone = Entry("", "Zone " + std::to_string(identifier));
-    zone.identifier = identifier;
-    popup.children.push_back(zone);
-  }
-  int identifier = 0;
+  for (const int command : {4007, 4017})
+    popup.children.push_back(Entry("", "Zone " + std::to_string(command), 0, Command{command}));
+  Command chosen{};
   model_.chosen = [&](const MenuItem& item) {
     // The listener may rebuild everything.
     model_.At("mnuPopup").children.clear();
-    identifier = item.identifier;
+    chosen = item.command;
   };
   menu_.Render();
   menu_.Menu()->actions().back()->trigger();
-  EXPECT_TRUE(WaitFor([&] { return identifier != 0; }));
-  EXPECT_EQ(identifier, 4017);
+  EXPECT_TRUE(WaitFor([&] { return chosen != Command{}; }));
+  EXPECT_EQ(chosen, Command{4017});
+}
+
+TEST_F(MenuTest, ASubmenuMayBeFilledWhenItOpens) {
+  int filled = 0;
+  const auto fill = [&filled](MenuItem& item) {
+    item.children = {Entry("mnuZone", "Zone", ++filled, Command{5})};
+  };
+  MenuItem tree = Entry("mnuTree", "&Tree");
+  tree.fill = [&fill](MenuItem& item) {
+    item.children = {Entry("mnuBranch", "Branch")};
+    item.children.front().fill = fill;
+  };
+  model_.At("mnuPopup").children.push_back(tree);
+  menu_.Render();
+  ASSERT_TRUE(Action("mnuTree") && Action("mnuTree")->menu());
+  EXPECT_FALSE(Action("mnuBranch"));
+  for (int opened = 1; opened <= 2; ++opened) {
+    emit Action("mnuTree")->menu()->aboutToShow();
+    ASSERT_TRUE(Action("mnuBranch"));
+    EXPECT_EQ(filled, opened - 1) << "not before it opens itself";
+    emit Action("mnuBranch")->menu()->aboutToShow();
+    EXPECT_EQ(Action("mnuBranch")->menu()->actions().size(), 1);
+  }
+  Action("mnuZone(2)")->trigger();
+  EXPECT_TRUE(WaitFor([&] { return !chosen_.empty(); }));
+  EXPECT_THAT(chosen_, testing::ElementsAre("mnuZone2"));
 }
 
 // The largest zone tree in use: opening the menu must not be felt.

@@ -5,15 +5,15 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "commands/hot_keys.h"
+#include "commands/key_list_widget.h"
+#include "commands/key_of_event_widget.h"
+#include "commands/keyboard_widget.h"
 #include "platform/wait.h"
 #include "shell/about_widget.h"
 #include "shell/caption_line_widget.h"
 #include "shell/caption_text_widget.h"
-#include "shell/hot_keys.h"
 #include "shell/icon_button_widget.h"
-#include "shell/key_list_widget.h"
-#include "shell/key_of_event_widget.h"
-#include "shell/keyboard_widget.h"
 #include "shell/size_grips_widget.h"
 
 // The parts of the window's frame and the help over the map, each alone.

@@ -3,6 +3,7 @@
 
 #include <cerrno>
 
+#include "commands/hotspot_menus.h"
 #include "fakes/client_harness.h"
 
 namespace pallomir {
@@ -131,7 +132,7 @@ TEST_F(ClientServicesTest, DemoModeThatCanNotBeSwitchedLeavesTheUnitsAlone) {
     EXPECT_EQ(harness.window.closeWanted, 0);
     EXPECT_TRUE(harness.mutex.owned);
     EXPECT_TRUE(harness.signal.listening);
-    harness.client->Menus().chosen(harness.client->Menus().At(kUnitMenu, 2));
+    harness.client->Menus().chosen(harness.client->Menus().At(Command::kOnlyUnit, 2));
     const bool isDemo = std::string(row.mode) == "True";
     EXPECT_EQ(harness.settings.saved.contains("Mobile Units"), !isDemo);
     EXPECT_EQ(harness.settings.values["Mobile Units"],

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "commands/command_table.h"
 #include "fakes/client_harness.h"
 
 namespace pallomir {
@@ -41,7 +42,7 @@ TEST_F(ClientTest, FirstStartUsesDefaultsAndAsksTheLocatorForTheEnabledDemoUnits
   EXPECT_EQ(window.state, WindowMode::kMaximised);
   EXPECT_TRUE(window.shown);
   EXPECT_TRUE(client->IsDemoMode());
-  EXPECT_EQ(client->Menus().CheckedIndex("mnuoptionsOnStartupLoadArray"), 2);
+  EXPECT_EQ(client->Menus().CheckedIndex(Command::kStartupChoice), 2);
   EXPECT_EQ(client->Menus().At("mnuOptionsOnUpdate").caption, "On Update: Auto &Fit");
   // 20:30 UTC is 15:30 in a zone five hours west.
   EXPECT_EQ(client->Window(), (TimeWindow{ToMillis({2026, 11, 22, 3}), ToMillis({2026, 11, 23, 3})}));
@@ -852,6 +853,15 @@ TEST_F(ClientTest, ABoxDrawnOnTheMapIsFittedWithoutRedrawing) {
   EXPECT_EQ(client->Tiles().TileGeneration(), generation);
 }
 
+TEST_F(ClientTest, EveryCommandThatCanBeGivenHasItsHandler) {
+  for (const CommandRow& row : CommandTable()) {
+    const MenuItem* entry = client->Menus().Find(row.command, row.index);
+    const bool isMenuOrLine = entry && (entry->IsMenu() || entry->IsSeparator());
+    const bool canBeGiven = row.state == CommandRow::State::kReady && !isMenuOrLine;
+    EXPECT_TRUE(!canBeGiven || client->Handlers().Has(row.command)) << row.name << " " << row.keys[0].keys;
+  }
+}
+
 TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
   StartStreaming();
   const auto choose = [this](const char* name, int index = 0) {
@@ -861,7 +871,7 @@ TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
   EXPECT_EQ(client->Menus().At("mnuoptionsOnStartupLoad").caption, "On Startup: Load Data Since Midnight");
   EXPECT_EQ(settings.saved["LoadOnStartup"], "Load Data Since Midnight");
   choose("mnuOptionsOnUpdateArray", 2);
-  EXPECT_EQ(client->Menus().CheckedIndex("mnuOptionsOnUpdateArray"), 2);
+  EXPECT_EQ(client->Menus().CheckedIndex(Command::kUpdateChoice), 2);
   EXPECT_EQ(settings.saved["OnUpdate"], "Auto &Center on Most Recent Point");
   choose("mnuOptionsUOM_Array", 1);
   EXPECT_EQ(client->Menus().At("mnuOptionsUOM").caption, "Unit of Measure: Kilometers");

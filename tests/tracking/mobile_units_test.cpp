@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/menus.h"
-
 namespace pallomir {
 namespace {
 
@@ -24,23 +22,6 @@ TEST(MobileUnits, StoredListsAreReadRecordByRecord) {
   std::string many;
   for (int i = 0; i < 10005; ++i) many += "X0123456789AB~";
   EXPECT_EQ(ParseMobileUnits(many).size(), kMaxMobileUnits);
-}
-
-TEST(MobileUnits, TheMenuIsTheList) {
-  MenuModel menus;
-  BuildMenus(menus);
-  const std::string stored = "X0123456789ABFirst~-0123456789ACSecond~";
-  ShowUnitsInMenu(menus, ParseMobileUnits(stored));
-  EXPECT_FALSE(menus.At(kUnitMenu, 0).visible);
-  EXPECT_EQ(menus.At(kUnitMenu, 1).caption, "0123456789AB - First");
-  EXPECT_EQ(menus.At(kUnitMenu, 1).tag, "X0123456789ABFirst");
-  EXPECT_TRUE(menus.At(kUnitMenu, 1).checked);
-  EXPECT_FALSE(menus.At(kUnitMenu, 2).checked);
-  menus.CheckOnly(kUnitMenu, 2);
-  EXPECT_EQ(EncodeMobileUnits(UnitsFromMenu(menus)), "-0123456789ABFirst~X0123456789ACSecond~");
-  ShowUnitsInMenu(menus, {});
-  EXPECT_TRUE(menus.At(kUnitMenu, 0).visible);
-  EXPECT_EQ(menus.Count(kUnitMenu), 1);
 }
 
 TEST(MobileUnits, BooksFollowTheEnabledUnits) {

@@ -10,10 +10,10 @@ namespace pallomir {
 namespace {
 
 template <class Matches>
-const MenuItem* FindBelow(const MenuItem& parent, const Matches& matches) {
-  for (const MenuItem& item : parent.children) {
+MenuItem* FindBelow(MenuItem& parent, const Matches& matches) {
+  for (MenuItem& item : parent.children) {
     if (matches(item)) return &item;
-    if (const MenuItem* found = FindBelow(item, matches)) return found;
+    if (MenuItem* found = FindBelow(item, matches)) return found;
   }
   return nullptr;
 }
@@ -58,11 +58,17 @@ void ApplyState(QAction& action, const MenuItem& item, const Array& array) {
   action.setVisible(item.visible);
 }
 
+// Leaves no submenu behind: the menu's actions do not own theirs.
+void Empty(QMenu& menu) {
+  const auto submenus = menu.findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
+  menu.clear();
+  qDeleteAll(submenus);
+}
+
 }  // namespace
 
-QtMenu::QtMenu(MenuModel& model, std::string name, QWidget* parent)
-    : model_(model), name_(std::move(name)), menu_(new QMenu(parent)) {
-  menu_->setObjectName(QString::fromStdString(name_));
+QtMenu::QtMenu(MenuModel& model, Command root, QWidget* parent)
+    : model_(model), root_(root), menu_(new QMenu(parent)) {
   QObject::connect(menu_, &QMenu::aboutToShow, menu_, [this] { Render(); });
 }
 
@@ -75,12 +81,11 @@ void QtMenu::PopUp(const QPoint& at) {
 }
 
 void QtMenu::Render() {
-  const auto submenus = menu_->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
-  menu_->clear();
-  qDeleteAll(submenus);
-  if (const MenuItem* parent =
-          FindBelow(model_.bar, [&](const MenuItem& item) { return item.name == name_; }))
-    RenderInto(*menu_, *parent);
+  Empty(*menu_);
+  const MenuItem* root = model_.Find(root_);
+  if (!root) return;
+  menu_->setObjectName(QString::fromStdString(root->name));
+  RenderInto(*menu_, *root);
 }
 
 void QtMenu::RenderInto(QMenu& menu, const MenuItem& parent) {
@@ -90,17 +95,16 @@ void QtMenu::RenderInto(QMenu& menu, const MenuItem& parent) {
     QAction* action = nullptr;
     if (item.IsSeparator()) {
       action = menu.addSeparator();
-    } else if (!item.children.empty()) {
+    } else if (item.IsMenu()) {
       auto* submenu = new QMenu(&menu);
       action = menu.addMenu(submenu);
-      RenderInto(*submenu, item);
+      RenderSubmenu(*submenu, item);
       submenu->setObjectName(ObjectNameOf(item, array));
     } else {
       action = menu.addAction(QString());
-      Key key{item.name, item.index, item.identifier};
       // Queued: the menu is closed by then, and the model may be rebuilt.
       QObject::connect(
-          action, &QAction::triggered, menu_, [this, key = std::move(key)] { Choose(key); },
+          action, &QAction::triggered, menu_, [this, key = KeyOf(item)] { Choose(key); },
           Qt::QueuedConnection);
     }
     action->setText(TextOf(item));
@@ -109,10 +113,28 @@ void QtMenu::RenderInto(QMenu& menu, const MenuItem& parent) {
   }
 }
 
-void QtMenu::Choose(const Key& key) {
-  const MenuItem* found = FindBelow(model_.bar, [&](const MenuItem& item) {
-    return item.name == key.name && item.index == key.index && item.identifier == key.identifier;
+void QtMenu::RenderSubmenu(QMenu& submenu, const MenuItem& item) {
+  if (!item.fill) return RenderInto(submenu, item);
+  QObject::connect(&submenu, &QMenu::aboutToShow, &submenu, [this, &submenu, key = KeyOf(item)] {
+    Empty(submenu);
+    MenuItem* now = FindAgain(key);
+    if (!now || !now->fill) return;
+    const auto fill = now->fill;  // a copy, because it may replace itself
+    fill(*now);
+    RenderInto(submenu, *now);
   });
+}
+
+QtMenu::Key QtMenu::KeyOf(const MenuItem& item) { return {item.command, item.name, item.index}; }
+
+MenuItem* QtMenu::FindAgain(const Key& key) {
+  return FindBelow(model_.bar, [&](const MenuItem& item) {
+    return item.command == key.command && item.name == key.name && item.index == key.index;
+  });
+}
+
+void QtMenu::Choose(const Key& key) {
+  const MenuItem* found = FindAgain(key);
   if (!found || !found->enabled || !found->visible) return;
   // A copy, because the listener may rebuild the menu that the entry is in.
   const MenuItem chosen = *found;

@@ -12,12 +12,12 @@ class QWidget;
 namespace pallomir {
 
 /// One menu of the model on the screen. It is filled from the model whenever it is opened, so the model may
-/// change at any time. A chosen entry is looked up again before it is reported; one that is gone meanwhile,
-/// or can't be chosen any more, is not.
+/// change at any time; a submenu with a `fill` of its own is filled when that opens. A chosen entry is looked
+/// up again before it is reported; one that is gone meanwhile, or can't be chosen any more, is not.
 class QtMenu {
  public:
-  /// `name` is the entry whose children are shown; the model outlives this object.
-  QtMenu(MenuModel& model, std::string name, QWidget* parent = nullptr);
+  /// `root` is the entry whose children are shown; the model outlives this object.
+  QtMenu(MenuModel& model, Command root, QWidget* parent = nullptr);
   ~QtMenu();
   QtMenu(const QtMenu&) = delete;
   QtMenu& operator=(const QtMenu&) = delete;
@@ -34,16 +34,19 @@ class QtMenu {
 
  private:
   struct Key {
+    Command command{};
     std::string name;
     int index = 0;
-    int identifier = 0;
   };
 
+  static Key KeyOf(const MenuItem& item);
+  MenuItem* FindAgain(const Key& key);
   void RenderInto(QMenu& menu, const MenuItem& parent);
+  void RenderSubmenu(QMenu& submenu, const MenuItem& item);
   void Choose(const Key& key);
 
   MenuModel& model_;
-  std::string name_;
+  Command root_;
   QPointer<QMenu> menu_;
 };
 

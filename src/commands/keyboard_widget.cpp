@@ -1,11 +1,11 @@
-#include "shell/keyboard_widget.h"
+#include "commands/keyboard_widget.h"
 
 #include <QEvent>
 #include <QLabel>
 #include <algorithm>
 #include <string_view>
 
-#include "shell/hot_keys.h"
+#include "commands/hot_keys.h"
 
 namespace pallomir {
 namespace {

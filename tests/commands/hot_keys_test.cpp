@@ -1,4 +1,4 @@
-#include "shell/hot_keys.h"
+#include "commands/hot_keys.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,27 +11,37 @@ namespace {
 constexpr int kBoth = kShift | kCtrl;
 
 // Every key that does something, with all digits reaching a unit. What isn't here must do nothing.
-std::map<std::pair<int, char>, KeyCommand> Expected() {
-  using enum KeyAction;
-  std::map<std::pair<int, char>, KeyCommand> rows = {
-      {{kNoModifier, 'A'}, {kShowAllUnits}}, {{kNoModifier, '0'}, {kShowAllUnits}},
-      {{kShift, '0'}, {kShowAllUnits}},      {{kNoModifier, 'C'}, {kStreetViewOverlay}},
-      {{kNoModifier, 'V'}, {kPanorama}},     {{kNoModifier, 'F'}, {kFitAll}},
-      {{kNoModifier, 'R'}, {kReload}},       {{kNoModifier, 'N'}, {kNearby}},
-      {{kNoModifier, 'P'}, {kMaxSpeed}},     {{kNoModifier, 'M'}, {kMapType, 1}},
-      {{kNoModifier, 'S'}, {kMapType, 2}},   {{kNoModifier, 'H'}, {kMapType, 3}},
-      {{kNoModifier, 'T'}, {kMapType, 4}},   {{kNoModifier, '['}, {kBack, 1}},
-      {{kNoModifier, ']'}, {kForward, 1}},   {{kNoModifier, 'I'}, {kZoomIn}},
-      {{kNoModifier, 'O'}, {kZoomOut}},      {{kNoModifier, 'X'}, {kCurrentDay}},
-      {{kCtrl, 'M'}, {kToggleMapData}},      {{kCtrl, 'T'}, {kToggleTrackingData}},
-      {{kCtrl, 'Z'}, {kToggleZones}},
+std::map<std::pair<int, char>, GivenCommand> Expected() {
+  using enum Command;
+  std::map<std::pair<int, char>, GivenCommand> rows = {
+      {{kNoModifier, 'A'}, {kAllUnits}},
+      {{kNoModifier, '0'}, {kAllUnits}},
+      {{kShift, '0'}, {kAllUnits}},
+      {{kNoModifier, 'C'}, {kStreetView}},
+      {{kNoModifier, 'V'}, {kPanorama}},
+      {{kNoModifier, 'F'}, {kFitAll}},
+      {{kNoModifier, 'R'}, {kReload}},
+      {{kNoModifier, 'N'}, {kNearby}},
+      {{kNoModifier, 'P'}, {kMaxSpeed}},
+      {{kNoModifier, 'M'}, {kMapType, 1}},
+      {{kNoModifier, 'S'}, {kMapType, 2}},
+      {{kNoModifier, 'H'}, {kMapType, 3}},
+      {{kNoModifier, 'T'}, {kMapType, 4}},
+      {{kNoModifier, '['}, {kTimeBack, 1}},
+      {{kNoModifier, ']'}, {kTimeForward, 1}},
+      {{kNoModifier, 'I'}, {kTimeZoomIn}},
+      {{kNoModifier, 'O'}, {kTimeZoomOut}},
+      {{kNoModifier, 'X'}, {kCurrentDay}},
+      {{kCtrl, 'M'}, {kMapData}},
+      {{kCtrl, 'T'}, {kTrackingData}},
+      {{kCtrl, 'Z'}, {kZones}},
   };
   for (int n = 1; n <= 9; ++n) {
     const char key = static_cast<char>('0' + n);
-    rows[{kNoModifier, key}] = {kShowOnlyUnit, n};
+    rows[{kNoModifier, key}] = {kOnlyUnit, n};
     rows[{kShift, key}] = {kToggleUnit, n};
-    rows[{kCtrl, key}] = {kBack, n};
-    rows[{kBoth, key}] = {kForward, n};
+    rows[{kCtrl, key}] = {kTimeBack, n};
+    rows[{kBoth, key}] = {kTimeForward, n};
   }
   return rows;
 }
@@ -57,8 +67,8 @@ TEST(HotKeys, DigitsReachOnlyUnitsThatExistButMoveTheWindowByAny) {
       const char key = static_cast<char>('0' + n);
       EXPECT_EQ(FindKeyCommand(kNoModifier, key, units).has_value(), n <= units) << units << " " << n;
       EXPECT_EQ(FindKeyCommand(kShift, key, units).has_value(), n <= units) << units << " " << n;
-      EXPECT_EQ(FindKeyCommand(kCtrl, key, units), (KeyCommand{KeyAction::kBack, n}));
-      EXPECT_EQ(FindKeyCommand(kBoth, key, units), (KeyCommand{KeyAction::kForward, n}));
+      EXPECT_EQ(FindKeyCommand(kCtrl, key, units), (GivenCommand{Command::kTimeBack, n}));
+      EXPECT_EQ(FindKeyCommand(kBoth, key, units), (GivenCommand{Command::kTimeForward, n}));
     }
   }
 }

@@ -1,9 +1,9 @@
-#include "shell/key_list_widget.h"
+#include "commands/key_list_widget.h"
 
 #include <QGridLayout>
 #include <QLabel>
 
-#include "shell/hot_keys.h"
+#include "commands/hot_keys.h"
 
 namespace pallomir {
 namespace {

@@ -5,8 +5,8 @@
 
 namespace pallomir {
 
-/// A key as the hot keys know it: modifier mask of shell/hot_keys.h, and an upper-case letter, a digit, "["
-/// or
+/// A key as the hot keys know it: modifier mask of commands/hot_keys.h, and an upper-case letter, a digit,
+/// "[" or
 /// "]".
 struct PressedKey {
   int modifiers = 0;

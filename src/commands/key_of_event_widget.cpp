@@ -1,8 +1,8 @@
-#include "shell/key_of_event_widget.h"
+#include "commands/key_of_event_widget.h"
 
 #include <QChar>
 
-#include "shell/hot_keys.h"
+#include "commands/hot_keys.h"
 
 namespace pallomir {
 namespace {

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/menu_model.h"
+
+namespace pallomir {
+
+/// Everything that a menu or a key can ask for, and the menus that entries stand in. What each is called,
+/// where it stands and which keys it has is in the table of commands/command_table.cpp. "N" is the number
+/// that comes with a command: the index of an entry in an array of entries, or what its key says.
+enum class Command : int {
+  kNone,
+
+  // Menus
+  kPopup,
+  kView,
+  kFitUnits,
+  kMapTypes,
+  kOptions,
+  kUnits,
+  kHotspotList,
+  kSecureHotspotList,
+  kContactPoints,
+  kOnStartup,
+  kOnUpdate,
+  kUnitOfMeasure,
+  kDataServer,
+  kAlerts,
+  kZoneMenu,
+  kHelp,
+
+  // View
+  kReload,
+  kFitAll,
+  kFitUnit,  ///< the N-th of the displayed units
+  kMapData,
+  kTrackingData,
+  kZones,
+  kTimeline,
+  kMapType,  ///< 1 map, 2 satellite, 3 hybrid, 4 terrain
+
+  // Options
+  kOnlyUnit,  ///< shows unit N of the list alone
+  kEditUnits,
+  kHotspot,  ///< network N; shown only
+  kHotspotLine,
+  kEditHotspots,
+  kChangeHotspotMode,
+  kSecureHotspot,  ///< network N; shown only
+  kSecureHotspotLine,
+  kEditSecureHotspots,
+  kContactPoint,   ///< 0 received, 1 not received
+  kStartupChoice,  ///< as StartupChoice counts
+  kUpdateChoice,   ///< 0 nothing, 1 fit, 2 centre
+  kUnitOfMeasureChoice,
+  kPortBase,
+  kInstallServer,
+  kStartServer,
+  kStopServer,
+  kUninstallServer,
+  kDemoMode,
+
+  // Help
+  kHelpText,
+  kFaqs,
+  kAbout,
+
+  // The popup menu itself
+  kBeenHere,
+  kNearby,
+  kStreetView,
+  kPanorama,
+  kExit,
+
+  // By key only
+  kAllUnits,
+  kToggleUnit,  ///< shows or hides unit N of the list
+  kMaxSpeed,
+  kTimeBack,     ///< the time window, by N periods
+  kTimeForward,  ///< the time window, by N periods
+  kTimeZoomIn,
+  kTimeZoomOut,
+  kCurrentDay,
+
+  kSeparator,  ///< a line between entries that is never addressed
+};
+
+}  // namespace pallomir

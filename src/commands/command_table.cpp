@@ -1,0 +1,202 @@
+#include "commands/command_table.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace pallomir {
+namespace {
+
+using enum Command;
+
+constexpr CommandRow Menu(Command command, const char* name, Command parent, const char* caption) {
+  return {command, name, parent, caption};
+}
+
+constexpr CommandRow Entry(Command command, const char* name, Command parent, const char* caption,
+                           HotKey key = {}) {
+  return {command, name, parent, caption, 0, "", false, CommandRow::State::kReady, {key}};
+}
+
+constexpr CommandRow Line(Command command, const char* name, Command parent) {
+  return {command, name, parent, "-"};
+}
+
+constexpr CommandRow Indexed(int index, CommandRow row) {
+  row.index = index;
+  return row;
+}
+
+constexpr CommandRow Checked(CommandRow row) {
+  row.isChecked = true;
+  return row;
+}
+
+constexpr CommandRow Grey(CommandRow row) {
+  row.state = CommandRow::State::kGrey;
+  return row;
+}
+
+constexpr CommandRow Later(CommandRow row) {
+  row.state = CommandRow::State::kLater;
+  return row;
+}
+
+constexpr CommandRow MapType(int index, const char* caption, const char* tag, HotKey key) {
+  key.number = index;
+  CommandRow row = Entry(kMapType, "mnuViewMapTypeArray", kMapTypes, caption, key);
+  row.tag = tag;
+  return Indexed(index, row);
+}
+
+constexpr CommandRow KeyOnly(Command command, HotKey key, HotKey other = {}) {
+  CommandRow row{command};
+  row.keys = {key, other};
+  return row;
+}
+
+/// A key whose line in the key list and whose text on the keyboard picture say the same. `padding` is behind
+/// the text in the list.
+constexpr HotKey Key(const char* keys, const char* text, int line, const char* padding = "") {
+  return {kNoModifier, keys, false, 0, text, line, keys, padding, text};
+}
+
+constexpr HotKey WithCtrl(HotKey key, const char* label) {
+  key.modifiers = kCtrl;
+  key.label = label;
+  return key;
+}
+
+/// A key that the helps are silent about.
+constexpr HotKey Unlisted(int modifiers, const char* keys, const char* text) {
+  return {modifiers, keys, false, 0, text};
+}
+
+constexpr HotKey Numbered(int number, HotKey key) {
+  key.number = number;
+  return key;
+}
+
+// The picture tells about a digit all that it does.
+constexpr const char* kDigitText =
+    "N: Display only mobile unit #N\r\n"
+    "\r\n"
+    "<shift>N: Toggle display of mobile unit #N\r\n"
+    "\r\n"
+    "<ctrl>N: Move time interval back N intervals\r\n"
+    "\r\n"
+    "<ctrl><shift>N: Move time interval forward N intervals";
+
+constexpr HotKey Digits(int modifiers, const char* text, int line, const char* label, const char* padding) {
+  return {modifiers, "123456789", true, 0, text, line, label, padding, kDigitText};
+}
+
+constexpr CommandRow kTable[] = {
+    Menu(kPopup, "mnuPopup", kNone, "&Map"),
+
+    Menu(kView, "mnuView", kPopup, "&View"),
+    Entry(kReload, "mnuViewReload", kView, "&Reload", Key("R", "Reload current data", 14)),
+    Entry(kFitAll, "mnuViewFit", kView, "&Fit to All Mobile Units",
+          Key("F", "Fit map to all mobile units", 7)),
+    Menu(kFitUnits, "mnuViewFitToMU", kView, "Fit to Mobile &Unit"),
+    Entry(kFitUnit, "mnuViewFitToMU_Array", kFitUnits, "(no mobile units enabled)"),
+    Line(kSeparator, "mnuViewSeparator", kView),
+    Checked(Entry(kMapData, "mnuViewMapData", kView, "&Map Data",
+                  Unlisted(kCtrl, "M", "Toggle map data visibility"))),
+    Checked(Entry(kTrackingData, "mnuViewTrackingData", kView, "&Tracking Data",
+                  WithCtrl(Key("T", "Toggle tracking data visibility", 16, " "), "<Ctrl>T"))),
+    Checked(Entry(kZones, "mnuViewZones", kView, "Alert &Zones",
+                  WithCtrl(Key("Z", "Toggle alert zones visibility", 18, " "), "<Ctrl>Z"))),
+    Checked(Entry(kTimeline, "mnuViewTimeline", kView, "Time&line")),
+    Menu(kMapTypes, "mnuViewMapType", kView, "Map T&ype"),
+    Checked(MapType(1, "&Map View", "Map", Key("M", "Display \"map view\" of map", 10, " "))),
+    MapType(2, "&Satellite View", "Satellite", Key("S", "Display \"satellite view\" of map", 15, " ")),
+    MapType(3, "&Hybrid View", "Hybrid", Key("H", "Display \"hybrid view\" of map", 8, " ")),
+    MapType(4, "&Terrain View", "Terrain", Unlisted(kNoModifier, "T", "Display \"terrain view\" of map")),
+
+    Menu(kOptions, "mnuOptions", kPopup, "&Options"),
+    Menu(kUnits, "mnuOptionsMU", kOptions, "&Mobile Units"),
+    Entry(kOnlyUnit, "mnuOptionsMUArray", kUnits, "(no mobile units declared)",
+          Digits(kNoModifier, "Display only mobile unit #N", 1, "1-9", " ")),
+    Entry(kEditUnits, "mnuOptionsMUEdit", kOptions, "Edit Mobile Unit List"),
+    Menu(kHotspotList, "mnuOptionsHotSpots", kOptions, "Mobile Unit Permitted Hotspots List"),
+    Grey(Entry(kHotspot, "mnuOptionsHotSpotsArray", kHotspotList, "(No Wi-Fi HotSpots Specified)")),
+    Line(kHotspotLine, "mnuOptionsMUSeparator2", kHotspotList),
+    Entry(kEditHotspots, "mnuOptionsHotSpotsEdit", kHotspotList, "Edit List (currently empty)"),
+    Entry(kChangeHotspotMode, "mnuOptionsHotSpotsChange", kHotspotList,
+          "Change from \"Permitted\" to \"Prohibited\" List"),
+    Menu(kSecureHotspotList, "mnuOptionsSecureHotSpots", kOptions, "Mobile Unit Secure HotSpots List"),
+    Grey(Entry(kSecureHotspot, "mnuOptionsSecureHotSpotsArray", kSecureHotspotList,
+               "(No Secure Wi-Fi HotSpots Specified)")),
+    Line(kSecureHotspotLine, "mnuOptionsMUSeparator1", kSecureHotspotList),
+    Entry(kEditSecureHotspots, "mnuOptionsSecureHotSpotsEdit", kSecureHotspotList,
+          "Edit List (currently empty)"),
+    Menu(kContactPoints, "mnuOptionsContactPoints", kOptions, "&Contact Points"),
+    Entry(kContactPoint, "mnuOptionsContactPointsArray", kContactPoints,
+          "Display Sent/Received Points (Blue)"),
+    Indexed(1, Entry(kContactPoint, "mnuOptionsContactPointsArray", kContactPoints,
+                     "Display Sent/NOT Received Points (Red)")),
+    Menu(kOnStartup, "mnuoptionsOnStartupLoad", kOptions, "On Startup: "),
+    Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Nothing"),
+    Indexed(1, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Data Since Midnight")),
+    Indexed(2, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Data Since 3 AM")),
+    Indexed(3, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Last 24 Hrs Data")),
+    Indexed(4, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup,
+                     "Load Most Recent 1000 Data Points")),
+    Menu(kOnUpdate, "mnuOptionsOnUpdate", kOptions, "On Update: "),
+    Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, "Do &Nothing"),
+    Indexed(1, Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, "Auto &Fit")),
+    Indexed(2,
+            Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, "Auto &Center on Most Recent Point")),
+    Menu(kUnitOfMeasure, "mnuOptionsUOM", kOptions, "Unit of Measure: "),
+    Entry(kUnitOfMeasureChoice, "mnuOptionsUOM_Array", kUnitOfMeasure, "Miles"),
+    Indexed(1, Entry(kUnitOfMeasureChoice, "mnuOptionsUOM_Array", kUnitOfMeasure, "Kilometers")),
+    Entry(kPortBase, "mnuOptionsPortBase", kOptions, "Local Port Range Base = "),
+    Menu(kDataServer, "mnuOptionsDataServer", kOptions, "Data Server"),
+    Entry(kInstallServer, "mnuOptionsDataServerInstall", kDataServer, "&Install"),
+    Entry(kStartServer, "mnuOptionsDataServerStart", kDataServer, "&Start"),
+    Entry(kStopServer, "mnuOptionsDataServerStop", kDataServer, "&Stop"),
+    Entry(kUninstallServer, "mnuOptionsDataServerUninstall", kDataServer, "&Uninstall"),
+    Entry(kDemoMode, "mnuOptionsDemoMode", kOptions, "&Demo Mode"),
+
+    Later(Menu(kAlerts, "mnuAlerts", kPopup, "&Alerts")),
+    Later(Menu(kZoneMenu, "mnuZones", kPopup, "&Zones")),
+    Menu(kHelp, "mnuHelp", kPopup, "&Help"),
+    Grey(Entry(kHelpText, "mnuHelpHelp", kHelp, "&Help")),
+    Entry(kFaqs, "mnuHelpFAQs", kHelp, "&FAQs"),
+    Entry(kAbout, "mnuHelpAbout", kHelp, "&About Pallomir"),
+
+    Later(Entry(kBeenHere, "mnuPopupBeenHere", kPopup, "Been Here?")),
+    Later(Entry(kNearby, "mnuPopupDsplyDataPoints", kPopup, "Display Nearby DataPoints List",
+                Key("N", "Display nearby datapoints table", 11, " "))),
+    Entry(kStreetView, "mnuPopupStreetView", kPopup, "Show StreetView Map Overlay",
+          Key("C", "Toggle StreetView map overlay", 6)),
+    Entry(kPanorama, "mnuPopupPanorama", kPopup, "Show StreetView Panorama",
+          Key("V", "Toggle StreetView 360º Panorama", 17)),
+    Line(kSeparator, "mnuPopupSeparator", kPopup),
+    Entry(kExit, "mnuPopupExit", kPopup, "E&xit"),
+
+    KeyOnly(
+        kAllUnits,
+        {kNoModifier, "A0", false, 0, "Display all mobile units", 5, "A", " ", "Display all mobile units"},
+        Unlisted(kShift, "0", "Display all mobile units")),
+    KeyOnly(kToggleUnit, Digits(kShift, "Toggle display of mobile unit #N", 2, "<Shift>1-9", "")),
+    Later(KeyOnly(kMaxSpeed, Key("P", "Display max speed table", 13, " "))),
+    KeyOnly(kTimeBack, Numbered(1, Key("[", "Move time interval back 1 period", 21, " ")),
+            Digits(kCtrl, "Move time interval back N periods", 3, "<Ctrl>1-9", " ")),
+    KeyOnly(kTimeForward, Numbered(1, Key("]", "Move time interval forward 1 period", 20, " ")),
+            Digits(kCtrl | kShift, "Move time interval forward N periods", 4, "<Ctrl><Shift>", " ")),
+    KeyOnly(kTimeZoomIn, Key("I", "Zoom in (in time) to 1/3 the interval", 9)),
+    KeyOnly(kTimeZoomOut, Key("O", "Zoom out (in time) to 3x the interval", 12)),
+    KeyOnly(kCurrentDay, Key("X", "Return to current day, 24-hr display", 19, " ")),
+};
+
+}  // namespace
+
+std::span<const CommandRow> CommandTable() { return kTable; }
+
+bool IsBuilt(Command command) {
+  const auto row = std::ranges::find(kTable, command, &CommandRow::command);
+  return row != std::end(kTable) && row->state != CommandRow::State::kLater;
+}
+
+}  // namespace pallomir

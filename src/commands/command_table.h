@@ -1,0 +1,51 @@
+#pragma once
+
+#include <array>
+#include <span>
+
+#include "commands/command.h"
+
+namespace pallomir {
+
+/// Modifier mask of a key; combinations add.
+enum KeyModifier { kNoModifier = 0, kShift = 1, kCtrl = 2, kAlt = 4 };
+
+/// Keys that give a command, and what the helps say about them.
+struct HotKey {
+  int modifiers = kNoModifier;
+  const char* keys = "";     ///< each character is a key: an upper-case letter, a digit, or another key's own
+  bool isNumber = false;     ///< the digit that was pressed is the command's number
+  int number = 0;            ///< the command's number otherwise
+  const char* text = "";     ///< what they do, in a line
+  int line = 0;              ///< place in the key list from 1; 0: not listed
+  const char* label = "";    ///< in the key list
+  const char* padding = "";  ///< that the key list has behind `text`
+  const char* description = "";  ///< on the keyboard picture
+};
+
+/// One command, or one entry of an array of entries.
+struct CommandRow {
+  enum class State {
+    kReady,
+    kGrey,   ///< shown, but can't be chosen
+    kLater,  ///< not built yet: its entry does not show, its key stays silent
+  };
+
+  Command command;
+  const char* name = "";            ///< control name of the entry, "mnuViewReload"
+  Command parent = Command::kNone;  ///< the menu it stands in; kNone: by key only
+  const char* caption = "";         ///< with "&" before its access key; "-" is a line
+  int index = 0;                    ///< in an array of entries
+  const char* tag = "";
+  bool isChecked = false;
+  State state = State::kReady;
+  std::array<HotKey, 2> keys = {};
+};
+
+/// All commands. The entries of a menu stand in the order of the menu, a menu before its entries.
+std::span<const CommandRow> CommandTable();
+
+/// False for a command whose work is not built yet.
+bool IsBuilt(Command command);
+
+}  // namespace pallomir

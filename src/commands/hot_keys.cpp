@@ -1,0 +1,117 @@
+#include "commands/hot_keys.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace pallomir {
+namespace {
+
+// The keyboard picture's keys in the order of the help table.
+constexpr std::string_view kCaptions[] = {
+    "A", "B", "C", "D", "E", "F",     "G",   "H",   "I",    "J",    "K",   "L",  "M", "N",
+    "O", "P", "Q", "R", "S", "T",     "U",   "V",   "W",    "X",    "Y",   "Z",  "0", "1",
+    "2", "3", "4", "5", "6", "7",     "8",   "9",   "`",    "-",    "=",   "[",  "]", "\\",
+    ";", "'", ",", ".", "/", "space", "ctl", "alt", "shft", "caps", "tab", "cr", "bk"};
+
+constexpr int kUnitsWithKey = 9;
+
+bool IsFor(const HotKey& hotKey, char key) {
+  return key != '\0' && std::string_view(hotKey.keys).find(key) != std::string_view::npos;
+}
+
+std::string ModifierText(int modifiers) {
+  return std::string(modifiers & kCtrl ? "Ctrl+" : "") + (modifiers & kShift ? "Shift+" : "");
+}
+
+struct KeyOfCommand {
+  const HotKey* key;
+  Command command;
+  int Line() const { return key->line; }
+};
+
+std::vector<KeyOfCommand> AllKeys() {
+  std::vector<KeyOfCommand> all;
+  for (const CommandRow& row : CommandTable()) {
+    for (const HotKey& key : row.keys)
+      if (*key.keys) all.push_back({&key, row.command});
+  }
+  return all;
+}
+
+// In the order of the key list, those without a line behind.
+std::vector<KeyOfCommand> KeysByLine() {
+  std::vector<KeyOfCommand> keys = AllKeys();
+  const auto unlisted = std::ranges::stable_partition(keys, &KeyOfCommand::Line);
+  std::ranges::sort(keys.begin(), unlisted.begin(), {}, &KeyOfCommand::Line);
+  return keys;
+}
+
+bool NeedsUnit(Command command) { return command == Command::kOnlyUnit || command == Command::kToggleUnit; }
+
+void AppendLine(std::string& column, const std::string& line) {
+  if (!column.empty()) column += "\r\n";
+  column += line;
+}
+
+std::string KeysText(const HotKey& key) {
+  std::string text;
+  if (key.isNumber)
+    return ModifierText(key.modifiers) + key.keys[0] + "–" + std::string_view(key.keys).back();
+  for (const char* each = key.keys; *each; ++each)
+    text += (text.empty() ? "" : ", ") + ModifierText(key.modifiers) + *each;
+  return text;
+}
+
+}  // namespace
+
+std::optional<GivenCommand> FindKeyCommand(int modifiers, char key, int unitCount) {
+  for (const CommandRow& row : CommandTable()) {
+    for (const HotKey& hotKey : row.keys) {
+      if (hotKey.modifiers != modifiers || !IsFor(hotKey, key)) continue;
+      const int number = hotKey.isNumber ? key - '0' : hotKey.number;
+      if (NeedsUnit(row.command) && number > unitCount) return std::nullopt;
+      return GivenCommand{row.command, number};
+    }
+  }
+  return std::nullopt;
+}
+
+std::string MenuKeyText(Command command, int index) {
+  for (const CommandRow& row : CommandTable()) {
+    const HotKey& key = row.keys.front();
+    if (row.command != command || !*key.keys) continue;
+    if (key.isNumber && index >= 1 && index <= kUnitsWithKey)
+      return ModifierText(key.modifiers) + std::to_string(index);
+    if (!key.isNumber && row.index == index) return ModifierText(key.modifiers) + key.keys[0];
+  }
+  return {};
+}
+
+std::vector<std::string_view> KeyCaptions() { return {std::begin(kCaptions), std::end(kCaptions)}; }
+
+std::string_view KeyDescription(std::string_view caption) {
+  if (caption.size() != 1) return "";
+  for (const auto& [key, command] : AllKeys())
+    if (IsFor(*key, caption.front()) && *key->description) return key->description;
+  return "";
+}
+
+KeyListText KeyList() {
+  KeyListText list;
+  for (const auto& [key, command] : KeysByLine()) {
+    if (key->line == 0) break;
+    AppendLine(list.hotKeys, key->label);
+    AppendLine(list.functions, std::string(key->text) + key->padding);
+  }
+  return list;
+}
+
+std::vector<KeyRow> KeyRows() {
+  std::vector<KeyRow> rows;
+  for (const auto& [key, command] : KeysByLine())
+    if (IsBuilt(command)) rows.push_back({KeysText(*key), key->text});
+  return rows;
+}
+
+}  // namespace pallomir

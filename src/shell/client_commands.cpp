@@ -1,0 +1,161 @@
+#include <string>
+
+#include "base/number_format.h"
+#include "commands/command_table.h"
+#include "commands/hot_keys.h"
+#include "commands/menus.h"
+#include "commands/unit_menu.h"
+#include "map/page_fields.h"
+#include "shell/client.h"
+#include "shell/settings_keys.h"
+
+// What the commands of menus and keys do.
+
+namespace pallomir {
+
+// Every command has its handler here, and nowhere else.
+void Client::HandleCommands() {
+  HandleViewCommands();
+  HandleOptionCommands();
+  HandleTimeCommands();
+  const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
+  handle(Command::kFaqs, [this](int) { OpenFaqs(); });
+  handle(Command::kAbout, [this](int) { ports_.view.ShowAbout(); });
+  handle(Command::kNearby, [this](int) { ports_.browser.WriteField(field::kGeocode, "True"); });
+  handle(Command::kExit, [this](int) { ports_.window.Close(); });
+}
+
+void Client::HandleViewCommands() {
+  const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
+  handle(Command::kReload, [this](int) { MapReload(); });
+  handle(Command::kFitAll, [this](int) { FitByUser(0); });
+  handle(Command::kFitUnit, [this](int k) { FitByUser(static_cast<std::size_t>(k)); });
+  handle(Command::kMapData, [this](int) { SwitchLayer(Command::kMapData, field::kMapData); });
+  handle(Command::kTrackingData, [this](int) {
+    SwitchLayer(Command::kTrackingData, field::kTrackingData);
+    ShowPickers();
+  });
+  handle(Command::kZones, [this](int) { SwitchLayer(Command::kZones, field::kZonesShown); });
+  handle(Command::kTimeline, [this](int) {
+    ports_.view.ShowTimeline(Toggle(Command::kTimeline));
+    MapReload();
+  });
+  handle(Command::kMapType, [this](int type) {
+    menus_.CheckOnly(Command::kMapType, type);
+    WriteMapType();
+  });
+  handle(Command::kStreetView, [this](int) {
+    ports_.browser.WriteField(field::kStreetView, Toggle(Command::kStreetView) ? "True" : "False");
+  });
+  handle(Command::kPanorama, [this](int) { SetPanorama(!menus_.At(Command::kPanorama).checked); });
+  handle(Command::kAllUnits, [this](int) { ShowAllUnits(); });
+  handle(Command::kOnlyUnit, [this](int i) { ShowOnlyUnit(i); });
+  handle(Command::kToggleUnit, [this](int i) { ToggleUnit(i); });
+}
+
+void Client::HandleOptionCommands() {
+  const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
+  handle(Command::kEditUnits, [this](int) { ports_.view.EditUnits(UnitsFromMenu(menus_)); });
+  handle(Command::kEditHotspots, [this](int) { EditHotspots(); });
+  handle(Command::kChangeHotspotMode, [this](int) { ChangeHotspotMode(); });
+  handle(Command::kEditSecureHotspots, [this](int) { EditSecureHotspots(); });
+  handle(Command::kContactPoint, [this](int index) {
+    Toggle(Command::kContactPoint, index);
+    map_->Rebuild();
+  });
+  handle(Command::kStartupChoice, [this](int index) { ChooseStartup(index); });
+  handle(Command::kUpdateChoice, [this](int index) { ChooseUpdate(index); });
+  handle(Command::kUnitOfMeasureChoice, [this](int index) { ChooseUnitOfMeasure(index); });
+  handle(Command::kPortBase, [this](int) { AskPortBase(); });
+  handle(Command::kInstallServer, [this](int) { service_.Run(ServiceCommand::kInstall); });
+  handle(Command::kStartServer, [this](int) { service_.Run(ServiceCommand::kStart); });
+  handle(Command::kStopServer, [this](int) { service_.Run(ServiceCommand::kStop); });
+  handle(Command::kUninstallServer, [this](int) { service_.Run(ServiceCommand::kUninstall); });
+  handle(Command::kDemoMode, [this](int) { AskDemoMode(); });
+}
+
+void Client::HandleTimeCommands() {
+  const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
+  handle(Command::kTimeBack, [this](int n) { NavigateTo(MovedBy(pickers_.Window(), -n)); });
+  handle(Command::kTimeForward, [this](int n) { NavigateTo(MovedBy(pickers_.Window(), n)); });
+  handle(Command::kTimeZoomIn, [this](int) { NavigateTo(ZoomedIn(pickers_.Window())); });
+  handle(Command::kTimeZoomOut, [this](int) { NavigateTo(ZoomedOut(pickers_.Window())); });
+  handle(Command::kCurrentDay, [this](int) { ReturnToCurrentDay(); });
+}
+
+bool Client::KeyDown(int modifiers, char key) {
+  if (closing_ || pickers_.PickerFocusMask() != 0) return false;
+  const auto given = FindKeyCommand(modifiers, key, menus_.Count(Command::kOnlyUnit) - 1);
+  if (!given) return false;
+  if (handlers_.Run(given->command, given->number) && IsBuilt(given->command)) ports_.beeper.Beep();
+  return true;
+}
+
+void Client::MenuChosen(const MenuItem& item) {
+  if (closing_) return;
+  HoldFocusOff(false);
+  handlers_.Run(item.command, item.index);
+}
+
+void Client::MenuButtonClicked() {
+  if (menus_.At(Command::kPanorama).checked) {
+    SetPanorama(false);
+  } else {
+    ports_.view.PopUpMenu(ClientView::MenuPlace::kUnderButton);
+  }
+}
+
+bool Client::Toggle(Command command, int index) {
+  MenuItem& item = menus_.At(command, index);
+  return item.checked = !item.checked;
+}
+
+void Client::SwitchLayer(Command command, const char* field) {
+  Toggle(command);
+  WriteToggle(command, field);
+}
+
+void Client::ChooseStartup(int index) {
+  ChooseInMenu(menus_, Command::kStartupChoice, index, "On Startup: ");
+  ports_.settings.Save(setting::kLoadOnStartup.key, menus_.At(Command::kStartupChoice, index).caption);
+}
+
+void Client::ChooseUpdate(int index) {
+  ChooseInMenu(menus_, Command::kUpdateChoice, index, "On Update: ");
+  ports_.settings.Save(setting::kOnUpdate.key, menus_.At(Command::kUpdateChoice, index).caption);
+}
+
+void Client::ChooseUnitOfMeasure(int index) {
+  choices_.unitOfMeasure = index;
+  ChooseInMenu(menus_, Command::kUnitOfMeasureChoice, index, "Unit of Measure: ");
+  ports_.settings.Save(setting::kUnitOfMeasure.key, std::to_string(index));
+}
+
+void Client::AskPortBase() {
+  Question question;
+  question.kind = Question::Kind::kInput;
+  question.title = "Pallomir Port Selector";
+  question.text =
+      "Select the base port address you want to use for your UDP port(s). There is no need to change this "
+      "from the "
+      "default value unless a conflict occurs with the ports assigned by another application (may we suggest "
+      "18801, "
+      "28801 or 38801).";
+  question.defaultText = std::to_string(choices_.portBase);
+  ports_.questions.Ask(question, [this](const Answer& answer) {
+    if (answer.text.empty()) return;
+    const double port = ParseNumber(answer.text).value_or(-1);
+    if (port < 0 || port > 65535) return AskPortBase();
+    choices_.portBase = static_cast<int>(port);
+    ports_.settings.Save(setting::kPortBase.key, std::to_string(choices_.portBase));
+    menus_.At(Command::kPortBase).caption = "Local Port Range Base = " + answer.text;
+  });
+}
+
+void Client::SetPanorama(bool on) {
+  menus_.At(Command::kPanorama).checked = on;
+  ports_.browser.WriteField(field::kPanorama, on ? "True" : "False");
+  ports_.view.SetMenuLabel(on ? "Exit to Map" : "Menu");
+}
+
+}  // namespace pallomir

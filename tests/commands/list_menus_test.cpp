@@ -1,0 +1,101 @@
+#include <gmock/gmock.h>
+
+#include "commands/hotspot_menus.h"
+#include "commands/menus.h"
+#include "commands/unit_menu.h"
+
+// Lists of the user that menus show and hold.
+
+namespace pallomir {
+namespace {
+
+using testing::ElementsAre;
+
+TEST(UnitMenu, IsTheListAndShowsTheDigits) {
+  MenuModel menus;
+  BuildMenus(menus);
+  const std::string stored = "X0123456789ABFirst~-0123456789ACSecond~";
+  ShowUnitsInMenu(menus, ParseMobileUnits(stored));
+  EXPECT_FALSE(menus.At(Command::kOnlyUnit, 0).visible);
+  EXPECT_EQ(menus.At(Command::kOnlyUnit, 1).caption, "0123456789AB - First");
+  EXPECT_EQ(menus.At(Command::kOnlyUnit, 1).tag, "X0123456789ABFirst");
+  EXPECT_TRUE(menus.At(Command::kOnlyUnit, 1).checked);
+  EXPECT_FALSE(menus.At(Command::kOnlyUnit, 2).checked);
+  EXPECT_EQ(menus.At(Command::kOnlyUnit, 2).hotKey, "2");
+  menus.CheckOnly(Command::kOnlyUnit, 2);
+  EXPECT_EQ(EncodeMobileUnits(UnitsFromMenu(menus)), "-0123456789ABFirst~X0123456789ACSecond~");
+  ShowUnitsToFit(menus);
+  EXPECT_EQ(menus.Count(Command::kFitUnit), 2);
+  EXPECT_EQ(menus.At(Command::kFitUnit, 1).caption, "0123456789AC - Second");
+  EXPECT_FALSE(menus.At(Command::kFitUnit).visible);
+  ShowUnitsInMenu(menus, {});
+  ShowUnitsToFit(menus);
+  EXPECT_EQ(menus.Count(Command::kFitUnit), 1);
+  EXPECT_TRUE(menus.At(Command::kFitUnit).visible);
+  EXPECT_TRUE(menus.At(Command::kOnlyUnit, 0).visible);
+  EXPECT_EQ(menus.Count(Command::kOnlyUnit), 1);
+}
+
+class HotspotMenuTest : public testing::Test {
+ protected:
+  HotspotMenuTest() { BuildMenus(menus_); }
+  MenuModel menus_;
+};
+
+TEST_F(HotspotMenuTest, FollowsTheList) {
+  LoadSSIDs(menus_, "04home01-03A&B");
+  LoadSecureSSIDs(menus_, "04home08WPA2~abc");
+  EXPECT_THAT(HotspotsFromMenu(menus_), ElementsAre("home", "-", "A&B"));
+  EXPECT_FALSE(menus_.At("mnuOptionsHotSpotsArray", 2).IsSeparator());
+  EXPECT_THAT(SecureHotspotsFromMenu(menus_), ElementsAre(SecureHotspot{"home", "WPA2", "abc"}));
+  EXPECT_EQ(menus_.At("mnuOptionsSecureHotSpotsArray", 1).tag, "WPA2~abc");
+  EXPECT_TRUE(menus_.At("mnuOptionsHotSpotsArray", 2).visible);
+  EXPECT_TRUE(menus_.At("mnuOptionsHotSpotsArray", 2).enabled);
+  const struct {
+    const char* array;
+    Command entries;
+    const char* separator;
+    const char* edit;
+    void (*load)(MenuModel&, std::string_view);
+  } lists[] = {
+      {"mnuOptionsHotSpotsArray", Command::kHotspot, "mnuOptionsMUSeparator2", "mnuOptionsHotSpotsEdit",
+       LoadSSIDs},
+      {"mnuOptionsSecureHotSpotsArray", Command::kSecureHotspot, "mnuOptionsMUSeparator1",
+       "mnuOptionsSecureHotSpotsEdit", LoadSecureSSIDs},
+  };
+  for (const auto& list : lists) {
+    SCOPED_TRACE(list.array);
+    EXPECT_FALSE(menus_.At(list.array, 0).visible);
+    EXPECT_TRUE(menus_.At(list.separator).visible);
+    EXPECT_EQ(menus_.At(list.edit).caption, "Edit List");
+    list.load(menus_, "");
+    EXPECT_EQ(menus_.Count(list.entries), 1);
+    EXPECT_TRUE(menus_.At(list.array, 0).visible);
+    EXPECT_FALSE(menus_.At(list.separator).visible);
+    EXPECT_EQ(menus_.At(list.edit).caption, "Edit List (currently empty)");
+  }
+}
+
+TEST_F(HotspotMenuTest, TheModeIsSwitchedThereAndBack) {
+  const struct {
+    std::string mode;
+    bool toggle;
+    std::string now, other;
+  } cases[] = {{"Permitted", false, "Permitted", "Prohibited"},
+               {"Prohibited", false, "Prohibited", "Permitted"},
+               {"Permitted", true, "Prohibited", "Permitted"},
+               {"Prohibited", true, "Permitted", "Prohibited"},
+               {"Nonsense", false, "Permitted", "Prohibited"}};
+  for (const auto& row : cases) {
+    std::string mode = row.mode;
+    HotSpotsChange(menus_, mode, row.toggle);
+    EXPECT_EQ(mode, row.now);
+    EXPECT_EQ(menus_.At("mnuOptionsHotSpots").tag, row.now);
+    EXPECT_EQ(menus_.At("mnuOptionsHotSpots").caption, "Mobile Unit " + row.now + " Hotspots List");
+    EXPECT_EQ(menus_.At("mnuOptionsHotSpotsChange").caption,
+              "Change from \"" + row.now + "\" to \"" + row.other + "\" List");
+  }
+}
+
+}  // namespace
+}  // namespace pallomir
