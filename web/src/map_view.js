@@ -53,9 +53,12 @@ export class MapView {
   createPanes() {
     for (const [name, level] of Object.entries(PANES)) {
       const pane = this.map.createPane(name);
+      // Pictures without words would only be in the way of who has the page read out.
+      if (name !== 'zoneNames') pane.setAttribute('aria-hidden', 'true');
       pane.style.zIndex = level;
       pane.style.pointerEvents = 'none';
     }
+    this.map.getPane('markerPane').setAttribute('aria-hidden', 'true');
   }
 
   /** Shows the first view, once the layers are there. */

@@ -88,7 +88,7 @@ reached(11);
 
 const graticule = new Graticule(MAP_TYPES.Map);
 graticule.addTo(map);
-L.control.scale({ maxWidth: 140 }).addTo(map);
+addScale();
 const orientation = new Orientation().addTo(map);
 reached(12);
 
@@ -214,6 +214,17 @@ function setMapType(name) {
 
 /** The library makes the two buttons as links; without an address they can't lead the page away. */
 function addZoomControl() {
-  const control = L.control.zoom().addTo(map);
-  for (const link of control.getContainer().querySelectorAll('a')) link.removeAttribute('href');
+  const box = L.control.zoom().addTo(map).getContainer();
+  box.setAttribute('role', 'group');
+  box.setAttribute('aria-label', 'Zoom');
+  for (const link of box.querySelectorAll('a')) {
+    link.removeAttribute('href');
+    link.tabIndex = 0;
+  }
+}
+
+function addScale() {
+  const box = L.control.scale({ maxWidth: 140 }).addTo(map).getContainer();
+  box.setAttribute('role', 'group');
+  box.setAttribute('aria-label', 'Scale');
 }

@@ -28,6 +28,8 @@ export const Credits = L.Control.extend({
     L.DomUtil.create('span', 'long', button).textContent = 'Natural Earth · Census · GeoNames · NASA';
     L.DomUtil.create('span', 'short', button).textContent = 'Sources';
     button.title = 'Sources and licences of the map';
+    this._button = button;
+    this._tellState();
     button.addEventListener('click', () => this._toggle());
     L.DomEvent.disableClickPropagation(box);
     return box;
@@ -42,13 +44,20 @@ export const Credits = L.Control.extend({
     this._list?.remove();
   },
 
+  _tellState() {
+    this._button.setAttribute('aria-expanded', String(Boolean(this._list)));
+  },
+
   _toggle() {
     if (this._list) {
       this._list.remove();
       this._list = null;
-      return;
+      return this._tellState();
     }
     this._list = L.DomUtil.create('div', 'notice sources', this._map.getContainer());
+    this._list.setAttribute('role', 'dialog');
+    this._list.setAttribute('aria-label', 'Sources and licences of the map');
+    this._tellState();
     const list = L.DomUtil.create('dl', '', this._list);
     for (const [what, whence] of SOURCES) {
       L.DomUtil.create('dt', '', list).textContent = what;
@@ -58,6 +67,7 @@ export const Credits = L.Control.extend({
     close.type = 'button';
     close.textContent = '×';
     close.title = 'Close';
+    close.setAttribute('aria-label', 'Close the sources');
     close.addEventListener('click', () => this._toggle());
     L.DomEvent.disableClickPropagation(this._list);
     L.DomEvent.disableScrollPropagation(this._list);

@@ -13,6 +13,8 @@ export const MapTypeControl = L.Control.extend({
 
   onAdd() {
     const bar = L.DomUtil.create('div', 'map-types leaflet-bar');
+    bar.setAttribute('role', 'group');
+    bar.setAttribute('aria-label', 'Map type');
     for (const name of Object.keys(MAP_TYPES)) this._buttons.set(name, this._addButton(bar, name));
     L.DomEvent.disableClickPropagation(bar);
     return bar;

@@ -24,6 +24,8 @@ export class Notices {
   constructor(container) {
     this.container = container;
     this.list = apart(element('div', 'notices', container));
+    this.list.setAttribute('role', 'status');
+    this.list.setAttribute('aria-label', 'Notices');
     this.shown = new Map();
     this.panel = null;
   }
@@ -37,6 +39,7 @@ export class Notices {
     close.type = 'button';
     close.textContent = '×';
     close.title = 'Close';
+    close.setAttribute('aria-label', 'Close this notice');
     close.addEventListener('click', () => this.hide(key));
     this.shown.set(key, notice);
   }
@@ -58,6 +61,8 @@ export class Notices {
     this.panel = null;
     if (!wanted) return;
     this.panel = apart(element('div', 'panel', this.container));
+    this.panel.setAttribute('role', 'status');
+    this.panel.setAttribute('aria-label', 'Panorama');
     for (const text of [NO_STREET_PICTURES, WAY_BACK]) element('p', '', this.panel).textContent = text;
   }
 }

@@ -11,6 +11,8 @@ export const Orientation = L.Control.extend({
 
   onAdd(map) {
     this._box = L.DomUtil.create('div', 'orientation');
+    this._box.setAttribute('role', 'note');
+    this._box.setAttribute('aria-label', 'What the map shows');
     map.on('moveend', this._updateSoon, this);
     this._update();
     return this._box;

@@ -3,7 +3,7 @@
 /** More handles than this make dragging slow, and are too close together to be taken hold of. */
 const MOST_HANDLES = 200;
 /** Between two handles where there are too many, pixels; doubled until there are few enough. */
-const FIRST_GAP = 6;
+const FIRST_GAP = 14;
 
 /**
  * @param {{x: number, y: number}[]} points the corners, pixels of the view

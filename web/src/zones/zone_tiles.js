@@ -57,13 +57,16 @@ export const ZoneMark = L.Control.extend({
 
   onAdd() {
     this._box = L.DomUtil.create('div', 'zone-mark-box');
+    this._box.setAttribute('role', 'img');
     this._image = new TileImage(this._box);
     return this._box;
   },
 
   async show(fileName) {
     if (!this._map) return;
-    this._box.title = /^red\./i.test(fileName) ? 'Top-level zones alert' : 'Top-level zones do not alert';
+    const text = /^red\./i.test(fileName) ? 'Top-level zones alert' : 'Top-level zones do not alert';
+    this._box.title = text;
+    this._box.setAttribute('aria-label', text);
     await this._image.show(tileUrl(fileName));
     this._box.firstElementChild?.classList.add('zone-mark');
   },
