@@ -2,11 +2,13 @@
 #include <cstdio>
 
 #include "platform/qt/graphics.h"
+#include "platform/qt/quiet_web.h"
 #include "platform/qt/tile_scheme.h"
 #include "program.h"
 
 int main(int argc, char** argv) {
   pallomir::RegisterTileScheme();
+  pallomir::OpenPagesToReaders();
   QApplication application(argc, argv);
   pallomir::ChooseGraphics();
   QApplication::setApplicationName("pallomir");

@@ -14,7 +14,7 @@ constexpr CommandRow Menu(Command command, const char* name, Command parent, con
 
 constexpr CommandRow Entry(Command command, const char* name, Command parent, const char* caption,
                            HotKey key = {}) {
-  return {command, name, parent, caption, 0, "", false, CommandRow::State::kReady, {key}};
+  return {command, name, parent, caption, 0, "", false, false, CommandRow::State::kReady, {key}};
 }
 
 constexpr CommandRow Line(Command command, const char* name, Command parent) {
@@ -26,9 +26,15 @@ constexpr CommandRow Indexed(int index, CommandRow row) {
   return row;
 }
 
+/// Has its check mark at times. What chooses one of an array needs no word: one entry of it always has.
+constexpr CommandRow Toggle(CommandRow row) {
+  row.isCheckable = true;
+  return row;
+}
+
 constexpr CommandRow Checked(CommandRow row) {
   row.isChecked = true;
-  return row;
+  return Toggle(row);
 }
 
 constexpr CommandRow Grey(CommandRow row) {
@@ -131,10 +137,10 @@ constexpr CommandRow kTable[] = {
     Entry(kEditSecureHotspots, "mnuOptionsSecureHotSpotsEdit", kSecureHotspotList,
           "Edit List (currently empty)"),
     Menu(kContactPoints, "mnuOptionsContactPoints", kOptions, "&Contact Points"),
-    Entry(kContactPoint, "mnuOptionsContactPointsArray", kContactPoints,
-          "Display Sent/Received Points (Blue)"),
-    Indexed(1, Entry(kContactPoint, "mnuOptionsContactPointsArray", kContactPoints,
-                     "Display Sent/NOT Received Points (Red)")),
+    Toggle(Entry(kContactPoint, "mnuOptionsContactPointsArray", kContactPoints,
+                 "Display Sent/Received Points (Blue)")),
+    Toggle(Indexed(1, Entry(kContactPoint, "mnuOptionsContactPointsArray", kContactPoints,
+                            "Display Sent/NOT Received Points (Red)"))),
     Menu(kOnStartup, "mnuoptionsOnStartupLoad", kOptions, "On Startup: "),
     Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Nothing"),
     Indexed(1, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Data Since Midnight")),
@@ -156,7 +162,7 @@ constexpr CommandRow kTable[] = {
     Entry(kStartServer, "mnuOptionsDataServerStart", kDataServer, "&Start"),
     Entry(kStopServer, "mnuOptionsDataServerStop", kDataServer, "&Stop"),
     Entry(kUninstallServer, "mnuOptionsDataServerUninstall", kDataServer, "&Uninstall"),
-    Entry(kDemoMode, "mnuOptionsDemoMode", kOptions, "&Demo Mode"),
+    Toggle(Entry(kDemoMode, "mnuOptionsDemoMode", kOptions, "&Demo Mode")),
 
     Later(Menu(kAlerts, "mnuAlerts", kPopup, "&Alerts")),
     Later(Menu(kZoneMenu, "mnuZones", kPopup, "&Zones")),
@@ -168,10 +174,10 @@ constexpr CommandRow kTable[] = {
     Later(Entry(kBeenHere, "mnuPopupBeenHere", kPopup, "Been Here?")),
     Later(Entry(kNearby, "mnuPopupDsplyDataPoints", kPopup, "Display Nearby DataPoints List",
                 Key("N", "Display nearby datapoints table", 11, " "))),
-    Entry(kStreetView, "mnuPopupStreetView", kPopup, "Show StreetView Map Overlay",
-          Key("C", "Toggle StreetView map overlay", 6)),
-    Entry(kPanorama, "mnuPopupPanorama", kPopup, "Show StreetView Panorama",
-          Key("V", "Toggle StreetView 360º Panorama", 17)),
+    Toggle(Entry(kStreetView, "mnuPopupStreetView", kPopup, "Show StreetView Map Overlay",
+                 Key("C", "Toggle StreetView map overlay", 6))),
+    Toggle(Entry(kPanorama, "mnuPopupPanorama", kPopup, "Show StreetView Panorama",
+                 Key("V", "Toggle StreetView 360º Panorama", 17))),
     Line(kSeparator, "mnuPopupSeparator", kPopup),
     Entry(kExit, "mnuPopupExit", kPopup, "E&xit"),
 

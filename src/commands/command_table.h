@@ -37,6 +37,7 @@ struct CommandRow {
   const char* caption = "";         ///< with "&" before its access key; "-" is a line
   int index = 0;                    ///< in an array of entries
   const char* tag = "";
+  bool isCheckable = false;  ///< a toggle or a choice
   bool isChecked = false;
   State state = State::kReady;
   std::array<HotKey, 2> keys = {};

@@ -1,11 +1,12 @@
 #include "commands/keyboard_widget.h"
 
-#include <QEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <algorithm>
 #include <string_view>
 
 #include "commands/hot_keys.h"
+#include "ui/accessible_widget.h"
 
 namespace pallomir {
 namespace {
@@ -114,25 +115,36 @@ void KeyboardPicture::AddKeys() {
   int top = kMargin;
   for (const CapRow& row : CapRows()) {
     int left = kMargin + row.left * kQuarter;
+    rows_.emplace_back();
     for (const Cap& cap : row.caps) {
       const auto index =
           static_cast<std::size_t>(std::ranges::find(captions, cap.caption) - captions.begin());
-      auto* key = new QLabel(Text(cap.caption), this);
-      key->setObjectName(QString("lblKey(%1)").arg(index));
-      key->setAccessibleDescription(Text(KeyDescription(cap.caption)));
-      key->setTextFormat(Qt::PlainText);
-      key->setAlignment(Qt::AlignCenter);
-      key->setFrameStyle(QFrame::Panel | QFrame::Raised);
-      key->setAutoFillBackground(true);
-      key->setFont(CapFont());
+      QLabel* key = MakeKey(captions[index], index);
       key->setGeometry(left, top, cap.width * kQuarter - kGap, kPitch - kGap);
-      key->installEventFilter(this);
-      Colour(key, kCapColour);
       lblKey_.at(index) = key;
+      rows_.back().push_back(key);
       left += cap.width * kQuarter;
     }
     top += kPitch;
   }
+  current_ = rows_.front().front();
+  current_->setFocusPolicy(Qt::TabFocus);
+}
+
+QLabel* KeyboardPicture::MakeKey(std::string_view caption, std::size_t index) {
+  auto* key = new QLabel(Text(caption), this);
+  SetAccessible(key, {.role = QAccessible::StaticText, .isReachable = true});
+  key->setObjectName(QString("lblKey(%1)").arg(index));
+  key->setAccessibleName(Text(caption));
+  key->setAccessibleDescription(Text(KeyDescription(caption)).remove('\r'));
+  key->setTextFormat(Qt::PlainText);
+  key->setAlignment(Qt::AlignCenter);
+  key->setFrameStyle(QFrame::Panel | QFrame::Raised);
+  key->setAutoFillBackground(true);
+  key->setFont(CapFont());
+  key->installEventFilter(this);
+  Colour(key, kCapColour);
+  return key;
 }
 
 void KeyboardPicture::ShowOverlay() {
@@ -156,8 +168,48 @@ void KeyboardPicture::Describe(QLabel* key) {
   setFixedSize(width + 2 * kMargin, lblTable_->y() + lblTable_->height() + kMargin);
 }
 
+void KeyboardPicture::FocusKey() { current_->setFocus(Qt::TabFocusReason); }
+
+/// The key to the right or left in the row, or the nearest one of the next row; null at the picture's edge.
+QLabel* KeyboardPicture::Neighbour(int right, int down) const {
+  for (std::size_t r = 0; r < rows_.size(); ++r) {
+    const auto here = std::ranges::find(rows_[r], current_);
+    if (here == rows_[r].end()) continue;
+    if (down == 0) {
+      const auto place = here - rows_[r].begin() + right;
+      return place < 0 || place >= std::ssize(rows_[r]) ? nullptr : rows_[r][static_cast<std::size_t>(place)];
+    }
+    const auto row = static_cast<std::ptrdiff_t>(r) + down;
+    if (row < 0 || row >= std::ssize(rows_)) return nullptr;
+    const int centre = current_->geometry().center().x();
+    return *std::ranges::min_element(rows_[static_cast<std::size_t>(row)], {}, [centre](const QLabel* key) {
+      return std::abs(key->geometry().center().x() - centre);
+    });
+  }
+  return nullptr;
+}
+
+bool KeyboardPicture::Walk(const QKeyEvent& event) {
+  const int key = event.key();
+  const int right = (key == Qt::Key_Right) - (key == Qt::Key_Left);
+  const int down = (key == Qt::Key_Down) - (key == Qt::Key_Up);
+  if (right == 0 && down == 0) return false;
+  if (QLabel* next = Neighbour(right, down)) next->setFocus(Qt::OtherFocusReason);
+  return true;
+}
+
+// However it got the focus: Tab comes back to it.
+void KeyboardPicture::MakeCurrent(QLabel* key) {
+  current_->setFocusPolicy(Qt::NoFocus);
+  current_ = key;
+  current_->setFocusPolicy(Qt::TabFocus);
+}
+
 bool KeyboardPicture::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Enter) Describe(static_cast<QLabel*>(watched));
+  if (event->type() == QEvent::FocusIn) MakeCurrent(static_cast<QLabel*>(watched));
+  if (event->type() == QEvent::Enter || event->type() == QEvent::FocusIn)
+    Describe(static_cast<QLabel*>(watched));
+  if (event->type() == QEvent::KeyPress && Walk(*static_cast<QKeyEvent*>(event))) return true;
   return QFrame::eventFilter(watched, event);
 }
 

@@ -16,6 +16,7 @@ void BuildMenus(MenuModel& menus) {
     item.index = row.index;
     item.caption = row.caption;
     item.tag = row.tag;
+    item.checkable = row.isCheckable;
     item.checked = row.isChecked;
     item.visible = row.state != CommandRow::State::kLater;
     item.enabled = row.state != CommandRow::State::kGrey;

@@ -16,6 +16,7 @@ void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units) {
     MenuItem& item =
         items.emplace_back(UserEntry(menus, Command::kOnlyUnit, i, unit.id + " - " + unit.description));
     item.tag = EncodeMobileUnit(unit);
+    item.checkable = true;
     item.checked = unit.enabled;
   }
   menus.AppendToArray(Command::kOnlyUnit, std::move(items));

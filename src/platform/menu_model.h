@@ -19,6 +19,7 @@ struct MenuItem {
   std::string caption;  ///< an "&" stands before the access key
   std::string hotKey;   ///< shown at the entry's right edge, "Ctrl+T"; it acts in the window, not in the menu
   std::string tag;
+  bool checkable = false;  ///< a choice or a toggle, whether it has its check mark now or not
   bool checked = false;
   bool visible = true;
   bool enabled = true;

@@ -10,6 +10,7 @@
 
 #include "shell/caption_text_widget.h"
 #include "shell/icon_button_widget.h"
+#include "ui/accessible_widget.h"
 
 namespace pallomir {
 namespace {
@@ -43,7 +44,9 @@ void CaptionLine::AddMenuButton() {
   auto* inside = new QHBoxLayout(pctMenu);
   inside->setContentsMargins(0, 0, 0, 0);
   lblMenu_ = new QPushButton("Menu", pctMenu);
+  SetAccessible(lblMenu_, {.role = QAccessible::ButtonMenu, .opensMenu = true});
   lblMenu_->setObjectName("lblMenu");
+  lblMenu_->setAccessibleName("Menu");
   lblMenu_->setFocusPolicy(Qt::TabFocus);
   lblMenu_->setMouseTracking(true);
   lblMenu_->installEventFilter(this);
@@ -71,9 +74,12 @@ void CaptionLine::AddTitle() {
 }
 
 void CaptionLine::AddHelp() {
-  AddButton("pctHelp_1", "help_keyboard", "Show the keys on a keyboard", showKeyboard)->entered = [this] {
-    Call(showKeyboard);
-  };
+  IconButton* keyboard = AddButton("pctHelp_1", "help_keyboard", "Show the keys on a keyboard", showKeyboard);
+  keyboard->entered = [this] { Call(showKeyboard); };
+  // A click leaves the focus where it is: with it, the button was pressed by keyboard.
+  connect(keyboard, &QAbstractButton::clicked, this, [this, keyboard] {
+    if (keyboard->hasFocus()) Call(readKeyboard);
+  });
   AddButton("pctHelp_2", "help_list", "List the hot keys", showKeyList)->entered = [this] {
     Call(showKeyList);
   };
@@ -121,7 +127,10 @@ void CaptionLine::SetCaption(const QString& text) {
 
 void CaptionLine::SetCaptionVisible(bool visible) { txtCaption_->setVisible(visible); }
 
-void CaptionLine::SetMenuText(const QString& text) { lblMenu_->setText(text); }
+void CaptionLine::SetMenuText(const QString& text) {
+  lblMenu_->setText(text);
+  lblMenu_->setAccessibleName(text);
+}
 
 void CaptionLine::SetLamp(LampState state, const QString& text) { picLamp_->Show(state, text); }
 

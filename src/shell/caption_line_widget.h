@@ -32,6 +32,7 @@ class CaptionLine : public QWidget {
   std::function<void()> exit;
   std::function<void()> doubleClicked;  ///< on the line or the title
   std::function<void()> showKeyboard;   ///< `pctHelp_1`, by pointer, click or keyboard
+  std::function<void()> readKeyboard;   ///< `pctHelp_1`, by keyboard
   std::function<void()> showKeyList;    ///< `pctHelp_2`
   /// The pointer moved over a control of the caption (title, menu button, the five buttons); x in the window.
   std::function<void(int)> pointerMoved;

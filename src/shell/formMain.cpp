@@ -29,11 +29,13 @@
 #include "shell/formSplash.h"
 #include "shell/point_marker_widget.h"
 #include "shell/size_grips_widget.h"
+#include "shell/tab_order_widget.h"
 #include "timeline/date_time_picker_widget.h"
 #include "timeline/timeline_info_widget.h"
 #include "timeline/timeline_strip_widget.h"
 #include "tracking/FormRetryAfterError.h"
 #include "tracking/formMobileUnit_Edit.h"
+#include "ui/accessible_widget.h"
 
 namespace pallomir {
 namespace {
@@ -51,6 +53,7 @@ WindowMode ModeOf(Qt::WindowStates states) {
 }  // namespace
 
 formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), WB_(browser) {
+  SetAccessible(this, {.role = QAccessible::Window});
   setObjectName("formMain");
   setWindowTitle("Pallomir");
   setMinimumSize(kSmallestWindow);
@@ -60,6 +63,7 @@ formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::Framele
   BuildCaptionLine();
   BuildTimelineFrame();
   FocusGetter_ = new QCheckBox(this);
+  SetAccessible(FocusGetter_, {.role = QAccessible::ButtonMenu, .opensMenu = true});
   FocusGetter_->setObjectName("FocusGetter");
   FocusGetter_->setAccessibleName("Map keyboard");
   FocusGetter_->setGeometry(0, 0, 1, 1);
@@ -74,6 +78,7 @@ formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::Framele
   FormRetryAfterError_ = new FormRetryAfterError(this);
   about_ = new AboutBox(this, "Pallomir", PALLOMIR_VERSION, ExecutableDate());
   pctSizer_ = new SizeGrips(this);
+  OrderTabs();
 }
 
 // What the widgets tell while they are hidden reaches nobody: the client may have gone before.
@@ -105,12 +110,23 @@ void formMain::BuildTimelineFrame() {
   inside->addWidget(strip_);
 }
 
+// As the eye reads: the caption line from left to right, the keys where their button is, the map, the
+// timeline.
+void formMain::OrderTabs() {
+  const auto control = [this](const char* name) { return captionLine_->findChild<QWidget*>(name); };
+  SetTabOrder({control("lblMenu"), DTP_[0], DTP_[1], cmdOK_Reload_, control("picLamp"), control("pctHelp_1"),
+               pctKeyboard_, control("pctHelp_2"), control("pctButton_Minimize"), control("pctButton_Normal"),
+               control("pctButton_Maximize"), control("pctButton_FullScreen"), control("pctButton_Exit"),
+               FocusGetter_, WB_, frameTimeLine_});
+}
+
 void formMain::Attach(Client& client, QuestionQueue& questions) {
   client_ = &client;
   questions_ = &questions;
   formMnu_ = std::make_unique<QtMenu>(client.Menus(), Command::kPopup, this);
   ConnectCaptionLine();
   connect(cmdOK_Reload_, &QPushButton::clicked, this, [this] { client_->ReloadClicked(); });
+  connect(FocusGetter_, &QCheckBox::clicked, this, [this] { client_->MenuButtonClicked(); });
   ConnectPicker(0);
   ConnectPicker(1);
   strip_->dragFinished = ToClient(&Client::TimelineDragged);
@@ -133,6 +149,7 @@ void formMain::ConnectCaptionLine() {
   captionLine_->exit = [this] { close(); };
   captionLine_->doubleClicked = ToClient(&Client::CaptionDoubleClicked);
   captionLine_->showKeyboard = [this] { pctKeyboard_->ShowOverlay(); };
+  captionLine_->readKeyboard = [this] { pctKeyboard_->FocusKey(); };
   captionLine_->showKeyList = [this] { pctKeyList_->ShowOverlay(); };
   captionLine_->pointerMoved = ToClient(&Client::PointerOverCaption);
   captionLine_->pointerLeft = ToClient(&Client::HidePointInfos);
@@ -177,6 +194,7 @@ int formMain::TimelineWidth() const { return strip_->ScaleWidth(); }
 void formMain::ShowTimelinePicture(const TimelinePicture& picture) { strip_->Redraw(picture); }
 
 void formMain::ShowTimelineInfo(const std::string& text) {
+  strip_->TellHover(Text(text));
   frameTimelineInfo_->ShowText(Text(text), strip_->mapTo(this, strip_->PointerPosition()),
                                mapArea_->geometry());
 }

@@ -127,6 +127,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
 
   void BuildCaptionLine();
   void BuildTimelineFrame();
+  void OrderTabs();
   void ConnectCaptionLine();
   void ConnectPicker(int i);
   bool IsPickerFocused() const;

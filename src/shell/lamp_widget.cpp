@@ -4,6 +4,8 @@
 #include <QPainterPath>
 #include <QToolTip>
 
+#include "ui/accessible_widget.h"
+
 namespace pallomir {
 namespace {
 
@@ -40,7 +42,7 @@ Look LookOf(LampState state, const QRectF& box) {
 
 Lamp::Lamp(QWidget* parent) : QWidget(parent) {
   setObjectName("picLamp");
-  setAccessibleName("State");
+  SetAccessible(this, {.role = QAccessible::StaticText});
   setFocusPolicy(Qt::TabFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
@@ -48,7 +50,8 @@ Lamp::Lamp(QWidget* parent) : QWidget(parent) {
 void Lamp::Show(LampState state, const QString& text) {
   state_ = state;
   setToolTip(text);
-  setAccessibleDescription(text);
+  // The name, because it is read at once and whenever it changes.
+  setAccessibleName("State: " + text);
   update();
 }
 

@@ -15,6 +15,14 @@ std::uint32_t FirstPackedFrom(Millis utc) {
   return EncodePackedTime(utc + kSecond - 1).value_or(kPastAllTimes);
 }
 
+// The index, from `begin` on, of the first point at or after a packed time.
+std::size_t FirstPoint(std::span<const DataPoint> points, std::size_t begin, std::uint32_t packed) {
+  const auto found = std::lower_bound(
+      points.begin() + static_cast<std::ptrdiff_t>(begin), points.end(), packed,
+      [](const DataPoint& point, std::uint32_t time) { return WithoutFlag(point.time) < time; });
+  return static_cast<std::size_t>(found - points.begin());
+}
+
 }  // namespace
 
 std::vector<std::uint32_t> ColumnStarts(const TimeWindow& localWindow, int utcOffsetMinutes, int width) {
@@ -32,28 +40,29 @@ ColumnTable PointsByColumn(std::span<const DataPoint> points, std::span<const st
   ColumnTable columns;
   if (columnStarts.empty()) return columns;
   columns.reserve(columnStarts.size() - 1);
-  const auto firstFrom = [&points](std::size_t begin, std::uint32_t packed) {
-    const auto found = std::lower_bound(
-        points.begin() + static_cast<std::ptrdiff_t>(begin), points.end(), packed,
-        [](const DataPoint& point, std::uint32_t time) { return WithoutFlag(point.time) < time; });
-    return static_cast<std::size_t>(found - points.begin());
-  };
-  std::size_t first = firstFrom(0, columnStarts.front());
+  std::size_t first = FirstPoint(points, 0, columnStarts.front());
   for (const std::uint32_t end : columnStarts.subspan(1)) {
     const bool hasPoint = first < points.size() && WithoutFlag(points[first].time) < end;
-    if (hasPoint) first = firstFrom(first, end);
+    if (hasPoint) first = FirstPoint(points, first, end);
     columns.push_back(hasPoint ? static_cast<std::int32_t>(first) - 1 : kNoPoint);
   }
   return columns;
 }
 
+std::size_t PointsInColumns(std::span<const DataPoint> points, std::span<const std::uint32_t> columnStarts) {
+  if (columnStarts.empty()) return 0;
+  const std::size_t first = FirstPoint(points, 0, columnStarts.front());
+  return FirstPoint(points, first, columnStarts.back()) - first;
+}
+
 TimelinePicture DrawTimeline(const TimeWindow& localWindow, int utcOffsetMinutes, int width,
                              std::span<const TimelineUnit> units) {
-  TimelinePicture picture{width, BuildTickScale(localWindow, width), {}};
+  TimelinePicture picture{width, BuildTickScale(localWindow, width), {}, localWindow};
   const std::vector<std::uint32_t> starts = ColumnStarts(localWindow, utcOffsetMinutes, width);
   picture.rows.reserve(units.size());
   for (const TimelineUnit& unit : units)
-    picture.rows.push_back({unit.name, unit.colour, PointsByColumn(unit.points, starts)});
+    picture.rows.push_back(
+        {unit.name, unit.colour, PointsByColumn(unit.points, starts), PointsInColumns(unit.points, starts)});
   return picture;
 }
 

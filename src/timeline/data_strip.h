@@ -25,11 +25,15 @@ std::vector<std::uint32_t> ColumnStarts(const TimeWindow& localWindow, int utcOf
 /// The column table of points that ascend in time. Costs a search a column, however many points there are.
 ColumnTable PointsByColumn(std::span<const DataPoint> points, std::span<const std::uint32_t> columnStarts);
 
+/// How many points all those columns have together.
+std::size_t PointsInColumns(std::span<const DataPoint> points, std::span<const std::uint32_t> columnStarts);
+
 /// A row of the timeline: one enabled unit.
 struct TimelineRow {
-  std::string name;          ///< what the unit is called, for those who can't see its colour
-  std::uint32_t colour = 0;  ///< 0xRRGGBB
-  ColumnTable columns;       ///< as many as the picture is wide, or none
+  std::string name;            ///< what the unit is called, for those who can't see its colour
+  std::uint32_t colour = 0;    ///< 0xRRGGBB
+  ColumnTable columns;         ///< as many as the picture is wide, or none
+  std::size_t pointCount = 0;  ///< in the window
 };
 
 /// All that the timeline strip shows.
@@ -37,6 +41,7 @@ struct TimelinePicture {
   int width = 0;  ///< of the scale and of each row, pixels
   std::optional<TickScale> scale;
   std::vector<TimelineRow> rows;
+  TimeWindow window;  ///< local
 };
 
 /// A unit as the timeline draws it.

@@ -6,6 +6,8 @@
 #include <numeric>
 
 #include "timeline/strip_images_widget.h"
+#include "timeline/timeline_cursor.h"
+#include "ui/accessible_widget.h"
 
 namespace pallomir {
 namespace {
@@ -22,6 +24,14 @@ QString TipOf(const std::string& name) {
 }
 
 QRect ToQt(const PixelRect& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
+
+/// In words where there is one.
+QString ColourName(std::uint32_t rgb) {
+  const QColor colour = QColor::fromRgb(rgb);
+  for (const QString& name : QColor::colorNames())
+    if (QColor(name).rgb() == colour.rgb()) return name;
+  return colour.name();
+}
 
 }  // namespace
 
@@ -73,6 +83,9 @@ StripRowWidgets::StripRowWidgets(QWidget* parent, int row)
     widget->lower();  // under the rubber band
     widget->show();
   }
+  SetAccessible(picTime_, {.role = QAccessible::Graphic});
+  SetAccessible(picData_, {.role = QAccessible::ListItem, .isReachable = true});
+  SetAccessible(pointer_, {.role = QAccessible::Graphic});
 }
 
 // Not at once: one of them may be handling an event.
@@ -98,8 +111,10 @@ void StripRowWidgets::Place(const PixelRect& time, const PixelRect& data) {
 // The picture outlives the row's use of it: both belong to the strip.
 void StripRowWidgets::Show(const TimelinePicture& picture) {
   const TimelineRow& row = picture.rows[index_];
-  picTime_->setAccessibleName("Time scale of " + QString::fromStdString(row.name));
-  picData_->setAccessibleName("Data of " + QString::fromStdString(row.name));
+  const QString name = QString::fromStdString(row.name);
+  picTime_->setAccessibleName("Time scale of " + name);
+  picData_->setAccessibleName(QString::fromStdString(TimelineRowText(picture, index_)));
+  pointer_->setAccessibleName("Colour of " + name + ": " + ColourName(row.colour));
   pointer_->SetColour(row.colour);
   pointer_->setToolTip(TipOf(row.name));
   picTime_->SetImage(
@@ -110,6 +125,7 @@ void StripRowWidgets::Show(const TimelinePicture& picture) {
 
 TickLabels::TickLabels(QWidget* parent) : QWidget(parent) {
   setObjectName("ScaleMark");
+  SetAccessible(this, {.role = QAccessible::StaticText});
   setAccessibleName("Time scale");
   setMouseTracking(true);
   QFont small = font();

@@ -55,6 +55,9 @@ class StripRowWidgets {
   void Place(const PixelRect& time, const PixelRect& data);
   void Show(const TimelinePicture& picture);
 
+  QWidget* Time() const { return picTime_; }
+  QWidget* Data() const { return picData_; }
+
  private:
   std::size_t index_;
   ImageWidget* picTime_;

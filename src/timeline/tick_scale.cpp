@@ -130,6 +130,7 @@ std::string LabelText(Millis tick, Shows shows) {
 
 Tick MakeTick(Millis time, int column, const TickScale& scale) {
   Tick tick;
+  tick.time = time;
   tick.column = column;
   tick.rank = RankOf(time, scale.coveringStep, scale.drawnStep);
   tick.height = kHeightPerRank * (tick.rank + 1 - scale.drawnStep);

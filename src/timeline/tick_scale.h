@@ -23,6 +23,7 @@ struct Tick {
   int rank = 0;       ///< the coarsest step on whose grid the tick lies
   int height = 0;     ///< pixels, from the top; 2 for the finest ticks
   std::string label;  ///< empty for most
+  Millis time = 0;    ///< what it stands for, local
   bool operator==(const Tick&) const = default;
 };
 

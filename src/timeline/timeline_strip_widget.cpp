@@ -8,6 +8,8 @@
 #include <QWheelEvent>
 
 #include "timeline/strip_parts_widget.h"
+#include "timeline/timeline_keys_widget.h"
+#include "ui/accessible_widget.h"
 
 namespace pallomir {
 namespace {
@@ -25,8 +27,14 @@ TimelineStrip::TimelineStrip(QWidget* parent)
       rowsView_(new QWidget(this)),
       rowsContent_(new QWidget(rowsView_)),
       shpZoomInterval_(new ZoomInterval(rowsContent_)),
-      Shape_TimeMarker_(new QWidget(rowsContent_)) {
+      Shape_TimeMarker_(new QWidget(rowsContent_)),
+      keys_(new TimelineKeys(rowsContent_)) {
+  SetAccessible(this, {.role = QAccessible::Grouping});
+  SetAccessible(rowsView_, {.role = QAccessible::Pane});
+  SetAccessible(rowsContent_, {.role = QAccessible::List});
   setAccessibleName("Timeline");
+  rowsView_->setAccessibleName("Rows of the timeline");
+  rowsContent_->setAccessibleName("Units on the timeline");
   for (QWidget* widget : {static_cast<QWidget*>(this), rowsView_, rowsContent_})
     widget->setMouseTracking(true);
   lineTimeLineBorder_->setObjectName("lineTimeLineBorder");
@@ -44,6 +52,11 @@ TimelineStrip::TimelineStrip(QWidget* parent)
     rowsContent_->move(0, -value);
     LeaveRows();
   });
+  keys_->moved = [this](int row, int column) { ShowCursor(row, column); };
+  keys_->left = [this] { LeaveRows(); };
+  keys_->chosen = [this](double from, double to) {
+    if (dragFinished) dragFinished(from, to);
+  };
   connect(imgReload_, &QAbstractButton::clicked, this, [this] {
     if (layoutClicked) layoutClicked();
   });
@@ -73,6 +86,9 @@ void TimelineStrip::LayOutRows(int rows) {
   while (rows_.size() > count) rows_.pop_back();
   while (rows_.size() < count)
     rows_.push_back(std::make_unique<StripRowWidgets>(rowsContent_, static_cast<int>(rows_.size()) + 1));
+  std::vector<TimelineKeys::Row> forKeys;
+  for (const auto& row : rows_) forKeys.push_back({row->Time(), row->Data()});
+  keys_->SetRows(std::move(forKeys));
   PlaceRows();
   PlaceParts();
 }
@@ -105,6 +121,7 @@ void TimelineStrip::PlaceParts() {
   scrollBar_->setPageStep(viewHeight);
   scrollBar_->setSingleStep(header);
   scrollBar_->setVisible(scrollBar_->maximum() > 0);
+  keys_->Place();
 }
 
 void TimelineStrip::Redraw(TimelinePicture picture) {
@@ -113,6 +130,7 @@ void TimelineStrip::Redraw(TimelinePicture picture) {
   if (picture.width != layout_.ScaleWidth()) return;  // drawn for a width of before; the next one follows
   picture_ = std::move(picture);
   for (const auto& row : rows_) row->Show(picture_);
+  keys_->Show(picture_);
   const std::vector<Tick> none;
   scaleMarks_->SetTicks(picture_.scale ? picture_.scale->ticks : none, layout_.Time(1).left,
                         scaleMarks_->width());
@@ -145,6 +163,18 @@ void TimelineStrip::Hover(QPoint position) {
   Shape_TimeMarker_->show();
   if (hovered) hovered(row, column);
 }
+
+void TimelineStrip::ShowCursor(int row, int column) {
+  const PixelRect time = layout_.Time(row);
+  const int top = time.top - TimelineHeaderHeight();
+  const int bottom = top + time.height + layout_.Data(row).height;
+  scrollBar_->setValue(std::max(std::min(scrollBar_->value(), top), bottom - rowsView_->height()));
+  pointer_ = {time.left + column, time.top - scrollBar_->value()};
+  hoveredRow_ = 0;
+  if (hovered) hovered(row, column);
+}
+
+void TimelineStrip::TellHover(const QString& text) { keys_->Tell(text); }
 
 void TimelineStrip::LeaveRows() {
   hoveredRow_ = 0;

@@ -17,17 +17,19 @@ namespace pallomir {
 
 class StripRowWidgets;
 class TickLabels;
+class TimelineKeys;
 
 /// The timeline strip: the tick labels over one row a unit, each a time scale and a data strip. It paints the
-/// picture that it was given last and tells what the mouse does; it asks nobody and takes no keyboard focus.
+/// picture that it was given last and tells what the mouse and the keyboard do; it asks nobody.
 class TimelineStrip : public QWidget {
  public:
   explicit TimelineStrip(QWidget* parent = nullptr);
   ~TimelineStrip() override;
 
-  /// A drag chose the part of the time window between these shares of its length, 0 <= from < to <= 1.
+  /// A drag, or a selection by keyboard, chose the part of the time window between these shares of its
+  /// length, 0 <= from < to <= 1.
   std::function<void(double from, double to)> dragFinished;
-  /// The pointer moved to another column of row 1, 2 ...
+  /// The pointer or the keyboard's cursor moved to another column of row 1, 2 ...
   std::function<void(int row, int column)> hovered;
   /// The pointer left the rows.
   std::function<void()> left;
@@ -44,7 +46,10 @@ class TimelineStrip : public QWidget {
   int HeightIn(int windowHeight) const { return TimelineFrameHeight(layout_.Rows(), windowHeight); }
   QSize sizeHint() const override;
 
-  /// Where the pointer was last seen, in this widget's coordinates.
+  /// The text of the hover box, for those who can't see it.
+  void TellHover(const QString& text);
+
+  /// Where the pointer or the keyboard's cursor was last seen, in this widget's coordinates.
   QPoint PointerPosition() const { return pointer_; }
 
   /// A tick label, `ScaleMark(column)`. A label that would cover a coarser one or stand beside its tick isn't
@@ -72,6 +77,7 @@ class TimelineStrip : public QWidget {
   QPoint ToContent(QPoint position) const;
   void PlaceParts();
   void PlaceRows();
+  void ShowCursor(int row, int column);
   void Hover(QPoint position);
   void LeaveRows();
   double DragX(const QMouseEvent& event) const;
@@ -97,6 +103,7 @@ class TimelineStrip : public QWidget {
   std::vector<std::unique_ptr<StripRowWidgets>> rows_;
   QWidget* shpZoomInterval_;
   QWidget* Shape_TimeMarker_;
+  TimelineKeys* keys_;
 };
 
 }  // namespace pallomir

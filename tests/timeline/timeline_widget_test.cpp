@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTest>
@@ -179,6 +180,81 @@ TEST_F(TimelineStripTest, HoverNamesRowAndColumnOnceAndLeavesBesideTheRows) {
   EXPECT_EQ(strip_->PointerPosition(), QPoint(1009, 20 + 42 + 10 + 2));
 }
 
+TEST_F(TimelineStripTest, TheKeyboardWalksRowsAndTicksSelectsAndLoads) {
+  Show(3);
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  const auto press = [this](Qt::Key key, Qt::KeyboardModifiers held = {}) {
+    QTest::keyClick(window_.focusWidget(), key, held);
+  };
+  const auto reached = [this] {
+    std::vector<QWidget*> rows;
+    for (const char* row : {"picData(1)", "picData(2)", "picData(3)"})
+      if (Find(row)->focusPolicy() & Qt::TabFocus) rows.push_back(Find(row));
+    return rows;
+  };
+  ASSERT_THAT(reached(), ElementsAre(Find("picData(1)")));
+  leaves_ = 0;
+  Find("picData(1)")->setFocus(Qt::TabFocusReason);
+  press(Qt::Key_Right, Qt::ControlModifier);
+  press(Qt::Key_Down);
+  EXPECT_THAT(reached(), ElementsAre(Find("picData(2)"))) << "Tab comes back to the row that was left";
+  EXPECT_THAT(hovers_, ElementsAre(Pair(1, 0), Pair(1, 125), Pair(2, 125)));
+  EXPECT_EQ(strip_->PointerPosition(), QPoint(10 + 125, 20 + 21));
+  EXPECT_TRUE(Find("lineCursor")->isVisible());
+  EXPECT_EQ(Find("lineCursor")->geometry(), QRect(10 + 125 - 1, 0, 3, Find("lineCursor")->height()));
+  EXPECT_FALSE(Find("shpSelection")->isVisible());
+  EXPECT_EQ(leaves_, 0);
+  press(Qt::Key_Return);
+  EXPECT_THAT(drags_, IsEmpty()) << "nothing is selected";
+  press(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(Find("shpSelection")->geometry().left(), 10 + 125);
+  EXPECT_EQ(Find("shpSelection")->geometry().right(), 10 + 250);
+  press(Qt::Key_Return);
+  press(Qt::Key_Return);
+  EXPECT_THAT(drags_, ElementsAre(Pair(DoubleNear(0.125, 1e-9), DoubleNear(0.25, 1e-9)))) << "once";
+  press(Qt::Key_Right, Qt::ShiftModifier);
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(Find("shpSelection")->isVisible());
+  window_.setFocus();
+  EXPECT_EQ(leaves_, 1);
+  EXPECT_FALSE(Find("lineCursor")->isVisible());
+}
+
+TEST_F(TimelineStripTest, RowsAreNamedAndTheCursorIsToldAsTheirDescription) {
+  Show(2);
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  strip_->hovered = [this](int, int) { strip_->TellHover("Unit #1 Van\n5.0 mph\n1.00 mi"); };
+  const struct {
+    const char* name;
+    QAccessible::Role role;
+    const char* called;
+  } cases[] = {
+      {"picData(1)", QAccessible::ListItem,
+       "Van <A>, 11/16/26 12:00:00 AM to 11/17/26 12:00:00 AM, 7 points"},
+      {"picTime(2)", QAccessible::Graphic, "Time scale of Van <A>"},
+      {"Pointer(2)", QAccessible::Graphic, "Colour of Van <A>: maroon"},
+      {"ScaleMark", QAccessible::StaticText, "Time scale"},
+  };
+  for (const auto& row : cases) {
+    QAccessibleInterface* told = QAccessible::queryAccessibleInterface(Find(row.name));
+    EXPECT_EQ(told->role(), row.role) << row.name;
+    EXPECT_EQ(told->text(QAccessible::Name).toStdString(), row.called);
+  }
+  QAccessibleInterface* second = QAccessible::queryAccessibleInterface(Find("picData(2)"));
+  EXPECT_TRUE(second->state().focusable) << "by the arrows";
+  second->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+  EXPECT_TRUE(Find("picData(2)")->hasFocus());
+  const auto described = [&] { return second->text(QAccessible::Description).toStdString(); };
+  EXPECT_EQ(described(), "11/16/26 12:00:00 AM, point 5.0 mph, 1.00 mi");
+  strip_->TellHover("Unit #1 Van\nof the pointer");
+  QTest::keyClick(Find("picData(2)"), Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(described(),
+            "Selected 11/16/26 12:00:00 AM to 11/16/26 12:15:00 AM, point 5.0 mph, 1.00 mi, Enter loads the "
+            "selection");
+}
+
 TEST_F(TimelineStripTest, ManyRowsScrollInAThirdOfTheWindow) {
   Show(40);
   EXPECT_EQ(strip_->height(), 233);
@@ -192,6 +268,12 @@ TEST_F(TimelineStripTest, ManyRowsScrollInAThirdOfTheWindow) {
   bar->setValue(bar->maximum());
   Mouse(QEvent::MouseMove, "picData(40)", {5, 3}, Qt::NoButton, Qt::NoButton);
   EXPECT_THAT(hovers_, ElementsAre(Pair(40, 5)));
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  Find("picData(1)")->setFocus();
+  EXPECT_EQ(bar->value(), 0) << "the keyboard's row is in view";
+  for (int row = 2; row <= 12; ++row) QTest::keyClick(window_.focusWidget(), Qt::Key_Down);
+  EXPECT_EQ(bar->value(), 12 * 21 - 3 - 213);
   Show(1);
   EXPECT_FALSE(bar->isVisible());
   EXPECT_FALSE(Find("picData(2)"));

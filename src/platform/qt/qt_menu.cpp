@@ -6,6 +6,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "platform/qt/accessible_toggle.h"
+
 namespace pallomir {
 namespace {
 
@@ -50,12 +52,17 @@ QString TextOf(const MenuItem& item) {
   return item.hotKey.empty() ? text : text + '\t' + QString::fromStdString(item.hotKey);
 }
 
+/// The caption as it is spoken: "&" before the access key is left out.
+QString NameOf(const MenuItem& item) {
+  QString name = QString::fromStdString(item.caption);
+  return item.isPlainText ? name : name.remove('&').trimmed();
+}
+
 void ApplyState(QAction& action, const MenuItem& item, const Array& array) {
   // The other entries of an array with a check mark keep the room for theirs.
-  action.setCheckable(array.hasCheckMark);
+  action.setCheckable(item.checkable || array.hasCheckMark);
   action.setChecked(item.checked);
   action.setEnabled(item.enabled);
-  action.setVisible(item.visible);
 }
 
 // Leaves no submenu behind: the menu's actions do not own theirs.
@@ -69,6 +76,7 @@ void Empty(QMenu& menu) {
 
 QtMenu::QtMenu(MenuModel& model, Command root, QWidget* parent)
     : model_(model), root_(root), menu_(new QMenu(parent)) {
+  AnnounceToggles();
   QObject::connect(menu_, &QMenu::aboutToShow, menu_, [this] { Render(); });
 }
 
@@ -85,12 +93,15 @@ void QtMenu::Render() {
   const MenuItem* root = model_.Find(root_);
   if (!root) return;
   menu_->setObjectName(QString::fromStdString(root->name));
+  menu_->setAccessibleName(NameOf(*root));
   RenderInto(*menu_, *root);
 }
 
 void QtMenu::RenderInto(QMenu& menu, const MenuItem& parent) {
   const Arrays arrays = ArraysOf(parent);
   for (const MenuItem& item : parent.children) {
+    // One that is left out is not announced either.
+    if (!item.visible) continue;
     const Array& array = arrays.at(item.name);
     QAction* action = nullptr;
     if (item.IsSeparator()) {
@@ -100,6 +111,7 @@ void QtMenu::RenderInto(QMenu& menu, const MenuItem& parent) {
       action = menu.addMenu(submenu);
       RenderSubmenu(*submenu, item);
       submenu->setObjectName(ObjectNameOf(item, array));
+      submenu->setAccessibleName(NameOf(item));
     } else {
       action = menu.addAction(QString());
       // Queued: the menu is closed by then, and the model may be rebuilt.

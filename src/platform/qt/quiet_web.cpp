@@ -27,6 +27,8 @@ void ApplySettings(QWebEngineSettings& settings) {
 
 }  // namespace
 
+void OpenPagesToReaders() { qputenv("QTWEBENGINE_ENABLE_LINUX_ACCESSIBILITY", "1"); }
+
 QuietPage::QuietPage(QWebEngineProfile* profile, Trace& trace) : QWebEnginePage(profile), trace_(trace) {
   ApplySettings(*settings());
   connect(this, &QWebEnginePage::featurePermissionRequested, this,

@@ -8,6 +8,10 @@
 
 namespace pallomir {
 
+/// Lets assistive programs read web pages as well, which the engine leaves out on Linux unless it is asked.
+/// Costs nothing while there is no such program. Before the application object is made.
+void OpenPagesToReaders();
+
 /// A page that shows nothing but itself: what a web page may ask of a browser (dialogs, windows, downloads,
 /// files, places) is refused, and what it says is traced.
 class QuietPage : public QWebEnginePage {

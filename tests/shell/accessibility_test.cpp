@@ -1,0 +1,183 @@
+#include <gmock/gmock.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QMenu>
+
+#include "shell/window_harness.h"
+
+// What assistive programs and the keyboard alone find in the main window.
+
+namespace pallomir {
+namespace {
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+
+class AccessibilityTest : public WindowHarness {
+ protected:
+  QAccessibleInterface* Told(const char* name) {
+    return QAccessible::queryAccessibleInterface(Find<QWidget>(name));
+  }
+
+  /// What Tab reaches, one after the other, from the menu button on.
+  std::vector<std::string> TabStops() {
+    std::vector<std::string> names;
+    auto* first = Find<QWidget>("lblMenu");
+    QWidget* widget = first;
+    do {
+      if (widget->isVisible() && widget->isEnabled() && (widget->focusPolicy() & Qt::TabFocus) &&
+          !widget->focusProxy() && widget->window() == &window_)
+        names.push_back(widget->objectName().toStdString());
+      widget = widget->nextInFocusChain();
+    } while (widget != first);
+    return names;
+  }
+
+  void ShowTimeline() {
+    ports_.loop.Advance(6000);  // the end of a window of one day hides too
+    ASSERT_TRUE(Find<QWidget>("picData(1)")->isVisible());
+  }
+};
+
+TEST_F(AccessibilityTest, TabGoesAsTheEyeReads) {
+  Start();
+  ShowTimeline();
+  const std::vector<std::string> expected = {"lblMenu",
+                                             "DTP(0)",
+                                             "picLamp",
+                                             "pctHelp_1",
+                                             "pctHelp_2",
+                                             "pctButton_Minimize",
+                                             "pctButton_Normal",
+                                             "pctButton_Maximize",
+                                             "pctButton_FullScreen",
+                                             "pctButton_Exit",
+                                             "FocusGetter",
+                                             "imgReload",
+                                             "picData(1)"};
+  EXPECT_THAT(TabStops(), ElementsAreArray(expected));
+  Find<QWidget>("DTP(0)")->setFocus();
+  client_->PickerChanged(0, ToMillis({2026, 11, 20}));
+  ports_.loop.Advance(0);
+  auto stops = TabStops();
+  stops.resize(5);
+  EXPECT_THAT(stops, ElementsAre("lblMenu", "DTP(0)", "DTP(1)", "cmdOK_Reload", "picLamp"));
+}
+
+TEST_F(AccessibilityTest, TheWindowAndItsControlsSayWhatTheyAre) {
+  Start();
+  const struct {
+    const char* name;
+    QAccessible::Role role;
+    const char* called;
+    bool hasPopup;
+  } cases[] = {
+      {"lblMenu", QAccessible::ButtonMenu, "Menu", true},
+      {"FocusGetter", QAccessible::ButtonMenu, "Map keyboard", true},
+      {"pctHelp_1", QAccessible::Button, "Show the keys on a keyboard", false},
+  };
+  for (const auto& row : cases) {
+    QAccessibleInterface* told = Told(row.name);
+    EXPECT_EQ(told->role(), row.role) << row.name;
+    EXPECT_EQ(told->text(QAccessible::Name).toStdString(), row.called);
+    EXPECT_EQ(told->state().hasPopup, row.hasPopup) << row.name;
+    EXPECT_FALSE(told->state().checkable) << row.name;
+    EXPECT_TRUE(told->state().focusable) << row.name;
+  }
+  QAccessibleInterface* window = QAccessible::queryAccessibleInterface(&window_);
+  EXPECT_EQ(window->role(), QAccessible::Window);
+  EXPECT_EQ(window->text(QAccessible::Name), "Pallomir");
+}
+
+TEST_F(AccessibilityTest, TheMapsKeyboardAndTheMenuButtonOpenTheMenu) {
+  Start();
+  auto* holder = Find<QCheckBox>("FocusGetter");
+  const std::function<void()> ways[] = {
+      [&] { QTest::keyClick(holder, Qt::Key_Space); },
+      [&] { Told("FocusGetter")->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction()); },
+      [&] { Told("lblMenu")->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction()); },
+  };
+  for (const auto& open : ways) {
+    open();
+    auto* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_TRUE(popup);
+    popup->close();
+  }
+}
+
+TEST_F(AccessibilityTest, TheLampsStateIsItsName) {
+  Start();
+  QAccessibleInterface* lamp = Told("picLamp");
+  EXPECT_EQ(lamp->role(), QAccessible::StaticText);
+  window_.ShowLamp(ClientView::LampColour::kRed, "connection lost");
+  EXPECT_EQ(lamp->text(QAccessible::Name), "State: connection lost");
+  EXPECT_EQ(Find<QWidget>("picLamp")->toolTip(), "connection lost");
+}
+
+TEST_F(AccessibilityTest, TheKeysOfThePictureAreReadByKeyboard) {
+  Start();
+  auto* button = Find<QWidget>("pctHelp_1");
+  QTest::keyClick(&window_, Qt::Key_Tab);
+  button->setFocus();
+  QTest::keyClick(button, Qt::Key_Space);
+  const auto at = [this] {
+    const auto* label = qobject_cast<QLabel*>(window_.focusWidget());
+    return label ? label->text().toStdString() : "none";
+  };
+  ASSERT_EQ(at(), "`");
+  const struct {
+    Qt::Key key;
+    const char* caption;
+  } walk[] = {
+      {Qt::Key_Left, "`"},      {Qt::Key_Up, "`"},        {Qt::Key_Right, "1"},  {Qt::Key_Down, "Q"},
+      {Qt::Key_Down, "A"},      {Qt::Key_Down, "Z"},      {Qt::Key_Down, "alt"}, {Qt::Key_Down, "alt"},
+      {Qt::Key_Right, "space"}, {Qt::Key_Right, "space"}, {Qt::Key_Up, "B"},     {Qt::Key_Up, "G"},
+      {Qt::Key_Right, "H"},
+  };
+  for (const auto& step : walk) {
+    QTest::keyClick(window_.focusWidget(), step.key);
+    EXPECT_EQ(at(), step.caption);
+  }
+  EXPECT_EQ(Find<QLabel>("lblTable")->text().toStdString(), "Display \"hybrid view\" of map");
+  QAccessibleInterface* key = QAccessible::queryAccessibleInterface(window_.focusWidget());
+  EXPECT_TRUE(key->state().focusable);
+  EXPECT_EQ(key->text(QAccessible::Name), "H");
+  EXPECT_EQ(key->text(QAccessible::Description).toStdString(), "Display \"hybrid view\" of map");
+  ports_.loop.Advance(1000);
+  EXPECT_EQ(at(), "H") << "the focus holder leaves the reader alone";
+  const auto stops = TabStops();
+  const auto help = std::ranges::find(stops, "pctHelp_1");
+  EXPECT_THAT(std::vector(help, help + 3),
+              ElementsAre("pctHelp_1", window_.focusWidget()->objectName().toStdString(), "pctHelp_2"));
+  QTest::keyClick(window_.focusWidget(), Qt::Key_Escape);
+  EXPECT_FALSE(Find<QWidget>("pctKeyboard")->isVisible());
+  EXPECT_EQ(window_.focusWidget(), Find<QCheckBox>("FocusGetter"));
+}
+
+TEST_F(AccessibilityTest, ASelectionOnTheTimelineIsLoadedAsADragIs) {
+  Start();
+  ShowTimeline();
+  const TimeWindow before = client_->Window();
+  QTest::keyClick(&window_, Qt::Key_Tab);
+  auto* row = Find<QWidget>("picData(1)");
+  row->setFocus(Qt::TabFocusReason);
+  ports_.loop.Advance(1000);
+  ASSERT_TRUE(row->hasFocus());
+  EXPECT_TRUE(Find<QWidget>("frameTimelineInfo")->isVisible());
+  QTest::keyClick(row, Qt::Key_Right, Qt::ControlModifier);
+  QTest::keyClick(row, Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+  const std::size_t asked = ports_.locator.sent.size();
+  QTest::keyClick(row, Qt::Key_Return);
+  EXPECT_EQ(client_->Window(), (TimeWindow{before.start + 3 * kHour, before.start + 6 * kHour}));
+  EXPECT_EQ(ports_.locator.sent.size(), asked + 1);
+  ports_.loop.Advance(1000);
+  EXPECT_TRUE(row->hasFocus()) << "for the next step";
+  QTest::keyClick(row, Qt::Key_X);
+  EXPECT_EQ(client_->Window(), before) << "hot keys work from the timeline too";
+}
+
+}  // namespace
+}  // namespace pallomir
