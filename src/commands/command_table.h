@@ -27,7 +27,7 @@ struct HotKey {
 struct CommandRow {
   enum class State {
     kReady,
-    kGrey,   ///< shown, but can't be chosen
+    kGrey,   ///< shown, but can't be chosen; where it stands for an empty array, the entries behind it can
     kLater,  ///< not built yet: its entry does not show, its key stays silent
   };
 

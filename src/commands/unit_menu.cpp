@@ -41,7 +41,6 @@ void ShowUnitsToFit(MenuModel& menus) {
     items.push_back(UserEntry(menus, Command::kFitUnit, k, unit.caption));
   });
   menus.At(Command::kFitUnit).visible = items.empty();
-  menus.At(Command::kFitUnit).enabled = false;
   menus.AppendToArray(Command::kFitUnit, std::move(items));
 }
 

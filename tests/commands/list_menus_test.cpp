@@ -33,6 +33,7 @@ TEST(UnitMenu, IsTheListAndShowsTheDigits) {
   EXPECT_EQ(menus.Count(Command::kFitUnit), 1);
   EXPECT_TRUE(menus.At(Command::kFitUnit).visible);
   EXPECT_TRUE(menus.At(Command::kOnlyUnit, 0).visible);
+  EXPECT_FALSE(menus.At(Command::kOnlyUnit, 0).enabled) << "it stands for no unit";
   EXPECT_EQ(menus.Count(Command::kOnlyUnit), 1);
 }
 

@@ -18,6 +18,7 @@
 #include "shell/client.h"
 #include "shell/formMain.h"
 #include "station/data_writer.h"
+#include "station/import_lock.h"
 #include "tracking/FormRetryAfterError.h"
 
 // The real station and the real window with its real sockets, and a network between them that does what
@@ -56,6 +57,8 @@ class FaultyNetworkTest : public testing::Test {
 
   void StoreTracks() {
     const Millis last = clock_.NowUtc() / kSecond * kSecond - kMinute;
+    const station::ImportLock lock(folder_.Path() / "tracks", {});
+    ASSERT_EQ(lock.Problem(), "");
     for (const char* unit : kUnits) {
       std::vector<WireRecord> records;
       for (std::size_t i = 0; i < kPointsAUnit; ++i) {
@@ -63,7 +66,7 @@ class FaultyNetworkTest : public testing::Test {
         const Millis time = last - static_cast<Millis>(kPointsAUnit - i) * kSecond;
         records.push_back({EncodePackedTime(time).value_or(0), 24'000'000 + 60 * n, -45'000'000 - 60 * n, 0});
       }
-      ASSERT_EQ(station::MergeIntoUnit(folder_.Path() / "tracks", unit, records).error, "");
+      ASSERT_EQ(station::MergeIntoUnit(lock, unit, records).error, "");
     }
   }
 

@@ -853,11 +853,35 @@ TEST_F(ClientTest, ABoxDrawnOnTheMapIsFittedWithoutRedrawing) {
   EXPECT_EQ(client->Tiles().TileGeneration(), generation);
 }
 
+TEST_F(ClientTest, AnEntryFitsTheMapToItsDisplayedUnit) {
+  UseUnits("-00000000000AOff~X00000000000BWest~X00000000000CEast~");
+  client->Load();
+  Connect();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.60, -75.40), Record(60, 40.62, -75.38)}, "00000000000B"));
+  Arrive(PacketOf({Record(0, 41.60, -70.40), Record(60, 41.62, -70.38)}, "00000000000C"));
+  const MenuModel& menus = client->Menus();
+  ASSERT_EQ(menus.Count(Command::kFitUnit), 3);
+  const struct {
+    int k;
+    const char* caption;
+    double lat, lng;
+  } cases[] = {{2, "00000000000C - East", 41.61, -70.39}, {1, "00000000000B - West", 40.61, -75.39}};
+  for (const auto& row : cases) {
+    EXPECT_EQ(menus.Find(Command::kFitUnit, row.k)->caption, row.caption);
+    client->MenuChosen(*menus.Find(Command::kFitUnit, row.k));
+    loop.Advance(0);
+    EXPECT_NEAR(client->View().CentreLat, row.lat, 1e-3) << row.caption;
+    EXPECT_NEAR(client->View().CentreLng, row.lng, 1e-3) << row.caption;
+  }
+}
+
 TEST_F(ClientTest, EveryCommandThatCanBeGivenHasItsHandler) {
   for (const CommandRow& row : CommandTable()) {
     const MenuItem* entry = client->Menus().Find(row.command, row.index);
     const bool isMenuOrLine = entry && (entry->IsMenu() || entry->IsSeparator());
-    const bool canBeGiven = row.state == CommandRow::State::kReady && !isMenuOrLine;
+    const bool canBeGiven = (row.state == CommandRow::State::kReady || *row.keys[0].keys) &&
+                            IsBuilt(row.command) && !isMenuOrLine;
     EXPECT_TRUE(!canBeGiven || client->Handlers().Has(row.command)) << row.name << " " << row.keys[0].keys;
   }
 }
