@@ -147,7 +147,7 @@ async function loadTheRest() {
     loadJson('settings.json').then(({ onlineMap: online }) => onlineMap.set(online)),
     Promise.all([import('./labels/named_map.js'), loadBytes('../data/names.bin')]).then(setNames),
     baseMapData.then(loadDetail).then((detail) => baseMap.setDetail(detail)),
-    import('./zones/drawing.js').then(setDrawing),
+    Promise.all([import('./zones/drawing.js'), import('./zones/drawing_tools.js')]).then(setDrawing),
   ];
   const results = await Promise.allSettled(parts);
   tellPlaces(null);
@@ -155,8 +155,8 @@ async function loadTheRest() {
   for (const { reason } of results) if (reason) console.error(`a part of the map: ${reason.message}`);
 }
 
-function setDrawing({ ZoneDrawing }) {
-  zoneFields.setDrawing(new ZoneDrawing({ map, zones, notices, send }));
+function setDrawing([{ ZoneDrawing }, tools]) {
+  zoneFields.setDrawing(new ZoneDrawing({ map, zones, notices, send }, tools));
 }
 
 function setNames([{ namedMap }, bytes]) {

@@ -1,10 +1,6 @@
-/* global L */
 /** A zone's outline while it is drawn or changed: from the client's wish to the shape that goes back. */
 import { worldX, worldY } from '../base/earth.js';
 import { zoneCancelCommand, zoneClosableCommand, zoneShapeCommand } from '../bridge/commands.js';
-import { DrawingBar } from '../controls/drawing_bar.js';
-import { KeyDrawing } from './key_drawing.js';
-import { ShapeEditor } from './shape_editor.js';
 import { crossesItself, judgeShape, LEAST_CORNERS, MOST_CORNERS } from './shape_rules.js';
 import { SnapIndex } from './snap_index.js';
 import { drawnStyle } from './zone_styles.js';
@@ -32,9 +28,11 @@ export class ZoneDrawing {
   /**
    * @param {{map: L.Map, zones: import('./zone_layer.js').ZoneLayer, notices:
    *     import('../controls/notices.js').Notices, send: function(string): void}} parts
+   * @param {import('./drawing_tools.js')} tools what corners are drawn with
    */
-  constructor({ map, zones, notices, send }) {
+  constructor({ map, zones, notices, send }, tools) {
     this.map = map;
+    this.tools = tools;
     this.zones = zones;
     this.notices = notices;
     this.send = send;
@@ -61,27 +59,30 @@ export class ZoneDrawing {
     this.end();
     this.ordinal = ordinal;
     this.wasSent = false;
+    this.isStarted = false;
     this.isCrossing = false;
     this.saidClosable = ordinal !== null;
     this.snapIndex = new SnapIndex(this.zones.list.cornersBut(ordinal));
     this.zones.hideOriginal(ordinal);
     this.map.doubleClickZoom.disable();
     const act = { undo: () => this.undo(), finish: () => this.finish(), cancel: () => this.cancel() };
-    this.bar = new DrawingBar(act).addTo(this.map);
-    this.editor = new ShapeEditor(this.map, {
+    this.bar = new this.tools.DrawingBar(act).addTo(this.map);
+    this.editor = new this.tools.ShapeEditor(this.map, {
       snap: (latlng) => this.snap(latlng),
       changed: () => this.changed(),
       full: () => this.notices.show(PROBLEM, IS_FULL),
     });
     this.editor.start(corners, drawnStyle(this.zones.list.zones[ordinal] ?? null, this.zones.isDark));
-    this.keys = new KeyDrawing(this.map, this.editor);
+    this.keys = new this.tools.KeyDrawing(this.map, this.editor);
     this.map.on('moveend', this.onMoveEnd, this);
+    this.isStarted = true;
     this.changed();
   }
 
   /** Nothing is drawn any more; the map is as it was before. */
   end() {
     if (!this.editor) return;
+    this.isStarted = false;
     clearTimeout(this.restTimer);
     this.map.off('moveend', this.onMoveEnd, this);
     this.keys.stop();
@@ -138,7 +139,7 @@ export class ZoneDrawing {
   snap(latlng) {
     const reach = SNAP_REACH / (WORLD_SIZE * 2 ** this.map.getZoom());
     const corner = this.snapIndex.nearest(latlng.lat, latlng.lng, reach);
-    return corner ? L.latLng(corner.latitude, corner.longitude) : latlng;
+    return corner ? { lat: corner.latitude, lng: corner.longitude } : latlng;
   }
 
   /** A walk around the world, after which the map goes on in another turn: the shape comes along. */
@@ -152,7 +153,7 @@ export class ZoneDrawing {
   }
 
   changed() {
-    if (!this.editor?.editor) return;
+    if (!this.isStarted) return;
     this.showState();
     if (!this.saidClosable && this.editor.ring.length >= LEAST_CORNERS) {
       this.saidClosable = true;

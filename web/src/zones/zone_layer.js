@@ -3,6 +3,7 @@
 import { ZoneList } from './zone_list.js';
 import { ZoneNames } from './zone_names.js';
 import { zoneStyle } from './zone_styles.js';
+import { ZoneTint } from './zone_tint.js';
 import { ZoneMark, ZoneTiles } from './zone_tiles.js';
 
 export class ZoneLayer {
@@ -10,12 +11,13 @@ export class ZoneLayer {
   constructor(map, questions) {
     this.map = map;
     this.mark = new ZoneMark();
-    this.tiles = new ZoneTiles(questions, (fileName) => this.mark.show(fileName));
+    this.tiles = new ZoneTiles(questions, (fileName) => this.showKind(fileName));
     // One canvas carries thousands of outlines more lightly than as many elements.
     this.renderer = L.canvas({ pane: 'outlines', padding: 0.3 });
     this.outlines = L.layerGroup();
     this.list = new ZoneList();
     this.names = new ZoneNames(this.list);
+    this.tint = new ZoneTint(this.list);
     this.polygons = [];
     this.hiddenOrdinal = null;
     this.isDark = false;
@@ -29,7 +31,7 @@ export class ZoneLayer {
   }
 
   setVisible(visible) {
-    for (const part of [this.outlines, this.names, this.tiles, this.mark]) {
+    for (const part of [this.tint, this.outlines, this.names, this.tiles, this.mark]) {
       if (visible) part.addTo(this.map);
       else part.remove();
     }
@@ -40,8 +42,19 @@ export class ZoneLayer {
     this.list.clear();
     this.polygons = [];
     this.outlines.clearLayers();
-    this.names.updateSoon();
+    this.listChanged();
     this.tiles.renew();
+  }
+
+  /** The client's placeholder says which kind of zone is on top. */
+  showKind(fileName) {
+    this.mark.show(fileName);
+    this.tint.setKind(/^red\./i.test(fileName));
+  }
+
+  listChanged() {
+    this.names.updateSoon();
+    this.tint.updateSoon();
   }
 
   /** @param {{alert: boolean, vertices: number[][]}|null} parsed null for a zone that could not be read */
@@ -50,12 +63,13 @@ export class ZoneLayer {
     const polygon = L.polygon(zone.vertices, { ...zoneStyle(zone, this.isDark), renderer: this.renderer });
     this.polygons.push(polygon);
     if (this.polygons.length - 1 !== this.hiddenOrdinal) this.outlines.addLayer(polygon);
+    this.tint.updateSoon();
   }
 
   /** @param {({section: string, description: string}|null)[]} names of the next zones of the list */
   addNames(names) {
     this.list.addNames(names);
-    this.names.updateSoon();
+    this.listChanged();
   }
 
   /** While a zone is edited, the shape under the user's hands stands for it. @param {number|null} ordinal */

@@ -51,6 +51,11 @@ export class ZoneList {
     }
   }
 
+  /** Those that have an area and lie in no other, as far as numbers are known. */
+  outermost() {
+    return this.zones.filter(({ section, vertices }) => vertices.length > 2 && !section.includes('.'));
+  }
+
   /** The corners of all zones but one. */
   cornersBut(ordinal) {
     return this.zones.flatMap(({ vertices }, index) => (index === ordinal ? [] : vertices));

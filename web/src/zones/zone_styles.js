@@ -1,6 +1,6 @@
 /** How zones look. Who can't tell red from green tells the two kinds by their lines: whole or dashed. */
 
-const OUTLINE = { weight: 2, opacity: 0.9, fillOpacity: 0.06, interactive: false };
+const OUTLINE = { weight: 2, opacity: 0.9, fillOpacity: 0.12, interactive: false };
 
 const coloured = (color) => ({ ...OUTLINE, color, fillColor: color });
 const COLOURS = {
@@ -8,7 +8,7 @@ const COLOURS = {
   onDark: { alert: '#ff7262', plain: '#62d695', fresh: '#7ab8ff' },
 };
 /** Under the hands of the user. */
-const DRAWN = { weight: 3, opacity: 1, fillOpacity: 0.12 };
+const DRAWN = { weight: 3, opacity: 1, fillOpacity: 0.2 };
 
 /** @param {{alert: boolean}} zone @param {boolean} isDark the map under it */
 export function zoneStyle({ alert }, isDark) {
