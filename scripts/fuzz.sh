@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs clang where it is missing, builds the fuzzers and runs them, two at a time, out of the way of everything
+# Installs clang where it is missing, builds the fuzzers and runs them, one a core, out of the way of everything
 # else: scripts/fuzz.sh RUNS|SECONDSs [TARGET...]
 #
 #     scripts/fuzz.sh 10000000                 # every target in fuzz/ so many runs
@@ -69,7 +69,7 @@ run() {
 
 failed=0
 for target; do
-  while [ "$(jobs -pr | wc -l)" -ge 2 ]; do wait -n || failed=1; done
+  while [ "$(jobs -pr | wc -l)" -ge "$(nproc)" ]; do wait -n || failed=1; done
   run "$target" &
 done
 while [ -n "$(jobs -p)" ]; do wait -n || failed=1; done

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs all tests. The preset may be named: release (default), debug, asan.
+# Installs what is missing, builds, and runs all tests. The preset may be named: release (default), debug, asan, asan-core.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=${1:-release}
