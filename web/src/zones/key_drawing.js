@@ -58,16 +58,17 @@ export class KeyDrawing {
    */
   enter(isFree) {
     if (!this.crosshair.isShown) return false;
-    if (this.carried) this.letGo();
+    if (this.carried) this.letGo(isFree);
     else if (this.editor.isPlacing) this.placeOrClose(isFree);
     else this.takeUp();
     return true;
   }
 
-  /** Puts a carried corner down. */
-  letGo() {
+  /** Puts a carried corner down. @param {boolean} isFree exactly under the crosshair */
+  letGo(isFree = false) {
     const { index, from } = this.carried;
     this.carried = null;
+    if (isFree) this.editor.carry(index, this.crosshair.latlng);
     this.editor.drop(index, from);
   }
 

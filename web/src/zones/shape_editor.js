@@ -36,6 +36,9 @@ const Handle = L.Editable.VertexMarker.extend({
   },
 });
 
+/** Between two corners, to make another of. */
+const MiddleHandle = L.Editable.MiddleMarker.extend({ options: { keyboard: false } });
+
 const OutlineEditor = L.Editable.PolygonEditor.extend({
   /** Only handles in view exist, so that an outline of thousands of corners stays smooth. */
   addVertexMarkers(latlngs) {
@@ -96,6 +99,7 @@ const Tools = L.Editable.extend({
   options: {
     polygonEditorClass: OutlineEditor,
     vertexMarkerClass: Handle,
+    middleMarkerClass: MiddleHandle,
     lineGuideOptions: { pane: PANE, className: 'zone-guide' },
   },
 
