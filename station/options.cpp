@@ -122,7 +122,7 @@ void AddOptions(CLI::App& app, Options& options) {
 
 CLI::App* AddImport(CLI::App& app, ImportCommand& command) {
   CLI::App* import = app.add_subcommand("import", "Take the tracks of GPX files into the data folder");
-  import->add_option("--unit", command.unitId, "ID of the unit: 12 characters of 0-9 and A-F")
+  import->add_option("--unit", command.unitId, "ID of the unit: 12 characters of 0-9 and A-F, in either case")
       ->required()
       ->transform(CLI::Validator(TakeUnitId, "ID"));
   import->add_option("--description", command.description, "name of the unit; default: keep, or the file's");

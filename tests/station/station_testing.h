@@ -120,13 +120,15 @@ class TestClient {
   bool timedOut_ = false;
 };
 
-/// While it lives, the system has no descriptor left for this process.
+/// While it lives, the system has so many descriptors left for this process and no more.
 class NoDescriptors {
  public:
-  NoDescriptors() {
+  explicit NoDescriptors(int left = 0) {
     ::getrlimit(RLIMIT_NOFILE, &before_);
-    const rlimit none{0, before_.rlim_max};
-    ::setrlimit(RLIMIT_NOFILE, &none);
+    const int next = ::dup(STDIN_FILENO);
+    ::close(next);
+    const rlimit few{static_cast<rlim_t>(next + left), before_.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &few);
   }
   ~NoDescriptors() { ::setrlimit(RLIMIT_NOFILE, &before_); }
   NoDescriptors(const NoDescriptors&) = delete;
