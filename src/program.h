@@ -48,9 +48,12 @@ class Program {
   QtQuestionBox questionBox_;
   QuestionQueue questions_{questionBox_};
   UserRegistryFile registry_;
-  LockFileMutex mutex_;
-  LocalInstanceSignal signal_{kInstanceMutex, trace_};
-  SettingsStore settings_{folders_.commonData, [this](const std::string& line) { trace_.Line(line); }};
+  LockFileMutex mutex_{SettingsFolder(folders_.commonData)};
+  LocalInstanceSignal signal_{SettingsFolder(folders_.commonData), kInstanceMutex, trace_};
+  SettingsStore settings_{folders_.commonData, loop_, [this](const std::string& line) { trace_.Line(line); },
+                          [this](const std::string& sentence) {
+                            questions_.Tell(sentence, "Pallomir", Question::Icon::kExclamation);
+                          }};
   QtBeeper beeper_;
   DetachedStarter programs_;
   QtDatagramEndpoint locator_;

@@ -28,6 +28,8 @@ class MainWindow {
   /// All screens, whole.
   virtual std::vector<PixelRect> Screens() const = 0;
   virtual PixelRect Bounds() const = 0;
+  /// Whether the system has stretched the window in one direction and not in the other.
+  virtual bool IsMaximisedOneWay() const = 0;
   virtual void SetBounds(const PixelRect& bounds) = 0;
   /// Asks the system for the state; what it gives comes as an event.
   virtual void SetState(WindowMode state) = 0;

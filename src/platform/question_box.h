@@ -29,6 +29,8 @@ class QuestionBox {
  public:
   virtual ~QuestionBox() = default;
   virtual void Show(const Question& question, AnswerHandler then) = 0;
+  /// Brings an open box to the front and gives it the keyboard.
+  virtual void BringForward() = 0;
   /// Takes an open box away; its handler is not called.
   virtual void Dismiss() = 0;
 };

@@ -24,8 +24,7 @@ AboutBox::AboutBox(QWidget* owner, const QString& title, const QString& version,
   QFont font = lblTitle->font();
   font.setPointSizeF(font.pointSizeF() * 1.6);
   lblTitle->setFont(font);
-  auto* lblVersion =
-      new QLabel(QString("Version: %1\n\nDate: %2").arg(version, date.toString(Qt::ISODate)), this);
+  auto* lblVersion = new QLabel(VersionText(version, date), this);
   lblVersion->setObjectName("lblVersion");
   lblVersion->setTextInteractionFlags(Qt::TextSelectableByMouse);
   lblVersion->setMinimumWidth(kLeastWidth);
@@ -46,6 +45,10 @@ void AboutBox::ShowBox() {
   show();
   raise();
   activateWindow();
+}
+
+QString VersionText(const QString& version, const QDate& date) {
+  return QString("Version: %1\n\nDate: %2").arg(version, date.toString(Qt::ISODate));
 }
 
 QDate ExecutableDate() { return QFileInfo(QCoreApplication::applicationFilePath()).lastModified().date(); }

@@ -15,6 +15,9 @@ class AboutBox : public QDialog {
   void ShowBox();
 };
 
+/// "Version: " and "Date: " as the About box and the start-up list show them.
+QString VersionText(const QString& version, const QDate& date);
+
 /// The day on which the running program's file was last modified.
 QDate ExecutableDate();
 

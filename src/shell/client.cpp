@@ -3,6 +3,7 @@
 #include <string>
 
 #include "commands/menus.h"
+#include "shell/flush_settings.h"
 #include "shell/settings_keys.h"
 
 namespace pallomir {
@@ -54,12 +55,14 @@ void Client::Unload() {
   }
   ports_.view.CloseWindows();
   ports_.instanceSignal.Stop();
-  const auto end = [this] { ports_.view.EndApplication(0); };
-  if (isMutexReleased_) {
-    end();
-  } else {
-    ReleaseMutex(end);
-  }
+  FlushSettings(ports_.settings, ports_.questions, [this] {
+    const auto end = [this] { ports_.view.EndApplication(0); };
+    if (isMutexReleased_) {
+      end();
+    } else {
+      ReleaseMutex(end);
+    }
+  });
   connection_->Close();
   map_->Close();
   ports_.trace.Line("end of the session");

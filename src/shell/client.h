@@ -30,6 +30,7 @@
 #include "platform/user_registry.h"
 #include "shell/client_view.h"
 #include "shell/deployment.h"
+#include "shell/normal_placement.h"
 #include "shell/settings_keys.h"
 #include "shell/stored_choices.h"
 #include "shell/window_modes.h"
@@ -253,6 +254,7 @@ class Client {
   void NotePlacement();
   void StorePlacement();
   void StoreWindow();
+  void ChangeMode(WindowEffects (WindowModes::*change)(const WindowSurroundings&));
   void Apply(const WindowEffects& effects);
   WindowSurroundings Surroundings() const;
   void HideMapUpdating();
@@ -309,7 +311,7 @@ class Client {
 
   bool focusHoldOff_ = false;
   bool mapUpdatingShown_ = false;
-  std::optional<PixelRect> placementToStore_;
+  NormalPlacement placement_;
   WindowModes modes_;
 
   std::unique_ptr<Timer> tmrRedraw_;

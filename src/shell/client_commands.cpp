@@ -1,3 +1,4 @@
+#include <cmath>
 #include <string>
 
 #include "base/number_format.h"
@@ -146,7 +147,7 @@ void Client::AskPortBase() {
     if (answer.text.empty()) return;
     const double port = ParseNumber(answer.text).value_or(-1);
     if (port < 0 || port > 65535) return AskPortBase();
-    choices_.portBase = static_cast<int>(port);
+    choices_.portBase = static_cast<int>(std::nearbyint(port));  // half to even
     ports_.settings.Save(setting::kPortBase.key, std::to_string(choices_.portBase));
     menus_.At(Command::kPortBase).caption = "Local Port Range Base = " + answer.text;
   });

@@ -68,15 +68,19 @@ void Client::SwitchDemoMode() {
   isMutexReleased_ = true;
   ReleaseMutex([] {});
   ports_.settings.Save(setting::kDemoMode.key, choices_.demoMode ? "True" : "False");
+  // The new instance reads what is on the disk.
+  const auto unsaved = ports_.settings.Flush();
   const Folders& folders = ports_.folders;
   const ProgramStart start =
-      ports_.programs.Start(folders.application / folders.executable, {}, folders.application);
+      unsaved ? ProgramStart{}
+              : ports_.programs.Start(folders.application / folders.executable, {}, folders.application);
   if (start.program) return ports_.window.Close();
   isMutexReleased_ = !ports_.mutex.Create(kInstanceMutex);
   if (isMutexReleased_) ports_.trace.Line("the mutex could not be taken again");
   ports_.instanceSignal.Listen();
-  ports_.questions.Tell("Error: " + std::string(OpenErrorMessage(OpenResultOf(start.error))), "Run",
-                        Question::Icon::kError);
+  ports_.questions.Tell(
+      unsaved.value_or("Error: " + std::string(OpenErrorMessage(OpenResultOf(start.error)))), "Run",
+      Question::Icon::kError);
 }
 
 void Client::OpenFaqs() {

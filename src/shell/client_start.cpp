@@ -21,6 +21,7 @@ void Client::Load() {
   ports_.instanceSignal.raiseWanted = [this] {
     ports_.trace.Line("another start asks for the window");
     if (loaded_) ports_.window.Activate();
+    ports_.questions.BringForward();  // those of the start-up stand there before the window does
   };
   ports_.instanceSignal.Listen();
   ReadPlacement();
@@ -76,10 +77,11 @@ void Client::ReadMenuChoice(Command array, const char* prefix, const SettingKey&
 }
 
 void Client::ReadUnits() {
-  const std::string stored =
-      ports_.settings.Get(setting::kMobileUnits.key, setting::kMobileUnits.defaultValue);
   areUnitsDemo_ = choices_.demoMode;
-  ShowUnitsInMenu(menus_, ParseMobileUnits(areUnitsDemo_ ? demoUnits_ : stored));
+  ShowUnitsInMenu(menus_,
+                  ParseMobileUnits(areUnitsDemo_ ? demoUnits_
+                                                 : ports_.settings.Get(setting::kMobileUnits.key,
+                                                                       setting::kMobileUnits.defaultValue)));
 }
 
 void Client::ReadZone() {

@@ -85,14 +85,23 @@ void Client::Resized() {
   LayOut();
 }
 
-void Client::MinimiseClicked() { Apply(modes_.Minimise(Surroundings())); }
-void Client::NormalClicked() { Apply(modes_.Normal(Surroundings())); }
-void Client::MaximiseClicked() { Apply(modes_.Maximise(Surroundings())); }
-void Client::FullScreenClicked() { Apply(modes_.FullScreen(Surroundings())); }
-void Client::CaptionDoubleClicked() { Apply(modes_.ToggleMaximised(Surroundings())); }
+void Client::MinimiseClicked() { ChangeMode(&WindowModes::Minimise); }
+void Client::NormalClicked() { ChangeMode(&WindowModes::Normal); }
+void Client::MaximiseClicked() { ChangeMode(&WindowModes::Maximise); }
+void Client::FullScreenClicked() { ChangeMode(&WindowModes::FullScreen); }
+void Client::CaptionDoubleClicked() { ChangeMode(&WindowModes::ToggleMaximised); }
+
+void Client::ChangeMode(WindowEffects (WindowModes::*change)(const WindowSurroundings&)) {
+  StorePlacement();  // a move of just now is the place to come back to
+  Apply((modes_.*change)(Surroundings()));
+}
 
 void Client::WindowStateGiven(WindowMode state) {
-  if (!closing_ && loaded_) Apply(modes_.StateGiven(state));
+  if (closing_ || !loaded_) return;
+  // The size that belongs to the state may have come before it.
+  if (state == WindowMode::kMaximised || state == WindowMode::kFullScreen)
+    placement_.Disown(ports_.window.Bounds());
+  Apply(modes_.StateGiven(state));
 }
 
 void Client::MinimiseEnded() {
@@ -140,28 +149,16 @@ void Client::LayOut() {
 }
 
 void Client::NotePlacement() {
-  // A size that came just before the window turned out to be maximised is not the normal one.
-  placementToStore_.reset();
   if (!modes_.IsPlacementNormal()) return;
-  placementToStore_ = ports_.window.Bounds();
+  placement_.Note(ports_.window.Bounds());
   placementDelay_->SetEnabled(true);  // a drag sends many places; the last one of a quarter second is stored
 }
 
 void Client::StorePlacement() {
   placementDelay_->SetEnabled(false);
-  if (!placementToStore_) return;
-  const PixelRect bounds = *placementToStore_;
-  placementToStore_.reset();
-  const auto save = [this](const SettingKey& key, int value) {
-    const std::string text = std::to_string(value);
-    if (ports_.settings.Get(key.key, "") != text) ports_.settings.Save(key.key, text);
-  };
-  if (ports_.window.KnowsPosition()) {
-    save(setting::kWindowLeft, bounds.left);
-    save(setting::kWindowTop, bounds.top);
-  }
-  save(setting::kWindowWidth, bounds.width);
-  save(setting::kWindowHeight, bounds.height);
+  if (IsPlacedByDesktop(ports_.window)) placement_.Disown(ports_.window.Bounds());
+  if (const auto bounds = placement_.Take())
+    SavePlacement(ports_.settings, *bounds, ports_.window.KnowsPosition());
 }
 
 // Unless there is still something to wait for.

@@ -73,7 +73,7 @@ formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::Framele
   frameTimelineInfo_ = new TimelineInfo(this);
   pctKeyboard_ = new KeyboardPicture(mapArea_);
   pctKeyList_ = new KeyListPicture(mapArea_);
-  formSplash_ = new formSplash(this);
+  formSplash_ = new formSplash(this, VersionText(PALLOMIR_VERSION, ExecutableDate()));
   formMapUpdating_ = new formMapUpdating(this);
   FormRetryAfterError_ = new FormRetryAfterError(this);
   about_ = new AboutBox(this, "Pallomir", PALLOMIR_VERSION, ExecutableDate());
@@ -117,7 +117,7 @@ void formMain::OrderTabs() {
   SetTabOrder({control("lblMenu"), DTP_[0], DTP_[1], cmdOK_Reload_, control("picLamp"), control("pctHelp_1"),
                pctKeyboard_, control("pctHelp_2"), control("pctButton_Minimize"), control("pctButton_Normal"),
                control("pctButton_Maximize"), control("pctButton_FullScreen"), control("pctButton_Exit"),
-               FocusGetter_, WB_, frameTimeLine_});
+               formSplash_->findChild<QWidget*>("cmdSplashOK"), FocusGetter_, WB_, frameTimeLine_});
 }
 
 void formMain::Attach(Client& client, QuestionQueue& questions) {
@@ -137,6 +137,7 @@ void formMain::Attach(Client& client, QuestionQueue& questions) {
   FormRetryAfterError_->retryNow = ToClient(&Client::RetryNow);
   FormRetryAfterError_->stopRetrying = ToClient(&Client::StopRetrying);
   FormRetryAfterError_->quit = ToClient(&Client::EndSession);
+  FormRetryAfterError_->openPage = [this] { client_->MenuChosen(client_->Menus().At(Command::kFaqs)); };
   qApp->installEventFilter(this);
 }
 
@@ -238,22 +239,16 @@ void formMain::EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) {
 }
 
 void formMain::ShowAbout() { about_->ShowBox(); }
-void formMain::ShowSplash() { formSplash_->ShowCentred(); }
+void formMain::ShowSplash() { formSplash_->ShowInPlace(); }
 void formMain::TickStatus(int line) { formSplash_->Tick(line); }
 void formMain::HideSplash() { formSplash_->hide(); }
-void formMain::ShowMapUpdating() { formMapUpdating_->ShowNotice(); }
+void formMain::ShowMapUpdating() { formMapUpdating_->ShowInPlace(); }
 void formMain::HideMapUpdating() { formMapUpdating_->hide(); }
 
 void formMain::ShowRetry(const std::string& message) {
   FormRetryAfterError_->SetMessage(Text(message));
-  // In the middle each time: left where it was, it would creep with the frame that the desktop puts round it.
-  if (!FormRetryAfterError_->isVisible()) {
-    FormRetryAfterError_->adjustSize();
-    FormRetryAfterError_->move(geometry().center() - FormRetryAfterError_->rect().center());
-  }
   // It takes the keyboard only from the main window, not from another program's or from a dialog of ours.
-  FormRetryAfterError_->setAttribute(Qt::WA_ShowWithoutActivating, QApplication::activeWindow() != this);
-  FormRetryAfterError_->show();
+  FormRetryAfterError_->ShowOver(QApplication::activeWindow() == this);
 }
 
 void formMain::SetRetryProgress(int bar, const std::string& label) {
@@ -328,6 +323,9 @@ PixelRect formMain::WorkArea() const { return RectOf(screen()->availableGeometry
 PixelRect formMain::Screen() const { return RectOf(screen()->geometry()); }
 bool formMain::HasWindowManager() const { return WindowManagerRuns(); }
 PixelRect formMain::Bounds() const { return RectOf(geometry()); }
+bool formMain::IsMaximisedOneWay() const {
+  return windowHandle() && pallomir::IsMaximisedOneWay(*windowHandle());
+}
 
 bool formMain::KnowsPosition() const { return !QGuiApplication::platformName().startsWith("wayland"); }
 
@@ -472,6 +470,7 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       return true;
     case Qt::Key_Escape:
       HideHelp();
+      formSplash_->hide();
       LeaveChrome();
       return false;
     default:

@@ -93,6 +93,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   std::int64_t Handle() const override;
   PixelRect WorkArea() const override;
   PixelRect Bounds() const override;
+  bool IsMaximisedOneWay() const override;
   void SetBounds(const PixelRect& bounds) override;
   void Show() override;
   PixelRect Screen() const override;

@@ -1,16 +1,13 @@
 #pragma once
 
-#include <QFrame>
+#include "shell/overlay_frame_widget.h"
 
 namespace pallomir {
 
 /// The notice "Map Updating - please wait..." over the map. A click takes it away; it takes no keyboard.
-class formMapUpdating : public QFrame {
+class formMapUpdating : public OverlayFrame {
  public:
   explicit formMapUpdating(QWidget* owner);
-
-  /// Shows the notice in the upper part of the owner.
-  void ShowNotice();
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;

@@ -1,8 +1,9 @@
 #include "shell/formSplash.h"
 
 #include <QCheckBox>
+#include <QGridLayout>
 #include <QLabel>
-#include <QVBoxLayout>
+#include <QPushButton>
 
 namespace pallomir {
 namespace {
@@ -27,37 +28,36 @@ constexpr const char* kStatusTexts[formSplash::kStatusLines] = {"Map Created",
 
 }  // namespace
 
-formSplash::formSplash(QWidget* owner) : QFrame(owner) {
+formSplash::formSplash(QWidget* owner, const QString& version) : OverlayFrame(owner, 0.5) {
   setObjectName("formSplash");
-  setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
-  setAutoFillBackground(true);
-  setAttribute(Qt::WA_TransparentForMouseEvents);
-  auto* rows = new QVBoxLayout(this);
+  setAccessibleName("About Pallomir");
   auto* title = new QLabel("Pallomir", this);
   QFont font = title->font();
   font.setPointSizeF(font.pointSizeF() * 1.6);
   title->setFont(font);
-  rows->addWidget(title);
-  rows->setSpacing(2);
-  for (const char* text : kStatusTexts) {
-    auto* line = new QCheckBox(text, this);
+  auto* ok = new QPushButton("OK", this);
+  ok->setObjectName("cmdSplashOK");
+  ok->setFocusPolicy(Qt::TabFocus);  // a click leaves the keyboard where it is
+  connect(ok, &QPushButton::clicked, this, &QWidget::hide);
+
+  auto* rows = new QGridLayout(this);
+  rows->setVerticalSpacing(2);
+  rows->setHorizontalSpacing(16);
+  rows->addWidget(title, 0, 0);
+  rows->addWidget(new QLabel(version, this), 0, 1);
+  constexpr int kLinesAColumn = (kStatusLines + 1) / 2;
+  for (int i = 0; i < kStatusLines; ++i) {
+    auto* line = new QCheckBox(kStatusTexts[i], this);
     line->setFocusPolicy(Qt::NoFocus);
-    rows->addWidget(line);
+    line->setAttribute(Qt::WA_TransparentForMouseEvents);  // the page ticks it, not the user
+    rows->addWidget(line, 1 + i % kLinesAColumn, i / kLinesAColumn);
     lines_.push_back(line);
   }
-  hide();
+  rows->addWidget(ok, 1 + kLinesAColumn, 1, Qt::AlignRight);
 }
 
 void formSplash::Tick(int line) {
   if (line >= 1 && line <= kStatusLines) lines_[static_cast<std::size_t>(line - 1)]->setChecked(true);
-}
-
-void formSplash::ShowCentred() {
-  adjustSize();
-  move((parentWidget()->width() - width()) / 2, (parentWidget()->height() - height()) / 2);
-  show();
-  raise();
-  repaint();
 }
 
 }  // namespace pallomir

@@ -1,25 +1,23 @@
 #pragma once
 
-#include <QFrame>
 #include <vector>
+
+#include "shell/overlay_frame_widget.h"
 
 class QCheckBox;
 
 namespace pallomir {
 
-/// The status list that is shown while the map page builds its map. It lies over the main window and takes
-/// neither keyboard nor mouse.
-class formSplash : public QFrame {
+/// The About window as it is at the start: over the main window, with the list of what the map page has built
+/// so far. It goes when the page is ready, or by its OK button; the map can be worked with meanwhile.
+class formSplash : public OverlayFrame {
  public:
-  explicit formSplash(QWidget* owner);
+  formSplash(QWidget* owner, const QString& version);
 
   static constexpr int kStatusLines = 17;
 
   /// Ticks line 1..17.
   void Tick(int line);
-
-  /// Shows the list in the middle of the owner.
-  void ShowCentred();
 
  private:
   std::vector<QCheckBox*> lines_;

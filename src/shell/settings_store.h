@@ -2,13 +2,14 @@
 
 #include <filesystem>
 #include <functional>
-#include <map>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
-#include <vector>
 
+#include "platform/event_loop.h"
 #include "platform/settings.h"
+#include "shell/settings_file.h"
 
 namespace pallomir {
 
@@ -16,57 +17,34 @@ namespace pallomir {
 inline constexpr std::string_view kSettingsApplication = "pallomir browser";
 inline constexpr std::string_view kSettingsSection = "Startup";
 
-/// Keys and values in the order in which they were first seen.
-class SettingsTable {
- public:
-  const std::string* Find(std::string_view key) const;
-  void Set(std::string_view key, std::string_view value);
-
-  struct Entry {
-    std::string key;
-    std::string value;
-  };
-  const std::vector<Entry>& Entries() const { return entries_; }
-
- private:
-  std::vector<Entry> entries_;
-  std::map<std::string, std::size_t, std::less<>> places_;
-};
-
-/// One line of the settings file without its end: key and value in double quotes, separated by a comma. A
-/// quote inside is doubled. A text with line breaks begins with a mark and has them escaped, so that what is
-/// read back is what was saved.
-std::string SettingsLine(std::string_view key, std::string_view value);
-
-/// The table that a file's text holds. Lines that are none are counted and left out.
-struct ParsedSettings {
-  SettingsTable table;
-  std::size_t damagedLines = 0;
-};
-ParsedSettings ParseSettings(std::string_view text);
-
-/// The settings file "Registry.txt", read on first use and rewritten whole by every save. A file with damage
-/// is copied aside before anything replaces it.
+/// The settings of this run, read from their file on first use. What is saved in one go is written in one go:
+/// by Flush, or when the event loop is next free. A write that failed is tried again until it succeeds.
 class SettingsStore : public Settings {
  public:
-  /// `report` gets a line for the trace about damage and failed writes.
-  SettingsStore(std::filesystem::path commonDataFolder, std::function<void(const std::string&)> report);
+  static constexpr int kRetryMilliseconds = 10'000;
+
+  /// Gets lines for the trace, and sentences for the user.
+  using Listener = std::function<void(const std::string&)>;
+  SettingsStore(const std::filesystem::path& commonDataFolder, EventLoop& loop, Listener report,
+                Listener tell);
 
   std::string Get(std::string_view key, std::string_view defaultValue) override;
   std::string Save(std::string_view key, std::string_view value) override;
-
-  const std::filesystem::path& File() const { return file_; }
+  std::optional<std::string> Flush() override;
 
  private:
   void LoadOnce();
-  void KeepAside(const std::function<std::error_code(const std::filesystem::path&)>& keep,
-                 std::string_view content = {});
+  void WriteGathered();
 
-  std::filesystem::path file_;
-  std::function<void(const std::string&)> report_;
+  SettingsFile file_;
+  Listener report_;
+  Listener tell_;
   SettingsTable table_;
   bool loaded_ = false;
-  bool writable_ = true;
+  bool changed_ = false;  // since the last write
+  bool told_ = false;     // of a write that has not succeeded since
+  std::unique_ptr<Timer> gathering_;
+  std::unique_ptr<Timer> retry_;
 };
 
 }  // namespace pallomir

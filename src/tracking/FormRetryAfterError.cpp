@@ -1,23 +1,60 @@
 #include "tracking/FormRetryAfterError.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QVBoxLayout>
+#include <QWindow>
 
+#include "platform/qt/wrapped_label.h"
 #include "tracking/retry_countdown.h"
 
 namespace pallomir {
+namespace {
+
+// The message as it stands, with its address as a link. Nothing else of it is mark-up.
+QString WithLink(const QString& message) {
+  static const QRegularExpression kAddress("(https?://[^\\s<>\"]+)");
+  QString text = message.toHtmlEscaped();
+  text.replace(kAddress, "<a href=\"\\1\">\\1</a>");
+  return "<div style=\"white-space: pre-wrap\">" + text + "</div>";
+}
+
+// What begins something. The end of a drag that has begun before reaches its widget.
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TabletPress:
+    case QEvent::DragEnter:
+    case QEvent::KeyPress:
+    case QEvent::ShortcutOverride:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
 
 FormRetryAfterError::FormRetryAfterError(QWidget* owner) : QDialog(owner) {
   setObjectName("FormRetryAfterError");
   setWindowTitle("Pallomir");
-  setWindowModality(Qt::WindowModal);  // the owner takes no input meanwhile
   message_ = new QLabel(this);
   message_->setObjectName("lblMessage");
-  message_->setTextFormat(Qt::PlainText);
-  message_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  message_->setTextFormat(Qt::RichText);
+  message_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse |
+                                    Qt::LinksAccessibleByKeyboard);
+  connect(message_, &QLabel::linkActivated, this, [this] {
+    if (openPage) openPage();
+  });
   bar_ = new QProgressBar(this);
   bar_->setObjectName("PB");
   bar_->setRange(0, RetryCountdown::kLastTick);
@@ -48,7 +85,48 @@ FormRetryAfterError::FormRetryAfterError(QWidget* owner) : QDialog(owner) {
   rows->setSizeConstraint(QLayout::SetFixedSize);  // the dialog follows the length of the message
 }
 
-void FormRetryAfterError::SetMessage(const QString& message) { message_->setText(message); }
+void FormRetryAfterError::SetMessage(const QString& message) {
+  const QSize room = WrapWithinScreen(*message_, message, WithLink(message));
+  message_->setMinimumHeight(room.height());
+}
+
+void FormRetryAfterError::ShowOver(bool takesKeyboard) {
+  // In the middle each time: left where it was, it would creep with the frame that the desktop puts round it.
+  if (!isVisible()) {
+    adjustSize();
+    move(parentWidget()->geometry().center() - rect().center());
+  }
+  setAttribute(Qt::WA_ShowWithoutActivating, !takesKeyboard);
+  // The attribute is looked at only when the window is made, which it is once.
+  winId();
+  windowHandle()->setProperty("_q_showWithoutActivating", !takesKeyboard);
+  show();
+  // No attempt takes longer than that.
+  constexpr qint64 kSoonMilliseconds = 60'000;
+  if (takesKeyboard) {
+    activateWindow();
+  } else if (sinceHidden_.isValid() && sinceHidden_.elapsed() < kSoonMilliseconds) {
+    lower();
+  }
+}
+
+void FormRetryAfterError::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  qApp->installEventFilter(this);
+}
+
+void FormRetryAfterError::hideEvent(QHideEvent* event) {
+  qApp->removeEventFilter(this);
+  sinceHidden_.start();
+  QDialog::hideEvent(event);
+}
+
+bool FormRetryAfterError::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::WindowActivate && watched == parentWidget()) activateWindow();
+  return (IsInput(event->type()) && watched->isWidgetType() &&
+          static_cast<QWidget*>(watched)->window() == parentWidget()) ||
+         QDialog::eventFilter(watched, event);
+}
 
 void FormRetryAfterError::SetProgress(int bar, const QString& label) {
   bar_->setValue(bar);

@@ -19,6 +19,10 @@ void QuestionQueue::Tell(const std::string& text, const std::string& title, Ques
   Ask({Question::Kind::kMessage, icon, title, text, ""}, std::move(then));
 }
 
+void QuestionQueue::BringForward() {
+  if (!waiting_.empty()) box_.BringForward();
+}
+
 void QuestionQueue::Close() {
   closed_ = true;
   if (!waiting_.empty()) box_.Dismiss();

@@ -19,6 +19,9 @@ class QuestionQueue {
   void Tell(const std::string& text, const std::string& title = "Pallomir",
             Question::Icon icon = Question::Icon::kNone, AnswerHandler then = {});
 
+  /// Brings the open box, if there is one, to the front.
+  void BringForward();
+
   /// Drops what waits and takes the open box away; no handler is called any more.
   void Close();
 

@@ -14,7 +14,7 @@
 #include "base/packed_time.h"
 #include "e2e/process.h"
 #include "fakes/temporary_folder.h"
-#include "shell/settings_store.h"
+#include "shell/settings_file.h"
 #include "station/data_files.h"
 #include "station/unit_descriptions.h"
 #include "station/unit_index.h"
@@ -99,11 +99,14 @@ class Run {
     const fs::path common = folder_.Path() / "writer";
     const pid_t writer = ::fork();
     if (writer == 0) {
-      SettingsStore store(common,
-                          [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); });
+      SettingsFile file(common, [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); });
+      SettingsTable table = file.Load().table;
       for (int i = 0;; ++i) {
-        store.Save("Count", std::to_string(i));
-        store.Save("Text", std::string(static_cast<std::size_t>(i * 37 % 5000), 'x'));
+        table.Set(std::string(kKeyPrefix) + "Count", std::to_string(i));
+        file.Write(table);
+        table.Set(std::string(kKeyPrefix) + "Text",
+                  std::string(static_cast<std::size_t>(i * 37 % 5000), 'x'));
+        file.Write(table);
       }
     }
     Pause(milliseconds(30));

@@ -59,6 +59,7 @@ class FakeQuestionBox : public QuestionBox {
     open = std::move(then);
   }
   void Dismiss() override { open = {}; }
+  void BringForward() override { ++broughtForward; }
   bool IsOpen() const { return static_cast<bool>(open); }
   void AnswerIt(const Answer& answer = {true, ""}) {
     const AnswerHandler then = std::exchange(open, {});
@@ -67,6 +68,7 @@ class FakeQuestionBox : public QuestionBox {
 
   std::vector<Question> shown;
   AnswerHandler open;
+  int broughtForward = 0;
 };
 
 class FakeSettings : public Settings {
@@ -79,8 +81,15 @@ class FakeSettings : public Settings {
     return values[std::string(key)] = saved[std::string(key)] = value;
   }
 
+  std::optional<std::string> Flush() override {
+    if (!failure) onDisk = saved;
+    return failure;
+  }
+
   std::map<std::string, std::string> values;
   std::map<std::string, std::string> saved;
+  std::map<std::string, std::string> onDisk;
+  std::optional<std::string> failure;
   std::vector<std::string> order;  // of the reads
 };
 
@@ -132,6 +141,7 @@ class FakeWindow : public MainWindow {
   void Show() override { shown = true; }
   PixelRect Screen() const override { return {0, 0, 1600, 1024}; }
   bool HasWindowManager() const override { return true; }
+  bool IsMaximisedOneWay() const override { return maximisedOneWay; }
   bool KnowsPosition() const override { return knowsPosition; }
   std::vector<PixelRect> Screens() const override { return {Screen()}; }
   void SetState(WindowMode to) override { state = to; }
@@ -145,6 +155,7 @@ class FakeWindow : public MainWindow {
   WindowMode state = WindowMode::kNormal;
   bool topmost = false;
   bool knowsPosition = true;
+  bool maximisedOneWay = false;
   int raised = 0;
   int activated = 0;
   int closeWanted = 0;

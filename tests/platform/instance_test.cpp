@@ -9,7 +9,7 @@
 #include "fakes/temporary_folder.h"
 #include "platform/qt/local_instance_signal.h"
 #include "platform/qt/lock_file_mutex.h"
-#include "platform/qt/runtime_file.h"
+#include "platform/qt/shared_file.h"
 #include "platform/wait.h"
 
 namespace pallomir {
@@ -19,23 +19,23 @@ constexpr char kName[] = "Pallomir Browser";
 
 class Instance : public testing::Test {
  protected:
-  Instance() {
-    qputenv("XDG_RUNTIME_DIR", folder_.Path().c_str());
-    qunsetenv("XDG_ACTIVATION_TOKEN");
-  }
+  Instance() { qunsetenv("XDG_ACTIVATION_TOKEN"); }
   ~Instance() override { qunsetenv("XDG_RUNTIME_DIR"); }
 
-  static std::string StartHelper(QProcess& process, const char* verb) {
-    process.start(MUTEX_HELPER, {verb, kName});
+  std::string StartHelper(QProcess& process, const char* verb) {
+    process.start(MUTEX_HELPER, {verb, QString::fromStdString(Folder().string()), kName});
     process.waitForReadyRead();
     return process.readLine().trimmed().toStdString();
   }
-  static std::string Ask() {
+  std::string Ask() {
     QProcess process;
     const std::string answer = StartHelper(process, "ask");
     process.waitForFinished();
     return answer;
   }
+
+  // That of the settings; made by who needs it first.
+  std::filesystem::path Folder() const { return folder_.Path() / "pallomir"; }
 
   fakes::TemporaryFolder folder_;
   std::vector<std::string> lines_;
@@ -43,7 +43,7 @@ class Instance : public testing::Test {
 };
 
 TEST_F(Instance, MutexIsSeenByOtherProcessesUntilReleased) {
-  LockFileMutex mutex;
+  LockFileMutex mutex(Folder());
   EXPECT_EQ(Ask(), "free");
   ASSERT_TRUE(mutex.Create(kName));
   EXPECT_FALSE(mutex.IsOwnedElsewhere(kName));
@@ -58,7 +58,7 @@ TEST_F(Instance, MutexIsSeenByOtherProcessesUntilReleased) {
 }
 
 TEST_F(Instance, MutexOfAKilledProcessIsFree) {
-  LockFileMutex mutex;
+  LockFileMutex mutex(Folder());
   QProcess owner;
   ASSERT_EQ(StartHelper(owner, "own"), "own");
   EXPECT_TRUE(mutex.IsOwnedElsewhere(kName));
@@ -72,7 +72,7 @@ TEST_F(Instance, MutexOfAKilledProcessIsFree) {
 TEST_F(Instance, MutexIsNotInheritedByStartedPrograms) {
   QProcess child;
   {
-    LockFileMutex mutex;
+    LockFileMutex mutex(Folder());
     ASSERT_TRUE(mutex.Create(kName));
     child.start("sleep", {"30"});
     ASSERT_TRUE(child.waitForStarted());
@@ -84,37 +84,55 @@ TEST_F(Instance, MutexIsNotInheritedByStartedPrograms) {
 
 TEST_F(Instance, LinkInPlaceOfTheLockIsNotFollowed) {
   const auto target = folder_.Path() / "precious";
-  std::filesystem::create_symlink(target, RuntimeFile(kName, ".lock"));
-  LockFileMutex mutex;
+  std::filesystem::create_symlink(target, SharedFile(Folder(), kName, ".lock"));
+  LockFileMutex mutex(Folder());
   EXPECT_FALSE(mutex.IsOwnedElsewhere(kName));
   EXPECT_FALSE(mutex.Create(kName));
   EXPECT_FALSE(std::filesystem::exists(target));
 }
 
-TEST_F(Instance, RuntimeFilesAreApartAndInTheFolderOfTheUser) {
-  EXPECT_EQ(RuntimeFile("a/../b c", ".lock").parent_path(), folder_.Path());
-  EXPECT_NE(RuntimeFile("a b", ".lock"), RuntimeFile("a_b", ".lock"));
+TEST_F(Instance, WhoUsesTheSameFolderSharesTheLockWhateverTheSessionIs) {
+  const auto runtime = folder_.Path() / "runtime";
+  std::filesystem::create_directory(runtime);
+  LockFileMutex mutex(Folder());
+  qputenv("XDG_RUNTIME_DIR", runtime.c_str());
+  ASSERT_TRUE(mutex.Create(kName));
+  qunsetenv("XDG_RUNTIME_DIR");
+  EXPECT_EQ(Ask(), "owned");
+  EXPECT_FALSE(LockFileMutex(folder_.Path() / "other").IsOwnedElsewhere(kName));
+}
+
+TEST_F(Instance, SharedFilesLieInTheirFolderOrApartForEach) {
+  EXPECT_EQ(SharedFile(Folder(), "a/../b c", ".lock").parent_path(), Folder());
+  EXPECT_NE(SharedFile(Folder(), "a b", ".lock"), SharedFile(Folder(), "a_b", ".lock"));
+  const auto other = folder_.Path() / "other";
+  const std::size_t tooShort = Folder().string().size();
+  EXPECT_NE(SharedFile(Folder(), "a", ".socket", tooShort), SharedFile(other, "a", ".socket", tooShort));
   for (const char* folder : {"", "relative", "/proc/nothing"}) {
     qputenv("XDG_RUNTIME_DIR", folder);
-    EXPECT_EQ(RuntimeFile("a", ".lock").parent_path(), std::filesystem::temp_directory_path());
+    for (const auto& file :
+         {SharedFile(Folder(), "a", ".socket", tooShort), SharedFile("/proc/nothing", "a", ".lock")})
+      EXPECT_EQ(file.parent_path(), std::filesystem::temp_directory_path());
   }
+  qputenv("XDG_RUNTIME_DIR", other.c_str());
+  EXPECT_EQ(SharedFile("/proc/nothing", "a", ".lock").parent_path(), other);
 }
 
 TEST_F(Instance, SecondStartRaisesTheFirstAndPassesItsToken) {
   // What a killed first instance leaves behind.
-  fakes::WriteFile(RuntimeFile(kName, ".socket"), "");
-  LocalInstanceSignal first(kName, trace_);
+  fakes::WriteFile(SharedFile(Folder(), kName, ".socket"), "");
+  LocalInstanceSignal first(Folder(), kName, trace_);
   int raised = 0;
   first.raiseWanted = [&] { ++raised; };
   first.Listen();
   qputenv("XDG_ACTIVATION_TOKEN", "token-7");
-  LocalInstanceSignal(kName, trace_).AskToRaise(4711);
+  LocalInstanceSignal(Folder(), kName, trace_).AskToRaise(4711);
   qunsetenv("XDG_ACTIVATION_TOKEN");
   EXPECT_EQ(raised, 0);
   EXPECT_TRUE(WaitFor([&] { return raised == 1; }));
   EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token-7");
   struct stat status {};
-  ASSERT_EQ(::stat(RuntimeFile(kName, ".socket").c_str(), &status), 0);
+  ASSERT_EQ(::stat(SharedFile(Folder(), kName, ".socket").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 077, 0u);
   EXPECT_THAT(lines_, testing::IsEmpty());
 }
@@ -122,7 +140,7 @@ TEST_F(Instance, SecondStartRaisesTheFirstAndPassesItsToken) {
 TEST_F(Instance, AskingNobodyIsTracedAndShort) {
   QElapsedTimer elapsed;
   elapsed.start();
-  LocalInstanceSignal(kName, trace_).AskToRaise(1);
+  LocalInstanceSignal(Folder(), kName, trace_).AskToRaise(1);
   EXPECT_LT(elapsed.elapsed(), 1500);
   EXPECT_THAT(lines_, testing::ElementsAre(testing::HasSubstr("does not listen")));
 }

@@ -122,6 +122,29 @@ TEST_F(QuestionBoxTest, HandlerMayAskAgainAndAReplacedQuestionIsStillAnswered) {
   EXPECT_TRUE(WaitForAnswer().yes);
 }
 
+TEST_F(QuestionBoxTest, ABoxStandsOverTheWindowThatHasTheKeyboardAndOutlivesIt) {
+  for (const Kind kind : {Kind::kMessage, Kind::kInput}) {
+    answers_.clear();
+    QWidget editor(&window_, Qt::Dialog);
+    editor.show();
+    editor.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
+    Show(kind, "Delete?", "before");
+    QDialog* over = editor.findChild<QDialog*>("questionBox", Qt::FindDirectChildrenOnly);
+    ASSERT_TRUE(over);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(over));
+    if (kind == Kind::kInput) over->findChild<QLineEdit*>("questionText")->setText("typed");
+    editor.hide();
+    QDialog* left = window_.findChild<QDialog*>("questionBox", Qt::FindDirectChildrenOnly);
+    ASSERT_TRUE(left);
+    EXPECT_TRUE(left->isVisible());
+    EXPECT_TRUE(answers_.empty());
+    QTest::keyClick(left, Qt::Key_Return);
+    EXPECT_EQ(WaitForAnswer().text, kind == Kind::kInput ? "typed" : "");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
 TEST_F(QuestionBoxTest, ALongTextLeavesTheButtonsOnTheScreen) {
   std::string text = "first\r\n" + std::string(5000, 'w') + "\r\n";
   for (int i = 0; i < 500; ++i) text += "line\r\n";
@@ -135,6 +158,27 @@ TEST_F(QuestionBoxTest, ALongTextLeavesTheButtonsOnTheScreen) {
   ASSERT_TRUE(area);
   EXPECT_GT(area->verticalScrollBar()->maximum(), 0);
   EXPECT_FALSE(area->findChild<QLabel*>()->text().contains('\r'));
+}
+
+TEST_F(QuestionBoxTest, NoBoxIsWiderThanTwoThirdsOfTheScreenAndNoWordIsCutOff) {
+  std::string sentence;
+  for (int i = 0; i < 40; ++i) sentence += "nine words ";
+  for (const Kind kind : {Kind::kMessage, Kind::kInput}) {
+    for (const std::string& text : {sentence, std::string(400, 'w')}) {
+      Show(kind, text);
+      QDialog* dialog = Open();
+      ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog));
+      EXPECT_LE(dialog->width(), dialog->screen()->size().width() * 2 / 3);
+      for (const auto* label : dialog->findChildren<QLabel*>()) {
+        const QRect needed =
+            label->fontMetrics().boundingRect(label->contentsRect(), Qt::TextWordWrap, label->text());
+        EXPECT_LE(needed.width(), label->width());
+        EXPECT_LE(needed.height(), label->height());
+      }
+      box_.Dismiss();
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+  }
 }
 
 }  // namespace

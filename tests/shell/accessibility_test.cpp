@@ -55,6 +55,7 @@ TEST_F(AccessibilityTest, TabGoesAsTheEyeReads) {
                                              "pctButton_Maximize",
                                              "pctButton_FullScreen",
                                              "pctButton_Exit",
+                                             "cmdSplashOK",
                                              "FocusGetter",
                                              "imgReload",
                                              "picData(1)"};

@@ -97,7 +97,10 @@ TEST_F(ClientServicesTest, DemoModeIsLeftThroughANewInstance) {
             "mode.");
   EXPECT_EQ(box.shown.back().kind, Question::Kind::kOkCancel);
   bool wasFree = false;
-  programs.beforeStart = [&] { wasFree = !mutex.owned && mutex.closed && !signal.listening; };
+  programs.beforeStart = [&] {
+    wasFree = !mutex.owned && mutex.closed && !signal.listening;
+    EXPECT_EQ(settings.onDisk["Demo Mode"], "False") << "the new instance reads it there";
+  };
   box.AnswerIt({true, ""});
   ASSERT_THAT(programs.started, SizeIs(1));
   EXPECT_EQ(programs.started[0].program, folders.Path() / "app" / "pallomir");
@@ -115,7 +118,11 @@ TEST_F(ClientServicesTest, DemoModeThatCanNotBeSwitchedLeavesTheUnitsAlone) {
   const struct {
     const char* mode;
     const char* stored;
-  } cases[] = {{"True", "False"}, {"False", "True"}};
+    std::optional<std::string> failure;
+    const char* message;
+  } cases[] = {{"True", "False", {}, "Error: The specified file was not found."},
+               {"False", "True", {}, "Error: The specified file was not found."},
+               {"False", "True", "The disk is full.", "The disk is full."}};
   for (const auto& row : cases) {
     SCOPED_TRACE(row.mode);
     fakes::ClientHarness harness;
@@ -123,9 +130,11 @@ TEST_F(ClientServicesTest, DemoModeThatCanNotBeSwitchedLeavesTheUnitsAlone) {
     harness.settings.values["Demo Mode"] = row.mode;
     harness.client->Load();
     harness.programs.error = ENOENT;
+    harness.settings.failure = row.failure;
     harness.client->Menus().chosen(harness.client->Menus().At("mnuOptionsDemoMode"));
     harness.box.AnswerIt({true, ""});
-    EXPECT_EQ(harness.box.shown.back().text, "Error: The specified file was not found.");
+    EXPECT_EQ(harness.box.shown.back().text, row.message);
+    EXPECT_EQ(harness.programs.started.empty(), row.failure.has_value());
     EXPECT_EQ(harness.box.shown.back().title, "Run");
     EXPECT_EQ(harness.box.shown.back().icon, Question::Icon::kError);
     EXPECT_EQ(harness.settings.saved["Demo Mode"], row.stored);

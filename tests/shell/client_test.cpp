@@ -63,7 +63,8 @@ TEST_F(ClientTest, SettingsAreReadInTheirOrder) {
                           "Mobile Provider Name", "Mobile Provider URL", "Custom Mobile Provider Name",
                           "Custom Mobile Provider URL", "ReportNOW", "Mobile Phone Number", "Email Address",
                           "Alert Method", "Alert Stale Index", "Unit Of Measure", "PortBase", "AlertSound",
-                          "AlertEnabled", "Demo Mode", "Mobile Units", "SSIDs", "SecureSSIDs"));
+                          "AlertEnabled", "Demo Mode", "SSIDs", "SecureSSIDs"))
+      << "the user's units are no part of the demo";
 }
 
 TEST_F(ClientTest, NonsenseInTheSettingsFallsBackToDefaults) {
@@ -932,6 +933,14 @@ TEST_F(ClientTest, ThePortBaseIsAskedUntilItIsOne) {
   EXPECT_FALSE(box.IsOpen());
   EXPECT_EQ(settings.saved["PortBase"], "28801");
   EXPECT_EQ(client->Menus().At("mnuOptionsPortBase").caption, "Local Port Range Base = 28801");
+  for (const auto& [typed, stored] :
+       {std::pair("18801.7", "18802"), {"18802.5", "18802"}, {"28801", "28801"}}) {
+    client->MenuChosen(client->Menus().At("mnuOptionsPortBase"));
+    box.AnswerIt({true, typed});
+    EXPECT_EQ(settings.saved["PortBase"], stored);
+    EXPECT_EQ(client->Menus().At("mnuOptionsPortBase").caption,
+              std::string("Local Port Range Base = ") + typed);
+  }
   client->MenuChosen(client->Menus().At("mnuOptionsPortBase"));
   box.AnswerIt({false, ""});
   EXPECT_EQ(settings.saved["PortBase"], "28801");
@@ -981,6 +990,56 @@ TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
   client->Resized();
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_W"], "990") << "the maximised size is not the normal one";
+}
+
+TEST_F(ClientTest, OnlyThePlacesThatTheUserChoseAreStored) {
+  settings.values["WindowState"] = "0";
+  StartStreaming();
+  loop.Advance(250);
+  const PixelRect kMaximised{0, 20, 1600, 1000};
+  const auto lies = [&](const PixelRect& bounds) {
+    window.bounds = bounds;
+    client->Moved();
+    client->Resized();
+  };
+  lies({10, 30, 800, 600});
+  client->MaximiseClicked();
+  lies(kMaximised);
+  EXPECT_EQ(settings.saved["WindowPos_L"], "10") << "a button right after a move";
+  client->NormalClicked();
+  lies({20, 30, 800, 600});
+  lies(kMaximised);  // its state comes behind it
+  client->WindowStateGiven(WindowMode::kMaximised);
+  loop.Advance(250);
+  EXPECT_EQ(settings.saved["WindowPos_L"], "20");
+  EXPECT_EQ(settings.saved["WindowPos_W"], "800");
+  client->WindowStateGiven(WindowMode::kNormal);
+  lies({30, 30, 800, 600});
+  client->WindowStateGiven(WindowMode::kMinimised);
+  loop.Advance(250);
+  EXPECT_EQ(settings.saved["WindowPos_L"], "30");
+  client->MinimiseEnded();
+  lies({0, 20, 800, 1000});  // pushed against the left edge
+  loop.Advance(250);
+  window.maximisedOneWay = true;
+  lies({40, 20, 700, 1000});
+  loop.Advance(250);
+  client->Unload();
+  EXPECT_EQ(settings.saved["WindowPos_L"], "30");
+  EXPECT_EQ(settings.saved["WindowPos_H"], "600");
+}
+
+TEST_F(ClientTest, ASecondStartBringsTheMessageOfTheStartForward) {
+  UseUnits("");
+  client->Load();
+  ASSERT_TRUE(box.IsOpen());
+  signal.raiseWanted();
+  EXPECT_EQ(box.broughtForward, 1);
+  EXPECT_EQ(window.activated, 0) << "there is no window yet";
+  box.AnswerIt();
+  signal.raiseWanted();
+  EXPECT_EQ(box.broughtForward, 1);
+  EXPECT_EQ(window.activated, 1);
 }
 
 TEST_F(ClientTest, TheLampTellsWhatIsUnseen) {
@@ -1074,8 +1133,8 @@ TEST_F(ClientTest, ClosingStoresTheStateAndLetsEverythingGo) {
   window.bounds = {1, 2, 800, 600};
   client->Resized();
   client->Unload();
-  EXPECT_EQ(settings.saved["WindowState"], "0");
-  EXPECT_EQ(settings.saved["WindowPos_L"], "1");
+  EXPECT_EQ(settings.onDisk["WindowState"], "0");
+  EXPECT_EQ(settings.onDisk["WindowPos_L"], "1");
   EXPECT_TRUE(locator.closed && probe.closed && data.closed);
   EXPECT_TRUE(browser.stopped);
   EXPECT_TRUE(mutex.closed);
@@ -1085,6 +1144,18 @@ TEST_F(ClientTest, ClosingStoresTheStateAndLetsEverythingGo) {
   client->Resized();
   Command("Z5");
   EXPECT_EQ(browser.writes.size(), writes);
+}
+
+TEST_F(ClientTest, SettingsThatCannotBeStoredAreToldBeforeTheEnd) {
+  StartStreaming();
+  settings.failure = "The disk is full.";
+  client->Unload();
+  EXPECT_THAT(Trouble(), HasSubstr("The disk is full."));
+  EXPECT_TRUE(mutex.owned) << "no other instance reads the old ones meanwhile";
+  EXPECT_FALSE(view.exitCode);
+  box.AnswerIt({false, ""});
+  EXPECT_EQ(view.exitCode, 0);
+  EXPECT_FALSE(mutex.owned);
 }
 
 TEST_F(ClientTest, AMutexThatCannotBeReleasedIsToldBeforeTheEnd) {

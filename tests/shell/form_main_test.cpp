@@ -10,6 +10,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
+#include <QWindow>
+#include <cstdlib>
 
 #include "shell/window_harness.h"
 #include "tracking/FormRetryAfterError.h"
@@ -94,13 +96,19 @@ TEST_F(FormMainTest, TheRetryDialogKeepsInputFromTheWindowAndAnswers) {
   auto* dialog = Find<FormRetryAfterError>("FormRetryAfterError");
   ports_.data.failed({10054, "The connection was reset.", 104});
   EXPECT_TRUE(dialog->isVisible());
-  EXPECT_EQ(QApplication::activeModalWidget(), dialog) << "the main window takes no input";
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+  QTest::mouseClick(Find<QPushButton>("lblMenu"), Qt::LeftButton);
+  EXPECT_FALSE(QApplication::activePopupWidget()) << "the main window takes no input";
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(dialog)) << "nor the keyboard";
   ports_.loop.Advance(94 * 50);
   EXPECT_EQ(dialog->findChild<QProgressBar*>("PB")->value(), 50);
   EXPECT_EQ(dialog->findChild<QLabel*>("lblT")->text(), "Retrying in 5 Seconds");
   QTest::mouseClick(dialog->findChild<QPushButton*>("cmdStopRetrying"), Qt::LeftButton);
   EXPECT_FALSE(dialog->isVisible());
-  EXPECT_FALSE(QApplication::activeModalWidget());
+  QTest::mouseClick(Find<QPushButton>("lblMenu"), Qt::LeftButton);
+  ASSERT_TRUE(QApplication::activePopupWidget());
+  QApplication::activePopupWidget()->close();
   const std::size_t asked = ports_.locator.sent.size();
   ports_.data.failed({10054, "", 104});
   QTest::keyClick(dialog, Qt::Key_Escape);
@@ -109,6 +117,40 @@ TEST_F(FormMainTest, TheRetryDialogKeepsInputFromTheWindowAndAnswers) {
   ports_.data.failed({10054, "", 104});
   QTest::mouseClick(dialog->findChild<QPushButton*>("cmdRetryNow"), Qt::LeftButton);
   EXPECT_THAT(ports_.locator.sent, SizeIs(asked + 1));
+}
+
+TEST_F(FormMainTest, TheRetryDialogTakesTheKeyboardFromTheMainWindowOnly) {
+  Start();
+  auto* dialog = Find<FormRetryAfterError>("FormRetryAfterError");
+  QWidget other;  // where the user works
+  // The window system leaves the keyboard where it is when the window says so each time that it is shown.
+  const auto isShownQuietly = [&] {
+    ports_.data.failed({10054, "", 104});
+    const bool quietly = dialog->windowHandle()->property("_q_showWithoutActivating").toBool();
+    client_->StopRetrying();
+    return quietly;
+  };
+  EXPECT_FALSE(isShownQuietly());
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  EXPECT_TRUE(isShownQuietly());
+  window_.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+  EXPECT_FALSE(isShownQuietly());
+}
+
+TEST_F(FormMainTest, TheAddressInTheRetryDialogIsALinkAndTheRestIsNoMarkUp) {
+  Start();
+  auto* message = Find<FormRetryAfterError>("FormRetryAfterError")->findChild<QLabel*>("lblMessage");
+  ports_.probe.failed({10061, "", 111});
+  EXPECT_THAT(message->text().toStdString(),
+              testing::HasSubstr("<a href=\"http://127.0.0.1:2480/faq\">http://127.0.0.1:2480/faq</a>"));
+  emit message->linkActivated("http://127.0.0.1:2480/faq");
+  EXPECT_THAT(ports_.programs.pages, testing::ElementsAre("http://127.0.0.1:2480/faq"));
+  client_->StopRetrying();
+  ports_.data.failed({1, "<b>bold</b>", 1});
+  EXPECT_THAT(message->text().toStdString(), testing::HasSubstr("&lt;b&gt;bold"));
 }
 
 TEST_F(FormMainTest, TheMenuButtonOpensThePopupUnderItself) {
@@ -133,7 +175,12 @@ TEST_F(FormMainTest, SplashAndNoticeLieOverTheMapAndGo) {
   auto* notice = Find<QFrame>("formMapUpdating");
   EXPECT_TRUE(splash->isVisible());
   EXPECT_TRUE(notice->isVisible());
-  EXPECT_TRUE(window_.rect().contains(splash->geometry()));
+  window_.resize(1000, 700);
+  for (QFrame* box : {splash, notice}) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::abs(box->geometry().center().x() - 500) <= 1; }));
+    EXPECT_TRUE(window_.rect().contains(box->geometry()));
+  }
+  EXPECT_NEAR(splash->geometry().center().y(), 350, 1);
   ports_.Command("S3");
   EXPECT_EQ(splash->findChildren<QCheckBox*>()[2]->text(), "Copyright Created");
   EXPECT_TRUE(splash->findChildren<QCheckBox*>()[2]->isChecked());
@@ -141,6 +188,18 @@ TEST_F(FormMainTest, SplashAndNoticeLieOverTheMapAndGo) {
   ports_.loop.Advance(1000);
   EXPECT_FALSE(splash->isVisible());
   EXPECT_FALSE(notice->isVisible());
+}
+
+TEST_F(FormMainTest, ASplashWhosePageNeverGetsReadyGoesByItsButtonOrEscape) {
+  Start();
+  auto* splash = Find<QFrame>("formSplash");
+  auto* ok = splash->findChild<QPushButton*>("cmdSplashOK");
+  QTest::mouseClick(ok, Qt::LeftButton);
+  EXPECT_FALSE(splash->isVisible());
+  EXPECT_FALSE(ok->hasFocus());
+  window_.ShowSplash();
+  QTest::keyClick(&window_, Qt::Key_Escape);
+  EXPECT_FALSE(splash->isVisible());
 }
 
 TEST_F(FormMainTest, ClosingTheWindowUnloadsTheClient) {

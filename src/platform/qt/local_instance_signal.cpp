@@ -6,7 +6,7 @@
 #include <QTimer>
 #include <utility>
 
-#include "platform/qt/runtime_file.h"
+#include "platform/qt/shared_file.h"
 
 namespace pallomir {
 namespace {
@@ -15,19 +15,19 @@ constexpr int kPatienceMilliseconds = 1000;
 constexpr qint64 kLongestLine = 1024;
 constexpr char kTokenVariable[] = "XDG_ACTIVATION_TOKEN";
 
-QString SocketPath(const std::string& name) {
-  return QString::fromStdString(RuntimeFile(name, ".socket").string());
-}
-
 }  // namespace
 
-LocalInstanceSignal::LocalInstanceSignal(std::string name, Trace& trace)
-    : name_(std::move(name)), trace_(trace) {}
+LocalInstanceSignal::LocalInstanceSignal(std::filesystem::path folder, std::string name, Trace& trace)
+    : folder_(std::move(folder)), name_(std::move(name)), trace_(trace) {}
 
 LocalInstanceSignal::~LocalInstanceSignal() = default;
 
+QString LocalInstanceSignal::SocketPath() const {
+  return QString::fromStdString(SharedFile(folder_, name_, ".socket", kLongestSocketPath).string());
+}
+
 void LocalInstanceSignal::Listen() {
-  const QString path = SocketPath(name_);
+  const QString path = SocketPath();
   QLocalServer::removeServer(path);
   server_ = std::make_unique<QLocalServer>();
   server_->setSocketOptions(QLocalServer::UserAccessOption);
@@ -66,7 +66,7 @@ void LocalInstanceSignal::AskToRaise(std::int64_t windowHandle) {
   if (!token.isEmpty() && token.size() < kLongestLine / 2 && !token.contains(' ')) line += ' ' + token;
 
   QLocalSocket socket;
-  socket.connectToServer(SocketPath(name_));
+  socket.connectToServer(SocketPath());
   if (!socket.waitForConnected(static_cast<int>(deadline.remainingTime()))) {
     trace_.Line("the first instance does not listen: " + socket.errorString().toStdString());
     return;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -11,11 +13,12 @@ class QLocalSocket;
 
 namespace pallomir {
 
-/// The signal as a local socket beside the mutex's file. One line goes over it: the window handle and, where
-/// the desktop gave the second start one, the token that lets the first one come to the front.
+/// The signal as a local socket beside the mutex's file in the folder. One line goes over it: the window
+/// handle and, where the desktop gave the second start one, the token that lets the first one come to the
+/// front.
 class LocalInstanceSignal : public InstanceSignal {
  public:
-  LocalInstanceSignal(std::string name, Trace& trace);
+  LocalInstanceSignal(std::filesystem::path folder, std::string name, Trace& trace);
   ~LocalInstanceSignal() override;
 
   /// Only the owner of the mutex listens: a socket left by a killed one is taken away.
@@ -25,9 +28,11 @@ class LocalInstanceSignal : public InstanceSignal {
   void AskToRaise(std::int64_t windowHandle) override;
 
  private:
+  QString SocketPath() const;
   void Serve();
   void ReadLine(QLocalSocket& socket);
 
+  std::filesystem::path folder_;
   std::string name_;
   Trace& trace_;
   std::unique_ptr<QLocalServer> server_;

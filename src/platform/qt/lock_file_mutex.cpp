@@ -9,7 +9,7 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/qt/runtime_file.h"
+#include "platform/qt/shared_file.h"
 
 namespace pallomir {
 namespace {
@@ -20,8 +20,8 @@ bool IsOwnPlainFile(int file) {
   return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
 }
 
-int OpenLockFile(const std::string& name) {
-  const auto path = RuntimeFile(name, ".lock");
+int OpenLockFile(const std::filesystem::path& folder, const std::string& name) {
+  const auto path = SharedFile(folder, name, ".lock");
   const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
   if (file >= 0 && IsOwnPlainFile(file)) return file;
   if (file >= 0) ::close(file);
@@ -34,7 +34,7 @@ LockFileMutex::~LockFileMutex() { Close(); }
 
 bool LockFileMutex::IsOwnedElsewhere(const std::string& name) {
   if (owned_) return false;
-  const int file = OpenLockFile(name);
+  const int file = OpenLockFile(folder_, name);
   if (file < 0) return false;
   // A shared lock is refused only by an owner, not by another process that is asking the same.
   const bool refused = ::flock(file, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
@@ -48,7 +48,7 @@ bool LockFileMutex::Create(const std::string& name) {
   constexpr std::chrono::milliseconds kPause(5);
 
   Close();
-  file_ = OpenLockFile(name);
+  file_ = OpenLockFile(folder_, name);
   if (file_ < 0) return false;
   for (int i = 0; i < kTries && !owned_; ++i) {
     if (i > 0) std::this_thread::sleep_for(kPause);

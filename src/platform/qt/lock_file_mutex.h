@@ -1,14 +1,18 @@
 #pragma once
 
+#include <filesystem>
+#include <utility>
+
 #include "platform/named_mutex.h"
 
 namespace pallomir {
 
-/// The mutex as a lock on a file of this user (see RuntimeFile). The system drops the lock with the process,
-/// so a killed owner leaves nothing behind; the empty file stays and means nothing.
+/// The mutex as a lock on a file beside what it guards (see SharedFile). The system drops the lock with the
+/// process, so a killed owner leaves nothing behind; the empty file stays and means nothing.
 class LockFileMutex : public NamedMutex {
  public:
-  LockFileMutex() = default;
+  /// Guards what lies in `folder`.
+  explicit LockFileMutex(std::filesystem::path folder) : folder_(std::move(folder)) {}
   ~LockFileMutex() override;
   LockFileMutex(const LockFileMutex&) = delete;
   LockFileMutex& operator=(const LockFileMutex&) = delete;
@@ -22,6 +26,7 @@ class LockFileMutex : public NamedMutex {
   std::int64_t Handle() const override { return file_; }
 
  private:
+  std::filesystem::path folder_;
   int file_ = -1;
   bool owned_ = false;
 };

@@ -1,6 +1,8 @@
 #include "platform/qt/qt_question_box.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLayout>
@@ -9,8 +11,9 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <algorithm>
 #include <utility>
+
+#include "platform/qt/wrapped_label.h"
 
 namespace pallomir {
 namespace {
@@ -31,22 +34,19 @@ QMessageBox::Icon IconOf(Question::Icon icon) {
   return QMessageBox::NoIcon;
 }
 
-// As wide as its longest line within half of the screen, and with a scroll bar where it is higher than two
-// thirds of it: the buttons stay in reach under any text.
-void FitText(QMessageBox& box, const QWidget* window) {
+// A message that is higher than two thirds of the screen gets a scroll bar: the buttons stay in reach under
+// any text.
+void ShowText(QMessageBox& box, const QString& text) {
+  box.setText(text);
   auto* label = box.findChild<QLabel*>("qt_msgbox_label");
   if (!label) return;
-  const QSize screen = (window ? window->screen() : box.screen())->availableGeometry().size();
-  label->setWordWrap(true);
-  const QRect lines =
-      label->fontMetrics().boundingRect(QRect(0, 0, screen.width() / 2, 0), Qt::TextWordWrap, label->text());
-  const int width = std::min(lines.width() + 2, screen.width() / 2);
-  label->setMinimumWidth(width);
-  if (lines.height() <= screen.height() * 2 / 3) return;
+  const QSize room = WrapWithinScreen(*label, text);
+  const int highest = box.screen()->availableGeometry().height() * 2 / 3;
+  if (room.height() <= highest) return;
   auto* area = new QScrollArea(&box);
   area->setFrameShape(QFrame::NoFrame);
   area->setWidgetResizable(true);
-  area->setMinimumSize(width + area->verticalScrollBar()->sizeHint().width() + 8, screen.height() * 2 / 3);
+  area->setMinimumSize(room.width() + area->verticalScrollBar()->sizeHint().width() + 8, highest);
   delete box.layout()->replaceWidget(label, area);
   area->setWidget(label);
 }
@@ -55,9 +55,8 @@ QMessageBox* MakeMessageBox(const Question& question, QWidget* window) {
   auto* box = new QMessageBox(window);
   // Texts come from files and servers too; none of them is mark-up.
   box->setTextFormat(Qt::PlainText);
-  box->setText(QString::fromStdString(question.text).remove('\r'));
   box->setIcon(IconOf(question.icon));
-  FitText(*box, window);
+  ShowText(*box, QString::fromStdString(question.text).remove('\r'));
   switch (question.kind) {
     case Question::Kind::kYesNo:
       box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
@@ -79,7 +78,10 @@ QInputDialog* MakeInputDialog(const Question& question, QWidget* window) {
   box->setInputMode(QInputDialog::TextInput);
   box->setLabelText(QString::fromStdString(question.text));
   box->setTextValue(QString::fromStdString(question.defaultText));
-  for (auto* label : box->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+  for (auto* label : box->findChildren<QLabel*>()) {
+    label->setTextFormat(Qt::PlainText);
+    WrapWithinScreen(*label, label->text());
+  }
   for (auto* line : box->findChildren<QLineEdit*>()) line->setObjectName("questionText");
   return box;
 }
@@ -100,22 +102,51 @@ QtQuestionBox::~QtQuestionBox() { Dismiss(); }
 
 void QtQuestionBox::SetWindow(QWidget* window) { window_ = window; }
 
+// Over the window of ours that has the keyboard: the answer is wanted there.
+QWidget* QtQuestionBox::Owner() const {
+  QWidget* active = QApplication::activeWindow();
+  return active && active != dialog_ && active->isVisible() ? active : window_.data();
+}
+
 void QtQuestionBox::Show(const Question& question, AnswerHandler then) {
   if (then_) {
     QMetaObject::invokeMethod(
         &context_, [older = then_] { older({}); }, Qt::QueuedConnection);
   }
+  ShowOver(Owner(), question, std::move(then));
+}
+
+void QtQuestionBox::ShowOver(QWidget* owner, const Question& question, AnswerHandler then) {
   Dismiss();
+  question_ = question;
   then_ = std::move(then);
   QDialog* dialog = question.kind == Question::Kind::kInput
-                        ? static_cast<QDialog*>(MakeInputDialog(question, window_))
-                        : MakeMessageBox(question, window_);
+                        ? static_cast<QDialog*>(MakeInputDialog(question, owner))
+                        : MakeMessageBox(question, owner);
   dialog->setObjectName("questionBox");
   dialog->setWindowTitle(QString::fromStdString(question.title));
   QObject::connect(dialog, &QDialog::finished, &context_,
                    [this, dialog](int result) { Finish(AnswerOf(dialog, result)); });
   dialog_ = dialog;
+  if (owner && owner != window_) owner->installEventFilter(this);
   dialog->open();
+}
+
+// A window that goes takes its boxes with it; the question stays.
+bool QtQuestionBox::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Hide && dialog_ && watched == dialog_->parent()) {
+    Question question = question_;
+    if (const auto* input = qobject_cast<const QInputDialog*>(dialog_.data()))
+      question.defaultText = input->textValue().toStdString();
+    ShowOver(window_, question, then_);
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+void QtQuestionBox::BringForward() {
+  if (!dialog_) return;
+  dialog_->raise();
+  dialog_->activateWindow();
 }
 
 // The handler may show the next question or end this object, so it comes last and from the event loop.
@@ -131,6 +162,7 @@ void QtQuestionBox::Dismiss() {
   then_ = {};
   if (!dialog_) return;
   QDialog* dialog = std::exchange(dialog_, nullptr);
+  if (dialog->parent()) dialog->parent()->removeEventFilter(this);
   dialog->disconnect(&context_);
   dialog->hide();
   dialog->deleteLater();

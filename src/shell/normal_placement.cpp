@@ -1,0 +1,62 @@
+#include "shell/normal_placement.h"
+
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+#include "shell/settings_keys.h"
+
+namespace pallomir {
+namespace {
+
+enum class Share { kNone, kHalf, kWhole };
+
+// Of an odd length the halves differ by one.
+Share ShareOf(int start, int length, int areaStart, int areaLength) {
+  const bool atStart = start == areaStart;
+  const bool atEnd = start + length == areaStart + areaLength;
+  if (atStart && atEnd) return Share::kWhole;
+  return (atStart || atEnd) && std::abs(2 * length - areaLength) <= 1 ? Share::kHalf : Share::kNone;
+}
+
+}  // namespace
+
+void NormalPlacement::Note(const PixelRect& bounds) {
+  if (last_ == bounds) return;
+  before_ = std::exchange(last_, bounds);
+}
+
+void NormalPlacement::Disown(const PixelRect& bounds) {
+  if (last_ == bounds) last_ = std::exchange(before_, std::nullopt);
+}
+
+std::optional<PixelRect> NormalPlacement::Take() {
+  before_.reset();
+  return std::exchange(last_, std::nullopt);
+}
+
+bool IsTileOf(const PixelRect& bounds, const PixelRect& area) {
+  const Share across = ShareOf(bounds.left, bounds.width, area.left, area.width);
+  const Share down = ShareOf(bounds.top, bounds.height, area.top, area.height);
+  return across != Share::kNone && down != Share::kNone && (across == Share::kHalf || down == Share::kHalf);
+}
+
+bool IsPlacedByDesktop(const MainWindow& window) {
+  return window.HasWindowManager() &&
+         (window.IsMaximisedOneWay() || IsTileOf(window.Bounds(), window.WorkArea()));
+}
+
+void SavePlacement(Settings& settings, const PixelRect& bounds, bool knowsPosition) {
+  const auto save = [&settings](const SettingKey& key, int value) {
+    const std::string text = std::to_string(value);
+    if (settings.Get(key.key, "") != text) settings.Save(key.key, text);
+  };
+  if (knowsPosition) {
+    save(setting::kWindowLeft, bounds.left);
+    save(setting::kWindowTop, bounds.top);
+  }
+  save(setting::kWindowWidth, bounds.width);
+  save(setting::kWindowHeight, bounds.height);
+}
+
+}  // namespace pallomir
