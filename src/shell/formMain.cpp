@@ -58,6 +58,8 @@ formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::Framele
   setWindowTitle("Pallomir");
   setMinimumSize(kSmallestWindow);
   mapArea_ = new QWidget(this);
+  SetAccessible(mapArea_, {.role = QAccessible::Pane});
+  mapArea_->setAccessibleName("Map");
   WB_->setParent(mapArea_);
   WB_->setObjectName("WB");
   BuildCaptionLine();

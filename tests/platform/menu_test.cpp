@@ -85,23 +85,27 @@ TEST_F(MenuTest, AHotKeyIsShownAndNotTaken) {
   EXPECT_EQ(Action("mnuViewFit")->text(), "A&&B C") << "a tab of the user's is none of ours";
 }
 
-TEST_F(MenuTest, AToggleIsAnnouncedAsCheckBoxWhateverItsState) {
-  model_.At("mnuAdd").checkable = true;
-  model_.At("mnuAdd").caption = "Add && &Zone";
-  for (const bool checked : {false, true}) {
-    model_.At("mnuAdd").checked = checked;
-    menu_.Render();
-    QAccessibleInterface* menu = QAccessible::queryAccessibleInterface(menu_.Menu());
-    QAccessibleInterface* toggle = menu->child(2);
-    EXPECT_EQ(toggle->role(), QAccessible::CheckBox);
-    EXPECT_TRUE(toggle->state().checkable);
-    EXPECT_EQ(toggle->state().checked, checked);
-    EXPECT_EQ(toggle->text(QAccessible::Name), "Add & Zone");
-    EXPECT_EQ(toggle->parent(), menu);
-    EXPECT_EQ(menu->child(0)->role(), QAccessible::MenuItem);
-    chosen_.clear();
-    toggle->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-    EXPECT_TRUE(WaitFor([&] { return !chosen_.empty(); }));
+TEST_F(MenuTest, EntriesAreAnnouncedWithStateAndKey) {
+  MenuItem& add = model_.At("mnuAdd");
+  add.caption = "Add && &Zone";
+  add.hotKey = "Ctrl+T";
+  for (const bool checkable : {false, true}) {
+    for (const bool checked : {false, true}) {
+      add.checkable = checkable;
+      add.checked = checkable && checked;
+      menu_.Render();
+      QAccessibleInterface* menu = QAccessible::queryAccessibleInterface(menu_.Menu());
+      QAccessibleInterface* entry = menu->child(2);
+      EXPECT_EQ(entry->role(), checkable ? QAccessible::CheckBox : QAccessible::MenuItem);
+      EXPECT_EQ(entry->state().checkable, checkable);
+      EXPECT_EQ(entry->state().checked, checkable && checked);
+      EXPECT_EQ(entry->text(QAccessible::Name), "Add & Zone");
+      EXPECT_EQ(entry->text(QAccessible::Accelerator), "Ctrl+T");
+      EXPECT_EQ(entry->parent(), menu);
+      chosen_.clear();
+      entry->actionInterface()->doAction(entry->actionInterface()->actionNames().front());
+      EXPECT_TRUE(WaitFor([&] { return !chosen_.empty(); }));
+    }
   }
 }
 

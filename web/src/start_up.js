@@ -220,6 +220,12 @@ function addZoomControl() {
   for (const link of box.querySelectorAll('a')) {
     link.removeAttribute('href');
     link.tabIndex = 0;
+    // What is no link and no button is not pressed by keyboard on its own.
+    link.addEventListener('keydown', (event) => {
+      if (event.key !== 'Enter' && event.key !== ' ') return;
+      event.preventDefault();
+      link.click();
+    });
   }
 }
 

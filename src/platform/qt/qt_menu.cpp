@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "platform/qt/accessible_toggle.h"
+#include "platform/qt/accessible_menu_entry.h"
 
 namespace pallomir {
 namespace {
@@ -76,7 +76,7 @@ void Empty(QMenu& menu) {
 
 QtMenu::QtMenu(MenuModel& model, Command root, QWidget* parent)
     : model_(model), root_(root), menu_(new QMenu(parent)) {
-  AnnounceToggles();
+  AnnounceMenuEntries();
   QObject::connect(menu_, &QMenu::aboutToShow, menu_, [this] { Render(); });
 }
 

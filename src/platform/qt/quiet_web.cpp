@@ -68,17 +68,20 @@ void QuietPage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QS
 QuietView::QuietView(QWidget* parent) : QWebEngineView(parent) {
   setContextMenuPolicy(Qt::NoContextMenu);
   setAcceptDrops(false);
-  setFocusPolicy(Qt::NoFocus);
+  setFocusPolicy(Qt::TabFocus);
 }
 
-// The widget that shows the page is a child, made anew with every process of the page.
+// The widget that shows the page is a child, made anew with every process of the page. It takes the keyboard
+// by Tab alone: a click on the map leaves it where it is.
 bool QuietView::event(QEvent* event) {
   if (event->type() == QEvent::ChildAdded || event->type() == QEvent::ChildPolished) {
     QObject* child = static_cast<QChildEvent*>(event)->child();
     if (child->isWidgetType()) {
       child->removeEventFilter(this);
       child->installEventFilter(this);
-      static_cast<QWidget*>(child)->setFocusPolicy(Qt::NoFocus);
+      static_cast<QWidget*>(child)->setFocusPolicy(Qt::TabFocus);
+      // By itself it would be the last that Tab reaches in the window.
+      setTabOrder(this, static_cast<QWidget*>(child));
     }
   }
   return QWebEngineView::event(event);

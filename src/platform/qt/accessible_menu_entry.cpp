@@ -1,4 +1,4 @@
-#include "platform/qt/accessible_toggle.h"
+#include "platform/qt/accessible_menu_entry.h"
 
 #include <QAccessibleObject>
 #include <QAction>
@@ -7,18 +7,20 @@
 namespace pallomir {
 namespace {
 
-/// A checkable entry of a menu.
-class ToggleInterface : public QAccessibleObject, public QAccessibleActionInterface {
+/// An entry of a menu that opens no other one.
+class EntryInterface : public QAccessibleObject, public QAccessibleActionInterface {
  public:
-  explicit ToggleInterface(QAction* action) : QAccessibleObject(action) {}
+  explicit EntryInterface(QAction* action) : QAccessibleObject(action) {}
 
-  QAccessible::Role role() const override { return QAccessible::CheckBox; }
+  QAccessible::Role role() const override {
+    return Action()->isCheckable() ? QAccessible::CheckBox : QAccessible::MenuItem;
+  }
 
   QAccessible::State state() const override {
     QAccessible::State state;
     const QAction* action = Action();
     const QMenu* menu = Menu();
-    state.checkable = true;
+    state.checkable = action->isCheckable();
     state.checked = action->isChecked();
     state.disabled = !action->isEnabled();
     state.focusable = action->isEnabled();
@@ -28,8 +30,9 @@ class ToggleInterface : public QAccessibleObject, public QAccessibleActionInterf
   }
 
   QString text(QAccessible::Text kind) const override {
+    if (kind == QAccessible::Accelerator) return HotKey();
     if (kind != QAccessible::Name) return {};
-    QString name = Action()->text();
+    QString name = Action()->text().section('\t', 0, 0);
     // "&&" stands for itself, a single "&" marks the access key.
     for (qsizetype at = 0; (at = name.indexOf('&', at)) >= 0; ++at) name.remove(at, 1);
     return name;
@@ -50,13 +53,19 @@ class ToggleInterface : public QAccessibleObject, public QAccessibleActionInterf
   void* interface_cast(QAccessible::InterfaceType type) override {
     return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
   }
-  QStringList actionNames() const override { return {toggleAction()}; }
-  void doAction(const QString& name) override {
-    if (name == toggleAction()) Action()->trigger();
+  QStringList actionNames() const override {
+    return {Action()->isCheckable() ? toggleAction() : pressAction()};
   }
-  QStringList keyBindingsForAction(const QString&) const override { return {}; }
+  void doAction(const QString& name) override {
+    if (actionNames().contains(name)) Action()->trigger();
+  }
+  QStringList keyBindingsForAction(const QString&) const override {
+    return HotKey().isEmpty() ? QStringList() : QStringList(HotKey());
+  }
 
  private:
+  /// The menu shows it behind a tab.
+  QString HotKey() const { return Action()->text().section('\t', 1); }
   QAction* Action() const { return static_cast<QAction*>(object()); }
   QMenu* Menu() const {
     for (QObject* shows : Action()->associatedObjects())
@@ -67,11 +76,11 @@ class ToggleInterface : public QAccessibleObject, public QAccessibleActionInterf
 
 QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
   auto* action = qobject_cast<QAction*>(object);
-  return action && action->isCheckable() ? new ToggleInterface(action) : nullptr;
+  return action && !action->menu() && !action->isSeparator() ? new EntryInterface(action) : nullptr;
 }
 
 }  // namespace
 
-void AnnounceToggles() { QAccessible::installFactory(MakeInterface); }
+void AnnounceMenuEntries() { QAccessible::installFactory(MakeInterface); }
 
 }  // namespace pallomir
