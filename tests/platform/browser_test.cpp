@@ -262,6 +262,29 @@ TEST_F(BrowserTest, ControlAndWheelDoNotZoom) {
   EXPECT_EQ(view->zoomFactor(), 1.0);
 }
 
+TEST_F(BrowserTest, TabReachesThePageWhereItStandsInTheWindowAndAClickDoesNot) {
+  QWidget window;
+  QWidget before(&window);
+  browser_->Widget()->setParent(&window);
+  QWidget after(&window);
+  for (QWidget* each : {&before, &after}) each->setFocusPolicy(Qt::TabFocus);
+  QWidget::setTabOrder(&before, browser_->Widget());
+  QWidget::setTabOrder(browser_->Widget(), &after);
+  window.show();
+  Load("/map");
+  std::vector<QWidget*> stops;
+  QWidget* each = &before;
+  do {
+    if ((each->focusPolicy() & Qt::TabFocus) && !each->focusProxy()) stops.push_back(each);
+    EXPECT_FALSE(each->focusPolicy() & Qt::ClickFocus);
+    each = each->nextInFocusChain();
+  } while (each != &before);
+  ASSERT_EQ(stops.size(), 3u);
+  EXPECT_TRUE(browser_->Widget()->isAncestorOf(stops[1]));
+  EXPECT_EQ(stops[2], &after);
+  browser_->Widget()->setParent(nullptr);
+}
+
 TEST(TileScheme, FindsPlainPngNamesOnly) {
   const fakes::TemporaryFolder root;
   const auto tiles = root.Path() / "Tiles";
