@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "zones/zone_tree.h"
+
+namespace pallomir {
+
+/// A place on the projected plane: x from 0 at longitude -180 to 1 at 180, y from about 0 in the north to 1.
+struct PlanePoint {
+  double x = 0;
+  double y = 0;
+};
+
+/// Degrees projected as the zones are. A place that has no projection (the poles) gives a y that is no finite
+/// number.
+PlanePoint ProjectToPlane(double lat, double lng);
+
+/// The first of the eight menu command identifiers of a zone, as four hexadecimal digits; by it other rooms
+/// name the zone.
+std::string ZoneKey(ZoneOrdinal zone);
+
+/// The zones on the projected plane, for the question in which of them a place lies.
+///
+/// The rule. Of the zones at the top level the first that contains the place is followed, then the first of
+/// its subzones, and so on. The position is an alert position when the top-level kind is "Non-Alert",
+/// inverted once for each zone on that path. A zone contains a place when an odd number of its edges meet the
+/// horizontal line through the place at or west of it. Of an edge the end with the smaller y belongs to it,
+/// the other end does not; horizontal edges never count. A place without a projection lies in no zone.
+///
+/// How it is answered. A grid lies over all zones. Within a cell that no edge comes near, the answer is the
+/// same everywhere and is kept; in the other cells the rule is applied, and zones whose box is not near are
+/// passed over. "Near" is more than rounding can move an edge, so that no answer differs from the rule's.
+class ProjectedZoneTree {
+ public:
+  /// The tree is not needed afterwards.
+  explicit ProjectedZoneTree(const ZoneTree& tree);
+
+  struct Answer {
+    bool isAlert = false;
+    ZoneOrdinal deepest = ZoneTree::kNone;  ///< the last zone of the path
+    bool operator==(const Answer&) const = default;
+  };
+
+  /// For a place in degrees.
+  Answer AlertPosition(double lat, double lng) const { return AlertPosition(ProjectToPlane(lat, lng)); }
+  Answer AlertPosition(PlanePoint place) const;
+
+ private:
+  struct Box {
+    double left, right, top, bottom;
+  };
+  struct Node {
+    ZoneOrdinal subtreeEnd;
+    std::uint32_t firstVertex;
+    std::uint32_t vertexCount;
+    bool isAlert;  // the answer where this zone is the deepest
+  };
+
+  void Project(const ZoneTree& tree);
+  void BuildGrid();
+  void MarkEdge(PlanePoint a, PlanePoint b);
+  void MarkRow(long row, double left, double right);
+  void FillFaces();
+  void FillFace(std::size_t cell, std::uint32_t answer, std::vector<std::size_t>& pending);
+  PlanePoint MiddleOf(std::size_t cell) const;
+  ZoneOrdinal DeepestByRule(PlanePoint place) const;
+  bool Contains(const Node& zone, PlanePoint place) const;
+
+  static constexpr std::uint32_t kNearEdge = 0xFFFFFFFE;  // cells; others hold the deepest zone or kNone
+  static constexpr std::uint32_t kUnknown = 0xFFFFFFFD;
+
+  bool isAlertOutside_ = false;
+  std::vector<Node> nodes_;
+  std::vector<Box> boxes_;  // widened
+  std::vector<PlanePoint> vertices_;
+  Box area_{};            // of the grid: all zones
+  long cellsAcross_ = 0;  // 0: no grid
+  double cellsPerX_ = 0;
+  double cellsPerY_ = 0;
+  double cellMargin_ = 0;  // cells
+  std::vector<std::uint32_t> cells_;
+};
+
+}  // namespace pallomir
