@@ -23,6 +23,15 @@ inline constexpr char kMapType[] = "TxtMT";
 inline constexpr char kStreetView[] = "TxtSV";
 inline constexpr char kGeocode[] = "TxtG";
 inline constexpr char kPanorama[] = "txtPn";
+inline constexpr char kZoneList[] = "TxtZL";
+inline constexpr char kZoneNames[] = "TxtZD";
+inline constexpr char kZoneNew[] = "TxtZN";
+inline constexpr char kZoneEdit[] = "TxtZE";
+inline constexpr char kZoneFinish[] = "TxtZF";
+inline constexpr char kZoneCancel[] = "TxtZC";
+inline constexpr char kZoneUndo[] = "TxtZU";
+inline constexpr char kZoneCrosshair[] = "TxtZX";
+inline constexpr char kZoneCorner[] = "TxtZV";
 }  // namespace field
 
 /// Latitude and longitude in degrees, 22 characters: "+040.712800-074.006000".
