@@ -59,12 +59,33 @@ enum class Command : int {
   kUninstallServer,
   kDemoMode,
 
+  // Zones. The N of a zone's own entries is its place in the list of all zones, from 0.
+  kZoneHeader,
+  kZoneEntry,  ///< a zone's submenu
+  kZoneLine,
+  kAddZone,  ///< at the top level
+  kSwapZoneKind,
+  kDeleteAllZones,
+  kUndoZones,
+  kRedoZones,
+  kImportZones,
+  kExportZones,
+  kAddSubzone,
+  kDeleteZone,
+  kEditZone,
+  kZoomToZone,
+  kBeenInZone,
+
   // Help
   kHelpText,
   kFaqs,
   kAbout,
 
   // The popup menu itself
+  kFinishZone,
+  kCancelZone,
+  kDeleteVertex,
+  kPopupZoneLine,
   kBeenHere,
   kNearby,
   kStreetView,

@@ -47,6 +47,11 @@ constexpr CommandRow Later(CommandRow row) {
   return row;
 }
 
+constexpr CommandRow Hidden(CommandRow row) {
+  row.state = CommandRow::State::kHidden;
+  return row;
+}
+
 constexpr CommandRow MapType(int index, const char* caption, const char* tag, HotKey key) {
   key.number = index;
   CommandRow row = Entry(kMapType, "mnuViewMapTypeArray", kMapTypes, caption, key);
@@ -165,12 +170,25 @@ constexpr CommandRow kTable[] = {
     Toggle(Entry(kDemoMode, "mnuOptionsDemoMode", kOptions, "&Demo Mode")),
 
     Later(Menu(kAlerts, "mnuAlerts", kPopup, "&Alerts")),
-    Later(Menu(kZoneMenu, "mnuZones", kPopup, "&Zones")),
+    Menu(kZoneMenu, "mnuZones", kPopup, "&Zones"),
+    Grey(Entry(kZoneHeader, "mnuZonesArray", kZoneMenu, "( No Alerted Zones Defined)")),
+    Line(kZoneLine, "mnuZonesSeparator", kZoneMenu),
+    Entry(kAddZone, "mnuZonesAdd", kZoneMenu, "Add New Alerted Zone 1"),
+    Entry(kSwapZoneKind, "mnuZonesChange", kZoneMenu, "Change Top-Level Zone(s) to Non-Alert"),
+    Entry(kDeleteAllZones, "mnuZonesDeleteAllZones", kZoneMenu, "Delete All Zones"),
+    Entry(kUndoZones, "mnuZonesUndo", kZoneMenu, "&Undo"),
+    Entry(kRedoZones, "mnuZonesRedo", kZoneMenu, "&Redo"),
+    Entry(kImportZones, "mnuZonesImport", kZoneMenu, "&Import..."),
+    Entry(kExportZones, "mnuZonesExport", kZoneMenu, "E&xport..."),
     Menu(kHelp, "mnuHelp", kPopup, "&Help"),
     Grey(Entry(kHelpText, "mnuHelpHelp", kHelp, "&Help")),
     Entry(kFaqs, "mnuHelpFAQs", kHelp, "&FAQs"),
     Entry(kAbout, "mnuHelpAbout", kHelp, "&About Pallomir"),
 
+    Hidden(Entry(kFinishZone, "mnuPopupZoneFinish", kPopup, "Finish Editing Zone")),
+    Hidden(Entry(kCancelZone, "mnuPopupZoneCancel", kPopup, "Cancel Editing Zone")),
+    Hidden(Entry(kDeleteVertex, "mnuPopupZoneDeleteVertex", kPopup, "Delete This Vertex")),
+    Hidden(Line(kPopupZoneLine, "mnuPopupZoneSeparator", kPopup)),
     Later(Entry(kBeenHere, "mnuPopupBeenHere", kPopup, "Been Here?")),
     Later(Entry(kNearby, "mnuPopupDsplyDataPoints", kPopup, "Display Nearby DataPoints List",
                 Key("N", "Display nearby datapoints table", 11, " "))),

@@ -27,8 +27,9 @@ struct HotKey {
 struct CommandRow {
   enum class State {
     kReady,
-    kGrey,   ///< shown, but can't be chosen; where it stands for an empty array, the entries behind it can
-    kLater,  ///< not built yet: its entry does not show, its key stays silent
+    kGrey,    ///< shown, but can't be chosen; where it stands for an empty array, the entries behind it can
+    kHidden,  ///< shown only while it can be chosen
+    kLater,   ///< not built yet: its entry does not show, its key stays silent
   };
 
   Command command;

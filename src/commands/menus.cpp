@@ -18,7 +18,7 @@ void BuildMenus(MenuModel& menus) {
     item.tag = row.tag;
     item.checkable = row.isCheckable;
     item.checked = row.isChecked;
-    item.visible = row.state != CommandRow::State::kLater;
+    item.visible = row.state != CommandRow::State::kLater && row.state != CommandRow::State::kHidden;
     item.enabled = row.state != CommandRow::State::kGrey;
     item.hotKey = MenuKeyText(row.command, row.index);
     MenuItem& parent = row.parent == Command::kNone ? menus.bar : menus.At(row.parent);

@@ -16,6 +16,7 @@ struct MenuItem {
   Command command{};    ///< entries of an array share it
   std::string name;     ///< control name ("mnuOptionsMUArray"); entries of an array share it
   int index = 0;        ///< position in an array of entries, 0 for a single entry
+  int identifier = 0;   ///< of an entry that is made at run time; 0 for none
   std::string caption;  ///< an "&" stands before the access key
   std::string hotKey;   ///< shown at the entry's right edge, "Ctrl+T"; it acts in the window, not in the menu
   std::string tag;

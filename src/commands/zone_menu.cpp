@@ -1,0 +1,147 @@
+#include "commands/zone_menu.h"
+
+#include <string>
+#include <utility>
+
+namespace pallomir {
+namespace {
+
+constexpr int kFirstIdentifier = 0x2000;
+constexpr ZoneOrdinal kIdentifierMask = 0x1FFF;
+constexpr ZoneOrdinal kIdentifiersOfZone = 8;
+
+// What the five entries of a zone are counted from its first identifier.
+enum EntryOffset { kHeaderAt, kLineAt, kAddAt, kDeleteAt, kEditAt, kZoomAt, kBeenAt, kZoneAt };
+
+int IdentifierOf(ZoneOrdinal zone, EntryOffset offset) {
+  const auto counted = static_cast<int>(zone * kIdentifiersOfZone & kIdentifierMask);
+  return (counted | kFirstIdentifier) + offset;
+}
+
+// In menus an "&" stands before an access key; two stand for one.
+std::string Doubled(const std::string& text) {
+  std::string doubled;
+  for (const char c : text) {
+    doubled += c;
+    if (c == '&') doubled += c;
+  }
+  return doubled;
+}
+
+std::string LabelAt(int depth) { return depth == 1 ? "Zone" : "Subzone"; }
+
+// "Alerted Zone".
+std::string KindAndLabel(const ZoneTree& tree, int depth) {
+  return std::string(NameOf(tree.KindAt(depth))) + " " + LabelAt(depth);
+}
+
+MenuItem MakeItem(Command command, ZoneOrdinal zone, EntryOffset offset, std::string caption) {
+  MenuItem item;
+  item.command = command;
+  item.index = static_cast<int>(zone);
+  item.identifier = IdentifierOf(zone, offset);
+  item.caption = std::move(caption);
+  return item;
+}
+
+void AddMenuItem(MenuItem& menu, MenuItem item, bool enabled = true) {
+  item.enabled = enabled;
+  menu.children.push_back(std::move(item));
+}
+
+MenuItem AddZone(const ZoneMenuState& state, ZoneOrdinal zone);
+
+// The submenu of a zone, when it opens.
+void FillZone(MenuItem& menu, const ZoneMenuState& state, ZoneOrdinal zone) {
+  const ZoneTree& tree = *state.tree;
+  const ZoneTree::Node& node = tree.At(zone);
+  const std::string section = tree.Section(zone);
+  const std::string name = KindAndLabel(tree, node.depth) + " " + section;
+  const std::string subzone = KindAndLabel(tree, node.depth + 1);
+  const auto subzones = tree.ChildrenOf(zone);
+  const bool hasSubzones = !subzones.empty();
+  menu.children.clear();
+  const auto add = [&](Command command, EntryOffset offset, std::string caption, bool enabled) {
+    AddMenuItem(menu, MakeItem(command, zone, offset, std::move(caption)), enabled);
+  };
+  add(Command::kZoneHeader, kHeaderAt, hasSubzones ? subzone + "s:" : "(No " + subzone + "s Defined)", false);
+  for (const ZoneOrdinal child : subzones) AddMenuItem(menu, AddZone(state, child));
+  add(Command::kZoneLine, kLineAt, "-", true);
+  add(Command::kAddSubzone, kAddAt,
+      std::string(hasSubzones ? "Add " : "&Add ") + subzone + " " + section + "." +
+          std::to_string(subzones.size() + 1),
+      state.mayChange);
+  add(Command::kDeleteZone, kDeleteAt, "&Delete " + name, state.mayChange);
+  add(Command::kEditZone, kEditAt, "&Edit " + name, state.mayChange);
+  add(Command::kZoomToZone, kZoomAt, "&Zoom To " + name, node.vertexCount > 0);
+  add(Command::kBeenInZone, kBeenAt, "&Been In " + name + "?", state.canSearch);
+}
+
+// A zone's entry in the menu above it.
+MenuItem AddZone(const ZoneMenuState& state, ZoneOrdinal zone) {
+  const ZoneTree& tree = *state.tree;
+  MenuItem item = MakeItem(Command::kZoneEntry, zone, kZoneAt,
+                           KindAndLabel(tree, tree.At(zone).depth) + " &" + tree.Section(zone) + ": " +
+                               Doubled(tree.At(zone).options.Description));
+  item.fill = [state, zone](MenuItem& menu) { FillZone(menu, state, zone); };
+  return item;
+}
+
+// The page's shape.
+void ShowPopupEntries(MenuModel& menus, const ZonePopupEntries& popup) {
+  menus.At(Command::kFinishZone).visible = popup.finish;
+  menus.At(Command::kCancelZone).visible = popup.cancel;
+  menus.At(Command::kDeleteVertex).visible = popup.deleteVertex;
+  menus.At(Command::kPopupZoneLine).visible = popup.cancel;
+}
+
+bool IsOfZone(const MenuItem& item) { return item.identifier != 0; }
+
+}  // namespace
+
+void ShowZones(MenuModel& menus, const ZoneMenuState& state) {
+  const ZoneTree& tree = *state.tree;
+  const std::string kind = NameOf(tree.TopLevelKind());
+  MenuItem& menu = menus.At(Command::kZoneMenu);
+  menu.children.remove_if(IsOfZone);
+  const auto topLevel = tree.ChildrenOf(ZoneTree::kNone);
+  const bool hasZones = !topLevel.empty();
+  menus.At(Command::kZoneHeader).caption = hasZones ? kind + " Zones:" : "( No " + kind + " Zones Defined)";
+  auto behindHeader = menu.children.begin();
+  ++behindHeader;
+  for (const ZoneOrdinal zone : topLevel) menu.children.insert(behindHeader, AddZone(state, zone));
+
+  const auto show = [&](Command command, bool enabled) -> MenuItem& {
+    MenuItem& item = menus.At(command);
+    item.enabled = enabled;
+    return item;
+  };
+  show(Command::kAddZone, state.mayChange).caption =
+      (hasZones ? "Add " : "Add New ") + kind + " Zone " + std::to_string(topLevel.size() + 1);
+  show(Command::kSwapZoneKind, state.mayChange).caption =
+      std::string("Change Top-Level Zone(s) to ") + NameOf(OtherKind(tree.TopLevelKind()));
+  show(Command::kDeleteAllZones, hasZones && state.mayChange);
+  show(Command::kUndoZones, state.canUndo && state.mayChange);
+  show(Command::kRedoZones, state.canRedo && state.mayChange);
+  show(Command::kImportZones, state.mayChange);
+  show(Command::kExportZones, hasZones);
+  ShowPopupEntries(menus, state.popup);
+}
+
+void ShowZoneUnderPointer(MenuModel& menus, const ZoneMenuState& state, ZoneOrdinal zone) {
+  MenuItem& menu = menus.At(Command::kZoneMenu);
+  while (!menu.children.empty() && IsOfZone(menu.children.back())) menu.children.pop_back();
+  if (zone == ZoneTree::kNone) return;
+  const ZoneTree::Node& node = state.tree->At(zone);
+  const std::string name = Doubled(node.options.Description);
+  const auto add = [&](Command command, EntryOffset offset, std::string caption, bool enabled) {
+    AddMenuItem(menu, MakeItem(command, zone, offset, std::move(caption)), enabled);
+  };
+  add(Command::kZoneLine, kLineAt, "-", true);
+  add(Command::kDeleteZone, kDeleteAt, "&Delete " + name, state.mayChange);
+  add(Command::kEditZone, kEditAt, "&Edit " + name, state.mayChange);
+  add(Command::kZoomToZone, kZoomAt, "&Zoom To " + name, node.vertexCount > 0);
+  add(Command::kBeenInZone, kBeenAt, "&Been To " + name + " ?", state.canSearch);
+}
+
+}  // namespace pallomir
