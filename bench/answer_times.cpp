@@ -26,14 +26,14 @@
 #include "platform/qt/tile_scheme.h"
 #include "program.h"
 #include "shell/settings_store.h"
-#include "station/data_writer.h"
 #include "station/station.h"
+#include "station/store/data_writer.h"
 
 // How fast the whole program answers, measured in it: a station in a thread of its own streams a million
 // points (or as many as the first argument says) to the real window with the real page. Prints the longest
 // events (for which the window does not answer), how long tile questions and changes of the view took as the
-// page sees them, and when the first track was handed out. A second argument is the window's size ("1920x1080"), a
-// third names a file for a picture of the window.
+// page sees them, and when the first track was handed out. A second argument is the window's size
+// ("1920x1080"), a third names a file for a picture of the window.
 
 namespace pallomir {
 namespace {

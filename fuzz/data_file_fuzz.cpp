@@ -3,8 +3,8 @@
 
 #include "base/packed_time.h"
 #include "fuzz_input.h"
-#include "station/data_files.h"
-#include "station/position_source.h"
+#include "station/store/data_files.h"
+#include "station/store/position_source.h"
 
 // The station's data files: what is read ascends, and written again is the same file.
 //

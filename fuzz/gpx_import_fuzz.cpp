@@ -5,8 +5,8 @@
 
 #include "base/packed_time.h"
 #include "fuzz_input.h"
-#include "station/data_files.h"
-#include "station/track_records.h"
+#include "station/import/track_records.h"
+#include "station/store/data_files.h"
 
 // A recording from anywhere: what comes of it are records that a data file can hold.
 

@@ -3,7 +3,7 @@
 
 #include "base/check_code.h"
 #include "fuzz_input.h"
-#include "station/locator_messages.h"
+#include "station/wire/locator_messages.h"
 #include "tracking/server_connection.h"
 
 // The datagram that names the Base Server: as it came, and behind a right check code.

@@ -3,9 +3,9 @@
 
 #include "base/check_code.h"
 #include "fuzz_input.h"
-#include "station/answer.h"
-#include "station/data_request.h"
-#include "station/write_plan.h"
+#include "station/wire/answer.h"
+#include "station/wire/data_request.h"
+#include "station/wire/write_plan.h"
 #include "tracking/server_connection.h"
 
 // What a stranger can send to the station: a data request, a locator request, and how an answer to the first

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "fuzz_input.h"
-#include "station/http_request.h"
+#include "station/web/http_request.h"
 
 // The head of a request to the web site.
 //

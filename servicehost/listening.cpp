@@ -10,7 +10,7 @@
 #include <cstring>
 
 #include "servicehost/descriptor.h"
-#include "station/locator_messages.h"
+#include "station/wire/locator_messages.h"
 
 namespace pallomir::servicehost {
 namespace {

@@ -5,10 +5,10 @@
 #include <filesystem>
 #include <iostream>
 
-#include "station/importer.h"
+#include "station/import/importer.h"
 #include "station/options.h"
 #include "station/station.h"
-#include "station/unit_descriptions.h"
+#include "station/store/unit_descriptions.h"
 
 namespace pallomir::station {
 namespace {

@@ -5,13 +5,13 @@
 #include <memory>
 #include <string>
 
-#include "station/base_server.h"
-#include "station/data_folder.h"
-#include "station/demo_source.h"
-#include "station/locator.h"
-#include "station/log.h"
+#include "station/common/log.h"
+#include "station/demo/demo_source.h"
 #include "station/options.h"
-#include "station/web_site.h"
+#include "station/store/data_folder.h"
+#include "station/web/web_site.h"
+#include "station/wire/base_server.h"
+#include "station/wire/locator.h"
 
 namespace pallomir::station {
 

@@ -17,8 +17,8 @@
 #include "platform/qt/qt_event_loop.h"
 #include "shell/client.h"
 #include "shell/formMain.h"
-#include "station/data_writer.h"
-#include "station/import_lock.h"
+#include "station/store/data_writer.h"
+#include "station/store/import_lock.h"
 #include "tracking/FormRetryAfterError.h"
 
 // The real station and the real window with its real sockets, and a network between them that does what

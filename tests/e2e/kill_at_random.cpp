@@ -15,9 +15,9 @@
 #include "e2e/process.h"
 #include "fakes/temporary_folder.h"
 #include "shell/settings_file.h"
-#include "station/data_files.h"
-#include "station/unit_descriptions.h"
-#include "station/unit_index.h"
+#include "station/store/data_files.h"
+#include "station/store/unit_descriptions.h"
+#include "station/store/unit_index.h"
 
 // Kills client, station and import at random moments, as often as the argument says (200, if nothing), and
 // looks each time whether what they write is whole: kill_at_random [ROUNDS [SEED]]

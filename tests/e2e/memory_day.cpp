@@ -6,9 +6,9 @@
 #include <optional>
 
 #include "fakes/client_harness.h"
-#include "station/answer.h"
-#include "station/data_request.h"
-#include "station/demo_source.h"
+#include "station/demo/demo_source.h"
+#include "station/wire/answer.h"
+#include "station/wire/data_request.h"
 #ifdef __SANITIZE_ADDRESS__
 // Of the sanitizer's run-time library; not every compiler ships its header.
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();

@@ -1,6 +1,6 @@
 #include "station/options.h"
 
-#include "station_testing.h"
+#include "station/station_testing.h"
 
 namespace pallomir::station {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <csignal>
 
-#include "station/locator_messages.h"
-#include "station_testing.h"
+#include "station/station_testing.h"
+#include "station/wire/locator_messages.h"
 
 extern char** environ;
 

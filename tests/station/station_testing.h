@@ -21,7 +21,7 @@
 #include "base/check_code.h"
 #include "base/packed_time.h"
 #include "fakes/temporary_folder.h"
-#include "station/position_source.h"
+#include "station/store/position_source.h"
 
 namespace pallomir::station {
 

@@ -1,0 +1,236 @@
+#include "station/import/gpx_reader.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/number_format.h"
+#include "station/import/xml_stream.h"
+
+namespace pallomir::station {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+std::string_view Trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == text.npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+constexpr std::string_view kPathToPoint[] = {"gpx", "trk", "trkseg", "trkpt"};
+constexpr std::size_t kSegmentLevel = 3;
+constexpr std::size_t kPointLevel = 4;
+
+// What a time or a number is written with. Longer ones can't be read.
+constexpr std::size_t kMaxFieldSize = 64;
+
+/// The text of an element that is wanted, without the blanks before it.
+class Field {
+ public:
+  bool IsThere() const { return isThere_; }
+  void Begin() { isThere_ = true; }
+  void Add(std::string_view part) {
+    if (text_.empty()) part.remove_prefix(std::min(part.find_first_not_of(kBlanks), part.size()));
+    text_.append(part.substr(0, kMaxFieldSize - text_.size()));
+  }
+
+  bool IsEmpty() const { return text_.empty(); }
+  std::optional<double> Number() const { return IsCut() ? std::nullopt : ParseNumber(Trimmed(text_)); }
+  std::optional<Millis> Time() const { return IsCut() ? std::nullopt : ParseGpxTime(Trimmed(text_)); }
+
+ private:
+  bool IsCut() const { return Trimmed(text_).size() == kMaxFieldSize; }
+
+  bool isThere_ = false;
+  std::string text_;
+};
+
+/// A point of which not all has been read.
+struct OpenPoint {
+  std::optional<Place> place;
+  Field time, speed, course;
+  bool hasExtensions = false;
+  Field extensionSpeed, extensionCourse;
+
+  std::optional<double> Speed() const { return (speed.IsThere() ? speed : extensionSpeed).Number(); }
+  std::optional<double> Course() const { return (course.IsThere() ? course : extensionCourse).Number(); }
+};
+
+std::optional<Place> PlaceOf(const XmlAttributes& attributes) {
+  const auto latitude = ParseNumber(Trimmed(attributes.Find("lat")));
+  const auto longitude = ParseNumber(Trimmed(attributes.Find("lon")));
+  if (!latitude || !longitude || std::fabs(*latitude) > 90 || std::fabs(*longitude) > 180)
+    return std::nullopt;
+  return Place{*latitude, *longitude};
+}
+
+class GpxEvents : public XmlEvents {
+ public:
+  GpxEvents(GpxTrack& track, std::size_t maxPoints)
+      : track_(track),
+        maxPoints_(maxPoints),
+        segment_(track.points.empty() ? 0 : track.points.back().segment) {}
+
+  bool OnStart(std::string_view name, const XmlAttributes& attributes) override;
+  void OnEnd() override;
+  void OnText(std::string_view part) override {
+    if (field_ != nullptr && depth_ == fieldDepth_) field_->Add(part);
+  }
+
+  const std::string& Error() const { return error_; }
+
+ private:
+  void OpenField(std::string_view name);
+  void TakePoint();
+
+  GpxTrack& track_;
+  std::size_t maxPoints_;
+  int segment_;
+  std::size_t depth_ = 0;
+  std::size_t matched_ = 0;  ///< so many of the open elements, from the first on, are those of kPathToPoint
+  OpenPoint point_;
+  bool isInExtensions_ = false;
+  Field* field_ = nullptr;  ///< of `point_`: the one that is open, `fieldDepth_` deep
+  std::size_t fieldDepth_ = 0;
+  std::string error_;
+};
+
+bool GpxEvents::OnStart(std::string_view name, const XmlAttributes& attributes) {
+  ++depth_;
+  if (depth_ == 1 && name != kPathToPoint[0])
+    error_ = "is no GPX: it begins with <" + std::string(name.substr(0, kMaxFieldSize)) + ">";
+  if (!error_.empty()) return false;
+  if (matched_ == kPointLevel) {
+    OpenField(name);
+  } else if (matched_ + 1 == depth_ && name == kPathToPoint[matched_]) {
+    ++matched_;
+    if (matched_ == kSegmentLevel) ++segment_;
+    if (matched_ == kPointLevel) point_ = {PlaceOf(attributes), {}, {}, {}, false, {}, {}};
+  }
+  return true;
+}
+
+// Of several with the same name the first one counts. In the extensions they may lie at any depth.
+void GpxEvents::OpenField(std::string_view name) {
+  if (field_ != nullptr) return;
+  const bool isChild = depth_ == kPointLevel + 1;
+  Field* field = nullptr;
+  if (isChild && name == "time") field = &point_.time;
+  if (name == "speed" && (isChild || isInExtensions_))
+    field = isChild ? &point_.speed : &point_.extensionSpeed;
+  if (name == "course" && (isChild || isInExtensions_))
+    field = isChild ? &point_.course : &point_.extensionCourse;
+  if (isChild && name == "extensions" && !point_.hasExtensions) isInExtensions_ = point_.hasExtensions = true;
+  if (field == nullptr || field->IsThere()) return;
+  field->Begin();
+  field_ = field;
+  fieldDepth_ = depth_;
+}
+
+void GpxEvents::OnEnd() {
+  if (field_ != nullptr && depth_ == fieldDepth_) field_ = nullptr;
+  if (depth_ == kPointLevel + 1) isInExtensions_ = false;
+  if (matched_ == depth_) {
+    if (matched_ == kPointLevel) TakePoint();
+    --matched_;
+  }
+  --depth_;
+}
+
+void GpxEvents::TakePoint() {
+  const auto utc = point_.time.Time();
+  if (point_.time.IsEmpty()) {
+    ++track_.leftOut.withoutTime;
+  } else if (!utc) {
+    ++track_.leftOut.unreadableTime;
+  } else if (!point_.place) {
+    ++track_.leftOut.impossiblePosition;
+  } else if (track_.points.size() == maxPoints_) {
+    error_ = "has too many points: an import takes " + std::to_string(maxPoints_) + " at most";
+  } else {
+    TrackPoint point{*utc, *point_.place, point_.Speed(), point_.Course(), segment_};
+    if (point.speed && *point.speed < 0) point.speed.reset();  // some devices say so when they don't know
+    if (point.course) point.course = std::fmod(std::fmod(*point.course, 360) + 360, 360);
+    track_.points.push_back(point);
+  }
+}
+
+// Reads exactly `count` digits off the front of `text`; -1 where they are not there.
+int TakeDigits(std::string_view& text, std::size_t count) {
+  int value = 0;
+  if (text.size() < count) return -1;
+  for (const char c : text.substr(0, count)) {
+    if (c < '0' || c > '9') return -1;
+    value = value * 10 + (c - '0');
+  }
+  text.remove_prefix(count);
+  return value;
+}
+
+bool TakeCharacter(std::string_view& text, std::string_view oneOf) {
+  if (text.empty() || oneOf.find(text.front()) == oneOf.npos) return false;
+  text.remove_prefix(1);
+  return true;
+}
+
+// The fraction of a second behind the point, cut to milliseconds. Nothing for a point without digits.
+std::optional<Millis> TakeFraction(std::string_view& text) {
+  if (!TakeCharacter(text, ".,")) return 0;
+  Millis fraction = 0, weight = 100;
+  std::size_t digits = 0;
+  for (; digits < text.size() && text[digits] >= '0' && text[digits] <= '9'; ++digits, weight /= 10)
+    fraction += (text[digits] - '0') * weight;
+  text.remove_prefix(digits);
+  return digits > 0 ? std::optional(fraction) : std::nullopt;
+}
+
+// "Z", nothing, or how far the clock that was read is ahead of UTC.
+std::optional<Millis> TakeOffset(std::string_view text) {
+  if (text.empty() || text == "Z" || text == "z") return 0;
+  const Millis sign = text.front() == '-' ? -1 : 1;
+  if (!TakeCharacter(text, "+-")) return std::nullopt;
+  const int hours = TakeDigits(text, 2);
+  int minutes = 0;
+  if (!text.empty()) {
+    TakeCharacter(text, ":");
+    minutes = TakeDigits(text, 2);
+  }
+  if (hours < 0 || hours > 18 || minutes < 0 || minutes > 59 || !text.empty()) return std::nullopt;
+  return sign * (hours * kHour + minutes * kMinute);
+}
+
+}  // namespace
+
+std::optional<Millis> ParseGpxTime(std::string_view text) {
+  CivilTime time;
+  time.year = TakeDigits(text, 4);
+  const bool hasMonth = TakeCharacter(text, "-");
+  time.month = TakeDigits(text, 2);
+  const bool hasDay = TakeCharacter(text, "-");
+  time.day = TakeDigits(text, 2);
+  const bool hasTime = TakeCharacter(text, "Tt ");
+  time.hour = TakeDigits(text, 2);
+  const bool hasMinute = TakeCharacter(text, ":");
+  time.minute = TakeDigits(text, 2);
+  const bool hasSecond = TakeCharacter(text, ":");
+  time.second = TakeDigits(text, 2);
+  if (!hasMonth || !hasDay || !hasTime || !hasMinute || !hasSecond || time.year < 0) return std::nullopt;
+  if (!IsPossible(time)) return std::nullopt;
+  const auto fraction = TakeFraction(text);
+  const auto offset = TakeOffset(text);
+  if (!fraction || !offset) return std::nullopt;
+  return ToMillis(time) + *fraction - *offset;
+}
+
+std::string ReadGpx(const std::function<std::string_view()>& nextPart, GpxTrack& track,
+                    std::size_t maxPoints) {
+  GpxEvents events(track, maxPoints);
+  XmlStream xml(events);
+  bool goesOn = true;
+  for (std::string_view part = nextPart(); goesOn && !part.empty(); part = nextPart())
+    goesOn = xml.Take(part);
+  if (goesOn) xml.Finish();
+  return events.Error().empty() ? xml.Error() : events.Error();
+}
+
+}  // namespace pallomir::station

@@ -1,0 +1,151 @@
+#include "station/store/data_folder.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "station/store/data_files.h"
+
+namespace pallomir::station {
+namespace {
+
+namespace fs = std::filesystem;
+using std::chrono::seconds;
+
+// How often a unit's folder may change under a read before the reader comes back another time.
+constexpr int kAttempts = 10;
+
+// A folder full of foreign files must not fill the log each time that it changes.
+constexpr std::size_t kProblemsLogged = 10;
+
+// How long a file that can't be read holds up the unit's others.
+constexpr seconds kUnreadPatience{10};
+
+// The files are looked at so often, less often where there are so many that it would take more than a
+// twentieth of the time.
+constexpr seconds kBetweenLooks{1};
+constexpr int kLooksShare = 20;
+
+struct Reading {
+  std::vector<WireRecord> records;
+  std::optional<fs::path> doubtful;  ///< a file that is not what the index says, where the reading ended
+};
+
+// Records that were appended since the file was indexed are left for the next time.
+bool IsAsIndexed(const std::vector<WireRecord>& records, const DataFileEntry& file) {
+  return records.size() >= file.count && records.front().time == file.first &&
+         records[file.count - 1].time == file.last;
+}
+
+Reading ReadIndexed(const DataFileIndex& index, PackedWindow window, std::size_t limit) {
+  Reading reading;
+  auto& found = reading.records;
+  auto file = std::ranges::lower_bound(index.files, window.first, {}, &DataFileEntry::last);
+  for (; file != index.files.end() && file->first <= window.last && found.size() < limit; ++file) {
+    const DataFileContent content = ReadDataFile(file->path);
+    if (!IsAsIndexed(content.records, *file)) {
+      reading.doubtful = file->path;
+      break;
+    }
+    const auto inside = RecordsInside(std::span(content.records).first(file->count), window);
+    const std::size_t taken = std::min(limit - found.size(), inside.size());
+    found.insert(found.end(), inside.begin(), inside.begin() + static_cast<std::ptrdiff_t>(taken));
+  }
+  return reading;
+}
+
+}  // namespace
+
+bool DataFolder::Knows(std::string_view unitId) {
+  std::error_code error;
+  return IsUnitId(unitId) && fs::is_directory(folder_ / unitId, error);
+}
+
+std::vector<std::string> DataFolder::Units(std::string& problem) const {
+  std::vector<std::string> ids;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder_, error), end; !error && entry != end; entry.increment(error)) {
+    std::string name = entry->path().filename().string();
+    if (std::error_code ignored; IsUnitId(name) && entry->is_directory(ignored))
+      ids.push_back(std::move(name));
+  }
+  if (error && error != std::errc::no_such_file_or_directory)
+    problem = folder_.string() + " can't be listed: " + error.message();
+  std::ranges::sort(ids);
+  return ids;
+}
+
+std::optional<DataFolder::Stamp> DataFolder::StampOf(const fs::path& folder) {
+  struct stat status {};
+  if (::stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
+  return Stamp{status.st_ino, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+}
+
+// The unit with its index as it is now; null where there is no such unit.
+DataFolder::Unit* DataFolder::Looked(std::string_view unitId) {
+  const fs::path folder = folder_ / unitId;
+  const auto stamp = IsUnitId(unitId) ? StampOf(folder) : std::nullopt;
+  auto unit = units_.find(unitId);
+  if (!stamp) {
+    if (unit != units_.end()) units_.erase(unit);
+    return nullptr;
+  }
+  const bool isNew = unit == units_.end();
+  if (isNew) unit = units_.emplace(unitId, Unit{UnitIndex(folder), {}, {}, {}, {}}).first;
+  if (isNew || unit->second.stamp != *stamp || unit->second.nextLook <= clock_()) {
+    unit->second.stamp = *stamp;
+    Look(unit->second);
+  }
+  return &unit->second;
+}
+
+void DataFolder::Look(Unit& unit) {
+  const Time start = clock_();
+  unit.index.Look();
+  const Time end = clock_();
+  unit.nextLook = end + std::max<Time::duration>(kBetweenLooks, (end - start) * kLooksShare);
+  Tell(unit);
+}
+
+// What has not been told after the look before.
+void DataFolder::Tell(Unit& unit) {
+  const DataFileIndex& files = unit.index.Files();
+  std::set<std::string> problems(files.problems.begin(), files.problems.end());
+  problems.insert(files.unread.begin(), files.unread.end());
+  std::size_t fresh = 0;
+  for (const std::string& problem : problems)
+    if (!unit.told.contains(problem) && ++fresh <= kProblemsLogged) log_("data folder: " + problem);
+  if (fresh > kProblemsLogged)
+    log_("data folder: and " + std::to_string(fresh - kProblemsLogged) + " more in " +
+         unit.index.Folder().string());
+  unit.told = std::move(problems);
+}
+
+bool DataFolder::MustWait(Unit& unit) const {
+  const DataFileIndex& files = unit.index.Files();
+  if (files.unread.empty()) {
+    unit.unreadSince.reset();
+    return false;
+  }
+  const Time now = clock_();
+  if (!unit.unreadSince) unit.unreadSince = now;
+  return files.isShort || now - *unit.unreadSince < kUnreadPatience;
+}
+
+std::vector<WireRecord> DataFolder::Read(std::string_view unitId, TimeWindow window, std::size_t limit) {
+  const auto packed = PackWindow(window);
+  if (!packed) return {};
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    Unit* unit = Looked(unitId);
+    if (unit == nullptr || MustWait(*unit)) return {};
+    Reading reading = ReadIndexed(unit->index.Files(), *packed, limit);
+    // An import may have put another folder in this one's place while it was listed or read.
+    const bool isSameFolder = StampOf(unit->index.Folder()) == unit->stamp;
+    if (isSameFolder && !reading.doubtful) return std::move(reading.records);
+    if (reading.doubtful) unit->index.Doubt(*reading.doubtful);
+    unit->nextLook = {};
+  }
+  return {};
+}
+
+}  // namespace pallomir::station

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "station/store/import_lock.h"
+#include "tracking/packets.h"
+
+namespace pallomir::station {
+
+/// What became of the records that were handed over.
+struct MergeOutcome {
+  std::size_t added = 0;
+  std::size_t alreadyThere = 0;       ///< a record of the same second was there and has stayed
+  std::vector<std::string> problems;  ///< files of the unit's folder that were left alone
+  std::string error;                  ///< empty when all is well; otherwise nothing has changed
+};
+
+/// Merges records, strictly ascending in time, into the data files of a unit of the locked data folder.
+///
+/// All or nothing: the unit's new folder is built whole beside the data, in `.incoming`, and takes the old
+/// one's place in one step. Neither a reader nor a crash at any moment sees anything but the one or the
+/// other. Foreign files move along. A file that can't be read may have any records, so it is an error, as is
+/// a link where a folder or a file would be replaced.
+MergeOutcome MergeIntoUnit(const ImportLock& lock, std::string_view unitId,
+                           std::span<const WireRecord> records);
+
+}  // namespace pallomir::station

@@ -1,0 +1,29 @@
+#include "station/store/position_source.h"
+
+#include <algorithm>
+
+#include "base/packed_time.h"
+
+namespace pallomir::station {
+namespace {
+
+const Millis kFirstSecond = ToMillis({2000, 1, 1});
+const Millis kLastSecond = ToMillis({2031, 12, 31, 23, 59, 59});
+
+}  // namespace
+
+std::optional<PackedWindow> PackWindow(TimeWindow window) {
+  const Millis from = std::max(window.from, kFirstSecond), until = std::min(window.until, kLastSecond);
+  if (until < from) return std::nullopt;
+  const auto first = EncodePackedTime(from + kSecond - 1), last = EncodePackedTime(until);
+  if (!first || !last || *last < *first) return std::nullopt;
+  return PackedWindow{*first, *last};
+}
+
+std::span<const WireRecord> RecordsInside(std::span<const WireRecord> records, PackedWindow window) {
+  const auto first = std::ranges::lower_bound(records, window.first, {}, &WireRecord::time);
+  const auto last = std::ranges::upper_bound(first, records.end(), window.last, {}, &WireRecord::time);
+  return {first, last};
+}
+
+}  // namespace pallomir::station

@@ -1,0 +1,115 @@
+#include "station/store/unit_descriptions.h"
+
+#include <unistd.h>
+
+#include <sstream>
+
+#include "base/whole_file.h"
+#include "tracking/packets.h"
+
+namespace pallomir::station {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kMaxDescriptionSize = 80;
+
+// Descriptions of ten thousand units; anything longer is not this file.
+constexpr std::size_t kMaxFileSize = 1 << 20;
+
+// A file that is not finished yet, by the process that writes it.
+const std::string kUnfinished = ".new-";
+
+fs::path DescriptionsFile(const fs::path& dataFolder) { return dataFolder / "descriptions.txt"; }
+
+// None where there is no file. One that can't be read is a problem: it may hold anything.
+std::string ReadText(const fs::path& file, std::string& problem) {
+  std::error_code error;
+  auto text = ReadWholeFile(file, kMaxFileSize, error);
+  if (error && error != std::errc::no_such_file_or_directory)
+    problem = file.string() + " can't be read: " + error.message();
+  return std::move(text).value_or("");
+}
+
+// Empty where the line is no description.
+std::string UnitOf(const std::string& line) {
+  std::string id = line.substr(0, kUnitIdSize);
+  const bool isDescription = IsUnitId(id) && line.size() > kUnitIdSize && line[kUnitIdSize] == ' ';
+  return isDescription ? id : "";
+}
+
+// All other lines stay as they are, in their order, whoever wrote them.
+std::string WithDescription(const std::string& text, std::string_view unitId, std::string_view description) {
+  std::string changed;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);)
+    if (UnitOf(line) != unitId) changed += line + "\n";
+  return changed.append(unitId).append(" ").append(description).append("\n");
+}
+
+// What processes have left that died while they wrote. Under the lock nobody else is writing.
+void RemoveUnfinished(const fs::path& file) {
+  std::error_code error;
+  const std::string start = file.filename().string() + kUnfinished;
+  for (fs::directory_iterator entry(file.parent_path(), error), end; !error && entry != end;
+       entry.increment(error))
+    if (std::error_code ignored; entry->path().filename().string().starts_with(start))
+      fs::remove(entry->path(), ignored);
+}
+
+std::string DescriptionOf(const std::string& id, const UnitDescriptions& descriptions) {
+  const auto found = descriptions.find(id);
+  return found == descriptions.end() ? "" : found->second;
+}
+
+}  // namespace
+
+std::string CleanDescription(std::string_view text) {
+  std::string clean;
+  for (const char c : text) {
+    const auto code = static_cast<unsigned char>(c);
+    if (code >= 0x20 && code != 0x7F && c != '~' && c != '"') clean += c;
+  }
+  clean.erase(0, clean.find_first_not_of(' '));
+  if (clean.size() > kMaxDescriptionSize) {
+    std::size_t end = kMaxDescriptionSize;
+    while (end > 0 && (static_cast<unsigned char>(clean[end]) & 0xC0) == 0x80) --end;
+    clean.resize(end);
+  }
+  clean.erase(clean.find_last_not_of(' ') + 1);
+  return clean;
+}
+
+UnitDescriptions ReadDescriptions(const fs::path& dataFolder, std::string& problem) {
+  UnitDescriptions descriptions;
+  std::istringstream lines(ReadText(DescriptionsFile(dataFolder), problem));
+  for (std::string line; std::getline(lines, line);)
+    if (const std::string id = UnitOf(line); !id.empty())
+      descriptions[id] = CleanDescription(std::string_view(line).substr(kUnitIdSize));
+  return descriptions;
+}
+
+std::string WriteDescription(const ImportLock& lock, std::string_view unitId, std::string_view description) {
+  const fs::path file = DescriptionsFile(lock.DataFolder());
+  std::string problem;
+  const std::string text = WithDescription(ReadText(file, problem), unitId, description);
+  if (!problem.empty()) return problem;
+  if (text.size() > kMaxFileSize) return file.string() + " has no room for another description";
+  RemoveUnfinished(file);
+  const auto error = ReplaceFile(file, text, kUnfinished + std::to_string(::getpid()));
+  return error ? "can't write " + file.string() + ": " + error.message() : "";
+}
+
+std::string UnitLines(const std::vector<std::string>& unitIds, const UnitDescriptions& descriptions) {
+  std::string lines;
+  for (const std::string& id : unitIds) lines += id + " " + DescriptionOf(id, descriptions) + "\n";
+  return lines;
+}
+
+std::string ClientUnitList(const std::vector<std::string>& unitIds, const UnitDescriptions& descriptions) {
+  std::string list;
+  for (const std::string& id : unitIds) list += "X" + id + DescriptionOf(id, descriptions) + "~";
+  return list;
+}
+
+}  // namespace pallomir::station

@@ -1,0 +1,156 @@
+#include "station/web/web_connection.h"
+
+#include <algorithm>
+#include <asio/buffer.hpp>
+#include <utility>
+
+#include "station/web/web_files.h"
+
+namespace pallomir::station {
+namespace {
+
+namespace fs = std::filesystem;
+using asio::ip::tcp;
+
+// Several times what browsers send.
+constexpr std::size_t kMaxHead = 16 * 1024;
+
+// A browser sends a head in one go, and keeps a connection for the next one only for a while.
+constexpr std::chrono::seconds kHeadTime{10};
+constexpr std::chrono::seconds kStallTime{30};
+
+constexpr std::size_t kPieceSize = 64 * 1024;
+
+// Changes whenever the file does.
+std::string EntityTag(const fs::path& file, std::uintmax_t size) {
+  std::error_code ignored;
+  return '"' + std::to_string(fs::last_write_time(file, ignored).time_since_epoch().count()) + '-' +
+         std::to_string(size) + '"';
+}
+
+}  // namespace
+
+WebConnection::WebConnection(tcp::socket socket, const SiteContent& content)
+    : socket_(std::move(socket)), content_(content) {
+  std::error_code ignored;
+  socket_.set_option(tcp::no_delay(true), ignored);
+  Progress(kHeadTime);
+}
+
+void WebConnection::Progress(std::chrono::seconds timeForNext) {
+  lastProgress_ = std::chrono::steady_clock::now();
+  deadline_ = lastProgress_ + timeForNext;
+}
+
+void WebConnection::Close() {
+  std::error_code ignored;
+  socket_.shutdown(tcp::socket::shutdown_both, ignored);
+  socket_.close(ignored);
+}
+
+void WebConnection::Read() {
+  socket_.async_read_some(asio::buffer(arrived_),
+                          [self = shared_from_this()](std::error_code error, std::size_t count) {
+                            if (error) return self->Close();
+                            self->input_.append(self->arrived_.data(), count);
+                            self->TakeRequest();
+                          });
+}
+
+void WebConnection::TakeRequest() {
+  const std::size_t end = input_.find(kHttpHeadEnd);
+  if (std::min(end, input_.size()) > kMaxHead)
+    return AnswerShortly("431 Request Header Fields Too Large", false);
+  if (end == input_.npos) return Read();
+  const auto request = ParseHttpRequest(std::string_view(input_).substr(0, end));
+  input_.erase(0, end + kHttpHeadEnd.size());
+  if (!request) return AnswerShortly("400 Bad Request", false);
+  Answer(*request);
+}
+
+void WebConnection::Answer(const HttpRequest& request) {
+  // Nothing is ever sent to the site.
+  if (request.hasBody) return AnswerShortly("413 Content Too Large", false);
+  if (request.method != "GET" && request.method != "HEAD")
+    return AnswerShortly("405 Method Not Allowed", false);
+  if (const auto text = content_.texts.find(request.path); text != content_.texts.end())
+    return AnswerWithText(text->second, request);
+  const auto file = FindWebFile(content_.root, request.path);
+  if (!file) return AnswerShortly("404 Not Found", request.keepsAlive);
+  AnswerWithFile(*file, request);
+}
+
+void WebConnection::AnswerWithFile(const fs::path& file, const HttpRequest& request) {
+  std::error_code error;
+  const std::uintmax_t size = fs::file_size(file, error);
+  file_ = std::ifstream(file, std::ios::binary);
+  if (error || !file_) return AnswerShortly("404 Not Found", request.keepsAlive);
+  keepsAlive_ = request.keepsAlive;
+  const std::string tag = "ETag: " + EntityTag(file, size) + "\r\n";
+  if (tag == "ETag: " + request.ifNoneMatch + "\r\n") {
+    output_ = Head("304 Not Modified", tag);
+    fileLeft_ = 0;
+  } else {
+    output_ = Head("200 OK", "Content-Type: " + ContentType(file) +
+                                 "\r\nContent-Length: " + std::to_string(size) + "\r\n" + tag);
+    fileLeft_ = request.method == "HEAD" ? 0 : size;
+  }
+  Write();
+}
+
+void WebConnection::AnswerWithText(const SiteContent::Text& text, const HttpRequest& request) {
+  keepsAlive_ = request.keepsAlive;
+  fileLeft_ = 0;
+  output_ = Head("200 OK", "Content-Type: " + text.type +
+                               "\r\nContent-Length: " + std::to_string(text.text.size()) + "\r\n");
+  if (request.method != "HEAD") output_ += text.text;
+  Write();
+}
+
+void WebConnection::AnswerShortly(std::string_view status, bool keepsAlive) {
+  const std::string text = std::string(status) + "\n";
+  keepsAlive_ = keepsAlive;
+  fileLeft_ = 0;
+  output_ =
+      Head(status, "Content-Type: text/plain\r\nContent-Length: " + std::to_string(text.size()) + "\r\n") +
+      text;
+  Write();
+}
+
+std::string WebConnection::Head(std::string_view status, const std::string& headers) const {
+  return "HTTP/1.1 " + std::string(status) + "\r\n" + content_.headers + headers +
+         (keepsAlive_ ? "Connection: keep-alive" : "Connection: close") + std::string(kHttpHeadEnd);
+}
+
+void WebConnection::Write() {
+  written_ = 0;
+  Progress(kStallTime);
+  Written();
+}
+
+void WebConnection::Written() {
+  if (written_ < output_.size()) {
+    socket_.async_write_some(asio::buffer(output_) + written_,
+                             [self = shared_from_this()](std::error_code error, std::size_t count) {
+                               if (error) return self->Close();
+                               self->written_ += count;
+                               self->Progress(kStallTime);
+                               self->Written();
+                             });
+    return;
+  }
+  if (fileLeft_ > 0) {
+    output_.resize(std::min<std::uintmax_t>(kPieceSize, fileLeft_));
+    // A file that became shorter meanwhile can't be answered as it was announced.
+    if (!file_.read(output_.data(), std::ssize(output_))) return Close();
+    fileLeft_ -= output_.size();
+    return Write();
+  }
+  file_.close();
+  output_ = {};
+  if (!keepsAlive_) return Close();
+  Progress(kHeadTime);
+  TakeRequest();
+}
+
+}  // namespace pallomir::station

@@ -1,0 +1,151 @@
+#include "station/web/web_site.h"
+
+#include <algorithm>
+#include <asio/io_context.hpp>
+#include <asio/steady_timer.hpp>
+#include <list>
+#include <optional>
+#include <thread>
+
+#include "station/common/listener.h"
+#include "station/web/web_connection.h"
+
+namespace pallomir::station {
+namespace {
+
+using asio::ip::tcp;
+
+// A browser keeps some six connections. When there are too many, the one without progress for longest has to
+// go: a new one always gets through, and is not put out before those that have stalled.
+constexpr std::size_t kMaxConnections = 128;
+
+constexpr std::chrono::seconds kCheckInterval{1};
+
+// Stands for the servers a, b and c in an online map's address.
+constexpr std::string_view kServerPlace = "{s}";
+
+// In place of the file of that name, which says that nothing is set.
+constexpr const char* kPageSettings = "/fullscreen/settings.json";
+
+// Where a page may get pictures from besides this site and the client's own tiles: with {s} in the host from
+// each of those that it stands for, and from no other.
+std::string PictureHosts(const std::optional<OnlineMap>& onlineMap) {
+  if (!onlineMap) return "";
+  const std::string& url = onlineMap->url;
+  const std::size_t start = url.find("://") + 3;
+  const std::string host = url.substr(0, url.find_first_of("/?#", start));
+  const std::size_t server = host.find(kServerPlace);
+  if (server == host.npos) return " " + host;
+  std::string hosts;
+  for (const char* name : {"a", "b", "c"})
+    hosts += " " + std::string(host).replace(server, kServerPlace.size(), name);
+  return hosts;
+}
+
+// Forbids a page everything that does not come from here, whatever it is made of.
+std::string ContentPolicy(const std::optional<OnlineMap>& onlineMap) {
+  return "default-src 'self'; style-src 'self' 'unsafe-inline'; object-src 'none'; base-uri 'none'; "
+         "form-action 'none'; frame-ancestors 'self'; "
+         "img-src 'self' data: blob: tile:" +
+         PictureHosts(onlineMap);
+}
+
+std::string Quoted(std::string_view text) {
+  std::string quoted = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') quoted += '\\';
+    quoted += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+  }
+  return quoted + '"';
+}
+
+std::string PageSettings(const OnlineMap& onlineMap) {
+  return "{\"onlineMap\":{\"url\":" + Quoted(onlineMap.url) +
+         ",\"attribution\":" + Quoted(onlineMap.attribution) + "}}\n";
+}
+
+std::optional<tcp::acceptor> Listen(asio::io_context& context, const tcp::endpoint& endpoint) {
+  std::error_code error;
+  tcp::acceptor acceptor(context);
+  acceptor.open(endpoint.protocol(), error);
+  if (!error) acceptor.set_option(tcp::acceptor::reuse_address(true), error);
+  if (!error) acceptor.bind(endpoint, error);
+  if (!error) acceptor.listen(tcp::acceptor::max_listen_connections, error);
+  if (error) return std::nullopt;
+  return acceptor;
+}
+
+}  // namespace
+
+struct WebSite::Server {
+  void Accept(tcp::socket socket) {
+    DropOverdue();
+    if (connections.size() >= kMaxConnections) {
+      const auto stalled =
+          std::ranges::min_element(connections, {}, [](const auto& c) { return c->LastProgress(); });
+      (*stalled)->Close();
+      connections.erase(stalled);
+    }
+    connections.push_back(std::make_shared<WebConnection>(std::move(socket), content));
+    connections.back()->Start();
+  }
+
+  void DropOverdue() {
+    const auto now = std::chrono::steady_clock::now();
+    std::erase_if(connections, [now](const auto& connection) {
+      if (connection->IsOpen() && connection->Deadline() < now) connection->Close();
+      return !connection->IsOpen();
+    });
+  }
+
+  void CheckEverySecond() {
+    timer.expires_after(kCheckInterval);
+    timer.async_wait([this](std::error_code error) {
+      if (error) return;
+      DropOverdue();
+      CheckEverySecond();
+    });
+  }
+
+  SiteContent content;
+  asio::io_context context{1};
+  asio::steady_timer timer{context};
+  std::list<std::shared_ptr<WebConnection>> connections;
+  std::optional<Listener> listener;
+  std::thread thread;
+};
+
+WebSite::WebSite(std::filesystem::path root, std::optional<OnlineMap> onlineMap)
+    : server_(std::make_unique<Server>()) {
+  SiteContent& content = server_->content;
+  content.root = std::move(root);
+  // Nothing is taken from a cache unasked, nor for what it does not say to be.
+  content.headers =
+      "Cache-Control: no-cache\r\nX-Content-Type-Options: nosniff\r\nContent-Security-Policy: " +
+      ContentPolicy(onlineMap) + "\r\n";
+  if (onlineMap) content.texts[kPageSettings] = {"application/json", PageSettings(*onlineMap)};
+}
+
+WebSite::~WebSite() {
+  server_->context.stop();
+  if (server_->thread.joinable()) server_->thread.join();
+}
+
+int WebSite::Start(const std::string& address, int port) {
+  std::error_code error;
+  const auto place = asio::ip::make_address_v4(address, error);
+  if (error || port < 0 || port > 65535) return 0;
+  auto acceptor = Listen(server_->context, {place, static_cast<std::uint16_t>(port)});
+  if (!acceptor) return 0;
+  const int opened = acceptor->local_endpoint(error).port();
+  Server& server = *server_;
+  // The log belongs to another thread; what can't be accepted now is accepted soon.
+  server.listener.emplace(
+      *std::move(acceptor), [&server](tcp::socket socket) { server.Accept(std::move(socket)); },
+      [](const std::string&) {});
+  server.CheckEverySecond();
+  server.thread = std::thread([&server] { server.context.run(); });
+  return opened;
+}
+
+}  // namespace pallomir::station

@@ -1,0 +1,269 @@
+#include "station/wire/base_server.h"
+
+#include <asio/post.hpp>
+#include <atomic>
+#include <future>
+#include <thread>
+
+#include "station/station_testing.h"
+
+namespace pallomir::station {
+namespace {
+
+using asio::ip::tcp;
+
+const std::string kA = "00000000000A", kB = "00000000000B";
+
+std::string Request(const std::string& ids, Millis from, Millis until) {
+  return ids + "~" + IsoText(from) + "~" + IsoText(until) + "~~";
+}
+
+class BaseServerOnSockets : public testing::Test {
+ protected:
+  BaseServerOnSockets()
+      : probe_(context_, {asio::ip::make_address("127.0.72.2"), 0}),
+        data_(context_, {asio::ip::make_address("127.0.72.2"), 0}),
+        probeAddress_(probe_.local_endpoint()),
+        dataAddress_(data_.local_endpoint()),
+        server_(
+            std::move(probe_), std::move(data_), source_, [this] { return now_.load(); },
+            [](const std::string&) {}),
+        thread_([this] { context_.run(); }) {}
+
+  ~BaseServerOnSockets() override {
+    context_.stop();
+    thread_.join();
+  }
+
+  // Runs `what` between the server's own steps and waits for it.
+  template <class What>
+  auto OnServer(What what) {
+    std::packaged_task<decltype(what())()> task(std::move(what));
+    auto result = task.get_future();
+    asio::post(context_, [&task] { task(); });
+    return result.get();
+  }
+
+  // Receives until `count` records have come.
+  static std::vector<Packet> ReceiveRecords(TestClient& client, std::size_t count) {
+    std::vector<Packet> packets;
+    std::string stream;
+    for (std::size_t received = 0; received < count;) {
+      const std::string part = client.Receive();
+      if (part.empty()) {
+        ADD_FAILURE() << "the stream ended after " << received << " of " << count << " records";
+        break;
+      }
+      stream += part;
+      for (Packet& packet : TakePackets(stream)) {
+        received += packet.oldestFirst.size();
+        packets.push_back(std::move(packet));
+      }
+    }
+    EXPECT_TRUE(stream.empty());
+    return packets;
+  }
+
+  static std::vector<WireRecord> RecordsOf(const std::string& unitId, const std::vector<Packet>& packets) {
+    std::vector<WireRecord> records;
+    for (const Packet& packet : packets)
+      if (packet.unitId == unitId)
+        records.insert(records.end(), packet.oldestFirst.begin(), packet.oldestFirst.end());
+    return records;
+  }
+
+  std::atomic<Millis> now_ = kNoon;
+  FakeSource source_;  ///< touched before the first request or on the server's thread only
+  asio::io_context context_;
+  tcp::acceptor probe_;
+  tcp::acceptor data_;
+  tcp::endpoint probeAddress_;
+  tcp::endpoint dataAddress_;
+  BaseServer server_;
+  std::thread thread_;
+};
+
+TEST_F(BaseServerOnSockets, AnswersWithTheRecordsOfTheWindow) {
+  source_.units[kA] = RecordsAt(0, 5000);
+  source_.units[kB] = RecordsAt(100, 1000);
+  TestClient client(dataAddress_);
+  client.Send(Request(kA + kB, kNoon, kNoon + kDay));
+  const auto packets = ReceiveRecords(client, 6000);
+  EXPECT_EQ(RecordsOf(kA, packets), source_.units[kA]);
+  EXPECT_EQ(RecordsOf(kB, packets), source_.units[kB]);
+}
+
+TEST_F(BaseServerOnSockets, TakesARequestInPieces) {
+  source_.units[kA] = RecordsAt(0, 1);
+  TestClient client(dataAddress_);
+  for (const char c : Request(kA, kNoon, kNoon + kDay)) client.Send({&c, 1});
+  EXPECT_EQ(ReceiveRecords(client, 1).size(), 1u);
+}
+
+TEST_F(BaseServerOnSockets, StreamsWhatIsNewInTheWindow) {
+  source_.units[kA] = RecordsAt(0, 3);
+  source_.units[kB] = {};
+  TestClient client(dataAddress_);
+  client.Send(Request(kA, kNoon, kNoon + kMinute));
+  ReceiveRecords(client, 3);
+  OnServer([this] {
+    source_.units[kB] = RecordsAt(0, 5);  // not asked for
+    source_.units[kA].push_back(RecordAt(30));
+    server_.Tick();
+  });
+  EXPECT_EQ(RecordsOf(kA, ReceiveRecords(client, 1)), RecordsAt(30, 1));
+  OnServer([this] {
+    source_.units[kA].push_back(RecordAt(60));
+    source_.units[kA].push_back(RecordAt(61));  // behind the window
+    server_.Tick();
+    server_.Tick();
+  });
+  EXPECT_EQ(RecordsOf(kA, ReceiveRecords(client, 1)), RecordsAt(60, 1));
+}
+
+TEST_F(BaseServerOnSockets, ASlowClientHoldsUpNobodyAndMissesNothing) {
+  constexpr std::int64_t kMany = 1'000'000;  // 14 MB, more than any socket buffer holds
+  source_.units[kA] = RecordsAt(0, kMany);
+  source_.units[kB] = RecordsAt(0, 2000);
+  TestClient slow(dataAddress_);
+  slow.Send(Request(kA, kNoon, kNoon + 30 * kDay));
+  const std::string first = slow.Receive();
+  ASSERT_FALSE(first.empty());
+  for (int i = 0; i < 3; ++i) {
+    TestClient quick(dataAddress_);
+    quick.Send(Request(kB, kNoon, kNoon + kDay));
+    EXPECT_EQ(RecordsOf(kB, ReceiveRecords(quick, 2000)), source_.units[kB]);
+    OnServer([this] { server_.Tick(); });
+  }
+  std::string stream = first;
+  std::int64_t next = 0;
+  while (next < kMany) {
+    for (const Packet& packet : TakePackets(stream))
+      for (const WireRecord& record : packet.oldestFirst) ASSERT_EQ(record, RecordAt(next++));
+    if (next == kMany) break;
+    const std::string part = slow.Receive();
+    ASSERT_FALSE(part.empty()) << next;
+    stream += part;
+  }
+  EXPECT_TRUE(stream.empty());
+}
+
+TEST_F(BaseServerOnSockets, ClosesOnAMalformedRequest) {
+  source_.units[kA] = RecordsAt(0, 3);
+  const std::string malformed[] = {
+      "~~",
+      "GET / HTTP/1.1\r\nHost: x\r\n\r\n~~",
+      "D" + Request(kA, kNoon, kNoon + kDay),
+      kA + "~11/22/26~11/23/26~~",
+      std::string(100'000, '0'),  // never ends
+  };
+  for (const std::string& request : malformed) {
+    TestClient client(dataAddress_);
+    client.Send(request);
+    EXPECT_EQ(client.ReceiveAll(), "") << request.substr(0, 40);
+    EXPECT_FALSE(client.TimedOut()) << request.substr(0, 40);
+  }
+}
+
+TEST_F(BaseServerOnSockets, ForgetsClientsThatHaveLeft) {
+  source_.units[kA] = RecordsAt(0, 1);
+  for (int i = 0; i < 600; ++i) {  // more than may be open at once
+    TestClient client(dataAddress_);
+    client.Send(Request(kA, kNoon, kNoon + kDay));
+    ASSERT_EQ(ReceiveRecords(client, 1).size(), 1u) << i;
+  }
+}
+
+TEST_F(BaseServerOnSockets, ServesWhoAsksHoweverManyStaySilent) {
+  source_.units[kA] = RecordsAt(0, 1);
+  std::vector<std::unique_ptr<TestClient>> silent;
+  for (int i = 0; i < 300; ++i) silent.push_back(std::make_unique<TestClient>(dataAddress_));
+  TestClient client(dataAddress_);
+  client.Send(Request(kA, kNoon, kNoon + kDay));
+  EXPECT_EQ(ReceiveRecords(client, 1).size(), 1u);
+  EXPECT_EQ(silent.front()->ReceiveAll(), "");  // the oldest had to go
+  EXPECT_FALSE(silent.front()->TimedOut());
+}
+
+TEST_F(BaseServerOnSockets, AtTheBoundTheLeastUsefulClientGivesWay) {
+  source_.units[kA] = RecordsAt(0, 1);
+  source_.units[kB] = RecordsAt(0, 1'000'000);  // more than a client that does not read can be sent
+  now_ = kNoon + 40 * kDay;
+  const std::string live = Request(kA, kNoon, kNoon + 50 * kDay), served = Request(kA, kNoon, kNoon + kDay),
+                    deaf = Request(kB, kNoon, kNoon + 30 * kDay);
+  struct Group {
+    std::string request;
+    int clients;
+    bool losesItsFirst;
+  };
+  // Each group has an address of its own: 127.0.74.1, .2, ...
+  const struct {
+    const char* name;
+    std::vector<Group> groups;
+    int newcomer;  // its address
+    bool isServed;
+  } cases[] = {
+      {"the oldest",
+       {{served, 60, true},
+        {served, 60, false},
+        {served, 60, false},
+        {served, 60, false},
+        {served, 16, false}},
+       9,
+       true},
+      {"who has been sent everything before who has not",
+       {{live, 60, false}, {deaf, 60, false}, {served, 60, true}, {live, 60, false}, {served, 16, false}},
+       9,
+       true},
+      {"whose window is over before those who wait for more",
+       {{live, 60, false}, {deaf, 60, true}, {live, 60, false}, {live, 60, false}, {deaf, 16, false}},
+       9,
+       true},
+      {"none while all wait for more",
+       {{live, 60, false}, {live, 60, false}, {live, 60, false}, {live, 60, false}, {live, 16, false}},
+       9,
+       false},
+      {"one of the same address when that has its share", {{served, 30, false}, {live, 64, true}}, 2, true},
+      {"none below the share", {{served, 30, false}, {live, 63, false}}, 2, true},
+  };
+  const auto address = [](std::size_t last) {
+    return asio::ip::make_address_v4("127.0.74." + std::to_string(last));
+  };
+  for (const auto& c : cases) {
+    std::vector<std::vector<std::unique_ptr<TestClient>>> groups;
+    std::size_t count = 0;
+    for (const Group& group : c.groups) {
+      auto& clients = groups.emplace_back();
+      for (int i = 0; i < group.clients; ++i) {
+        clients.push_back(std::make_unique<TestClient>(dataAddress_, address(groups.size())));
+        clients.back()->Send(group.request);
+        EXPECT_FALSE(clients.back()->Receive().empty()) << c.name;
+        ++count;
+      }
+    }
+    TestClient newcomer(dataAddress_, address(static_cast<std::size_t>(c.newcomer)));
+    newcomer.Send(served);
+    EXPECT_EQ(!newcomer.Receive().empty(), c.isServed) << c.name;
+    bool hasLost = !c.isServed;
+    for (std::size_t g = 0; g < groups.size(); ++g) {
+      if (!c.groups[g].losesItsFirst) continue;
+      groups[g].front()->ReceiveAll();
+      EXPECT_FALSE(groups[g].front()->TimedOut()) << c.name;
+      hasLost = true;
+    }
+    EXPECT_EQ(OnServer([this] { return server_.ClientCount(); }), count + (hasLost ? 0 : 1)) << c.name;
+    groups.clear();
+    newcomer.Close();
+    while (OnServer([this] { return server_.Tick(), server_.ClientCount(); }) > 0) std::this_thread::yield();
+  }
+}
+
+TEST_F(BaseServerOnSockets, AcceptsProbesHoweverManyStayOpen) {
+  std::vector<std::unique_ptr<TestClient>> probes;
+  for (int i = 0; i < 200; ++i) probes.push_back(std::make_unique<TestClient>(probeAddress_));
+  EXPECT_EQ(probes.front()->ReceiveAll(), "");  // the oldest had to go
+  EXPECT_FALSE(probes.front()->TimedOut());
+}
+
+}  // namespace
+}  // namespace pallomir::station
