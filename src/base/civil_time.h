@@ -15,6 +15,14 @@ inline constexpr Millis kMinute = 60 * kSecond;
 inline constexpr Millis kHour = 60 * kMinute;
 inline constexpr Millis kDay = 24 * kHour;
 
+/// Between UTC and local time by the offset in minutes, which is positive west of Greenwich.
+inline constexpr Millis ToLocalTime(Millis utc, int utcOffsetMinutes) {
+  return utc - utcOffsetMinutes * kMinute;
+}
+inline constexpr Millis ToUtc(Millis local, int utcOffsetMinutes) {
+  return local + utcOffsetMinutes * kMinute;
+}
+
 /// A calendar date with the time of day, Gregorian throughout. month 1..12, day 1..31, hour 0..23.
 struct CivilTime {
   int year = 1970;

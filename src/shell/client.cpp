@@ -86,6 +86,6 @@ void Client::ReleaseMutex(const std::function<void()>& then) {
   if (error == 0) then();
 }
 
-Millis Client::NowLocal() const { return ports_.clock.NowUtc() - utcOffsetMinutes_ * kMinute; }
+Millis Client::NowLocal() const { return ToLocalTime(ports_.clock.NowUtc(), utcOffsetMinutes_); }
 
 }  // namespace pallomir

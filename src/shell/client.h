@@ -268,7 +268,7 @@ class Client {
   LengthUnit Length() const;
   void ShowPickers();
   void TakeWindowFromPickers();
-  void NavigateTo(const TimeWindow& window);
+  bool NavigateTo(const std::optional<TimeWindow>& window);
   void ReturnToCurrentDay();
 
   template <class... Arguments>
@@ -284,7 +284,6 @@ class Client {
   StoredChoices choices_;
   MenuModel menus_;
   CommandHandlers handlers_;
-  std::string demoUnits_;
   bool areUnitsDemo_ = false;  // the units in the menu are the demo ones
   std::string currentUnitId_;
   UnitBook book_;

@@ -32,10 +32,7 @@ void Client::HandleViewCommands() {
   handle(Command::kFitAll, [this](int) { FitByUser(0); });
   handle(Command::kFitUnit, [this](int k) { FitByUser(static_cast<std::size_t>(k)); });
   handle(Command::kMapData, [this](int) { SwitchLayer(Command::kMapData, field::kMapData); });
-  handle(Command::kTrackingData, [this](int) {
-    SwitchLayer(Command::kTrackingData, field::kTrackingData);
-    ShowPickers();
-  });
+  handle(Command::kTrackingData, [this](int) { SwitchLayer(Command::kTrackingData, field::kTrackingData); });
   handle(Command::kZones, [this](int) { SwitchLayer(Command::kZones, field::kZonesShown); });
   handle(Command::kTimeline, [this](int) {
     ports_.view.ShowTimeline(Toggle(Command::kTimeline));
@@ -77,10 +74,10 @@ void Client::HandleOptionCommands() {
 
 void Client::HandleTimeCommands() {
   const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
-  handle(Command::kTimeBack, [this](int n) { NavigateTo(MovedBy(pickers_.Window(), -n)); });
-  handle(Command::kTimeForward, [this](int n) { NavigateTo(MovedBy(pickers_.Window(), n)); });
-  handle(Command::kTimeZoomIn, [this](int) { NavigateTo(ZoomedIn(pickers_.Window())); });
-  handle(Command::kTimeZoomOut, [this](int) { NavigateTo(ZoomedOut(pickers_.Window())); });
+  handle(Command::kTimeBack, [this](int n) { return NavigateTo(MovedBy(pickers_.Window(), -n)); });
+  handle(Command::kTimeForward, [this](int n) { return NavigateTo(MovedBy(pickers_.Window(), n)); });
+  handle(Command::kTimeZoomIn, [this](int) { return NavigateTo(ZoomedIn(pickers_.Window())); });
+  handle(Command::kTimeZoomOut, [this](int) { return NavigateTo(ZoomedOut(pickers_.Window())); });
   handle(Command::kCurrentDay, [this](int) { ReturnToCurrentDay(); });
 }
 
@@ -88,7 +85,13 @@ bool Client::KeyDown(int modifiers, char key) {
   if (closing_ || pickers_.PickerFocusMask() != 0) return false;
   const auto given = FindKeyCommand(modifiers, key, menus_.Count(Command::kOnlyUnit) - 1);
   if (!given) return false;
-  if (handlers_.Run(given->command, given->number) && IsBuilt(given->command)) ports_.beeper.Beep();
+  const bool hasActed = handlers_.Run(given->command, given->number);
+  if (given->command == Command::kTrackingData) {
+    // Unlike the menu entry, the key takes pickers and title along.
+    pickers_.ShowAll(menus_.At(Command::kTrackingData).checked);
+    ShowPickers();
+  }
+  if (hasActed && IsBuilt(given->command)) ports_.beeper.Beep();
   return true;
 }
 

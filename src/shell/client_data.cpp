@@ -27,9 +27,8 @@ ServerConnection::Host Client::ConnectionHost() {
 
 std::string Client::DataRequest() const {
   if (book_.enabledCount == 0) return {};
-  const Millis offset = utcOffsetMinutes_ * kMinute;
-  return DataRequestText(std::string_view(book_.requestText).substr(1), window_.start + offset,
-                         window_.end + offset);
+  return DataRequestText(std::string_view(book_.requestText).substr(1),
+                         ToUtc(window_.start, utcOffsetMinutes_), ToUtc(window_.end, utcOffsetMinutes_));
 }
 
 void Client::RestartConnection() {

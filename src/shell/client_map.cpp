@@ -59,7 +59,7 @@ void Client::OnPage(const page::GeocodeAnswer& answer) { Run(seams.showGeocode, 
 
 void Client::OnPage(const page::MouseMoved& move) {
   OnTimelineInfoTick();
-  ports_.view.HideHelp();
+  ports_.view.PointerOverMap({move.x, move.y});
   ShowPointAtShare(move.x);
 }
 
@@ -127,8 +127,8 @@ void Client::ShowPointAtShare(int x) {
   const PixelSize browser = ports_.view.BrowserSize();
   const double share = (x - kMargin) / static_cast<double>(browser.width - 2 * kMargin);
   if (closing_ || browser.width <= 2 * kMargin || share < 0 || share > 1) return HidePointInfos();
-  const Millis utc = window_.start + static_cast<Millis>(share * static_cast<double>(window_.Length())) +
-                     utcOffsetMinutes_ * kMinute;
+  const Millis local = window_.start + static_cast<Millis>(share * static_cast<double>(window_.Length()));
+  const Millis utc = ToUtc(local, utcOffsetMinutes_);
   std::vector<std::string> texts;
   std::optional<std::pair<std::size_t, std::size_t>> marked;  // unit and point, from 1
   int leastDistance = 0;

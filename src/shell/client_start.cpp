@@ -35,7 +35,6 @@ void Client::Load() {
   ChooseInMenu(menus_, Command::kUnitOfMeasureChoice, choices_.unitOfMeasure, "Unit of Measure: ");
   menus_.At(Command::kPortBase).caption = "Local Port Range Base = " + std::to_string(choices_.portBase);
   menus_.At(Command::kDemoMode).checked = choices_.demoMode;
-  demoUnits_ = DemoMobileUnits();
   ReadUnits();
   ReadHotspots();
   ReadZone();
@@ -79,7 +78,7 @@ void Client::ReadMenuChoice(Command array, const char* prefix, const SettingKey&
 void Client::ReadUnits() {
   areUnitsDemo_ = choices_.demoMode;
   ShowUnitsInMenu(menus_,
-                  ParseMobileUnits(areUnitsDemo_ ? demoUnits_
+                  ParseMobileUnits(areUnitsDemo_ ? DemoMobileUnits()
                                                  : ports_.settings.Get(setting::kMobileUnits.key,
                                                                        setting::kMobileUnits.defaultValue)));
 }

@@ -66,7 +66,7 @@ std::optional<PointFacts> Client::FactsOf(std::size_t k, std::int32_t pointIndex
   if (pointIndex == kNoPoint || j >= track.Points().size()) return std::nullopt;
   const DataPoint& point = track.Points()[j];
   const Millis utc = DecodePackedTime(point.time).value_or(0);
-  return PointFacts{utc - utcOffsetMinutes_ * kMinute, point.status, track.Miles()[j]};
+  return PointFacts{ToLocalTime(utc, utcOffsetMinutes_), point.status, track.Miles()[j]};
 }
 
 LengthUnit Client::Length() const {
@@ -115,18 +115,17 @@ void Client::OnPickerGraceTick() {
 
 void Client::TakeWindowFromPickers() { window_ = pickers_.Window(); }
 
-// The pickers and the title show while the tracking data does.
 void Client::ShowPickers() {
-  const bool shown = menus_.At(Command::kTrackingData).checked;
-  ports_.view.ShowPicker(0, pickers_.Value(0), pickers_.Format(0), shown);
-  ports_.view.ShowPicker(1, pickers_.Value(1), pickers_.Format(1), shown && pickers_.IsEndVisible());
-  ports_.view.ShowReloadButton(shown && pickers_.IsReloadVisible());
-  ports_.view.ShowCaption(shown);
+  ports_.view.ShowPicker(0, pickers_.Value(0), pickers_.Format(0), pickers_.AreShown());
+  ports_.view.ShowPicker(1, pickers_.Value(1), pickers_.Format(1), pickers_.IsEndVisible());
+  ports_.view.ShowReloadButton(pickers_.IsReloadVisible());
+  ports_.view.ShowCaption(pickers_.AreShown());
 }
 
-// Loads another window. What was being changed in the pickers goes.
-void Client::NavigateTo(const TimeWindow& window) {
-  pickers_.SetWindow(window);
+// Loads another window, if there is one. What was being changed in the pickers goes.
+bool Client::NavigateTo(const std::optional<TimeWindow>& window) {
+  if (!window) return false;
+  pickers_.SetWindow(*window);
   TakeWindowFromPickers();
   for (const int i : {0, 1}) {
     if (!(pickers_.PickerFocusMask() & 1 << i)) pickers_.SetPickerFormat(i);
@@ -134,6 +133,7 @@ void Client::NavigateTo(const TimeWindow& window) {
   pickers_.HideReload();
   MapReload();
   ShowPickers();
+  return true;
 }
 
 void Client::ReturnToCurrentDay() {

@@ -68,7 +68,8 @@ class ClientView {
   /// While Shift is held and the pointer is over the map, lays the panel `picP` over it, which takes the
   /// mouse.
   virtual void ShowCapturePanel() = 0;
-  virtual void HideHelp() = 0;  ///< both help overlays
+  /// The pointer was seen over the map: the help overlays go, unless it is on its way to one.
+  virtual void PointerOverMap(ViewPoint at) = 0;
 
   // Date pickers
   virtual void ShowPicker(int i, Millis value, const std::string& format, bool visible) = 0;

@@ -34,12 +34,8 @@ void Client::ShowAllUnits() {
 }
 
 void Client::SaveUnits() {
-  const std::string stored = EncodeMobileUnits(UnitsFromMenu(menus_));
-  if (areUnitsDemo_) {
-    demoUnits_ = stored;
-  } else {
-    ports_.settings.Save(setting::kMobileUnits.key, stored);
-  }
+  if (areUnitsDemo_) return;  // the menu alone keeps those
+  ports_.settings.Save(setting::kMobileUnits.key, EncodeMobileUnits(UnitsFromMenu(menus_)));
 }
 
 void Client::UnitsApplied(const std::vector<MobileUnit>& units) {

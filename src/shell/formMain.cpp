@@ -6,16 +6,13 @@
 #include <QCursor>
 #include <QFrame>
 #include <QKeyEvent>
-#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <utility>
 
-#include "commands/key_list_widget.h"
 #include "commands/key_of_event_widget.h"
-#include "commands/keyboard_widget.h"
 #include "hotspots/formHotSpots_Edit.h"
 #include "hotspots/formSecureHotSpots_Edit.h"
 #include "map/map_view.h"
@@ -27,10 +24,11 @@
 #include "shell/client.h"
 #include "shell/formMapUpdating.h"
 #include "shell/formSplash.h"
+#include "shell/help_overlays_widget.h"
 #include "shell/point_marker_widget.h"
 #include "shell/size_grips_widget.h"
 #include "shell/tab_order_widget.h"
-#include "timeline/date_time_picker_widget.h"
+#include "timeline/picker_row_widget.h"
 #include "timeline/timeline_info_widget.h"
 #include "timeline/timeline_strip_widget.h"
 #include "tracking/FormRetryAfterError.h"
@@ -39,6 +37,10 @@
 
 namespace pallomir {
 namespace {
+
+// The page is told that it has 21 by 5 pixels less than the browser. Half of the 5, and of the 3 that are not
+// the unused width, lie before it: then its middle is the one that marks over the map are reckoned from.
+constexpr QPoint kPageInset(2, 3);
 
 QString Text(const std::string& utf8) { return QString::fromStdString(utf8); }
 
@@ -73,8 +75,7 @@ formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::Framele
   marker_ = std::make_unique<PointMarker>(mapArea_);
   infos_ = new PointInfos(mapArea_);
   frameTimelineInfo_ = new TimelineInfo(this);
-  pctKeyboard_ = new KeyboardPicture(mapArea_);
-  pctKeyList_ = new KeyListPicture(mapArea_);
+  help_ = std::make_unique<HelpOverlays>(mapArea_);
   formSplash_ = new formSplash(this, VersionText(PALLOMIR_VERSION, ExecutableDate()));
   formMapUpdating_ = new formMapUpdating(this);
   FormRetryAfterError_ = new FormRetryAfterError(this);
@@ -92,15 +93,8 @@ formMain::~formMain() {
 
 void formMain::BuildCaptionLine() {
   captionLine_ = new CaptionLine(this);
-  DTP_[0] = new DateTimePicker(captionLine_, "DTP(0)", "Start of the time window");
-  DTP_[1] = new DateTimePicker(captionLine_, "DTP(1)", "End of the time window");
-  cmdOK_Reload_ = new QPushButton("Reload", captionLine_);
-  cmdOK_Reload_->setObjectName("cmdOK_Reload");
-  cmdOK_Reload_->setToolTip("Apply the Changes Made to Start/End Times");
-  cmdOK_Reload_->hide();
-  captionLine_->AddControl(DTP_[0]);
-  captionLine_->AddControl(DTP_[1]);
-  captionLine_->AddControl(cmdOK_Reload_);
+  pickers_ = new PickerRow(captionLine_);
+  for (QWidget* control : pickers_->Controls()) captionLine_->AddControl(control);
 }
 
 void formMain::BuildTimelineFrame() {
@@ -116,10 +110,12 @@ void formMain::BuildTimelineFrame() {
 // timeline.
 void formMain::OrderTabs() {
   const auto control = [this](const char* name) { return captionLine_->findChild<QWidget*>(name); };
-  SetTabOrder({control("lblMenu"), DTP_[0], DTP_[1], cmdOK_Reload_, control("picLamp"), control("pctHelp_1"),
-               pctKeyboard_, control("pctHelp_2"), control("pctButton_Minimize"), control("pctButton_Normal"),
-               control("pctButton_Maximize"), control("pctButton_FullScreen"), control("pctButton_Exit"),
-               formSplash_->findChild<QWidget*>("cmdSplashOK"), FocusGetter_, WB_, frameTimeLine_});
+  const auto [start, end, reload] = pickers_->Controls();
+  SetTabOrder({control("lblMenu"), start, end, reload, control("picLamp"), control("pctHelp_1"),
+               help_->Keyboard(), control("pctHelp_2"), control("pctButton_Minimize"),
+               control("pctButton_Normal"), control("pctButton_Maximize"), control("pctButton_FullScreen"),
+               control("pctButton_Exit"), formSplash_->findChild<QWidget*>("cmdSplashOK"), FocusGetter_, WB_,
+               frameTimeLine_});
 }
 
 void formMain::Attach(Client& client, QuestionQueue& questions) {
@@ -127,10 +123,8 @@ void formMain::Attach(Client& client, QuestionQueue& questions) {
   questions_ = &questions;
   formMnu_ = std::make_unique<QtMenu>(client.Menus(), Command::kPopup, this);
   ConnectCaptionLine();
-  connect(cmdOK_Reload_, &QPushButton::clicked, this, [this] { client_->ReloadClicked(); });
   connect(FocusGetter_, &QCheckBox::clicked, this, [this] { client_->MenuButtonClicked(); });
-  ConnectPicker(0);
-  ConnectPicker(1);
+  ConnectPickers();
   strip_->dragFinished = ToClient(&Client::TimelineDragged);
   strip_->hovered = ToClient(&Client::TimelineHovered);
   strip_->left = ToClient(&Client::TimelineLeft);
@@ -151,20 +145,23 @@ void formMain::ConnectCaptionLine() {
   captionLine_->fullScreen = ToClient(&Client::FullScreenClicked);
   captionLine_->exit = [this] { close(); };
   captionLine_->doubleClicked = ToClient(&Client::CaptionDoubleClicked);
-  captionLine_->showKeyboard = [this] { pctKeyboard_->ShowOverlay(); };
-  captionLine_->readKeyboard = [this] { pctKeyboard_->FocusKey(); };
-  captionLine_->showKeyList = [this] { pctKeyList_->ShowOverlay(); };
+  captionLine_->showKeyboard = [this] { help_->ShowKeyboard(); };
+  captionLine_->readKeyboard = [this] { help_->ReadKeyboard(); };
+  captionLine_->showKeyList = [this] { help_->ShowKeyList(); };
   captionLine_->pointerMoved = ToClient(&Client::PointerOverCaption);
   captionLine_->pointerLeft = ToClient(&Client::HidePointInfos);
 }
 
-void formMain::ConnectPicker(int i) {
-  DateTimePicker& picker = *DTP_[static_cast<std::size_t>(i)];
-  picker.gotFocus = ToClient(&Client::PickerGotFocus, i);
-  picker.lostFocus = ToClient(&Client::PickerLostFocus, i);
-  picker.changed = ToClient(&Client::PickerChanged, i);
-  picker.droppedDown = ToClient(&Client::PickerDroppedDown, i);
-  picker.closedUp = ToClient(&Client::PickerClosedUp, i);
+void formMain::ConnectPickers() {
+  pickers_->gotFocus = ToClient(&Client::PickerGotFocus);
+  pickers_->lostFocus = ToClient(&Client::PickerLostFocus);
+  pickers_->changed = ToClient(&Client::PickerChanged);
+  pickers_->droppedDown = ToClient(&Client::PickerDroppedDown);
+  pickers_->closedUp = ToClient(&Client::PickerClosedUp);
+  pickers_->reload = [this] {
+    LeaveChrome();  // ends the editing, which takes over what was typed
+    client_->ReloadClicked();
+  };
 }
 
 void formMain::ShowLamp(LampColour colour, const std::string& text) {
@@ -181,7 +178,7 @@ void formMain::LayOut() {
   const int captionHeight = captionLine_->sizeHint().height();
   const int mapHeight = std::max(0, height() - frameHeight - captionHeight);
   mapArea_->setGeometry(0, captionHeight, width(), mapHeight);
-  WB_->setGeometry(0, 0, width() + kUnusedBrowserWidth, mapHeight);
+  WB_->setGeometry(kPageInset.x(), kPageInset.y(), width() + kUnusedBrowserWidth, mapHeight);
   frameTimeLine_->setGeometry(0, captionHeight + mapHeight, width(), frameHeight);
   captionLine_->setGeometry(0, 0, width(), captionHeight);
   pctSizer_->Raise();
@@ -269,31 +266,18 @@ void formMain::HidePointInfos() { infos_->hide(); }
 void formMain::HidePointMarker() { marker_->Hide(); }
 void formMain::ShowCapturePanel() { picP_->Poll(); }
 
-void formMain::HideHelp() {
-  pctKeyboard_->HideOverlay();
-  pctKeyList_->HideOverlay();
-}
+void formMain::PointerOverMap(ViewPoint at) { help_->PointerOverMap({at.x, at.y}); }
 
 void formMain::ShowPicker(int i, Millis value, const std::string& format, bool visible) {
-  DateTimePicker* picker = DTP_[static_cast<std::size_t>(i)];
-  picker->ShowValue(value, Text(format));
-  picker->setVisible(visible);
+  pickers_->ShowPicker(i, value, Text(format), visible);
 }
 
-void formMain::ShowReloadButton(bool visible) { cmdOK_Reload_->setVisible(visible); }
-
-void formMain::MovePointerToReloadButton() {
-  QCursor::setPos(cmdOK_Reload_->mapToGlobal(cmdOK_Reload_->rect().center()));
-}
-
-bool formMain::IsPickerFocused() const {
-  const QWidget* focus = focusWidget();
-  return focus && (focus == DTP_[0] || focus == DTP_[1]);
-}
+void formMain::ShowReloadButton(bool visible) { pickers_->ShowReload(visible); }
+void formMain::MovePointerToReloadButton() { pickers_->MovePointerToReload(); }
 
 void formMain::ReturnFocus() {
   if (!isActiveWindow() || QApplication::activePopupWidget() || focusWidget() == FocusGetter_ ||
-      IsPickerFocused()) {
+      pickers_->HasPickerFocus()) {
     return;
   }
   FocusGetter_->setFocus(Qt::OtherFocusReason);
@@ -459,11 +443,8 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       return false;
     case Qt::Key_F6:
       client_->HoldFocusOff(true);
-      if (DTP_[0]->isVisible()) {
-        DTP_[0]->setFocus(Qt::ShortcutFocusReason);
-      } else {
+      if (!pickers_->FocusStart())
         captionLine_->findChild<QWidget*>("lblMenu")->setFocus(Qt::ShortcutFocusReason);
-      }
       return true;
     case Qt::Key_F10:
       if (event.modifiers() != Qt::NoModifier) return false;
@@ -471,14 +452,14 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       client_->MenuButtonClicked();
       return true;
     case Qt::Key_Escape:
-      HideHelp();
+      help_->Hide();
       formSplash_->hide();
       LeaveChrome();
       return false;
     default:
       break;
   }
-  if (IsPickerFocused()) return false;
+  if (pickers_->HasPickerFocus()) return false;
   const auto key = KeyOfEvent(event);
   if (!key || !client_->KeyDown(key->modifiers, key->key)) return false;
   LeaveChrome();

@@ -2,7 +2,6 @@
 
 #include <QPointer>
 #include <QWidget>
-#include <array>
 #include <memory>
 
 #include "platform/main_window.h"
@@ -11,7 +10,6 @@
 class QCheckBox;
 class QFrame;
 class QKeyEvent;
-class QPushButton;
 
 namespace pallomir {
 
@@ -19,14 +17,13 @@ class AboutBox;
 class CaptionLine;
 class CapturePanel;
 class Client;
-class DateTimePicker;
 class FormRetryAfterError;
-class KeyListPicture;
-class KeyboardPicture;
+class HelpOverlays;
 class formMapUpdating;
 class formHotSpots_Edit;
 class formMobileUnit_Edit;
 class formSecureHotSpots_Edit;
+class PickerRow;
 class PointInfos;
 class PointMarker;
 class QuestionQueue;
@@ -80,7 +77,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void HidePointInfos() override;
   void HidePointMarker() override;
   void ShowCapturePanel() override;
-  void HideHelp() override;
+  void PointerOverMap(ViewPoint at) override;
   void ShowPicker(int i, Millis value, const std::string& format, bool visible) override;
   void ShowReloadButton(bool visible) override;
   void MovePointerToReloadButton() override;
@@ -130,8 +127,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void BuildTimelineFrame();
   void OrderTabs();
   void ConnectCaptionLine();
-  void ConnectPicker(int i);
-  bool IsPickerFocused() const;
+  void ConnectPickers();
   void FirstSeen();
   bool FilterKey(QWidget& widget, const QKeyEvent& event);
   void FilterMousePress(QWidget& widget);
@@ -144,8 +140,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   QWidget* mapArea_;  // clips WB, which is wider than the window
   QWidget* WB_;
   CaptionLine* captionLine_;
-  std::array<DateTimePicker*, 2> DTP_{};
-  QPushButton* cmdOK_Reload_;
+  PickerRow* pickers_;
   QFrame* frameTimeLine_;
   TimelineStrip* strip_;
   TimelineInfo* frameTimelineInfo_;
@@ -158,8 +153,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   QPointer<formHotSpots_Edit> formHotSpots_Edit_;
   QPointer<formSecureHotSpots_Edit> formSecureHotSpots_Edit_;
   AboutBox* about_;
-  KeyboardPicture* pctKeyboard_;
-  KeyListPicture* pctKeyList_;
+  std::unique_ptr<HelpOverlays> help_;
   CapturePanel* picP_;
   SizeGrips* pctSizer_;
   std::unique_ptr<PointMarker> marker_;

@@ -25,14 +25,17 @@ class PointMarker {
   std::array<QFrame*, 4> pictures_;  // H1, H2, V1, V2
 };
 
-/// The texts of the points at the pointer's share of the time window, one `txtDP_Info(k)` a unit side by side
-/// along the upper edge of the map. They take neither keyboard nor mouse.
+/// The texts of the points at the pointer's share of the time window, one `txtDP_Info(k)` a unit, in rows
+/// from the upper edge of the map down. Where they don't all fit, the last one says how many are missing.
+/// They take neither keyboard nor mouse.
 class PointInfos : public QFrame {
  public:
   explicit PointInfos(QWidget* mapArea);
   void ShowTexts(const QStringList& texts);
 
  private:
+  void AddLabel();
+
   std::vector<QLabel*> txtDP_Info_;
 };
 

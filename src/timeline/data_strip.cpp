@@ -29,7 +29,7 @@ std::vector<std::uint32_t> ColumnStarts(const TimeWindow& localWindow, int utcOf
   std::vector<std::uint32_t> starts;
   if (!IsDrawable(localWindow, width)) return starts;
   starts.reserve(static_cast<std::size_t>(width) + 1);
-  const Millis startUtc = localWindow.start + utcOffsetMinutes * kMinute;
+  const Millis startUtc = ToUtc(localWindow.start, utcOffsetMinutes);
   // The first millisecond of column x is x · length / width, rounded up.
   for (int x = 0; x <= width; ++x)
     starts.push_back(FirstPackedFrom(startUtc + (x * localWindow.Length() + width - 1) / width));

@@ -1,38 +1,8 @@
 #include "timeline/date_pickers.h"
 
-#include "base/number_format.h"
+#include <algorithm>
 
 namespace pallomir {
-namespace {
-
-constexpr const char* kDays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-
-std::string FieldText(Millis value, char letter, int count) {
-  const CivilTime t = ToCivil(value);
-  const int hour = t.hour % 12 == 0 ? 12 : t.hour % 12;
-  switch (letter) {
-    case 'd':
-      return count >= 3 ? kDays[DayOfWeek(value)] : FormatInteger(t.day, count);
-    case 'M':
-      return count >= 3 ? kMonths[t.month - 1] : FormatInteger(t.month, count);
-    case 'y':
-      return FormatInteger(t.year % 100, 2);
-    case 'h':
-      return FormatInteger(hour, count);
-    case 'm':
-      return FormatInteger(t.minute, count);
-    case 's':
-      return FormatInteger(t.second, count);
-    case 't':
-      return t.hour < 12 ? "AM" : "PM";
-    default:
-      return std::string(static_cast<std::size_t>(count), letter);
-  }
-}
-
-}  // namespace
 
 std::string PickerFormat(Millis value) {
   const CivilTime t = ToCivil(value);
@@ -44,17 +14,6 @@ std::string PickerFormat(Millis value) {
   return format;
 }
 
-std::string PickerText(Millis value, const std::string& format) {
-  std::string text;
-  for (std::size_t at = 0; at < format.size();) {
-    std::size_t end = format.find_first_not_of(format[at], at);
-    if (end == std::string::npos) end = format.size();
-    text += FieldText(value, format[at], static_cast<int>(end - at));
-    at = end;
-  }
-  return text;
-}
-
 void DatePickers::SetWindow(const TimeWindow& window) {
   pickers_[0].value = window.start;
   pickers_[1].value = window.end;
@@ -62,7 +21,9 @@ void DatePickers::SetWindow(const TimeWindow& window) {
 
 void DatePickers::SetPickerFormat(int i) { picker(i).format = PickerFormat(Value(i)); }
 
-bool DatePickers::IsEndVisible() const { return focusMask_ != 0 || grace_ || Window().Length() != kDay; }
+bool DatePickers::IsEndVisible() const {
+  return shown_ && (focusMask_ != 0 || grace_ || Window().Length() != kDay);
+}
 
 void DatePickers::GotFocus(int i) {
   focusMask_ |= 1 << i;
@@ -104,7 +65,7 @@ void DatePickers::Reloaded() {
 }
 
 void DatePickers::StartMoved() {
-  pickers_[1].value = pickers_[0].value + kDay;
+  pickers_[1].value = std::min(pickers_[0].value + kDay, LastMoment());
   SetPickerFormat(1);
 }
 

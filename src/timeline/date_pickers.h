@@ -14,9 +14,6 @@ inline constexpr char kEditingFormat[] = "ddd MM-dd-yy hh:mm:ss tt";
 /// The format in which a picker shows this value while it is not edited: as short as the value allows.
 std::string PickerFormat(Millis value);
 
-/// The value in a format of the pickers, with English names: "Mon,Nov16, 3:30 PM".
-std::string PickerText(Millis value, const std::string& format);
-
 /// The two date-time pickers DTP(0) and DTP(1), without their widgets. They are the editing surface of the
 /// time window and the source of truth. Values written here raise no change.
 class DatePickers {
@@ -28,10 +25,13 @@ class DatePickers {
   void SetWindow(const TimeWindow& window);
   void SetPickerFormat(int i);
 
-  /// Whether the pickers' row shows DTP(1): hidden for the usual window of one day, unless it is being edited
-  /// or has just been.
+  /// Both pickers, the Reload button and the title show or hide together, whatever else hides one of them.
+  void ShowAll(bool shown) { shown_ = shown; }
+  bool AreShown() const { return shown_; }
+  /// Whether DTP(1) is seen: hidden for the usual window of one day, unless a picker is being edited or has
+  /// just been.
   bool IsEndVisible() const;
-  bool IsReloadVisible() const { return reloadVisible_; }
+  bool IsReloadVisible() const { return shown_ && reloadVisible_; }
 
   /// Bit 2^i is set while picker i holds the keyboard focus.
   int PickerFocusMask() const { return focusMask_; }
@@ -60,6 +60,7 @@ class DatePickers {
   void StartMoved();
 
   std::array<Picker, 2> pickers_;
+  bool shown_ = true;
   int focusMask_ = 0;
   bool changed_ = false;
   bool droppedDown_ = false;

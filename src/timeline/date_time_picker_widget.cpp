@@ -2,16 +2,26 @@
 
 #include <QCalendarWidget>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QStyleOptionComboBox>
 #include <QTimer>
 #include <QWheelEvent>
+#include <algorithm>
 #include <utility>
+
+#include "timeline/date_pickers.h"
+#include "timeline/time_window.h"
 
 namespace pallomir {
 namespace {
+
+// The letters of both differ in one place.
+QString OfQt(QString format) { return format.replace("tt", "AP"); }
+
+QDateTime AsQt(Millis time) { return QDateTime::fromMSecsSinceEpoch(time, Qt::UTC); }
 
 // A popup of our own, or another program's window, in front is no loss of focus for the picker.
 bool IsPassing(Qt::FocusReason reason) {
@@ -28,8 +38,8 @@ DateTimePicker::DateTimePicker(QWidget* parent, const QString& name, const QStri
   setTimeSpec(Qt::UTC);
   setCalendarPopup(true);
   setFocusPolicy(Qt::StrongFocus);
-  setMinimumDateTime(QDateTime(QDate(1900, 1, 1), QTime(0, 0), Qt::UTC));
-  setMaximumDateTime(QDateTime(QDate(9999, 12, 31), QTime(23, 59, 59), Qt::UTC));
+  setMinimumDateTime(AsQt(FirstMoment()));
+  setMaximumDateTime(AsQt(LastMoment()));
   calendarWidget()->setLocale(QLocale::c());
   calendarWidget()->installEventFilter(this);
   connect(this, &QDateTimeEdit::dateTimeChanged, this, [this] {
@@ -38,22 +48,39 @@ DateTimePicker::DateTimePicker(QWidget* parent, const QString& name, const QStri
 }
 
 void DateTimePicker::ShowValue(Millis value, const QString& format) {
-  QString ofQt = format;
-  ofQt.replace("tt", "AP");
   const QSignalBlocker quiet(this);
+  const QString ofQt = OfQt(format);
   if (displayFormat() != ofQt) setDisplayFormat(ofQt);
-  const Millis wholeSeconds = value - value % kSecond;
-  if (Value() != wholeSeconds) setDateTime(QDateTime::fromMSecsSinceEpoch(wholeSeconds, Qt::UTC));
-  updateGeometry();
+  const QDateTime wholeSeconds = AsQt(value - value % kSecond);
+  if (dateTime() != wholeSeconds) setDateTime(wholeSeconds);
+  // What the short formats leave out, the year above all.
+  setToolTip(locale().toString(wholeSeconds, "dddd, MMMM d, yyyy, h:mm:ss AP"));
 }
 
 QSize DateTimePicker::sizeHint() const {
+  int widest = 0;
+  for (int day = 20; day <= 26; ++day) {  // a week: the days' names differ
+    const QString text = locale().toString(QDateTime(QDate(2000, 8, day), QTime(20, 8, 8), Qt::UTC),
+                                           OfQt(QString(kEditingFormat)));
+    widest = std::max(widest, fontMetrics().horizontalAdvance(text + "  "));
+  }
   QStyleOptionComboBox option;
   option.initFrom(this);
   option.editable = true;
-  const QSize text(fontMetrics().horizontalAdvance(this->text() + "  "), QDateTimeEdit::sizeHint().height());
+  const QSize text(widest, QDateTimeEdit::sizeHint().height());
   const QSize whole = style()->sizeFromContents(QStyle::CT_ComboBox, &option, text, this);
   return {whole.width(), text.height()};
+}
+
+void DateTimePicker::FocusDay() {
+  setFocus(Qt::ShortcutFocusReason);
+  // The weekday is a section of the day too, but the first of them, and nothing changes it.
+  for (int section = sectionCount() - 1; section >= 0; --section) {
+    if (sectionAt(section) != DaySection) continue;
+    setCurrentSectionIndex(section);
+    setSelectedSection(DaySection);
+    return;
+  }
 }
 
 void DateTimePicker::focusInEvent(QFocusEvent* event) {
@@ -77,6 +104,13 @@ void DateTimePicker::changeEvent(QEvent* event) {
 
 void DateTimePicker::TellLost() {
   if (std::exchange(told_, false) && lostFocus) lostFocus();
+}
+
+void DateTimePicker::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+    return QDateTimeEdit::keyPressEvent(event);
+  interpretText();
+  if (entered && !event->isAutoRepeat()) entered();
 }
 
 // Scrolling past the picker must not change a date.

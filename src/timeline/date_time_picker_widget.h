@@ -18,18 +18,23 @@ class DateTimePicker : public QDateTimeEdit {
   std::function<void(Millis)> changed;
   std::function<void()> droppedDown;
   std::function<void()> closedUp;
+  std::function<void()> entered;  ///< Enter was pressed; what was typed has been taken over
 
   /// `format` in the letters of timeline/date_pickers.h. Ignored where it changes nothing, so that a value
   /// that is being typed is not disturbed.
   void ShowValue(Millis value, const QString& format);
 
-  /// As wide as the text it shows: the formats differ much in length.
+  /// Gives the keyboard to the day: what arrows change first in a date.
+  void FocusDay();
+
+  /// As wide as its longest text: in whichever format it shows, its arrow stays where it is.
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void changeEvent(QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;

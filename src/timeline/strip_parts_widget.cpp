@@ -139,7 +139,7 @@ QRect TickLabels::PlaceOf(int centre, const QString& text, int right) const {
   return {left, 0, width, height()};
 }
 
-void TickLabels::SetTicks(const std::vector<Tick>& ticks, int stripLeft, int right) {
+void TickLabels::SetTicks(const std::vector<Tick>& ticks, int stripLeft, int stripWidth, int right) {
   marks_.clear();
   std::vector<int> ranks;
   QStringList said;
@@ -160,7 +160,9 @@ void TickLabels::SetTicks(const std::vector<Tick>& ticks, int stripLeft, int rig
   for (const std::size_t i : order) {
     TimelineStrip::ScaleMark& mark = marks_[i];
     const int centre = stripLeft + mark.column;
-    const bool isAtItsTick = centre >= mark.place.left() && centre <= mark.place.right();
+    // At the very end there is no line that the label could stand beside.
+    const bool isAtItsTick =
+        mark.column == stripWidth || (centre >= mark.place.left() && centre <= mark.place.right());
     mark.shown = isAtItsTick && !taken.intersects(mark.place);
     if (mark.shown) taken += mark.place.adjusted(-kLabelGap, 0, kLabelGap, 0);
   }

@@ -65,12 +65,12 @@ class StripRowWidgets {
   UnitMark* pointer_;
 };
 
-/// The tick labels over the rows. They belong to a strip that begins at `stripLeft`.
+/// The tick labels over the rows. They belong to a strip of `stripWidth` that begins at `stripLeft`.
 class TickLabels : public QWidget {
  public:
   explicit TickLabels(QWidget* parent);
   /// `right` ends the place where labels can stand.
-  void SetTicks(const std::vector<Tick>& ticks, int stripLeft, int right);
+  void SetTicks(const std::vector<Tick>& ticks, int stripLeft, int stripWidth, int right);
   const std::vector<TimelineStrip::ScaleMark>& Marks() const { return marks_; }
 
  protected:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace pallomir {
 namespace {
@@ -154,10 +155,7 @@ Millis FloorToStep(Millis time, int step) {
 }
 
 bool IsDrawable(const TimeWindow& window, int width) {
-  static const Millis kFirst = ToMillis({1900, 1, 1});
-  static const Millis kPastLast = ToMillis({10000, 1, 1});
-  return width > 0 && width <= kMaxStripWidth && window.start < window.end && window.start >= kFirst &&
-         window.end < kPastLast;
+  return width > 0 && width <= kMaxStripWidth && window.start < window.end && IsPossibleWindow(window);
 }
 
 std::int64_t ColumnOf(const TimeWindow& window, int width, Millis time) {
@@ -173,7 +171,9 @@ std::optional<TickScale> BuildTickScale(const TimeWindow& window, int width) {
   for (Millis time = FloorToStep(window.start, scale.drawnStep); time <= window.end;
        time = AddStep(time, step)) {
     const std::int64_t column = ColumnOf(window, width, time);
-    if (column >= 0 && column < width) scale.ticks.push_back(MakeTick(time, static_cast<int>(column), scale));
+    if (column < 0) continue;
+    Tick tick = MakeTick(time, static_cast<int>(column), scale);
+    if (column < width || !tick.label.empty()) scale.ticks.push_back(std::move(tick));
   }
   return scale;
 }

@@ -14,14 +14,14 @@ namespace pallomir {
 /// minutes; 1, 3 and 12 hours; 1 and 7 days; 1 and 3 months; 1 year.
 inline constexpr int kTickSteps = 12;
 
-/// No strip is wider. With windows up to the year 9999, products of a width and a length then fit 64 bits.
-inline constexpr int kMaxStripWidth = 32767;
+/// No strip is wider: products of a width and the longest possible window then fit 64 bits.
+inline constexpr int kMaxStripWidth = 16383;
 
 /// One line of the time scale.
 struct Tick {
-  int column = 0;     ///< 0 at the window's start, below the strip's width
-  int rank = 0;       ///< the coarsest step on whose grid the tick lies
-  int height = 0;     ///< pixels, from the top; 2 for the finest ticks
+  int column = 0;  ///< 0 at the window's start; at its very end the strip's width, where only a label stands
+  int rank = 0;    ///< the coarsest step on whose grid the tick lies
+  int height = 0;  ///< pixels, from the top; 2 for the finest ticks
   std::string label;  ///< empty for most
   Millis time = 0;    ///< what it stands for, local
   bool operator==(const Tick&) const = default;
@@ -35,7 +35,7 @@ struct TickScale {
   bool operator==(const TickScale&) const = default;
 };
 
-/// Whether a strip of `width` pixels can show the window: some pixels, some length, years 1900 to 9999.
+/// Whether a strip of `width` pixels can show the window: some pixels, some length, possible ends.
 bool IsDrawable(const TimeWindow& window, int width);
 
 /// The scale of a window of local time on `width` pixels; nothing where the window can't be shown or even

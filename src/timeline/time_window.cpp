@@ -1,16 +1,12 @@
 #include "timeline/time_window.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace pallomir {
 namespace {
 
-// Zooming out again and again would leave 64 bits after two dozen times.
-Millis Representable(Millis time) {
-  static const Millis kFirst = ToMillis({100, 1, 1});
-  static const Millis kLast = ToMillis({9999, 12, 31, 23, 59, 59});
-  return std::clamp(time, kFirst, kLast);
+std::optional<TimeWindow> IfPossible(const TimeWindow& window) {
+  return IsPossibleWindow(window) ? std::optional(window) : std::nullopt;
 }
 
 Millis At(const TimeWindow& window, double share) {
@@ -18,6 +14,21 @@ Millis At(const TimeWindow& window, double share) {
 }
 
 }  // namespace
+
+Millis FirstMoment() {
+  static const Millis kFirst = ToMillis({100, 1, 1});
+  return kFirst;
+}
+
+Millis LastMoment() {
+  static const Millis kLast = ToMillis({9999, 12, 31, 23, 59, 59});
+  return kLast;
+}
+
+bool IsPossibleWindow(const TimeWindow& window) {
+  const auto isDate = [](Millis time) { return time >= FirstMoment() && time <= LastMoment(); };
+  return isDate(window.start) && isDate(window.end);
+}
 
 std::optional<TimeWindow> WindowForChoice(StartupChoice choice, Millis nowLocal) {
   const auto oneDayFrom = [](Millis start) { return TimeWindow{start, start + kDay}; };
@@ -35,9 +46,9 @@ std::optional<TimeWindow> WindowForChoice(StartupChoice choice, Millis nowLocal)
   return std::nullopt;
 }
 
-TimeWindow MovedBy(const TimeWindow& window, int periods) {
-  const Millis start = Representable(window.start + periods * window.Length());
-  return {start, Representable(start + window.Length())};
+std::optional<TimeWindow> MovedBy(const TimeWindow& window, int periods) {
+  const Millis start = window.start + periods * window.Length();
+  return IfPossible({start, start + window.Length()});
 }
 
 TimeWindow ZoomedIn(const TimeWindow& window) {
@@ -45,12 +56,12 @@ TimeWindow ZoomedIn(const TimeWindow& window) {
   return {window.start + third, window.end - third};
 }
 
-TimeWindow ZoomedOut(const TimeWindow& window) {
-  return {Representable(window.start - window.Length()), Representable(window.end + window.Length())};
+std::optional<TimeWindow> ZoomedOut(const TimeWindow& window) {
+  return IfPossible({window.start - window.Length(), window.end + window.Length()});
 }
 
 TimeWindow ZoomedTo(const TimeWindow& window, double from, double to) {
-  return {Representable(At(window, from)), Representable(At(window, to))};
+  return {At(window, from), At(window, to)};
 }
 
 }  // namespace pallomir

@@ -14,6 +14,13 @@ struct TimeWindow {
   bool operator==(const TimeWindow&) const = default;
 };
 
+/// The years 100 to 9999 are all that a date can hold: pickers, navigation and strips end there alike.
+Millis FirstMoment();
+Millis LastMoment();  ///< the last second; nothing lies between it and the year 10000
+
+/// Whether both ends are moments that a date can hold.
+bool IsPossibleWindow(const TimeWindow& window);
+
 /// The entries of the On Startup menu, by index.
 enum class StartupChoice {
   kNothing = 0,
@@ -26,17 +33,17 @@ enum class StartupChoice {
 /// The window that the choice sets; nothing where it leaves the pickers as they are.
 std::optional<TimeWindow> WindowForChoice(StartupChoice choice, Millis nowLocal);
 
-// Navigation. Results stay between the years 100 and 9999, which is all that a date can hold; within that any
-// result is accepted, also an end before the start.
+// Navigation. Any result is accepted that is possible, also an end before the start; where there is none, the
+// window can't go further that way.
 
 /// `periods` times its own length later, or earlier where negative.
-TimeWindow MovedBy(const TimeWindow& window, int periods);
+std::optional<TimeWindow> MovedBy(const TimeWindow& window, int periods);
 
 /// The middle third.
 TimeWindow ZoomedIn(const TimeWindow& window);
 
 /// Three times as long about the same middle.
-TimeWindow ZoomedOut(const TimeWindow& window);
+std::optional<TimeWindow> ZoomedOut(const TimeWindow& window);
 
 /// The part from the share `from` to the share `to` of the window, 0 being its start and 1 its end.
 TimeWindow ZoomedTo(const TimeWindow& window, double from, double to);

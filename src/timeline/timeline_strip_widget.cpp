@@ -81,7 +81,7 @@ void TimelineStrip::LayOutRows(int rows) {
     updateGeometry();
   }
   picture_ = {};
-  scaleMarks_->SetTicks({}, 0, 0);
+  scaleMarks_->SetTicks({}, 0, 0, 0);
   const auto count = static_cast<std::size_t>(layout_.Rows());
   while (rows_.size() > count) rows_.pop_back();
   while (rows_.size() < count)
@@ -132,7 +132,7 @@ void TimelineStrip::Redraw(TimelinePicture picture) {
   for (const auto& row : rows_) row->Show(picture_);
   keys_->Show(picture_);
   const std::vector<Tick> none;
-  scaleMarks_->SetTicks(picture_.scale ? picture_.scale->ticks : none, layout_.Time(1).left,
+  scaleMarks_->SetTicks(picture_.scale ? picture_.scale->ticks : none, layout_.Time(1).left, picture_.width,
                         scaleMarks_->width());
   hoveredRow_ = 0;  // another point may be under the resting pointer now
 }

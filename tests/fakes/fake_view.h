@@ -47,7 +47,7 @@ class FakeView : public ClientView {
   void HidePointInfos() override { pointInfos.clear(); }
   void HidePointMarker() override { marker.reset(); }
   void ShowCapturePanel() override { ++capturePolls; }
-  void HideHelp() override { ++helpHidden; }
+  void PointerOverMap(ViewPoint at) override { pointersOverMap.push_back(at); }
   void ShowPicker(int i, Millis value, const std::string& format, bool visible) override {
     pickers[i] = {value, format, visible};
   }
@@ -84,7 +84,7 @@ class FakeView : public ClientView {
   std::optional<ViewPoint> marker;
   std::vector<std::string> pointInfos;
   int capturePolls = 0;
-  int helpHidden = 0;
+  std::vector<ViewPoint> pointersOverMap;
   std::size_t timelineRows = 0;
   std::optional<TimelinePicture> picture;
   std::optional<std::string> timelineInfo;

@@ -14,6 +14,7 @@
 #include "shell/caption_line_widget.h"
 #include "shell/caption_text_widget.h"
 #include "shell/icon_button_widget.h"
+#include "shell/point_marker_widget.h"
 #include "shell/size_grips_widget.h"
 
 // The parts of the window's frame and the help over the map, each alone.
@@ -122,6 +123,35 @@ TEST_F(ChromeTest, TheKeyboardPictureTellsOfTheKeyUnderThePointerAndIsAsHighAsTh
   EXPECT_TRUE(picture->rect().contains(taken.boundingRect()));
   picture->HideOverlay();
   EXPECT_FALSE(picture->isVisible());
+}
+
+TEST_F(ChromeTest, TheTextsOfManyUnitsStandInRowsAndSayHowManyAreMissing) {
+  auto* infos = new PointInfos(&window_);
+  const auto shown = [&] {
+    std::vector<const QLabel*> labels;
+    for (const auto* label : infos->findChildren<QLabel*>())
+      if (label->isVisible()) labels.push_back(label);
+    return labels;
+  };
+  QStringList texts;
+  for (int k = 1; k <= 9; ++k)
+    texts += QString("%1: Demo Driver\n11/16/26 03:04:05 PM\n60.4 mph\n12.35 mi").arg(k);
+  infos->ShowTexts(texts);
+  ASSERT_EQ(shown().size(), 9u);
+  QRegion taken;
+  for (const QLabel* label : shown()) {
+    const QRect place(label->mapTo(&window_, QPoint(0, 0)), label->size());
+    EXPECT_GE(label->width(), label->sizeHint().width()) << "whole";
+    EXPECT_FALSE(taken.intersects(place));
+    taken += place;
+  }
+  EXPECT_TRUE(window_.rect().contains(taken.boundingRect()));
+  infos->ShowTexts(texts.mid(0, 2));
+  EXPECT_EQ(shown().size(), 2u);
+  for (int k = 0; k < 100; ++k) texts += texts[0];
+  infos->ShowTexts(texts);
+  const auto labels = shown();
+  EXPECT_EQ(labels.back()->text(), QString("and %1 more").arg(109 - (labels.size() - 1)));
 }
 
 TEST_F(ChromeTest, TheKeyListFitsTheWindowLineForLine) {

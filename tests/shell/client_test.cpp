@@ -398,6 +398,16 @@ TEST_F(ClientTest, KeysMoveAndScaleTheWindow) {
     ASSERT_THAT(locator.sent, SizeIs(asked + 1));
     ASSERT_EQ(beeper.beeps, beeps + 2) << "the reload's and the key's";
   }
+  for (int i = 0; i < 12; ++i) ASSERT_TRUE(client->KeyDown(0, 'O'));
+  const TimeWindow all = client->Window();
+  const int beeps = beeper.beeps;
+  const std::size_t asked = locator.sent.size();
+  for (const auto& [modifiers, key] : {std::pair{0, 'O'}, std::pair{2, '9'}, std::pair{3, '9'}}) {
+    EXPECT_TRUE(client->KeyDown(modifiers, key)) << "it stays ours";
+    EXPECT_EQ(client->Window(), all) << "there are no dates beyond";
+  }
+  EXPECT_EQ(beeper.beeps, beeps);
+  EXPECT_THAT(locator.sent, SizeIs(asked));
 }
 
 TEST_F(ClientTest, KeysReachThePage) {
@@ -423,6 +433,20 @@ TEST_F(ClientTest, KeysReachThePage) {
   }
   EXPECT_FALSE(view.captionVisible) << "Ctrl+T hides pickers and title with the tracks";
   EXPECT_FALSE(view.pickers[0].visible);
+  const MenuItem& entry = client->Menus().At(Command::kTrackingData);
+  client->MenuChosen(entry);
+  EXPECT_EQ(browser.Written("TxtT").back(), "T");
+  EXPECT_FALSE(view.captionVisible) << "the menu entry leaves them as they are";
+  client->MenuChosen(entry);
+  client->KeyDown(2, 'T');
+  EXPECT_TRUE(view.captionVisible);
+  EXPECT_TRUE(view.pickers[0].visible);
+  client->PickerChanged(1, ToMillis({2026, 11, 25}));
+  client->MenuChosen(entry);
+  EXPECT_EQ(browser.Written("TxtT").back(), "F");
+  client->PickerLostFocus(0);
+  EXPECT_TRUE(view.pickers[0].visible);
+  EXPECT_TRUE(view.reload);
 }
 
 TEST_F(ClientTest, WhileAPickerIsEditedKeysBelongToIt) {

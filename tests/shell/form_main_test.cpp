@@ -30,7 +30,10 @@ TEST_F(FormMainTest, TheMapFillsTheWindowAboveTheTimelineAndIsWiderThanItsPart) 
   EXPECT_EQ(map_->width(), window_.width() + 18);
   auto* caption = Find<QWidget>("captionLine");
   EXPECT_EQ(caption->height() + map_->height() + frame->height(), window_.height());
-  EXPECT_EQ(map_->mapTo(&window_, QPoint(0, 0)), QPoint(0, caption->height()));
+  const QPoint middleOfPage(2 * map_->x() + map_->width() - 21, 2 * map_->y() + map_->height() - 5);
+  EXPECT_EQ(middleOfPage, QPoint(window_.width(), map_->height()) + QPoint(1, 1))
+      << "half a pixel beside the map's: marks with an odd number of pixels about a point have it in the "
+         "middle";
   window_.resize(1000, 700);
   EXPECT_TRUE(QTest::qWaitFor([&] { return map_->width() == 1018; }));
   EXPECT_EQ(ports_.browser.Written("TxtX").back(), "997");
@@ -89,6 +92,49 @@ TEST_F(FormMainTest, APickerShowsItsValueShortAndLoadsWhatIsTyped) {
   EXPECT_EQ(client_->Window().start, ToMillis({2026, 11, 22, 4}));
   EXPECT_EQ(client_->Window().Length(), kDay);
   EXPECT_FALSE(reload->isVisible());
+}
+
+TEST_F(FormMainTest, AnOrdinaryClickOnReloadLoadsWhereverTheKeyboardIs) {
+  Start();
+  auto* start = Find<QDateTimeEdit>("DTP(0)");
+  auto* reload = Find<QPushButton>("cmdOK_Reload");
+  auto* holder = Find<QCheckBox>("FocusGetter");
+  for (const bool isEditing : {true, false}) {
+    QTest::keyClick(&window_, Qt::Key_F6);
+    QTest::keyClick(start, Qt::Key_Up);
+    if (!isEditing) QTest::keyClick(start, Qt::Key_Escape);
+    QWidget* keyboard = window_.focusWidget();
+    EXPECT_EQ(keyboard, isEditing ? start : static_cast<QWidget*>(holder));
+    const std::size_t asked = ports_.locator.sent.size();
+    const QPoint middle = reload->mapTo(&window_, reload->rect().center());
+    QTest::mousePress(window_.windowHandle(), Qt::LeftButton, {}, middle);
+    ports_.loop.Advance(5000);  // the end picker's time is over, if it runs
+    QTest::qWait(100);
+    EXPECT_EQ(reload->mapTo(&window_, reload->rect().center()), middle);
+    EXPECT_EQ(window_.focusWidget(), keyboard);
+    EXPECT_TRUE(reload->isDown());
+    QTest::mouseRelease(window_.windowHandle(), Qt::LeftButton, {}, middle);
+    EXPECT_THAT(ports_.locator.sent, SizeIs(asked + 1));
+    EXPECT_FALSE(reload->isVisible());
+    EXPECT_EQ(window_.focusWidget(), holder);
+  }
+  EXPECT_EQ(client_->Window().start, ToMillis({2026, 11, 24, 3})) << "two days up";
+}
+
+TEST_F(FormMainTest, AHelpStaysWhileThePointerGoesToIt) {
+  Start();
+  for (const auto& [button, picture] : {std::pair{"pctHelp_1", "pctKeyboard"}, {"pctHelp_2", "pctKeyList"}}) {
+    auto* help = Find<QFrame>(picture);
+    Find<QAbstractButton>(button)->click();
+    ports_.Command("m00820000100024372000-045240000012");
+    ports_.Command("m00820000100024372000-045240000012");  // each second one counts
+    ports_.Command("m00700000400024372000-045240000012");
+    EXPECT_TRUE(help->isVisible()) << picture;
+    ports_.Command("m00700000400024372000-045240000012");
+    ports_.Command("m00750000400024372000-045240000012");
+    EXPECT_FALSE(help->isVisible()) << picture;
+    ports_.Command("m00750000400024372000-045240000012");
+  }
 }
 
 TEST_F(FormMainTest, TheRetryDialogKeepsInputFromTheWindowAndAnswers) {

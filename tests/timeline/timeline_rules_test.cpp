@@ -1,15 +1,21 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "timeline/point_text.h"
+#include "timeline/text_rows.h"
 #include "timeline/time_window.h"
 #include "timeline/timeline_drag.h"
 #include "timeline/timeline_layout.h"
 
 namespace pallomir {
 namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
 
 constexpr int kWidth = 15000;  // twips: 1000 pixels
 
@@ -26,12 +32,26 @@ TEST(TimeWindow, NavigationMovesAndZooms) {
   EXPECT_EQ(ZoomedIn(backwards), (TimeWindow{day + 16 * kHour, day + 8 * kHour}));
 }
 
-TEST(TimeWindow, ItStaysWhereDatesExist) {
-  TimeWindow window{ToMillis({2026, 11, 16}), ToMillis({2026, 11, 17})};
-  for (int i = 0; i < 100; ++i) window = ZoomedOut(window);
-  EXPECT_EQ(ToCivil(window.start), (CivilTime{100, 1, 1}));
-  EXPECT_EQ(ToCivil(window.end), (CivilTime{9999, 12, 31, 23, 59, 59}));
-  EXPECT_EQ(MovedBy(window, 9).start, window.end);
+TEST(TimeWindow, ItGoesAsFarAsDatesDoAndNoFurther) {
+  const Millis year = 365 * kDay;
+  const struct {
+    const char* name;
+    TimeWindow window;
+    int periods;
+    bool back, out;
+  } cases[] = {
+      {"up to the first moment", {FirstMoment() + year, FirstMoment() + 2 * year}, -1, true, true},
+      {"a millisecond beyond it", {FirstMoment() + year - 1, FirstMoment() + 2 * year - 1}, -1, false, false},
+      {"up to the last moment", {LastMoment() - 2 * year, LastMoment() - year}, 1, true, true},
+      {"a millisecond beyond that", {LastMoment() - 2 * year + 1, LastMoment() - year + 1}, 1, false, false},
+      {"nine times all there is", {FirstMoment(), LastMoment()}, 9, false, false},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(MovedBy(c.window, c.periods).has_value(), c.back) << c.name;
+    EXPECT_EQ(ZoomedOut(c.window).has_value(), c.out) << c.name;
+  }
+  EXPECT_EQ(ToCivil(FirstMoment()), (CivilTime{100, 1, 1}));
+  EXPECT_EQ(ToCivil(LastMoment()), (CivilTime{9999, 12, 31, 23, 59, 59}));
 }
 
 TEST(TimelineDrag, PressMoveAndRelease) {
@@ -117,6 +137,30 @@ TEST(TimelineLayout, ABoxStaysInsideItsArea) {
   EXPECT_EQ(PlaceBeside(790, 550, {200, 60}, map), (PixelRect{578, 440, 200, 60}));
   EXPECT_EQ(PlaceBeside(100, 20, {200, 60}, map), (PixelRect{112, 0, 200, 60}));
   EXPECT_EQ(PlaceBeside(100, 550, {900, 600}, map), (PixelRect{0, 0, 900, 600})) << "larger than the area";
+}
+
+TEST(TextRows, BoxesStandInCentredRowsInsideTheirArea) {
+  const PixelRect area{60, 4, 300, 100};
+  const auto places = [&area](const std::vector<PixelSize>& boxes) {
+    return PlaceInRows(boxes, area, 250, 10);
+  };
+  EXPECT_THAT(places({{100, 40}}), ElementsAre(PixelRect{200, 4, 100, 40}));
+  EXPECT_THAT(places({{100, 40}, {90, 30}, {90, 20}}),
+              ElementsAre(PixelRect{60, 4, 100, 40}, PixelRect{170, 4, 90, 30}, PixelRect{270, 4, 90, 20}))
+      << "as wide as the area, so not about the centre";
+  EXPECT_THAT(places({{100, 40}, {90, 30}, {91, 46}}),
+              ElementsAre(PixelRect{150, 4, 100, 40}, PixelRect{260, 4, 90, 30}, PixelRect{205, 54, 91, 46}));
+  EXPECT_THAT(places({{200, 40}, {200, 50}}), SizeIs(2));
+  EXPECT_THAT(places({{200, 40}, {200, 51}}), SizeIs(1)) << "the second row would end below the area";
+  EXPECT_THAT(places({{900, 400}, {20, 20}}), ElementsAre(PixelRect{60, 4, 300, 400})) << "cut, not lost";
+}
+
+TEST(TextRows, TextsKeepClearOfTheMapsControls) {
+  const PixelRect wide = AreaForTexts({1280, 700});
+  EXPECT_EQ(wide, (PixelRect{64, 4, 916, 692}));
+  const PixelRect narrow = AreaForTexts({600, 300});
+  EXPECT_EQ(narrow, (PixelRect{4, 86, 592, 210})) << "below them";
+  EXPECT_EQ(AreaForTexts({5, 5}), (PixelRect{4, 86, 0, 0}));
 }
 
 TEST(PointText, SpeedAndDistanceInBothUnits) {

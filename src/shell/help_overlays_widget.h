@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QPoint>
+
+#include "shell/pointer_approach.h"
+
+class QWidget;
+
+namespace pallomir {
+
+class KeyListPicture;
+class KeyboardPicture;
+
+/// The two helps over the map. The pointer over the map hides them, but not while it is on its way from the
+/// button to the help.
+class HelpOverlays {
+ public:
+  explicit HelpOverlays(QWidget* mapArea);
+
+  void ShowKeyboard();
+  void ShowKeyList();
+  void ReadKeyboard();  ///< gives the keyboard to the picture's keys
+  void Hide();
+  /// Where the pointer was seen over the map.
+  void PointerOverMap(const QPoint& at);
+  QWidget* Keyboard() const;
+
+ private:
+  KeyboardPicture* pctKeyboard_;
+  KeyListPicture* pctKeyList_;
+  PointerApproach approach_;
+};
+
+}  // namespace pallomir
