@@ -261,6 +261,7 @@ void formMain::ShowPointInfos(const std::vector<std::string>& texts) {
   QStringList lines;
   for (const std::string& text : texts) lines += Text(text);
   infos_->ShowTexts(lines);
+  help_->Raise();  // what is being read stays on top
 }
 void formMain::HidePointInfos() { infos_->hide(); }
 void formMain::HidePointMarker() { marker_->Hide(); }

@@ -29,6 +29,11 @@ void HelpOverlays::Hide() {
   pctKeyList_->HideOverlay();
 }
 
+void HelpOverlays::Raise() {
+  pctKeyboard_->raise();
+  pctKeyList_->raise();
+}
+
 void HelpOverlays::PointerOverMap(const QPoint& at) {
   QRect shown;
   for (const QWidget* help : {static_cast<QWidget*>(pctKeyboard_), static_cast<QWidget*>(pctKeyList_)})

@@ -21,6 +21,7 @@ class HelpOverlays {
   void ShowKeyList();
   void ReadKeyboard();  ///< gives the keyboard to the picture's keys
   void Hide();
+  void Raise();
   /// Where the pointer was seen over the map.
   void PointerOverMap(const QPoint& at);
   QWidget* Keyboard() const;

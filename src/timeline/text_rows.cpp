@@ -7,8 +7,8 @@ namespace {
 
 // What the page's controls take, pixels: the zoom at the left, the kinds of map at the right.
 constexpr int kZoomWidth = 64;
-constexpr int kMapTypesWidth = 300;
-constexpr int kControlsHeight = 86;
+constexpr int kMapTypesWidth = 256;
+constexpr int kControlsHeight = 80;
 
 constexpr int kMargin = 4;
 constexpr int kLeastBetween = 320;  // room for two texts

@@ -157,10 +157,10 @@ TEST(TextRows, BoxesStandInCentredRowsInsideTheirArea) {
 
 TEST(TextRows, TextsKeepClearOfTheMapsControls) {
   const PixelRect wide = AreaForTexts({1280, 700});
-  EXPECT_EQ(wide, (PixelRect{64, 4, 916, 692}));
+  EXPECT_EQ(wide, (PixelRect{64, 4, 960, 692}));
   const PixelRect narrow = AreaForTexts({600, 300});
-  EXPECT_EQ(narrow, (PixelRect{4, 86, 592, 210})) << "below them";
-  EXPECT_EQ(AreaForTexts({5, 5}), (PixelRect{4, 86, 0, 0}));
+  EXPECT_EQ(narrow, (PixelRect{4, 80, 592, 216})) << "below them";
+  EXPECT_EQ(AreaForTexts({5, 5}), (PixelRect{4, 80, 0, 0}));
 }
 
 TEST(PointText, SpeedAndDistanceInBothUnits) {
