@@ -95,7 +95,8 @@ void Client::ChangeMode(WindowEffects (WindowModes::*change)(const WindowSurroun
 void Client::WindowStateGiven(WindowMode state) {
   if (closing_ || !loaded_) return;
   // The size that belongs to the state may have come before it.
-  if (state == WindowMode::kMaximised || state == WindowMode::kFullScreen)
+  const bool isLarge = state == WindowMode::kMaximised || state == WindowMode::kFullScreen;
+  if (isLarge && IsAboutAsLargeAs(ports_.window.Bounds(), ports_.window.WorkArea()))
     placement_.Disown(ports_.window.Bounds());
   Apply(modes_.StateGiven(state));
 }

@@ -309,7 +309,10 @@ std::int64_t formMain::Handle() const {
 PixelRect formMain::WorkArea() const { return RectOf(screen()->availableGeometry()); }
 PixelRect formMain::Screen() const { return RectOf(screen()->geometry()); }
 bool formMain::HasWindowManager() const { return WindowManagerRuns(); }
-PixelRect formMain::Bounds() const { return RectOf(geometry()); }
+// The widget itself learns of a new size and a new place one after the other.
+PixelRect formMain::Bounds() const {
+  return RectOf(windowHandle() ? windowHandle()->geometry() : geometry());
+}
 bool formMain::IsMaximisedOneWay() const {
   return windowHandle() && pallomir::IsMaximisedOneWay(*windowHandle());
 }

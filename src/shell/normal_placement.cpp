@@ -41,6 +41,10 @@ bool IsTileOf(const PixelRect& bounds, const PixelRect& area) {
   return across != Share::kNone && down != Share::kNone && (across == Share::kHalf || down == Share::kHalf);
 }
 
+bool IsAboutAsLargeAs(const PixelRect& bounds, const PixelRect& area) {
+  return 4 * bounds.width >= 3 * area.width && 4 * bounds.height >= 3 * area.height;
+}
+
 bool IsPlacedByDesktop(const MainWindow& window) {
   return window.HasWindowManager() &&
          (window.IsMaximisedOneWay() || IsTileOf(window.Bounds(), window.WorkArea()));

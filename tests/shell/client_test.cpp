@@ -1038,6 +1038,12 @@ TEST_F(ClientTest, OnlyThePlacesThatTheUserChoseAreStored) {
   EXPECT_EQ(settings.saved["WindowPos_L"], "20");
   EXPECT_EQ(settings.saved["WindowPos_W"], "800");
   client->WindowStateGiven(WindowMode::kNormal);
+  lies({25, 30, 800, 600});
+  client->WindowStateGiven(WindowMode::kMaximised);
+  lies(kMaximised);  // its state has come before it
+  loop.Advance(250);
+  EXPECT_EQ(settings.saved["WindowPos_L"], "25");
+  client->WindowStateGiven(WindowMode::kNormal);
   lies({30, 30, 800, 600});
   client->WindowStateGiven(WindowMode::kMinimised);
   loop.Advance(250);
