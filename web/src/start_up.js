@@ -15,7 +15,8 @@ import {
   parseFit,
   parseGeneration,
   parseSwitch,
-  parseViewLength,
+  parseViewHeight,
+  parseViewWidth,
   whenRead,
 } from './bridge/fields.js';
 import { Pointer } from './bridge/pointer.js';
@@ -41,8 +42,8 @@ const baseMapData = loadBaseMap();
 const query = new URLSearchParams(location.search);
 const view = new MapView(
   document.getElementById('map'),
-  parseViewLength(query.get('X') ?? '') ?? window.innerWidth,
-  parseViewLength(query.get('Y') ?? '') ?? window.innerHeight,
+  parseViewWidth(query.get('X') ?? '') ?? window.innerWidth,
+  parseViewHeight(query.get('Y') ?? '') ?? window.innerHeight,
 );
 const map = view.map;
 reached(1);
@@ -118,8 +119,8 @@ const answerPlace = async () => {
 reached(17);
 
 fields.start({
-  TxtX: (text) => whenRead(parseViewLength(text), (width) => view.resize(width, view.height)),
-  TxtY: (text) => whenRead(parseViewLength(text), (height) => view.resize(view.width, height)),
+  TxtX: (text) => whenRead(parseViewWidth(text), (width) => view.resize(width, view.height)),
+  TxtY: (text) => whenRead(parseViewHeight(text), (height) => view.resize(view.width, height)),
   TxtF: (text) => whenRead(parseFit(text), (fit) => view.fit(fit)),
   TxtL: (text) => whenRead(parseFit(text), (fit) => view.fit(fit)),
   TxtP: (text) => whenRead(parseCentre(text), (centre) => view.pan(centre)),

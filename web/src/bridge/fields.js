@@ -3,7 +3,7 @@
  *
  * | field | what the client writes |
  * | --- | --- |
- * | TxtX, TxtY | width and height of the map, pixels |
+ * | TxtX, TxtY | width and height, pixels: parseViewWidth(), parseViewHeight() |
  * | TxtF, TxtL | zoom and centre to show: parseFit() |
  * | TxtP | centre to show: parseCentre() |
  * | TxtR | new generation of the track tiles |
@@ -26,6 +26,12 @@ const FIT = /^(\d{2})([+-]\d{3}\.\d{6})([+-]\d{3}\.\d{6})$/;
 const CENTRE = /^([+-]\d{3}\.\d{6})([+-]\d{3}\.\d{6})$/;
 const GENERATION = /^[0-9A-F]{4}$/;
 const LARGEST_VIEW = 16384;
+
+/**
+ * By this much the room that the client shows is larger than the size that it names. The map fills the room:
+ * nothing shows beside it, and its middle is the one that the client reckons with.
+ */
+const UNNAMED = { width: 3, height: 5 };
 const VERTEX_LENGTH = 23;
 const COORDINATE = /^ *-?\d{3}\.\d{6}$/;
 const ORDINAL = /^\d{1,9}$/;
@@ -52,11 +58,20 @@ export function parseCentre(text) {
   return parts && position(parts[1], parts[2]);
 }
 
-/** A width or height in pixels: "1259" → 1259 */
-export function parseViewLength(text) {
+/** The width of the room for the map, pixels: "1259" → 1262 */
+export function parseViewWidth(text) {
+  return parseViewLength(text, UNNAMED.width);
+}
+
+/** The height of the room for the map, pixels: "700" → 705 */
+export function parseViewHeight(text) {
+  return parseViewLength(text, UNNAMED.height);
+}
+
+function parseViewLength(text, unnamed) {
   if (!/^\d{1,5}$/.test(text)) return null;
   const length = Number(text);
-  return length >= 1 && length <= LARGEST_VIEW ? length : null;
+  return length >= 1 && length <= LARGEST_VIEW ? length + unnamed : null;
 }
 
 /** The tile generation: "002A" → "002A" */
