@@ -1,6 +1,6 @@
 #include "map/bulk_projection_avx2.h"
 
-#include "map/bulk_projection.h"
+#include "map/bulk_projection_plain.h"
 #include "map/latitude_polynomials.h"
 
 // Four rows at a time. It may round its approximations otherwise than the plain form, because it multiplies
@@ -83,7 +83,7 @@ __attribute__((target("avx2,fma"))) void ProjectByAvx2(std::span<DataPoint> rows
       }
     }
   }
-  ProjectionKernels().front()(rows.subspan(blocks * 4));
+  ProjectPlainly(rows.subspan(blocks * 4));
 }
 
 }  // namespace pallomir
