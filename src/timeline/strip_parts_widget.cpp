@@ -158,7 +158,7 @@ void TickLabels::SetTicks(const std::vector<Tick>& ticks, int stripLeft, int str
                    [&ranks](std::size_t a, std::size_t b) { return ranks[a] > ranks[b]; });
   QRegion taken;
   for (const std::size_t i : order) {
-    TimelineStrip::ScaleMark& mark = marks_[i];
+    ScaleMark& mark = marks_[i];
     const int centre = stripLeft + mark.column;
     // At the very end there is no line that the label could stand beside.
     const bool isAtItsTick =
@@ -172,7 +172,7 @@ void TickLabels::SetTicks(const std::vector<Tick>& ticks, int stripLeft, int str
 void TickLabels::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setPen(palette().color(QPalette::WindowText));
-  for (const TimelineStrip::ScaleMark& mark : marks_)
+  for (const ScaleMark& mark : marks_)
     if (mark.shown) painter.drawText(mark.place, Qt::AlignCenter | Qt::TextDontClip, mark.text);
 }
 

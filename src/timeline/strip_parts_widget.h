@@ -7,7 +7,9 @@
 #include <functional>
 #include <vector>
 
-#include "timeline/timeline_strip_widget.h"
+#include "platform/geometry.h"
+#include "timeline/data_strip.h"
+#include "timeline/tick_scale.h"
 
 namespace pallomir {
 
@@ -65,13 +67,22 @@ class StripRowWidgets {
   UnitMark* pointer_;
 };
 
+/// A tick label, `ScaleMark(column)`. A label that would cover a coarser one or stand beside its tick isn't
+/// shown.
+struct ScaleMark {
+  int column = 0;
+  QString text;
+  QRect place;  ///< in the strip
+  bool shown = false;
+};
+
 /// The tick labels over the rows. They belong to a strip of `stripWidth` that begins at `stripLeft`.
 class TickLabels : public QWidget {
  public:
   explicit TickLabels(QWidget* parent);
   /// `right` ends the place where labels can stand.
   void SetTicks(const std::vector<Tick>& ticks, int stripLeft, int stripWidth, int right);
-  const std::vector<TimelineStrip::ScaleMark>& Marks() const { return marks_; }
+  const std::vector<ScaleMark>& Marks() const { return marks_; }
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -79,7 +90,7 @@ class TickLabels : public QWidget {
  private:
   QRect PlaceOf(int centre, const QString& text, int right) const;
 
-  std::vector<TimelineStrip::ScaleMark> marks_;
+  std::vector<ScaleMark> marks_;
 };
 
 /// `imgReload`: an arrow in a circle, drawn in the colours of the desktop.

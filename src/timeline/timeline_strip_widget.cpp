@@ -68,9 +68,7 @@ TimelineStrip::~TimelineStrip() {
 
 QSize TimelineStrip::sizeHint() const { return {2 * TimelineHeaderHeight(), HeightIn(window()->height())}; }
 
-const std::vector<TimelineStrip::ScaleMark>& TimelineStrip::ScaleMarks() const {
-  return scaleMarks_->Marks();
-}
+const std::vector<ScaleMark>& TimelineStrip::ScaleMarks() const { return scaleMarks_->Marks(); }
 
 void TimelineStrip::LayOutRows(int rows) {
   const TimelineLayout before = layout_;

@@ -15,6 +15,7 @@ class QScrollBar;
 
 namespace pallomir {
 
+struct ScaleMark;
 class StripRowWidgets;
 class TickLabels;
 class TimelineKeys;
@@ -52,14 +53,6 @@ class TimelineStrip : public QWidget {
   /// Where the pointer or the keyboard's cursor was last seen, in this widget's coordinates.
   QPoint PointerPosition() const { return pointer_; }
 
-  /// A tick label, `ScaleMark(column)`. A label that would cover a coarser one or stand beside its tick isn't
-  /// shown.
-  struct ScaleMark {
-    int column = 0;
-    QString text;
-    QRect place;  ///< in this widget
-    bool shown = false;
-  };
   const std::vector<ScaleMark>& ScaleMarks() const;
 
  protected:

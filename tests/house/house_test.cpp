@@ -33,6 +33,7 @@ const std::vector<std::vector<std::string>> kFloors{
     {"src/window"},
     {"src/shell"},
     {"src"},
+    {"station/common"},
     {"station/store"},
     {"station/wire", "station/import", "station/demo", "station/web"},
     {"station"},

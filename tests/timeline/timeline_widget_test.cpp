@@ -8,6 +8,7 @@
 #include <QTest>
 #include <QWheelEvent>
 
+#include "timeline/strip_parts_widget.h"
 #include "timeline/timeline_info_widget.h"
 #include "timeline/timeline_strip_widget.h"
 
