@@ -25,7 +25,7 @@
 #include "platform/qt/graphics.h"
 #include "platform/qt/tile_scheme.h"
 #include "program.h"
-#include "shell/settings_store.h"
+#include "settings/settings_store.h"
 #include "station/station.h"
 #include "station/store/data_writer.h"
 

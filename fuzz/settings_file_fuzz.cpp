@@ -2,7 +2,7 @@
 #include <string>
 
 #include "fuzz_input.h"
-#include "shell/settings_text.h"
+#include "settings/settings_text.h"
 
 // The settings file: any text is read, and what was stored is what is read back.
 //

@@ -16,10 +16,10 @@
 #include "platform/qt/qt_folders.h"
 #include "platform/qt/qt_question_box.h"
 #include "platform/qt/user_registry_file.h"
+#include "settings/settings_store.h"
 #include "shell/client.h"
 #include "shell/formMain.h"
 #include "shell/instance_guard.h"
-#include "shell/settings_store.h"
 #include "ui/question_queue.h"
 
 namespace pallomir {

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "commands/menus.h"
+#include "settings/settings_keys.h"
 #include "shell/flush_settings.h"
-#include "shell/settings_keys.h"
 
 namespace pallomir {
 

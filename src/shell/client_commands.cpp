@@ -7,8 +7,8 @@
 #include "commands/menus.h"
 #include "commands/unit_menu.h"
 #include "map/page_fields.h"
+#include "settings/settings_keys.h"
 #include "shell/client.h"
-#include "shell/settings_keys.h"
 
 // What the commands of menus and keys do.
 

@@ -2,9 +2,9 @@
 
 #include "commands/hotspot_menus.h"
 #include "dataserver/open_result.h"
+#include "settings/settings_keys.h"
 #include "shell/client.h"
 #include "shell/instance_guard.h"
-#include "shell/settings_keys.h"
 
 // The Wi-Fi lists of the mobile units, the user's own Data Server, and the switch between normal and demo
 // mode.

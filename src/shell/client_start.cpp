@@ -8,8 +8,8 @@
 #include "commands/unit_menu.h"
 #include "map/page_fields.h"
 #include "map/projection.h"
+#include "settings/settings_keys.h"
 #include "shell/client.h"
-#include "shell/settings_keys.h"
 
 // The start-up sequence. Its order is what the user and the settings file see: keys enter the file as they
 // are read, and messages come in the order of their causes.

@@ -3,8 +3,8 @@
 #include <variant>
 
 #include "commands/unit_menu.h"
+#include "settings/settings_keys.h"
 #include "shell/client.h"
-#include "shell/settings_keys.h"
 
 // The window's focus, size and place; and the units that keys and menus choose.
 

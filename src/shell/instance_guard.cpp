@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "base/number_format.h"
-#include "shell/settings_keys.h"
+#include "settings/settings_keys.h"
 
 namespace pallomir {
 

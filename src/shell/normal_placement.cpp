@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "shell/settings_keys.h"
+#include "settings/settings_keys.h"
 
 namespace pallomir {
 namespace {

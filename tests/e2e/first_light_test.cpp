@@ -15,7 +15,7 @@
 #include "map/map_view.h"
 #include "map/projection.h"
 #include "oracles/literal_rules.h"
-#include "shell/settings_store.h"
+#include "settings/settings_store.h"
 
 // The real station and the real client: a recording is imported, streamed, drawn into tiles and shown by the
 // page.

@@ -14,7 +14,7 @@
 #include "base/packed_time.h"
 #include "e2e/process.h"
 #include "fakes/temporary_folder.h"
-#include "shell/settings_file.h"
+#include "settings/settings_file.h"
 #include "station/store/data_files.h"
 #include "station/store/unit_descriptions.h"
 #include "station/store/unit_index.h"

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "shell/settings_keys.h"
+#include "settings/settings_keys.h"
 
 namespace pallomir {
 namespace {

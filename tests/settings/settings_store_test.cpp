@@ -1,4 +1,4 @@
-#include "shell/settings_store.h"
+#include "settings/settings_store.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,8 +9,6 @@
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_system.h"
 #include "fakes/temporary_folder.h"
-#include "shell/deployment.h"
-#include "shell/flush_settings.h"
 
 namespace pallomir {
 namespace {
@@ -173,73 +171,6 @@ TEST_F(SettingsStoreTest, AFailedWriteIsToldOnceAndTriedUntilItSucceeds) {
   store->Save("PortBase", "48801");
   loop_.Advance(0);
   EXPECT_THAT(told_, testing::SizeIs(2)) << "a new trouble";
-}
-
-TEST(FlushSettings, EndsWhenAllIsStoredOrTheUserGivesUp) {
-  fakes::FakeSettings settings;
-  fakes::FakeQuestionBox box;
-  QuestionQueue questions(box);
-  int ends = 0;
-  const auto flush = [&] { FlushSettings(settings, questions, [&] { ++ends; }); };
-  flush();
-  EXPECT_EQ(ends, 1);
-  settings.failure = "The disk is full.";
-  flush();
-  EXPECT_THAT(box.shown.back().text, testing::StartsWith("The disk is full."));
-  box.AnswerIt({true, ""});
-  ASSERT_TRUE(box.IsOpen()) << "tried again, and failed again";
-  EXPECT_EQ(ends, 1);
-  settings.failure.reset();
-  box.AnswerIt({true, ""});
-  EXPECT_EQ(ends, 2);
-  settings.failure = "The disk is full.";
-  flush();
-  box.AnswerIt({false, ""});
-  EXPECT_EQ(ends, 3);
-}
-
-TEST(Deployment, ReadsItsTwoValuesAndComplainsOfTheRest) {
-  std::vector<std::string> complaints;
-  const Deployment deployment = ParseDeployment(
-      "\xEF\xBB\xBF# comment\r\n WebsiteServer = station.local "
-      "\r\n;x\nWebSite=10.0.0.7:8080\nWebSite=evil/path\nOther=1\n"
-      "WebsiteServer\n",
-      complaints);
-  EXPECT_EQ(deployment.websiteServer, "station.local");
-  EXPECT_EQ(deployment.webSite, "10.0.0.7:8080");
-  EXPECT_EQ(complaints.size(), 4u);
-  EXPECT_EQ(ParseDeployment("", complaints).webSite, "127.0.0.1:2480");
-}
-
-TEST(Deployment, AWebSiteIsAnOriginAndNothingElse) {
-  const struct {
-    const char* value;
-    const char* webSite;  // the shipped one for what is refused
-  } cases[] = {
-      {"Station.Local:80", "station.local"},
-      {"station.local:0080", "station.local"},
-      {"[FE80::1]:8080", "[fe80::1]:8080"},
-      {"[::1]", "[::1]"},
-      {":80", "127.0.0.1:2480"},
-      {"a:80:80", "127.0.0.1:2480"},
-      {"a:", "127.0.0.1:2480"},
-      {"a:65536", "127.0.0.1:2480"},
-      {"a:-1", "127.0.0.1:2480"},
-      {"[]", "127.0.0.1:2480"},
-      {"[::1]x", "127.0.0.1:2480"},
-      {"[::1", "127.0.0.1:2480"},
-      {"user@a", "127.0.0.1:2480"},
-  };
-  for (const auto& c : cases) {
-    std::vector<std::string> complaints;
-    const std::string line = std::string("WebSite=") + c.value;
-    EXPECT_EQ(ParseDeployment(line, complaints).webSite, c.webSite) << c.value;
-    EXPECT_EQ(complaints.size(), c.webSite == std::string("127.0.0.1:2480") ? 1u : 0u) << c.value;
-  }
-  std::vector<std::string> complaints;
-  EXPECT_EQ(ParseDeployment("WebsiteServer=A.example:80\nWebsiteServer=::1", complaints).websiteServer,
-            "::1");
-  EXPECT_EQ(complaints.size(), 1u) << "the locator's port is fixed";
 }
 
 }  // namespace

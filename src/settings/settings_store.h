@@ -9,7 +9,7 @@
 
 #include "platform/event_loop.h"
 #include "platform/settings.h"
-#include "shell/settings_file.h"
+#include "settings/settings_file.h"
 
 namespace pallomir {
 

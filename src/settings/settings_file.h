@@ -6,7 +6,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "shell/settings_text.h"
+#include "settings/settings_text.h"
 
 namespace pallomir {
 

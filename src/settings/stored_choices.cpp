@@ -1,9 +1,9 @@
-#include "shell/stored_choices.h"
+#include "settings/stored_choices.h"
 
 #include <optional>
 
 #include "base/number_format.h"
-#include "shell/settings_keys.h"
+#include "settings/settings_keys.h"
 
 namespace pallomir {
 namespace {
