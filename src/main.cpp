@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <cstdio>
 
+#include "platform/qt/contrast_style.h"
 #include "platform/qt/graphics.h"
 #include "platform/qt/quiet_web.h"
 #include "platform/qt/tile_scheme.h"
@@ -11,6 +12,7 @@ int main(int argc, char** argv) {
   pallomir::OpenPagesToReaders();
   QApplication application(argc, argv);
   pallomir::ChooseGraphics();
+  QApplication::setStyle(new pallomir::ContrastStyle);
   QApplication::setApplicationName("pallomir");
   QApplication::setApplicationVersion(PALLOMIR_VERSION);
   pallomir::Program program(pallomir::SystemFolders(),

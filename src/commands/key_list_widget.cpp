@@ -4,11 +4,10 @@
 #include <QLabel>
 
 #include "commands/hot_keys.h"
+#include "commands/overlay_place_widget.h"
 
 namespace pallomir {
 namespace {
-
-constexpr QPoint kPlace(5, 5);
 
 /// A label draws line feeds only.
 QString Lines(const std::string& text) { return QString::fromStdString(text).remove('\r'); }
@@ -41,9 +40,9 @@ KeyListPicture::KeyListPicture(QWidget* owner) : QFrame(owner) {
   hide();
 }
 
-void KeyListPicture::ShowOverlay() {
+void KeyListPicture::ShowOverlay(const QPoint& corner) {
   adjustSize();
-  move(kPlace);
+  move(OverlayPlace(*this, corner));
   show();
   raise();
 }

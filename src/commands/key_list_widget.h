@@ -10,8 +10,9 @@ class KeyListPicture : public QFrame {
   /// Hidden at first.
   explicit KeyListPicture(QWidget* owner);
 
-  /// Shows the list in the owner's upper left corner, over everything else there.
-  void ShowOverlay();
+  /// Shows the list over everything else in its owner: in the corner that begins at `corner`, or as far above
+  /// as it must for its whole height.
+  void ShowOverlay(const QPoint& corner = {});
   void HideOverlay() { hide(); }
 };
 

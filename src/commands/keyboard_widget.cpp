@@ -6,18 +6,17 @@
 #include <string_view>
 
 #include "commands/hot_keys.h"
+#include "commands/overlay_place_widget.h"
 #include "ui/accessible_widget.h"
 
 namespace pallomir {
 namespace {
 
-constexpr QPoint kPlace(5, 5);
 constexpr int kMargin = 10;
 constexpr int kGap = 3;
 constexpr int kQuarter = 10;  // the width of a quarter of a key, gap included
 constexpr int kPitch = 36;    // from one row to the next
 const QColor kCapColour(0xdd, 0xdd, 0xdd);
-const QColor kDescribedColour(0xff, 0xff, 0xff);
 
 /// A key of the picture, in quarters of a letter key's width.
 struct Cap {
@@ -84,10 +83,10 @@ QFont CapFont() {
   return font;
 }
 
-void Colour(QLabel* key, const QColor& colour) {
+void Colour(QLabel* key, const QColor& ground, const QColor& text) {
   QPalette palette = key->palette();
-  palette.setColor(QPalette::Window, colour);
-  palette.setColor(QPalette::WindowText, Qt::black);
+  palette.setColor(QPalette::Window, ground);
+  palette.setColor(QPalette::WindowText, text);
   key->setPalette(palette);
 }
 
@@ -143,29 +142,30 @@ QLabel* KeyboardPicture::MakeKey(std::string_view caption, std::size_t index) {
   key->setAutoFillBackground(true);
   key->setFont(CapFont());
   key->installEventFilter(this);
-  Colour(key, kCapColour);
+  Colour(key, kCapColour, Qt::black);
   return key;
 }
 
-void KeyboardPicture::ShowOverlay() {
+void KeyboardPicture::ShowOverlay(const QPoint& corner) {
   if (isVisible()) return;
+  corner_ = corner;
   Describe(nullptr);
-  move(kPlace);
   show();
   raise();
 }
 
 /// Without a key the picture has room for one line.
 void KeyboardPicture::Describe(QLabel* key) {
-  if (described_) Colour(described_, kCapColour);
+  if (described_) Colour(described_, kCapColour, Qt::black);
   described_ = key;
-  if (key) Colour(key, kDescribedColour);
+  if (key) Colour(key, palette().color(QPalette::Highlight), palette().color(QPalette::HighlightedText));
   const QByteArray caption = key ? key->text().toUtf8() : QByteArray();
   lblTable_->setText(
       Text(KeyDescription({caption.data(), static_cast<std::size_t>(caption.size())})).remove('\r'));
   const int width = kWidth - kGap;
   lblTable_->resize(width, std::max(lblTable_->heightForWidth(width), lblTable_->fontMetrics().height()));
   setFixedSize(width + 2 * kMargin, lblTable_->y() + lblTable_->height() + kMargin);
+  move(OverlayPlace(*this, corner_));
 }
 
 void KeyboardPicture::FocusKey() { current_->setFocus(Qt::TabFocusReason); }

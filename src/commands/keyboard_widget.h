@@ -17,8 +17,9 @@ class KeyboardPicture : public QFrame {
   /// Hidden at first.
   explicit KeyboardPicture(QWidget* owner);
 
-  /// Shows the picture in the owner's upper left corner, over everything else there.
-  void ShowOverlay();
+  /// Shows the picture over everything else in its owner: in the corner that begins at `corner`, or as far
+  /// above as it must for its whole height.
+  void ShowOverlay(const QPoint& corner = {});
   void HideOverlay() { hide(); }
   /// Gives the keyboard to the key that had it last.
   void FocusKey();
@@ -38,6 +39,7 @@ class KeyboardPicture : public QFrame {
   std::vector<std::vector<QLabel*>> rows_;
   QLabel* current_ = nullptr;  // the one that Tab reaches
   QLabel* lblTable_;
+  QPoint corner_;
   QLabel* described_ = nullptr;  // the key that lblTable tells of
 };
 

@@ -8,16 +8,18 @@
 namespace pallomir {
 
 HelpOverlays::HelpOverlays(QWidget* mapArea)
-    : pctKeyboard_(new KeyboardPicture(mapArea)), pctKeyList_(new KeyListPicture(mapArea)) {}
+    : mapArea_(mapArea),
+      pctKeyboard_(new KeyboardPicture(mapArea->parentWidget())),
+      pctKeyList_(new KeyListPicture(mapArea->parentWidget())) {}
 
 void HelpOverlays::ShowKeyboard() {
   approach_.Begin();
-  pctKeyboard_->ShowOverlay();
+  pctKeyboard_->ShowOverlay(mapArea_->pos());
 }
 
 void HelpOverlays::ShowKeyList() {
   approach_.Begin();
-  pctKeyList_->ShowOverlay();
+  pctKeyList_->ShowOverlay(mapArea_->pos());
 }
 
 void HelpOverlays::ReadKeyboard() { pctKeyboard_->FocusKey(); }
@@ -38,6 +40,7 @@ void HelpOverlays::PointerOverMap(const QPoint& at) {
   QRect shown;
   for (const QWidget* help : {static_cast<QWidget*>(pctKeyboard_), static_cast<QWidget*>(pctKeyList_)})
     if (help->isVisible()) shown |= help->geometry();
+  shown.translate(-mapArea_->pos());
   if (!approach_.IsOnTheWay(at.x(), at.y(), {shown.x(), shown.y(), shown.width(), shown.height()})) Hide();
 }
 

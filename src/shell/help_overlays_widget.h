@@ -11,7 +11,8 @@ namespace pallomir {
 class KeyListPicture;
 class KeyboardPicture;
 
-/// The two helps over the map. The pointer over the map hides them, but not while it is on its way from the
+/// The two helps. They begin in the map's corner and may lie over what is below the map as well, in the
+/// window that the map is in. The pointer over the map hides them, but not while it is on its way from the
 /// button to the help.
 class HelpOverlays {
  public:
@@ -27,6 +28,7 @@ class HelpOverlays {
   QWidget* Keyboard() const;
 
  private:
+  QWidget* mapArea_;
   KeyboardPicture* pctKeyboard_;
   KeyListPicture* pctKeyList_;
   PointerApproach approach_;

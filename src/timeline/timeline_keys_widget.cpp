@@ -163,12 +163,15 @@ void TimelineKeys::MakeCurrent(const QObject& strip) {
   Strip().setFocusPolicy(Qt::TabFocus);
 }
 
-// The picture of the window to come is not there yet: the shares are used once.
+// The picture of the window to come is not there yet: the shares are used once, and what was told of a point
+// goes.
 void TimelineKeys::Choose() {
   const auto shares = cursor_.Shares();
   cursor_.DropRange();
   Place();
-  if (shares && chosen) chosen(shares->from, shares->to);
+  if (!shares) return;
+  if (left) left();
+  if (chosen) chosen(shares->from, shares->to);
 }
 
 // Said as the row's description: those who read the screen aloud read it again when it changes.

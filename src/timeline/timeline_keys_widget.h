@@ -22,7 +22,7 @@ class TimelineKeys : public QObject {
 
   /// The cursor came to a column of row 1, 2 ...; what is there may be told at once by Tell.
   std::function<void(int row, int column)> moved;
-  std::function<void()> left;  ///< the keyboard left the rows
+  std::function<void()> left;  ///< what was told of a point is old: the keyboard left the rows, or chose
   /// Shares of the window, as those of a drag.
   std::function<void(double from, double to)> chosen;
 

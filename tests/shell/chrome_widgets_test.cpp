@@ -96,6 +96,26 @@ TEST(KeyOfEvent, TellsKeysByPlaceAndLetter) {
   EXPECT_FALSE(KeyOfEvent(QKeyEvent(QEvent::KeyPress, Qt::Key_A, {}, QString(), true))) << "repeat";
 }
 
+TEST_F(ChromeTest, TheHelpsAreShownWholeInALowWindow) {
+  auto* picture = new KeyboardPicture(&window_);
+  auto* list = new KeyListPicture(&window_);
+  const QPoint corner(0, 40);
+  picture->ShowOverlay(corner);
+  list->ShowOverlay(corner);
+  EXPECT_EQ(picture->pos(), QPoint(5, 45));
+  EXPECT_EQ(list->pos(), QPoint(5, 45));
+  window_.setFixedHeight(list->height() + 10);
+  list->ShowOverlay(corner);
+  EXPECT_EQ(list->pos(), QPoint(5, 10));
+  const int oneLine = picture->height();
+  window_.setFixedHeight(oneLine + 45);
+  for (QLabel* key : picture->findChildren<QLabel*>())
+    if (key->text() == "1") Enter(key);
+  EXPECT_GT(picture->height(), oneLine);
+  EXPECT_LT(picture->y(), 45);
+  EXPECT_EQ(picture->y(), std::max(0, window_.height() - picture->height()));
+}
+
 TEST_F(ChromeTest, TheKeyboardPictureTellsOfTheKeyUnderThePointerAndIsAsHighAsThatNeeds) {
   auto* picture = new KeyboardPicture(&window_);
   EXPECT_FALSE(picture->isVisible());

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace pallomir {
+
+/// The desktop's style, with edges in the colour of the text where the palette is so dark that the style's
+/// own, which are darker than the ground, can't be seen: those of boxes, fields and buttons.
+class ContrastStyle : public QProxyStyle {
+ public:
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                          const QWidget* widget) const override;
+};
+
+}  // namespace pallomir

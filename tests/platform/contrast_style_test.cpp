@@ -1,0 +1,57 @@
+#include "platform/qt/contrast_style.h"
+
+#include <gmock/gmock.h>
+
+#include <QCheckBox>
+#include <QDateTimeEdit>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace pallomir {
+namespace {
+
+QPalette TwoColours(const QColor& ground, const QColor& text) {
+  QPalette palette(text, ground, ground, ground, ground, text, text, ground, ground);
+  palette.setColor(QPalette::PlaceholderText, text);
+  return palette;
+}
+
+/// The strongest contrast between the ground and the pixels of the widget's left half, where no text is.
+int EdgeContrast(QWidget& widget, const QPalette& palette, QStyle& style) {
+  widget.setStyle(&style);
+  widget.setPalette(palette);
+  widget.resize(160, 30);
+  widget.ensurePolished();
+  const QImage image = widget.grab().toImage();
+  const int ground = qGray(palette.color(QPalette::Window).rgb());
+  int strongest = 0;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width() / 2; ++x)
+      strongest = std::max(strongest, std::abs(qGray(image.pixel(x, y)) - ground));
+  return strongest;
+}
+
+TEST(ContrastStyle, BoxesFieldsAndButtonsHaveAnEdgeUnderAnyPalette) {
+  ContrastStyle ours;
+  QProxyStyle plain;
+  const struct {
+    const char* name;
+    std::function<std::unique_ptr<QWidget>()> make;
+  } cases[] = {
+      {"check box", [] { return std::make_unique<QCheckBox>(); }},
+      {"field", [] { return std::make_unique<QLineEdit>(); }},
+      {"button", [] { return std::make_unique<QPushButton>(); }},
+  };
+  const QPalette black = TwoColours(Qt::black, Qt::white);
+  const QPalette light = TwoColours(QColor(0xef, 0xef, 0xef), Qt::black);
+  for (const auto& row : cases) {
+    EXPECT_GT(EdgeContrast(*row.make(), black, ours), 200) << row.name;
+    EXPECT_EQ(EdgeContrast(*row.make(), light, ours), EdgeContrast(*row.make(), light, plain)) << row.name;
+  }
+  QDateTimeEdit picker;
+  picker.setDisplayFormat(" ");
+  EXPECT_GT(EdgeContrast(picker, black, ours), 200);
+}
+
+}  // namespace
+}  // namespace pallomir
