@@ -16,7 +16,7 @@ MapBridge::MapBridge(Browser& browser, EventLoop& loop, Trace& trace, const Fold
     : browser_(browser),
       loop_(loop),
       trace_(trace),
-      placeholder_(folders.application / "blank_blue.html"),
+      application_(folders.application),
       webSite_(std::move(webSite)),
       view_(view),
       host_(std::move(host)),
@@ -39,7 +39,7 @@ void MapBridge::Open() {
   browser_.pageLost = [this](const std::string& reason) { OnLost(reason); };
   page_.FirstFitSent = false;
   browser_.Navigate("about:blank");
-  browser_.Navigate(placeholder_);
+  browser_.Navigate(application_ / "blank_blue.html");
   AskForPage();
 }
 
@@ -61,13 +61,14 @@ void MapBridge::OnLost(const std::string& reason) {
   if (host_.isClosing()) return;
   trace_.Line("map page lost: " + reason);
   page_.MapCreated = false;
+  // The next page gets a fit of its own, made when it comes: of what waits, or else of what this one showed.
+  if (page_.FirstFitSent) firstFit_ = ShownBox(view_, host_.browserSize());
   page_.FirstFitSent = false;
-  firstFitPending_ = mayFit_;
   waitingQuestions_.clear();  // the next page asks its own
   pageRetry_->SetEnabled(true);
   host_.lost();
-  if (std::exchange(isLost_, true)) return;  // the placeholder is missing too
-  browser_.Navigate(placeholder_);
+  if (std::exchange(isLost_, true)) return;  // what stands in for the page is missing too
+  browser_.Navigate(LostPageAddress(application_, webSite_, reason));
 }
 
 void MapBridge::Close() {
@@ -107,7 +108,7 @@ void MapBridge::On(const page::Status& status) {
   page_.MapCreated = true;
   // The window may have changed since the address was made.
   if (PageMapSize(host_.browserSize()) != addressSize_) SendSize();
-  if (firstFitPending_ && !waitingFit_) SendFirstFit(FitText(view_));
+  if (firstFit_ && !waitingFit_) SendFirstFit();
 }
 
 void MapBridge::On(const page::PopupAtPlace& click) {
@@ -209,32 +210,35 @@ void MapBridge::FitToData(const WorldBox& box) {
   view_.DataBox = box;
   view_.PreviousRequestedZoom = view_.RequestedZoom;
   FitToBox(view_, box, host_.browserSize());
-  waitingFit_ = FitText(view_);  // the page may report another centre meanwhile
+  waitingFit_ = box;  // to be made again: the page may report another centre meanwhile
   Rebuild();
 }
 
 void MapBridge::ZoomTo(const WorldBox& box) {
   FitToBox(view_, box, host_.browserSize());
   if (waitingFit_) {
-    waitingFit_ = FitText(view_);
+    waitingFit_ = box;
   } else {
     browser_.WriteField(field::kFit, FitText(view_));
   }
 }
 
-void MapBridge::SendFit(const std::string& fit) {
+void MapBridge::SendFit(const WorldBox& box) {
   if (page_.FirstFitSent) {
-    browser_.WriteField(field::kFit, fit);
+    FitToBox(view_, box, host_.browserSize());
+    browser_.WriteField(field::kFit, FitText(view_));
   } else if (mayFit_) {
-    firstFitPending_ = true;
-    if (page_.MapCreated) SendFirstFit(fit);
+    firstFit_ = box;
+    if (page_.MapCreated) SendFirstFit();
   }
 }
 
-void MapBridge::SendFirstFit(const std::string& fit) {
-  firstFitPending_ = false;
+// For the size that the map has now: the window may have changed since the box was asked for.
+void MapBridge::SendFirstFit() {
+  FitToBox(view_, *firstFit_, host_.browserSize());
+  firstFit_.reset();
   page_.FirstFitSent = true;
-  browser_.WriteField(field::kFirstFit, fit);
+  browser_.WriteField(field::kFirstFit, FitText(view_));
 }
 
 void MapBridge::SendPan(double lat, double lng) { browser_.WriteField(field::kPan, PlaceText(lat, lng)); }

@@ -33,7 +33,8 @@ struct PageState {
 /// The map page as the client works with it: whether the page is there, which view it shows, the tiles that
 /// are drawn for it, and what waits for them.
 ///
-///     Open -> page asked for -> map created -> ready        the page; a lost one is asked for again
+///     Open -> page asked for -> map created -> ready        the page; a lost one is asked for again, and
+///                                                           meanwhile its place says what is missing
 ///     Rebuild -> drawn part by part -> generation told -> waiting fit sent -> waiting questions answered
 ///
 /// While tiles are drawn the points of the drawing must stay as they are (`IsRebuilding`).
@@ -112,20 +113,20 @@ class MapBridge {
   void AskForPage();
   void ChangeZoom(int zoom, ZoomOrigin origin);
   void OnTilesTick();
-  void SendFit(const std::string& fit);
-  void SendFirstFit(const std::string& fit);
+  void SendFit(const WorldBox& box);
+  void SendFirstFit();
   void Answer(const page::TileQuestion& question);
 
   Browser& browser_;
   EventLoop& loop_;
   Trace& trace_;
-  std::filesystem::path placeholder_;
+  std::filesystem::path application_;
   std::string webSite_;
   MapView& view_;
   Host host_;
 
   PageState page_;
-  bool firstFitPending_ = false;  // waits for MapCreated
+  std::optional<WorldBox> firstFit_;  // waits for MapCreated
   bool isLost_ = false;
   PixelSize addressSize_;  // the map size that the page's address named
 
@@ -133,7 +134,7 @@ class MapBridge {
   bool rebuildOwed_ = false;  // there was something to draw before a zoom was known
   bool notDrawn_ = false;
   bool mayFit_ = false;
-  std::optional<std::string> waitingFit_;            // for the end of the rebuild
+  std::optional<WorldBox> waitingFit_;               // for the end of the rebuild
   std::deque<page::TileQuestion> waitingQuestions_;  // for the end of the rebuild
 
   std::unique_ptr<Timer> tmrTiles_;

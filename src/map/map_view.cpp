@@ -84,4 +84,15 @@ WorldPoint ViewToWorld(const MapView& view, int sx, int sy, PixelSize size) {
   return {world(sx - size.width / 2, view.CentreX), world(sy - size.height / 2, view.CentreY)};
 }
 
+WorldBox ShownBox(const MapView& view, PixelSize size) {
+  if (view.TileZoom < 0 || !view.HasCentre) return view.DataBox;
+  const int marginX = size.width / 16;
+  const int marginY = size.height / 16;
+  WorldBox box;
+  for (const WorldPoint corner : {ViewToWorld(view, marginX, marginY, size),
+                                  ViewToWorld(view, size.width - marginX, size.height - marginY, size)})
+    box.Widen(corner.x, corner.y);
+  return box;
+}
+
 }  // namespace pallomir

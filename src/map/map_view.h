@@ -100,4 +100,8 @@ ViewPoint WorldToView(const MapView& view, std::int32_t x, std::int32_t y, Pixel
 /// The world point under a view pixel. It takes the middle of the whole browser, without the unused part.
 WorldPoint ViewToWorld(const MapView& view, int sx, int sy, PixelSize size);
 
+/// The box that the page shows, a little smaller, so that a fit to it comes back to the zoom that the page
+/// reported; before its first report the data's box.
+WorldBox ShownBox(const MapView& view, PixelSize size);
+
 }  // namespace pallomir

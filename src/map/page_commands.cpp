@@ -48,7 +48,7 @@ PageCommand ParseMouseMove(std::string_view text) {
   constexpr double kMaxPixel = 99999;
   if (!x || !y || !(std::abs(*x) <= kMaxPixel && std::abs(*y) <= kMaxPixel)) return page::Malformed{};
   if (!IsPlace(lat, lng) || !zoom) return page::Malformed{};
-  const auto rounded = [](double value) { return static_cast<int>(value < 0 ? value - 0.5 : value + 0.5); };
+  const auto rounded = [](double value) { return static_cast<int>(std::nearbyint(value)); };  // half to even
   return page::MouseMoved{rounded(*x), rounded(*y), *lat, *lng, *zoom};
 }
 
@@ -110,15 +110,25 @@ PageCommand ParsePageCommand(std::string_view text) {
 }
 
 std::string DecodeGeocode(std::string_view encoded) {
-  std::string text;
+  std::string characters;  // one byte each
   for (std::size_t escape; (escape = encoded.find('%')) != std::string_view::npos;) {
     const auto code = ParseHex(encoded.substr(escape + 1, 2));
     if (!code || encoded.size() < escape + 3) break;
-    text.append(encoded.substr(0, escape));
-    text.push_back(static_cast<char>(*code));
+    characters.append(encoded.substr(0, escape));
+    characters.push_back(static_cast<char>(*code));
     encoded.remove_prefix(escape + 3);
   }
-  text.resize(text.size() - std::min<std::size_t>(text.size(), 2));
+  characters.resize(characters.size() - std::min<std::size_t>(characters.size(), 2));
+  std::string text;
+  for (const char character : characters) {
+    const auto code = static_cast<unsigned char>(character);
+    if (code < 0x80) {
+      text.push_back(character);
+    } else {
+      text.push_back(static_cast<char>(0xC0 | code >> 6));
+      text.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+    }
+  }
   return text;
 }
 

@@ -16,7 +16,7 @@ struct PopupAtPlace {
   std::int32_t lng = 0;
 };
 struct GeocodeAnswer {
-  std::string text;  ///< decoded
+  std::string text;  ///< decoded, UTF-8
 };
 struct MouseMoved {
   int x = 0;  ///< view pixels
@@ -63,8 +63,9 @@ using PageWish = std::variant<page::PopupWithoutPlace, page::PopupAtPlace, page:
 /// Reads the text behind the command prefix. Letters count with their case.
 PageCommand ParsePageCommand(std::string_view text);
 
-/// The text of a geocode answer: each "%" with two hexadecimal digits is one character; what follows the last
-/// escape is dropped, and then the two filler characters. A "%" without two digits ends the text.
+/// The text of a geocode answer, as UTF-8: each "%" with two hexadecimal digits is the character of that code
+/// (0 to 255); what follows the last escape is dropped, and then the two filler characters. A "%" without two
+/// digits ends the text.
 std::string DecodeGeocode(std::string_view encoded);
 
 }  // namespace pallomir

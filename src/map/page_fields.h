@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "map/map_view.h"
@@ -46,6 +47,11 @@ PixelSize PageMapSize(PixelSize browser);
 /// The map page's address: "/fullscreen/index.php" on the web site, with the map's size. The browser supplies
 /// the scheme.
 std::string MapPageAddress(const std::string& webSite, PixelSize browser);
+
+/// The page in the application folder that stands in for a lost map page. It says which web site is missing,
+/// for what reason, and how to start it.
+std::string LostPageAddress(const std::filesystem::path& applicationFolder, const std::string& webSite,
+                            const std::string& reason);
 
 /// What the address of every page command begins with.
 std::string CommandPrefix(const std::string& webSite);

@@ -28,6 +28,7 @@ TrackTiles::TrackTiles(TileFolders folders, Trace& trace, std::function<void(con
 
 void TrackTiles::Begin(std::optional<TrackDrawing> drawing) {
   rebuild_.reset();  // its picture may be large
+  fastest_ = {};     // the points that it names may be gone
   rebuild_.emplace();
   if (!drawing) return;
   rebuild_->zoom = drawing->TileZoom;

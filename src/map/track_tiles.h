@@ -75,6 +75,7 @@ class TrackTiles {
   /// Four upper-case hexadecimal digits.
   std::string GenerationText() const;
 
+  /// Of the set on disk; none from the begin of a rebuild to its end.
   const FastestPoints& Fastest() const { return fastest_; }
 
   /// Full path of the track tile with this suffix, or of the blank tile.

@@ -33,6 +33,7 @@ CaptionLine::CaptionLine(QWidget* parent) : QWidget(parent), row_(new QHBoxLayou
   controls_->setSpacing(4);
   row_->addLayout(controls_);
   AddTitle();
+  AddState();
   AddHelp();
   AddWindowButtons();
   SetMode(WindowMode::kNormal);
@@ -67,10 +68,31 @@ void CaptionLine::AddTitle() {
   row_->addWidget(txtCaption_, 1);
   // Takes the title's place while that is hidden.
   row_->addStretch(0);
+}
+
+void CaptionLine::AddState() {
+  lblDemo_ = AddWord("lblDemo", "Demo");
+  lblDemo_->setToolTip(
+      "Demo mode: the units and their data are invented.\nMenu, Options, Demo Mode leaves it.");
+  lblDemo_->setFrameStyle(QFrame::Box | QFrame::Plain);
+  lblDemo_->setContentsMargins(4, 0, 4, 0);
+  lblLamp_ = AddWord("lblLamp", "");
   picLamp_ = new Lamp(this);
   row_->addSpacing(6);
   row_->addWidget(picLamp_);
   row_->addSpacing(4);
+}
+
+// In a narrow window it gives way to the buttons, and is cut.
+QLabel* CaptionLine::AddWord(const char* name, const QString& text) {
+  auto* word = new QLabel(text, this);
+  word->setObjectName(name);
+  word->setTextFormat(Qt::PlainText);
+  word->setMinimumWidth(1);
+  word->setContentsMargins(6, 0, 0, 0);
+  word->hide();
+  row_->addWidget(word);
+  return word;
 }
 
 void CaptionLine::AddHelp() {
@@ -132,7 +154,14 @@ void CaptionLine::SetMenuText(const QString& text) {
   lblMenu_->setAccessibleName(text);
 }
 
-void CaptionLine::SetLamp(LampState state, const QString& text) { picLamp_->Show(state, text); }
+void CaptionLine::SetLamp(LampState state, const QString& tip, const QString& word) {
+  picLamp_->Show(state, tip);
+  lblLamp_->setText(word);
+  lblLamp_->setToolTip(tip);
+  lblLamp_->setVisible(!word.isEmpty());
+}
+
+void CaptionLine::SetDemoMode(bool on) { lblDemo_->setVisible(on); }
 
 void CaptionLine::SetMode(WindowMode mode) {
   mode_ = mode;

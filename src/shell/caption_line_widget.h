@@ -43,7 +43,9 @@ class CaptionLine : public QWidget {
   void SetCaption(const QString& text);
   void SetCaptionVisible(bool visible);
   void SetMenuText(const QString& text);
-  void SetLamp(LampState state, const QString& text);
+  /// `word` stands beside the lamp; it may be empty.
+  void SetLamp(LampState state, const QString& tip, const QString& word);
+  void SetDemoMode(bool on);
   /// Marks the button of the mode as pressed, and says whether the window can be dragged.
   void SetMode(WindowMode mode);
 
@@ -58,6 +60,8 @@ class CaptionLine : public QWidget {
  private:
   void AddMenuButton();
   void AddTitle();
+  void AddState();
+  QLabel* AddWord(const char* name, const QString& text);
   void AddHelp();
   void AddWindowButtons();
   IconButton* AddButton(const char* name, const char* icon, const char* text, std::function<void()>& action);
@@ -74,6 +78,8 @@ class CaptionLine : public QWidget {
   QPushButton* lblMenu_;
   QLabel* lblCaption_;
   CaptionText* txtCaption_;
+  QLabel* lblDemo_;
+  QLabel* lblLamp_;
   Lamp* picLamp_;
   IconButton* pctButton_Normal_;
   IconButton* pctButton_Maximize_;

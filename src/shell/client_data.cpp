@@ -1,10 +1,10 @@
-#include <algorithm>
 #include <string>
 #include <utility>
 
-#include "base/number_format.h"
 #include "map/projection.h"
 #include "shell/client.h"
+#include "tracking/connection_lamp.h"
+#include "tracking/data_age.h"
 
 // The road of the data: from the connection through the packets into the store, and what follows a batch.
 
@@ -26,9 +26,10 @@ ServerConnection::Host Client::ConnectionHost() {
 }
 
 std::string Client::DataRequest() const {
-  if (book_.enabledCount == 0) return {};
-  return DataRequestText(std::string_view(book_.requestText).substr(1),
-                         ToUtc(window_.start, utcOffsetMinutes_), ToUtc(window_.end, utcOffsetMinutes_));
+  const std::string_view unitIds = std::string_view(book_.requestText).substr(1);
+  if (unitIds.empty()) return {};
+  return DataRequestText(unitIds, ToUtc(window_.start, utcOffsetMinutes_),
+                         ToUtc(window_.end, utcOffsetMinutes_));
 }
 
 void Client::RestartConnection() {
@@ -36,8 +37,10 @@ void Client::RestartConnection() {
   connection_->Restart();
 }
 
-// What came over the old connection can't be continued by the new one.
+// What came over the old connection can't be continued by the new one, and what was reported of it is no
+// question any more.
 void Client::PrepareRestart() {
+  CloseRetry();
   dataPause_->SetEnabled(false);
   newBytes_ = 0;
   storeFullTold_ = false;
@@ -67,7 +70,6 @@ void Client::CloseRetry() {
 }
 
 void Client::RetryNow() {
-  CloseRetry();
   PrepareRestart();
   connection_->Retry();
 }
@@ -169,39 +171,23 @@ void Client::FitByUser(std::size_t k) {
   Timeline_Resize();  // the redraw takes the notice away, also where there was nothing new
 }
 
-// Tells what is unseen otherwise; it changes nothing.
 void Client::UpdateLamp() {
-  using Colour = ClientView::LampColour;
-  using State = ServerConnection::State;
-  const auto show = [this](Colour colour, const char* text) {
-    const std::string& note = service_.Note();
-    ports_.view.ShowLamp(colour, note.empty() ? text : text + ("\n" + note));
-  };
-  const State state = connection_->CurrentState();
-  if (stream_.PendingSize() > 0) return show(Colour::kAmber, "New data waits: press F");
-  if (map_->HasUndrawnPoints()) return show(Colour::kAmber, "Not drawn yet: press F");
-  if (state == State::kLocating || state == State::kProbing || state == State::kConnecting) {
-    return show(Colour::kAmber, "Looking for the server");
-  }
-  if (state == State::kClosedByServer) return show(Colour::kRed, "Closed by the server");
-  if (state != State::kStreaming) return show(Colour::kQuiet, "Not connected");
-  if (store_.PointCount() == 0) return show(Colour::kQuiet, "No data yet");
-  show(Colour::kGreen, "Connected");
+  LampFacts facts;
+  facts.connection = connection_->CurrentState();
+  facts.isAnyUnitEnabled = book_.enabledCount > 0;
+  facts.waitsForFit = stream_.PendingSize() > 0;
+  facts.isNotDrawn = map_->HasUndrawnPoints();
+  facts.pointCount = store_.PointCount();
+  facts.datedLater = NewestDataAt(store_, ports_.clock.NowUtc()).datedLater;
+  facts.note = service_.Note();
+  ports_.view.ShowLamp(LampFor(facts));
 }
 
 void Client::UpdateCaption() {
   UpdateLamp();
   if (book_.enabledCount == 0) return;
-  Millis latest = ToMillis({2000, 1, 1});
-  for (std::size_t k = 1; k <= store_.UnitCount(); ++k) {
-    latest = std::max(latest, store_.LastDataTime(k).value_or(latest));
-  }
-  const Millis age = std::max<Millis>(0, ports_.clock.NowUtc() - latest);
-  const CivilTime rest = ToCivil(age % kDay);
-  const std::string days = age >= kDay ? std::to_string(age / kDay) : "";
-  ports_.view.SetCaption("Pallomir " + days + " " + FormatInteger(rest.hour, 2) + ":" +
-                         FormatInteger(rest.minute, 2) + ":" + FormatInteger(rest.second, 2) + "  " +
-                         std::to_string(store_.PointCount()) + " Data Points");
+  const Millis now = ports_.clock.NowUtc();
+  ports_.view.SetCaption(AgeCaption(NewestDataAt(store_, now), store_.PointCount(), now));
 }
 
 }  // namespace pallomir

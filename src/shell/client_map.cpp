@@ -12,6 +12,11 @@
 // What lies over the map, and what the page wants of the rest of the program.
 
 namespace pallomir {
+namespace {
+
+constexpr int kFirstMapType = 1;
+
+}  // namespace
 
 MapBridge::Host Client::MapHost() {
   MapBridge::Host host;
@@ -63,15 +68,16 @@ void Client::OnPage(const page::MouseMoved& move) {
   ShowPointAtShare(move.x);
 }
 
+// A page begins with all layers, the first map type and neither overlay nor panorama: one that comes after a
+// loss, or late, is told what was chosen otherwise meanwhile.
 void Client::OnPageReady() {
   ports_.view.HideSplash();
-  WriteToggle(Command::kMapData, field::kMapData);
-  WriteToggle(Command::kTrackingData, field::kTrackingData);
-  WriteMapType();
-  // A page that comes back after a loss begins with neither, and with all zones.
+  if (!menus_.At(Command::kMapData).checked) WriteToggle(Command::kMapData, field::kMapData);
+  if (!menus_.At(Command::kTrackingData).checked) WriteToggle(Command::kTrackingData, field::kTrackingData);
+  if (!menus_.At(Command::kZones).checked) WriteToggle(Command::kZones, field::kZonesShown);
+  if (menus_.CheckedIndex(Command::kMapType) != kFirstMapType) WriteMapType();
   if (menus_.At(Command::kPanorama).checked) SetPanorama(true);
   if (menus_.At(Command::kStreetView).checked) ports_.browser.WriteField(field::kStreetView, "True");
-  if (!menus_.At(Command::kZones).checked) WriteToggle(Command::kZones, field::kZonesShown);
   Run(seams.loadZones);
 }
 

@@ -77,6 +77,7 @@ void Client::ReadMenuChoice(Command array, const char* prefix, const SettingKey&
 
 void Client::ReadUnits() {
   areUnitsDemo_ = choices_.demoMode;
+  ports_.view.ShowDemoMode(areUnitsDemo_);
   ShowUnitsInMenu(menus_,
                   ParseMobileUnits(areUnitsDemo_ ? DemoMobileUnits()
                                                  : ports_.settings.Get(setting::kMobileUnits.key,

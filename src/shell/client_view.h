@@ -9,6 +9,7 @@
 #include "platform/geometry.h"
 #include "platform/main_window.h"
 #include "timeline/data_strip.h"
+#include "tracking/connection_lamp.h"
 #include "tracking/mobile_units.h"
 
 namespace pallomir {
@@ -21,9 +22,9 @@ class ClientView {
   // Caption and layout
   virtual void SetCaption(const std::string& text) = 0;  ///< `lblCaption`
   virtual void ShowCaption(bool visible) = 0;            ///< `txtCaption`
-  enum class LampColour { kQuiet, kGreen, kAmber, kRed };
   /// A small lamp that tells what can't be seen otherwise.
-  virtual void ShowLamp(LampColour colour, const std::string& text) = 0;
+  virtual void ShowLamp(const LampMessage& lamp) = 0;
+  virtual void ShowDemoMode(bool on) = 0;
   /// Places the map, the caption line and the timeline in the window as large as it is now.
   virtual void LayOut() = 0;
   /// The browser control's size, the unused 18 pixels of its width included.
@@ -46,6 +47,8 @@ class ClientView {
   // Windows of their own
   // The editors, modeless; one that is open comes forward and keeps what was entered.
   virtual void EditUnits(const std::vector<MobileUnit>& units) = 0;
+  /// A key or the menu changed flags of the units: an open editor takes them over.
+  virtual void ShowUnitFlags(const std::vector<MobileUnit>& units) = 0;
   virtual void EditHotspots(const std::vector<std::string>& ssids) = 0;
   virtual void EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) = 0;
   virtual void ShowAbout() = 0;

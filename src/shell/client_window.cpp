@@ -34,8 +34,10 @@ void Client::ShowAllUnits() {
 }
 
 void Client::SaveUnits() {
+  const std::vector<MobileUnit> units = UnitsFromMenu(menus_);
+  ports_.view.ShowUnitFlags(units);
   if (areUnitsDemo_) return;  // the menu alone keeps those
-  ports_.settings.Save(setting::kMobileUnits.key, EncodeMobileUnits(UnitsFromMenu(menus_)));
+  ports_.settings.Save(setting::kMobileUnits.key, EncodeMobileUnits(units));
 }
 
 void Client::UnitsApplied(const std::vector<MobileUnit>& units) {

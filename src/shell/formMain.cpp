@@ -164,10 +164,12 @@ void formMain::ConnectPickers() {
   };
 }
 
-void formMain::ShowLamp(LampColour colour, const std::string& text) {
+void formMain::ShowLamp(const LampMessage& lamp) {
   constexpr LampState kStates[] = {LampState::kQuiet, LampState::kGreen, LampState::kAmber, LampState::kRed};
-  captionLine_->SetLamp(kStates[static_cast<int>(colour)], Text(text));
+  captionLine_->SetLamp(kStates[static_cast<int>(lamp.colour)], Text(lamp.tip), Text(lamp.word));
 }
+
+void formMain::ShowDemoMode(bool on) { captionLine_->SetDemoMode(on); }
 
 void formMain::SetCaption(const std::string& text) { captionLine_->SetCaption(Text(text)); }
 void formMain::ShowCaption(bool visible) { captionLine_->SetCaptionVisible(visible); }
@@ -227,6 +229,10 @@ std::vector<QWidget*> formMain::OpenEditors() const {
 
 void formMain::EditUnits(const std::vector<MobileUnit>& units) {
   OpenEditor(formMobileUnit_Edit_, units, &Client::UnitsApplied);
+}
+
+void formMain::ShowUnitFlags(const std::vector<MobileUnit>& units) {
+  if (formMobileUnit_Edit_) formMobileUnit_Edit_->ShowFlags(units);
 }
 
 void formMain::EditHotspots(const std::vector<std::string>& ssids) {

@@ -48,7 +48,8 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   // ClientView
   void SetCaption(const std::string& text) override;
   void ShowCaption(bool visible) override;
-  void ShowLamp(LampColour colour, const std::string& text) override;
+  void ShowLamp(const LampMessage& lamp) override;
+  void ShowDemoMode(bool on) override;
   void LayOut() override;
   PixelSize BrowserSize() const override;
   bool IsTimelineVisible() const override;
@@ -61,6 +62,7 @@ class formMain : public QWidget, public ClientView, public MainWindow {
   void HideTimelineInfo() override;
   void ShowWindowMode(WindowMode mode) override;
   void EditUnits(const std::vector<MobileUnit>& units) override;
+  void ShowUnitFlags(const std::vector<MobileUnit>& units) override;
   void EditHotspots(const std::vector<std::string>& ssids) override;
   void EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) override;
   void ShowAbout() override;

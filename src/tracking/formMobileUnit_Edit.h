@@ -13,8 +13,14 @@ class formMobileUnit_Edit : public ListGridWidget {
   /// Apply was pressed; the window closes afterwards.
   std::function<void(const std::vector<MobileUnit>&)> apply;
 
+  /// A key or the menu changed flags of the units: those change here too.
+  void ShowFlags(const std::vector<MobileUnit>& units);
+
  protected:
   void TakeResult() override;
+
+ private:
+  std::vector<MobileUnit> units_;  // as they stand outside
 };
 
 }  // namespace pallomir

@@ -26,6 +26,12 @@ inline constexpr std::size_t kPacketHeaderSize = 8;
 inline constexpr std::size_t kUnitIdSize = 12;
 inline constexpr std::size_t kRecordSize = 14;
 
+/// The largest datagram, and how many units a locator request of that size names behind its check code and
+/// its letter.
+inline constexpr std::size_t kLargestDatagram = 65'507;
+inline constexpr std::size_t kMostUnitsPerRequest = (kLargestDatagram - 6 - 1) / kUnitIdSize;
+static_assert(kMostUnitsPerRequest == 5458);
+
 /// A sender puts at most this many records into a packet; it is also what a data file holds.
 inline constexpr std::size_t kRecordsPerPacket = 720;
 

@@ -207,10 +207,4 @@ const DataPoint* PointStore::Newest() const {
   return newest;
 }
 
-std::optional<Millis> PointStore::LastDataTime(std::size_t k) const {
-  const auto points = Track(k).Points();
-  if (points.empty()) return std::nullopt;
-  return DecodePackedTime(points.back().time);
-}
-
 }  // namespace pallomir

@@ -90,9 +90,6 @@ class PointStore {
   /// The newest point of all units; of equal times the first unit's. Null when there is none.
   const DataPoint* Newest() const;
 
-  /// UTC time of unit k's newest point.
-  std::optional<Millis> LastDataTime(std::size_t k) const;
-
  private:
   void Settle(UnitTrack& track);
 

@@ -5,11 +5,16 @@
 
 #include "base/check_code.h"
 #include "base/number_format.h"
+#include "tracking/packets.h"
 
 namespace pallomir {
 namespace {
 
 constexpr std::size_t kServerEntrySize = 12;
+
+// A datagram may be lost: an unanswered question is asked again after these seconds, and given up at last.
+constexpr int kAskAgainAfter[] = {3, 8};
+constexpr int kGiveUpAfter = 15;
 
 std::string HexOf(ByteView bytes) {
   std::string text;
@@ -32,6 +37,13 @@ BaseServerAddress ParseEntry(std::string_view entry) {
 }
 
 }  // namespace
+
+std::string TooManyUnitsText(std::size_t enabledCount) {
+  return std::to_string(enabledCount) +
+         " mobile units are enabled, but one request to the Pallomir Website " + "Server names at most " +
+         std::to_string(kMostUnitsPerRequest) +
+         ".\nNo data was asked for. Disable some units in the mobile unit list and reload the map.";
+}
 
 std::string DataRequestText(std::string_view unitIds, Millis startUtc, Millis endUtc) {
   return std::string(unitIds) + "~" + IsoText(startUtc) + "~" + IsoText(endUtc) + "~~";
@@ -59,9 +71,7 @@ LocatorReply ParseLocatorReply(ByteView datagram) {
 ServerConnection::ServerConnection(DatagramEndpoint& locator, StreamEndpoint& probe, StreamEndpoint& data,
                                    EventLoop& loop, Trace& trace, Host host)
     : locator_(locator), probe_(probe), data_(data), trace_(trace), host_(std::move(host)) {
-  locatorTimeout_ = loop.CreateTimer("tmrLocator", kLocatorTimeoutMilliseconds, [this] {
-    OnDatagramError({kErrorTimedOut, "The Pallomir Website Server does not answer.", kErrorTimedOut});
-  });
+  tmrLocator_ = loop.CreateTimer("tmrLocator", 1000, [this] { OnLocatorSecond(); });
   locator_.arrived = [this](ByteView datagram) { OnLocatorReply(datagram); };
   locator_.failed = [this](const EndpointError& error) { OnDatagramError(error); };
   probe_.connected = [this] { OnProbeConnected(); };
@@ -75,22 +85,49 @@ ServerConnection::ServerConnection(DatagramEndpoint& locator, StreamEndpoint& pr
 
 void ServerConnection::Restart() {
   CloseAll();
+  unusable_.clear();
+  retryClearsReported_ = false;
+  state_ = State::kIdle;
+  if (const std::size_t units = host_.locatorRequest().size() / kUnitIdSize; units > kMostUnitsPerRequest)
+    return host_.message(TooManyUnitsText(units));
   state_ = State::kLocating;
   locator_.Connect(host_.locatorHost, kLocatorPort);
   if (host_.isClosing()) return;
+  SendQuestion();
+  silentSeconds_ = 0;
+  tmrLocator_->SetEnabled(true);
+}
+
+void ServerConnection::SendQuestion() {
   const std::string request = host_.locatorRequest();
   Bytes datagram = ShortCheckForm(AsBytes(request));
   Append(datagram, AsBytes(request));
   locator_.Send(datagram);
-  locatorTimeout_->SetEnabled(true);
+}
+
+// An answer to each question may come: those that are not waited for any more are left out.
+void ServerConnection::OnLocatorSecond() {
+  ++silentSeconds_;
+  if (std::ranges::count(kAskAgainAfter, silentSeconds_) > 0) {
+    trace_.Line("no answer of the locator: asked again");
+    SendQuestion();
+  }
+  if (silentSeconds_ < kGiveUpAfter) return;
+  OnDatagramError({kErrorTimedOut,
+                   unusable_.empty()
+                       ? "The Pallomir Website Server does not answer."
+                       : "The Pallomir Website Server answered, but its answer can't be used: " + unusable_,
+                   kErrorTimedOut});
 }
 
 void ServerConnection::Retry() {
+  const bool clearsReported = retryClearsReported_;
   Restart();
-  if (std::exchange(retryClearsReported_, false)) reported_ = false;
+  if (clearsReported) reported_ = false;
 }
 
 void ServerConnection::StopRetrying() {
+  if (state_ != State::kReporting) return;
   retryClearsReported_ = false;
   state_ = State::kIdle;
 }
@@ -101,7 +138,7 @@ void ServerConnection::Close() {
 }
 
 void ServerConnection::CloseAll() {
-  locatorTimeout_->SetEnabled(false);
+  tmrLocator_->SetEnabled(false);
   for (Endpoint* endpoint :
        {static_cast<Endpoint*>(&locator_), static_cast<Endpoint*>(&probe_), static_cast<Endpoint*>(&data_)}) {
     if (!endpoint->IsClosed()) endpoint->Close();
@@ -116,53 +153,63 @@ void ServerConnection::OnLocatorReply(ByteView datagram) {
   using Kind = LocatorReply::Kind;
   switch (reply.kind) {
     case Kind::kNoServer:
-      if (!reported_) {
-        ReportLocator("634298",
-                      "Pallomir server had no match for your base request.\n"
-                      "Verify that Pallomir Server is running.\n"
-                      "This can also occur for a few minutes after Pallomir Server first starts up.\n"
-                      "\n" +
-                          FaqLine());
-        return;
-      }
-      if (!reply.expectedCheck.empty()) break;
-      locatorTimeout_->SetEnabled(false);
-      state_ = State::kIdle;
-      host_.message(
-          "Error 501332: The request to the Pallomir Website Server returned no data. This can mean:\n"
-          "- Your Pallomir Data Server program is not running, so the Pallomir Website Server is not aware "
-          "of this mobile unit ID;\n"
-          "- You have entered an erronoeous mobile unit ID into either this Pallomir Browser or your "
-          "Pallomir Data Server, so they do not match.\n"
-          "Please correct the problem and restart the programs.");
-      return;
+      if (!reported_ || reply.expectedCheck.empty()) return OnNoServer();
+      break;
     case Kind::kWrongLength:
-      if (!reported_) {
-        ReportLocator("166308",
-                      "Wrong string length; should be 18, not " + std::to_string(datagram.size()) +
-                          "\n"
-                          "The Pallomir website is not properly setting up your connection to your Pallomir "
-                          "Base Server...\n"
-                          "wait a few moments and retry.\n"
-                          "\n" +
-                          FaqLine());
-      }
-      return;
+      return OnWrongLength(datagram.size());
     case Kind::kCheckMismatch:
       break;
     case Kind::kMalformed:
-      trace_.Line("locator reply left out: its server entry is no address");
-      return;
+      return OnUnusable("there is no address in it.");
     case Kind::kServer:
-      OnServer(reply.server);
-      return;
+      return OnServer(reply.server);
   }
+  OnUnusable("its check code is wrong.");
   host_.caption("Error: HashCode mismatch; should be " + HexOf(reply.expectedCheck) + ", not " +
                 HexOf(datagram.first(kShortCheckSize)));
 }
 
+void ServerConnection::OnNoServer() {
+  if (WantsNothing() || !reported_) {
+    ReportLocator("634298",
+                  "Pallomir server had no match for your base request.\n"
+                  "Verify that Pallomir Server is running.\n"
+                  "This can also occur for a few minutes after Pallomir Server first starts up.\n"
+                  "\n" +
+                      FaqLine());
+    return;
+  }
+  tmrLocator_->SetEnabled(false);
+  state_ = State::kIdle;
+  host_.message(
+      "Error 501332: The request to the Pallomir Website Server returned no data. This can mean:\n"
+      "- Your Pallomir Data Server program is not running, so the Pallomir Website Server is not aware "
+      "of this mobile unit ID;\n"
+      "- You have entered an erronoeous mobile unit ID into either this Pallomir Browser or your "
+      "Pallomir Data Server, so they do not match.\n"
+      "Please correct the problem and restart the programs.");
+}
+
+// One problem of the locator is reported once; a later one waits for a usable answer until the time is over.
+void ServerConnection::OnWrongLength(std::size_t size) {
+  if (reported_) return OnUnusable("it has " + std::to_string(size) + " characters; there should be 18.");
+  ReportLocator("166308",
+                "Wrong string length; should be 18, not " + std::to_string(size) +
+                    "\n"
+                    "The Pallomir website is not properly setting up your connection to your Pallomir "
+                    "Base Server...\n"
+                    "wait a few moments and retry.\n"
+                    "\n" +
+                    FaqLine());
+}
+
+void ServerConnection::OnUnusable(const std::string& reason) {
+  unusable_ = reason;
+  trace_.Line("locator reply left out: " + reason);
+}
+
 void ServerConnection::OnServer(const BaseServerAddress& server) {
-  locatorTimeout_->SetEnabled(false);
+  tmrLocator_->SetEnabled(false);
   serverAddress_ = server.address;
   const int probePort = host_.portBase() - 2;
   host_.caption("IP Address of Home Server = " + serverAddress_ +
@@ -226,14 +273,17 @@ void ServerConnection::OnClosedByPeer(const char* endpoint) {
 }
 
 void ServerConnection::ReportLocator(const std::string& code, const std::string& message) {
-  reported_ = true;
-  retryClearsReported_ = true;
+  if (!WantsNothing()) reported_ = retryClearsReported_ = true;
   Report(code, message);
 }
 
 void ServerConnection::Report(const std::string& code, const std::string& message) {
-  locatorTimeout_->SetEnabled(false);
+  tmrLocator_->SetEnabled(false);
   if (host_.isClosing()) return;
+  if (WantsNothing()) {
+    trace_.Line("error " + code + " left out: no unit is enabled");
+    return Close();
+  }
   state_ = State::kReporting;
   host_.report(code, message);
 }

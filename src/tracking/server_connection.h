@@ -16,6 +16,9 @@ namespace pallomir {
 /// The locator's datagram port.
 inline constexpr int kLocatorPort = 2435;
 
+/// What a user reads who has enabled more units than one locator request can name.
+std::string TooManyUnitsText(std::size_t enabledCount);
+
 /// The data request: the 12-character IDs, "~", start and end of the window in UTC, each followed by "~", and
 /// a last "~".
 std::string DataRequestText(std::string_view unitIds, Millis startUtc, Millis endUtc);
@@ -49,6 +52,8 @@ LocatorReply ParseLocatorReply(ByteView datagram);
 ///
 ///     Restart -> locating -> probing -> connecting -> streaming
 ///                    \__________\___________\____________\__ any failure: `report`
+///
+/// Without an enabled unit it goes the same way but asks for no data, and a failure bothers nobody.
 class ServerConnection {
  public:
   enum class State { kIdle, kLocating, kProbing, kConnecting, kStreaming, kClosedByServer, kReporting };
@@ -61,7 +66,8 @@ class ServerConnection {
     std::function<bool()> isClosing;
     std::function<void(const std::string&)> caption;
     std::function<void(const std::string&)> message;
-    /// A failure for the retry dialog. Its answer comes back through Retry or StopRetrying.
+    /// A failure for the retry dialog. Its answer comes back through Retry or StopRetrying; a Restart makes
+    /// it superfluous.
     std::function<void(const std::string& code, const std::string& message)> report;
     std::function<void(ByteView)> arrived;
     std::string locatorHost;
@@ -71,10 +77,11 @@ class ServerConnection {
   ServerConnection(DatagramEndpoint& locator, StreamEndpoint& probe, StreamEndpoint& data, EventLoop& loop,
                    Trace& trace, Host host);
 
-  /// Closes all three endpoints and asks the locator anew.
+  /// Closes all three endpoints and asks the locator anew. A request with too many units for one datagram is
+  /// not sent: the message says so.
   void Restart();
 
-  /// The answers of the retry dialog.
+  /// The answers of the retry dialog. Stopping changes nothing but a state in which a failure was reported.
   void Retry();
   void StopRetrying();
 
@@ -84,11 +91,13 @@ class ServerConnection {
   State CurrentState() const { return state_; }
 
  private:
-  /// A locator that does not answer in this time is reported as timed out.
-  static constexpr int kLocatorTimeoutMilliseconds = 15'000;
-
   void CloseAll();
+  void SendQuestion();
+  void OnLocatorSecond();
   void OnLocatorReply(ByteView datagram);
+  void OnNoServer();
+  void OnWrongLength(std::size_t size);
+  void OnUnusable(const std::string& reason);
   void OnServer(const BaseServerAddress& server);
   void OnProbeConnected();
   void OnDataConnected();
@@ -99,13 +108,16 @@ class ServerConnection {
   void ReportLocator(const std::string& code, const std::string& message);
   void Report(const std::string& code, const std::string& message);
   std::string FaqLine() const;
+  bool WantsNothing() const { return host_.dataRequest().empty(); }
 
   DatagramEndpoint& locator_;
   StreamEndpoint& probe_;
   StreamEndpoint& data_;
   Trace& trace_;
   Host host_;
-  std::unique_ptr<Timer> locatorTimeout_;
+  std::unique_ptr<Timer> tmrLocator_;
+  int silentSeconds_ = 0;  // since the locator was asked first
+  std::string unusable_;   // why an answer of the locator could not be used; the question is still open
   State state_ = State::kIdle;
   std::string serverAddress_;
   bool reported_ = false;             // a locator problem was reported and not retried yet

@@ -1,5 +1,6 @@
 #include "tracking/unit_editor.h"
 
+#include <map>
 #include <string_view>
 
 #include "tracking/packets.h"
@@ -23,6 +24,8 @@ ListGridSetup UnitEditorSetup() {
   description.rules.barredRefusal = "A description can't contain \"~\"";
   setup.columns = {id, description};
   setup.mostRows = kMaxMobileUnits;
+  setup.mostChecked = kMostUnitsPerRequest;
+  setup.mostCheckedRule = "a request for data names no more units";
   return setup;
 }
 
@@ -59,6 +62,20 @@ std::vector<MobileUnit> UnitsOfEditor(const ListGrid& grid) {
     units.push_back(unit);
   }
   return units;
+}
+
+void TakeChangedFlags(ListGrid& grid, const std::vector<MobileUnit>& before,
+                      const std::vector<MobileUnit>& now) {
+  std::map<std::string, std::vector<std::size_t>> rowsWithId;
+  for (std::size_t row = 1; row <= grid.ListedCount(); ++row)
+    rowsWithId[grid.Row(row).texts[kUnitIdColumn]].push_back(row);
+  std::map<std::string, std::size_t> turns;
+  for (std::size_t i = 0; i < before.size() && i < now.size(); ++i) {
+    const std::size_t turn = turns[now[i].id]++;
+    const auto rows = rowsWithId.find(now[i].id);
+    if (now[i].enabled == before[i].enabled || rows == rowsWithId.end()) continue;
+    if (turn < rows->second.size()) grid.SetChecked(rows->second[turn], now[i].enabled);
+  }
 }
 
 }  // namespace pallomir

@@ -19,4 +19,9 @@ ListGrid OpenUnitEditor(const std::vector<MobileUnit>& units);
 /// more than that behind "Unit #" and was not touched stays as it was.
 std::vector<MobileUnit> UnitsOfEditor(const ListGrid& grid);
 
+/// Takes over the flags that a key or the menu changed while the editor is open; `before` and `now` are the
+/// same units. A unit is known by its ID again, whatever row it is in by now; of equal IDs by its turn.
+void TakeChangedFlags(ListGrid& grid, const std::vector<MobileUnit>& before,
+                      const std::vector<MobileUnit>& now);
+
 }  // namespace pallomir

@@ -143,6 +143,10 @@ void ListGrid::SetChecked(std::size_t row, bool checked) {
   if (!IsAddRow(row)) rows_[row - 1].checked = checked;
 }
 
+std::size_t ListGrid::CheckedCount() const {
+  return static_cast<std::size_t>(std::ranges::count_if(rows_, &ListGridRow::checked));
+}
+
 BoxSpan ListGrid::Focus(std::size_t row, std::size_t column) {
   current_ = row;
   return {0, Row(row).texts[column].size()};

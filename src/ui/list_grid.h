@@ -30,7 +30,9 @@ struct ListGridSetup {
   bool hasAddRow = false;
   std::size_t fewestToDelete = 2;  ///< Delete works from this many rows on, the add row not counted
   std::size_t mostRows = 9999;
-  std::string messageTitle;  ///< over the message for a refused character
+  std::size_t mostChecked = 9999;    ///< more may be checked; the window points it out
+  std::string mostCheckedRule = {};  ///< why
+  std::string messageTitle;          ///< over the message for a refused character
 };
 
 struct ListGridRow {
@@ -88,6 +90,7 @@ class ListGrid {
   void MoveRowDown();
 
   void SetChecked(std::size_t row, bool checked);
+  std::size_t CheckedCount() const;
 
   /// A box of the row got the focus: what is selected in it.
   BoxSpan Focus(std::size_t row, std::size_t column);

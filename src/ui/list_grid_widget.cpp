@@ -84,6 +84,7 @@ ListGridRows* ListGridWidget::MakeRows(QHBoxLayout* titles) {
   rows->edit = [this](GridCell cell, const BoxEdit& edit, BoxSpan span) { Edit(cell, edit, span); };
   rows->checked = [this](std::size_t row, bool checked) {
     grid_.SetChecked(row, checked);
+    ShowNote();
     ShowButtons();
   };
   return rows;
@@ -156,10 +157,16 @@ void ListGridWidget::ResizeBy(int growth) {
   resize(width(), std::min(height() + growth, std::max(height(), screen()->availableGeometry().height())));
 }
 
-// Of each column whose texts are better all different.
+// More checked rows than can be; then each column whose texts are better all different.
 void ListGridWidget::ShowNote() {
   if (!lblSame_) return;
   QString note;
+  const ListGridSetup& setup = grid_.Setup();
+  if (const std::size_t checked = grid_.CheckedCount(); checked > setup.mostChecked)
+    note = QString("%1 rows are checked, %2 can be: %3")
+               .arg(checked)
+               .arg(setup.mostChecked)
+               .arg(QString::fromStdString(setup.mostCheckedRule));
   for (std::size_t column = 0; column < grid_.Setup().columns.size() && note.isEmpty(); ++column) {
     const std::vector<std::size_t> rows = grid_.SameRows(column);
     QStringList numbers;
@@ -173,6 +180,11 @@ void ListGridWidget::ShowNote() {
                     QString::fromStdString(rule.sameRule));
   }
   lblSame_->setText(note);
+}
+
+void ListGridWidget::ChangeGrid(const std::function<void(ListGrid&)>& change) {
+  change(grid_);
+  ShowAll();
 }
 
 void ListGridWidget::ShowButtons() {

@@ -31,6 +31,9 @@ class ListGridWidget : public QWidget {
  protected:
   virtual void TakeResult() = 0;
 
+  /// For what comes from elsewhere than this window.
+  void ChangeGrid(const std::function<void(ListGrid&)>& change);
+
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
   bool focusNextPrevChild(bool next) override;

@@ -6,11 +6,12 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "tracking/packets.h"
 
 namespace pallomir::station {
 
-/// More units than any user has; it bounds what a stranger can make the station look up.
-inline constexpr std::size_t kMaxUnitsPerRequest = 1000;
+/// What one datagram can name; it bounds what a stranger can make the station look up.
+inline constexpr std::size_t kMaxUnitsPerRequest = kMostUnitsPerRequest;
 
 /// The unit IDs of a locator request: the short check form of the rest, then "D" and 12-character IDs. No IDs
 /// at all are a valid question; anything malformed gives nothing.

@@ -12,10 +12,8 @@ namespace pallomir::fakes {
 class FakeView : public ClientView {
  public:
   void SetCaption(const std::string& text) override { caption = text; }
-  void ShowLamp(LampColour colour, const std::string& text) override {
-    lamp = colour;
-    lampText = text;
-  }
+  void ShowLamp(const LampMessage& shown) override { lamp = shown; }
+  void ShowDemoMode(bool on) override { demoMode = on; }
   void ShowCaption(bool visible) override { captionVisible = visible; }
   void LayOut() override { ++layouts; }
   PixelSize BrowserSize() const override { return browser; }
@@ -37,6 +35,7 @@ class FakeView : public ClientView {
   void HideTimelineInfo() override { timelineInfo.reset(); }
   void ShowWindowMode(WindowMode shown) override { mode = shown; }
   void EditUnits(const std::vector<MobileUnit>& units) override { editedUnits = units; }
+  void ShowUnitFlags(const std::vector<MobileUnit>& units) override { unitFlags = units; }
   void EditHotspots(const std::vector<std::string>& ssids) override { editedHotspots = ssids; }
   void EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) override {
     editedSecureHotspots = hotspots;
@@ -67,8 +66,8 @@ class FakeView : public ClientView {
   std::string caption;
   std::string menuLabel = "Menu";
   bool captionVisible = true;
-  LampColour lamp = LampColour::kQuiet;
-  std::string lampText;
+  LampMessage lamp;
+  bool demoMode = false;
   int layouts = 0;
   PixelSize browser{1018, 700};
   bool timelineVisible = true;
@@ -79,6 +78,7 @@ class FakeView : public ClientView {
   std::string retryLabel;
   WindowMode mode = WindowMode::kNormal;
   std::optional<std::vector<MobileUnit>> editedUnits;
+  std::vector<MobileUnit> unitFlags;
   std::optional<std::vector<std::string>> editedHotspots;
   std::optional<std::vector<SecureHotspot>> editedSecureHotspots;
   std::optional<ViewPoint> marker;

@@ -22,6 +22,10 @@ TEST(PageCommands, FieldsStandAtTheirPositions) {
   EXPECT_EQ(move.x, 124);
   EXPECT_EQ(move.y, 4);
   EXPECT_EQ(move.zoom, 17);
+  for (const auto& [text, x] :
+       {std::pair{"000.5", 0}, {"001.5", 2}, {"002.5", 2}, {"-02.5", -2}, {"-01.5", -2}})
+    EXPECT_EQ(Parsed<page::MouseMoved>("m" + std::string(text) + "0004.+024375540-045222180017").x, x)
+        << text;
   const auto pan = Parsed<page::Panned>("M-40.5,+175.25");
   EXPECT_EQ(pan.lat, -40.5);
   EXPECT_EQ(pan.lng, 175.25);
@@ -60,7 +64,9 @@ TEST(PageCommands, GeocodeTextEndsWithTwoFillers) {
                {"no escape", ""},
                {"a%2x", ""},
                {"ab%41%", "a"},
-               {"%C3%A9%20%20", "\xC3\xA9"}};
+               {"%52%FCgen%20%20", "R\xC3\xBCgen"},
+               {"caf%E9%FF%BF", "caf\xC3\xA9"},
+               {"%80%20%20", "\xC2\x80"}};
   for (const auto& c : cases) EXPECT_EQ(DecodeGeocode(c.encoded), c.text) << c.encoded;
 }
 

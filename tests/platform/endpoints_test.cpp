@@ -255,5 +255,21 @@ TEST(Datagram, DeliversEachDatagramWhole) {
   EXPECT_THAT(sizes, testing::ElementsAre(6, 0, 18, 60000));
 }
 
+TEST(Datagram, LeavesAlsoBehindOneThatFoundNobody) {
+  auto locator = std::make_unique<QUdpSocket>();
+  ASSERT_TRUE(locator->bind(QHostAddress(kHost)));
+  const quint16 port = locator->localPort();
+  Datagram client;
+  client.endpoint->Connect(kHost, port);
+  client.endpoint->Send(AsBytes("open"));
+  ASSERT_TRUE(WaitFor([&] { return locator->hasPendingDatagrams(); }));
+  locator = std::make_unique<QUdpSocket>();
+  client.endpoint->Send(AsBytes("lost"));  // the system reports it at the next call
+  ASSERT_TRUE(locator->bind(QHostAddress(kHost), port));
+  client.endpoint->Send(AsBytes("again"));
+  EXPECT_TRUE(WaitFor([&] { return locator->hasPendingDatagrams(); }, 2000));
+  EXPECT_THAT(client.errors, testing::IsEmpty());
+}
+
 }  // namespace
 }  // namespace pallomir

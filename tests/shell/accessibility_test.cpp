@@ -113,7 +113,7 @@ TEST_F(AccessibilityTest, TheLampsStateIsItsName) {
   Start();
   QAccessibleInterface* lamp = Told("picLamp");
   EXPECT_EQ(lamp->role(), QAccessible::StaticText);
-  window_.ShowLamp(ClientView::LampColour::kRed, "connection lost");
+  window_.ShowLamp({LampColour::kRed, "connection lost", "press R"});
   EXPECT_EQ(lamp->text(QAccessible::Name), "State: connection lost");
   EXPECT_EQ(Find<QWidget>("picLamp")->toolTip(), "connection lost");
 }

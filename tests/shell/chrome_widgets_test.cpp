@@ -235,12 +235,28 @@ TEST_F(ChromeTest, InTheSmallestWindowAllButtonsStayWholeAndInside) {
   line->SetMenuText("Exit to Map");
   for (const char* text : {"Start of the time window, in its long form", "End of the same", "Reload"})
     line->AddControl(new QPushButton(text));
+  line->SetDemoMode(true);
+  line->SetLamp(LampState::kRed, "What happened", "Closed by the server: press R");
   line->resize(kSmallestWindow.width(), line->sizeHint().height());
   line->show();
   for (const auto* button : line->findChildren<IconButton*>()) {
     EXPECT_TRUE(line->rect().contains(button->geometry())) << button->objectName().toStdString();
     EXPECT_EQ(button->size(), button->sizeHint());
   }
+}
+
+TEST_F(ChromeTest, WordsBesideTheLampShowWhileThereIsSomethingToSay) {
+  auto* line = new CaptionLine(&window_);
+  line->show();
+  EXPECT_FALSE(Find("lblDemo")->isVisible());
+  line->SetDemoMode(true);
+  EXPECT_TRUE(Find("lblDemo")->isVisible());
+  line->SetLamp(LampState::kRed, "What happened", "Press R");
+  EXPECT_TRUE(Find("lblLamp")->isVisible());
+  EXPECT_EQ(Find<QLabel>("lblLamp")->text(), "Press R");
+  EXPECT_EQ(Find("picLamp")->toolTip(), "What happened");
+  line->SetLamp(LampState::kGreen, "Connected", "");
+  EXPECT_FALSE(Find("lblLamp")->isVisible());
 }
 
 TEST_F(ChromeTest, ALongTitleIsShortenedWithTheWholeInTheToolTip) {

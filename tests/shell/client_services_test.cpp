@@ -73,7 +73,7 @@ TEST_F(ClientServicesTest, TheDataServersEntriesWaitForEachOther) {
 
   programs.error = ENOENT;
   Choose("mnuOptionsDataServerStart");
-  EXPECT_EQ(view.lampText,
+  EXPECT_EQ(view.lamp.tip,
             "Looking for the server\nThe service host of the Data Server can't be started: No such file "
             "or directory");
 }

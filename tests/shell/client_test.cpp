@@ -180,13 +180,44 @@ TEST_F(ClientTest, TheFirstBatchIsFittedWhenThePageReportsItsMap) {
   EXPECT_THAT(browser.Written("TxtF"), IsEmpty());
   EXPECT_THAT(TileFiles(), IsEmpty()) << "no zoom is known yet";
   loop.Advance(1000);
-  EXPECT_EQ(view.lamp, ClientView::LampColour::kAmber) << "there is something that is not drawn";
+  EXPECT_EQ(view.lamp.colour, LampColour::kAmber) << "there is something that is not drawn";
   Command("M40.620000,-75.370000");
   Command("Z12");
   EXPECT_FALSE(TileFiles().empty()) << "the first zoom report makes good for the rebuild that had no zoom";
   client->FitByUser(0);
   loop.Advance(0);
   EXPECT_THAT(browser.Written("TxtF"), SizeIs(1));
+}
+
+TEST_F(ClientTest, AFirstFitThatWaitsIsMadeForThePageThatComes) {
+  StartStreaming();
+  Arrive(PacketOf({Record(0, 40.60, -75.40), Record(60, 40.64, -75.34)}));
+  Command("M10.000000,20.000000");
+  view.browser = {268, 175};
+  client->Resized();
+  Command("S1");
+  ASSERT_THAT(browser.Written("TxtL"), SizeIs(1));
+  EXPECT_EQ(browser.Written("TxtL")[0].substr(0, 9), "12+040.62") << "14 in the window as it was";
+}
+
+TEST_F(ClientTest, APageAfterALostOneShowsWhatThatOneShowed) {
+  StartStreaming();
+  ReportMapReady();
+  Arrive(PacketOf({Record(0, 40.60, -75.40), Record(60, 40.64, -75.34)}));
+  for (const int zoom : {3, 9, 15, 19}) {
+    Command("M40.500000,-75.250000");
+    Command("Z" + std::to_string(zoom));
+    browser.pageLost("gone");
+    Command("S1");
+    EXPECT_EQ(browser.Written("TxtL").back(),
+              (zoom < 10 ? "0" : "") + std::to_string(zoom) + "+040.500000-075.250000");
+  }
+  browser.pageLost("gone");
+  view.browser = {518, 358};
+  client->FitByUser(0);
+  loop.Advance(0);
+  Command("S1");
+  EXPECT_EQ(browser.Written("TxtL").back().substr(0, 9), "13+040.62") << "a fit meanwhile is newer";
 }
 
 TEST_F(ClientTest, TheFirstZoomReportWithoutDataRebuildsNothing) {
@@ -345,8 +376,10 @@ TEST_F(ClientTest, AReloadForgetsTheDataAndAsksAgain) {
   ReportMapReady();
   Arrive(PacketOf({Record(0, 40.60, -75.40)}));
   const int generation = client->Tiles().TileGeneration();
+  EXPECT_THAT(client->Tiles().Fastest().Entries(), SizeIs(3));
   EXPECT_TRUE(client->KeyDown(0, 'R'));
   EXPECT_EQ(client->Points().PointCount(), 0u);
+  EXPECT_THAT(client->Tiles().Fastest().Entries(), SizeIs(2)) << "no point that is gone";
   loop.Advance(0);
   EXPECT_EQ(client->Tiles().TileGeneration(), generation + 1);
   EXPECT_THAT(TileFiles(), IsEmpty());
@@ -367,6 +400,8 @@ TEST_F(ClientTest, DigitsChooseUnitsAndAreSilentWithoutOne) {
   EXPECT_EQ(settings.saved["Mobile Units"], "-0123456789ABFirst~X0123456789ACSecond~");
   EXPECT_TRUE(client->KeyDown(1, '1'));
   EXPECT_EQ(enabled(), "D0123456789AB0123456789AC");
+  ASSERT_THAT(view.unitFlags, SizeIs(2)) << "for an editor that is open";
+  EXPECT_TRUE(view.unitFlags[0].enabled && view.unitFlags[1].enabled);
   const int beeps = beeper.beeps;
   EXPECT_FALSE(client->KeyDown(0, '3'));
   EXPECT_FALSE(client->KeyDown(4, 'A'));
@@ -655,9 +690,24 @@ TEST_F(ClientTest, StatusesTickTheirLinesAndTheLastOneHidesTheSplash) {
   EXPECT_TRUE(view.splash);
   loop.Advance(500);
   EXPECT_FALSE(view.splash);
+  EXPECT_THAT(browser.writes, IsEmpty()) << "a page begins with what is chosen at first";
 }
 
-TEST_F(ClientTest, ALostPageIsShownBlueAndTriedAgain) {
+TEST_F(ClientTest, APageIsToldWhatWasChosenBeforeItCame) {
+  StartStreaming();
+  const std::pair<const char*, const char*> told[] = {{"TxtM", "F"},     {"TxtT", "F"},
+                                                      {"TxtZ", "F"},     {"TxtMT", "Satellite"},
+                                                      {"txtPn", "True"}, {"TxtSV", "True"}};
+  for (const auto& [modifiers, key] : {std::pair{2, 'M'}, {2, 'T'}, {2, 'Z'}, {0, 'S'}, {0, 'V'}, {0, 'C'}})
+    client->KeyDown(modifiers, key);
+  browser.pageLost("gone");
+  browser.writes.clear();
+  Command("S99");
+  loop.Advance(500);
+  EXPECT_THAT(browser.writes, testing::UnorderedElementsAreArray(told));
+}
+
+TEST_F(ClientTest, ALostPageIsToldOfAndTriedAgain) {
   StartStreaming();
   ReportMapReady();
   Arrive(PacketOf({Record(0, 40.60, -75.40)}));
@@ -665,7 +715,8 @@ TEST_F(ClientTest, ALostPageIsShownBlueAndTriedAgain) {
   browser.pageLost("gone");
   browser.pageLost("no placeholder either");
   ASSERT_THAT(browser.navigations, SizeIs(1));
-  EXPECT_THAT(browser.navigations[0], HasSubstr("blank_blue.html"));
+  EXPECT_EQ(browser.navigations[0],
+            "file://" + (folders.Path() / "app/no_map.html").string() + "?site=127.0.0.1%3A2480&reason=gone");
   loop.Advance(5000);
   ASSERT_THAT(browser.navigations, SizeIs(2));
   EXPECT_THAT(browser.navigations[1], HasSubstr("/fullscreen/index.php"));
@@ -743,13 +794,13 @@ TEST_F(ClientTest, LocatorRepliesOfWrongLengthOrCode) {
 
 TEST_F(ClientTest, TheCaptionTellsTheAgeOfTheNewestPoint) {
   StartStreaming();
-  Arrive(PacketOf({Record(0, 40, -75), Record(60, 40, -75)}));
+  loop.Advance(1000);
+  EXPECT_EQ(view.caption, "Pallomir  0 Data Points");
   clock.now = ToMillis({2026, 11, 22, 12, 1, 0}) + 4 * kMinute + 17 * kSecond;
+  Arrive(PacketOf({Record(0, 40, -75), Record(60, 40, -75), Record(86400, 40, -75)}));
   loop.Advance(1000);
-  EXPECT_EQ(view.caption, "Pallomir  00:04:17  2 Data Points");
-  clock.now = ToMillis({2026, 11, 22, 12, 1, 0}) + 26 * kHour;
-  loop.Advance(1000);
-  EXPECT_EQ(view.caption, "Pallomir 1 02:00:00  2 Data Points");
+  EXPECT_EQ(view.caption, "Pallomir  00:04:17  3 Data Points");
+  EXPECT_THAT(view.lamp.tip, HasSubstr("1 data point is dated later"));
 }
 
 TEST_F(ClientTest, AutoCentreFollowsTheNewestPoint) {
@@ -1078,7 +1129,7 @@ TEST_F(ClientTest, TheLampTellsWhatIsUnseen) {
   client->Load();
   const auto lamp = [this] {
     loop.Advance(1000);
-    return view.lampText;
+    return view.lamp.tip;
   };
   EXPECT_EQ(lamp(), "Looking for the server");
   Connect();
@@ -1096,7 +1147,44 @@ TEST_F(ClientTest, TheLampTellsWhatIsUnseen) {
   EXPECT_EQ(lamp(), "Not drawn yet: press F");
   client->FitByUser(0);
   data.closedByPeer();
-  EXPECT_EQ(lamp(), "Closed by the server");
+  EXPECT_THAT(lamp(), HasSubstr("The server has closed the connection"));
+  EXPECT_EQ(view.lamp.word, "Closed by the server: press R");
+}
+
+TEST_F(ClientTest, SwitchingTheLastUnitOffLeavesAQuietConnection) {
+  StartStreaming();
+  ASSERT_TRUE(client->KeyDown(1, '1'));
+  EXPECT_EQ(locator.sent.back().substr(6), "D");
+  Connect();
+  loop.Advance(1000);
+  EXPECT_THAT(data.sent, SizeIs(1)) << "that of the unit before";
+  EXPECT_EQ(view.lamp.tip, "No mobile units enabled");
+  ASSERT_TRUE(client->KeyDown(0, 'R'));
+  locator.arrived(ShortCheckForm({}));
+  loop.Advance(60'000);
+  EXPECT_FALSE(view.retry);
+  EXPECT_EQ(Trouble(), "");
+}
+
+TEST_F(ClientTest, AReloadEndsTheRetryDialog) {
+  StartStreaming();
+  data.failed({10054, "The connection was reset.", 104});
+  client->UnitsApplied({{true, "00000000000F", "New"}});
+  box.AnswerIt({true, ""});
+  EXPECT_FALSE(view.retry);
+  Connect();
+  const std::size_t asked = locator.sent.size();
+  loop.Advance(20'000);
+  EXPECT_THAT(locator.sent, SizeIs(asked)) << "no countdown is left that would begin again";
+}
+
+TEST_F(ClientTest, DemoUnitsAreMarkedAsSuch) {
+  client->Load();
+  EXPECT_TRUE(view.demoMode);
+  ClientHarness own;
+  own.UseUnits(kTwoUnits);
+  own.client->Load();
+  EXPECT_FALSE(own.view.demoMode);
 }
 
 TEST_F(ClientTest, APlacementOffEveryScreenIsMovedIntoReach) {

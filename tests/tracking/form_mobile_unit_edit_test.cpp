@@ -16,6 +16,7 @@
 #include <QScrollBar>
 #include <QTest>
 
+#include "base/number_format.h"
 #include "fakes/fake_system.h"
 #include "tracking/formMobileUnit_Edit.h"
 #include "ui/question_queue.h"
@@ -280,6 +281,29 @@ TEST_F(UnitEditorWindowTest, TheSameIdTwiceIsPointedOut) {
   Find("txtID(3)")->setFocus();
   Press("cmdDeleteRow");
   EXPECT_EQ(note->text(), "");
+}
+
+TEST_F(UnitEditorWindowTest, AFlagThatAKeyChangesShowsAtOnce) {
+  Open(2);
+  std::vector<MobileUnit> units{{false, "0123456789AB", "Van 1"}, {true, "0123456789AB", "Van 2"}};
+  editor_->ShowFlags(units);
+  EXPECT_FALSE(Find<QCheckBox>("chkEnabled(1)")->isChecked());
+  EXPECT_TRUE(Find<QCheckBox>("chkEnabled(2)")->isChecked());
+  units[1].enabled = false;
+  editor_->ShowFlags(units);
+  EXPECT_FALSE(Find<QPushButton>("cmdApply")->isEnabled());
+}
+
+TEST_F(UnitEditorWindowTest, MoreEnabledUnitsThanARequestNamesArePointedOut) {
+  std::vector<MobileUnit> units;
+  for (int i = 0; i < 5459; ++i)
+    units.push_back({i > 0, HexDigits(static_cast<std::uint64_t>(i), 12), "Van"});
+  editor_ = new formMobileUnit_Edit(&owner_, units, questions_);
+  EXPECT_EQ(Find<QLabel>("lblSame")->text(), "");
+  Find<QCheckBox>("chkEnabled(1)")->click();
+  EXPECT_EQ(Find<QLabel>("lblSame")->text(),
+            "5459 rows are checked, 5458 can be: a request for data names no more units");
+  delete editor_;
 }
 
 TEST_F(UnitEditorWindowTest, ColoursStayReadableOnADarkDesktop) {

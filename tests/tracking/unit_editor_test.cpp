@@ -59,5 +59,32 @@ TEST(UnitEditor, WhatIsAppliedCanBeStoredAndReadBack) {
   EXPECT_EQ(ParseMobileUnits(EncodeMobileUnits(units)), units);
 }
 
+TEST(UnitEditor, AFlagThatAKeyChangesMeanwhileIsTakenOver) {
+  const std::vector<MobileUnit> opened{{true, "0123456789AB", "One"},
+                                       {false, "0123456789AC", "Two"},
+                                       {false, "0123456789AC", "Two again"},
+                                       {true, "0123456789AD", "Three"}};
+  ListGrid grid = OpenUnitEditor(opened);
+  grid.Focus(4, kUnitIdColumn);
+  grid.MoveRowUp();
+  grid.SetChecked(2, true);   // by hand, and no key says otherwise
+  grid.SetChecked(1, false);  // by hand, and then a key
+  std::vector<MobileUnit> now = opened;
+  now[0].enabled = false;
+  now[2].enabled = true;
+  now[3].enabled = false;
+  TakeChangedFlags(grid, opened, now);
+  std::vector<MobileUnit> again = now;
+  again[0].enabled = true;
+  TakeChangedFlags(grid, now, again);
+  EXPECT_EQ(UnitsOfEditor(grid), (std::vector<MobileUnit>{{true, "0123456789AB", "One"},
+                                                          {true, "0123456789AC", "Two"},
+                                                          {false, "0123456789AD", "Three"},
+                                                          {true, "0123456789AC", "Two again"}}));
+  grid.Edit(1, kUnitIdColumn, {BoxAction::kBackspace}, {12, 12});
+  TakeChangedFlags(grid, again, opened);
+  EXPECT_TRUE(grid.Row(1).checked) << "a row that is another unit by now";
+}
+
 }  // namespace
 }  // namespace pallomir

@@ -156,7 +156,10 @@ void SocketLink::Send(ByteView bytes) {
 void SocketLink::Flush() {
   while (!outgoing_.empty()) {
     Bytes& next = outgoing_.front();
-    const ssize_t count = ::send(socket_, next.data(), next.size(), MSG_NOSIGNAL);
+    ssize_t count = ::send(socket_, next.data(), next.size(), MSG_NOSIGNAL);
+    // What is reported here may be the fate of an earlier datagram, and then this one has not left.
+    if (count < 0 && kind_ == Kind::kDatagram && !IsWaitWanted(errno))
+      count = ::send(socket_, next.data(), next.size(), MSG_NOSIGNAL);
     if (count < 0 && !IsWaitWanted(errno)) return FailLater(errno);
     if (count < 0) break;
     const auto sent = static_cast<std::size_t>(count);

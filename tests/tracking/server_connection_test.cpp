@@ -1,0 +1,196 @@
+#include "tracking/server_connection.h"
+
+#include <gmock/gmock.h>
+
+#include "base/check_code.h"
+#include "fakes/fake_event_loop.h"
+#include "fakes/fake_network.h"
+#include "tracking/packets.h"
+
+namespace pallomir {
+namespace {
+
+using State = ServerConnection::State;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr char kUnit[] = "0123456789AB";
+
+Bytes Answer(const std::string& entries) {
+  Bytes answer = ShortCheckForm(AsBytes(entries));
+  Append(answer, AsBytes(entries));
+  return answer;
+}
+
+class ServerConnectionTest : public testing::Test {
+ protected:
+  static ServerConnection::Host HostOf(ServerConnectionTest& test) {
+    ServerConnection::Host host;
+    host.locatorRequest = [&test] { return "D" + test.units; };
+    host.dataRequest = [&test] { return test.units.empty() ? "" : test.units + "~~"; };
+    host.portBase = [] { return 18801; };
+    host.isClosing = [] { return false; };
+    host.caption = [](const std::string&) {};
+    host.message = [&test](const std::string& text) { test.messages.push_back(text); };
+    host.report = [&test](const std::string& code, const std::string& text) {
+      test.reports.push_back(code + text);
+    };
+    host.arrived = [](ByteView) {};
+    return host;
+  }
+
+  void Answered() { locator.arrived(Answer("7F0000091234")); }
+  void Streaming() {
+    Answered();
+    probe.connected();
+    data.connected();
+  }
+
+  std::string units = kUnit;
+  fakes::FakeDatagramEndpoint locator;
+  fakes::FakeStreamEndpoint probe, data;
+  fakes::FakeEventLoop loop;
+  Trace trace{[] { return 0.0; }, [](const std::string&) {}};
+  std::vector<std::string> messages, reports;
+  ServerConnection connection{locator, probe, data, loop, trace, HostOf(*this)};
+};
+
+TEST_F(ServerConnectionTest, AQuestionThatWasLostIsAskedAgain) {
+  connection.Restart();
+  const struct {
+    int until;  // milliseconds
+    std::size_t asked;
+  } steps[] = {{0, 1}, {2999, 1}, {3000, 2}, {7999, 2}, {8000, 3}, {14'999, 3}};
+  for (const auto& step : steps) {
+    loop.Advance(step.until - static_cast<int>(loop.Now()));
+    EXPECT_THAT(locator.sent, SizeIs(step.asked)) << step.until;
+  }
+  EXPECT_EQ(locator.sent.front(), locator.sent.back());
+  EXPECT_THAT(locator.connections, SizeIs(1)) << "over the same port, where an answer may still come";
+  EXPECT_THAT(reports, IsEmpty());
+  loop.Advance(1);
+  EXPECT_THAT(reports, ElementsAre("843898/10060\n\nThe Pallomir Website Server does not answer."));
+  connection.Retry();
+  loop.Advance(2500);
+  Answered();
+  loop.Advance(20'000);
+  EXPECT_THAT(locator.sent, SizeIs(4)) << "an answered question is not asked again";
+  EXPECT_THAT(reports, SizeIs(1));
+}
+
+TEST_F(ServerConnectionTest, StoppingEndsNothingButAReport) {
+  connection.Restart();
+  connection.StopRetrying();
+  EXPECT_EQ(connection.CurrentState(), State::kLocating);
+  Streaming();
+  connection.StopRetrying();
+  EXPECT_EQ(connection.CurrentState(), State::kStreaming);
+  data.failed({10054, "", 104});
+  connection.StopRetrying();
+  EXPECT_EQ(connection.CurrentState(), State::kIdle);
+}
+
+TEST_F(ServerConnectionTest, AnAnswerThatCannotBeUsedIsNamedWhenTheTimeIsOver) {
+  Bytes mismatch = Answer("7F0000091234");
+  mismatch.back() = '5';
+  Bytes empty = Answer("");
+  empty[0] ^= 1;
+  const struct {
+    Bytes answer;
+    const char* reason;
+  } cases[] = {{Bytes(17, '0'), "it has 17 characters; there should be 18."},
+               {mismatch, "its check code is wrong."},
+               {empty, "its check code is wrong."},
+               {Answer("7F00000912GG"), "there is no address in it."}};
+  // One problem has been reported, and the user reloads without a retry: the next one is no dialog at once.
+  connection.Restart();
+  locator.arrived(Bytes(5));
+  for (const auto& c : cases) {
+    connection.Restart();
+    locator.arrived(c.answer);
+    const std::size_t before = reports.size();
+    EXPECT_EQ(connection.CurrentState(), State::kLocating) << c.reason;
+    loop.Advance(14'999);
+    EXPECT_THAT(reports, SizeIs(before)) << c.reason;
+    loop.Advance(1);
+    ASSERT_THAT(reports, SizeIs(before + 1)) << c.reason;
+    EXPECT_EQ(reports.back(), std::string("843898/10060\n\nThe Pallomir Website Server answered, but its "
+                                          "answer can't be used: ") +
+                                  c.reason);
+  }
+  connection.Restart();
+  loop.Advance(15'000);
+  EXPECT_THAT(reports.back(), HasSubstr("does not answer")) << "the next silence is one";
+}
+
+TEST_F(ServerConnectionTest, WithoutUnitsItConnectsAsksForNothingAndBothersNobody) {
+  units.clear();
+  connection.Restart();
+  EXPECT_EQ(locator.sent.back().substr(6), "D");
+  Streaming();
+  EXPECT_THAT(data.sent, IsEmpty());
+  EXPECT_EQ(connection.CurrentState(), State::kStreaming);
+
+  const std::function<void()> troubles[] = {[this] { locator.arrived(Answer("")); },
+                                            [this] { locator.arrived(Bytes(17)); },
+                                            [this] {
+                                              locator.failed({10061, "", 111});
+                                            },
+                                            [this] { loop.Advance(15'000); },
+                                            [this] {
+                                              Streaming();
+                                              data.failed({10054, "", 104});
+                                            }};
+  for (const auto& trouble : troubles) {
+    for (int again = 0; again < 2; ++again) {
+      connection.Restart();
+      trouble();
+      EXPECT_EQ(connection.CurrentState(), State::kIdle);
+      EXPECT_TRUE(locator.closed && data.closed);
+    }
+  }
+  const std::size_t asked = locator.sent.size();
+  loop.Advance(60'000);
+  EXPECT_THAT(locator.sent, SizeIs(asked));
+  EXPECT_THAT(reports, IsEmpty());
+  EXPECT_THAT(messages, IsEmpty());
+  units = kUnit;
+  connection.Restart();
+  locator.arrived(Answer(""));
+  EXPECT_THAT(reports, SizeIs(1)) << "the first problem of units that are wanted is one";
+}
+
+TEST_F(ServerConnectionTest, MoreUnitsThanADatagramHoldsAreToldBeforeItIsSent) {
+  units.clear();
+  for (int i = 0; i < 5458; ++i) units += kUnit;
+  connection.Restart();
+  EXPECT_THAT(messages, IsEmpty());
+  ASSERT_THAT(locator.sent, SizeIs(1));
+  EXPECT_LE(locator.sent[0].size(), 65'507u);
+  units += kUnit;
+  connection.Restart();
+  EXPECT_THAT(locator.sent, SizeIs(1));
+  EXPECT_EQ(connection.CurrentState(), State::kIdle);
+  ASSERT_THAT(messages, SizeIs(1));
+  EXPECT_THAT(messages[0], HasSubstr("5459 mobile units are enabled"));
+  EXPECT_THAT(messages[0], HasSubstr("at most 5458"));
+  loop.Advance(20'000);
+  EXPECT_THAT(reports, IsEmpty());
+}
+
+TEST_F(ServerConnectionTest, AReloadLeavesTheReportOfALocatorProblemUnretried) {
+  connection.Restart();
+  locator.arrived(Answer(""));
+  connection.Restart();
+  Streaming();
+  data.failed({10054, "", 104});
+  connection.Retry();
+  locator.arrived(Answer(""));
+  EXPECT_THAT(reports, SizeIs(2)) << "the retry was of the lost connection";
+  EXPECT_THAT(messages, SizeIs(1));
+}
+
+}  // namespace
+}  // namespace pallomir
