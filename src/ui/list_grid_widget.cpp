@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/accessible_widget.h"
 #include "ui/list_grid_rows_widget.h"
 #include "ui/question_queue.h"
 
@@ -47,6 +48,7 @@ QString WithKey(const std::string& caption, char letter) {
 
 ListGridWidget::ListGridWidget(QWidget* owner, ListGrid grid, QuestionQueue& questions)
     : QWidget(owner, Qt::Dialog), grid_(std::move(grid)), questions_(questions) {
+  SetAccessible(this, {.role = QAccessible::Dialog});
   setAttribute(Qt::WA_DeleteOnClose);
   auto* parts = new QVBoxLayout(this);
   auto* titles = new QWidget(this);

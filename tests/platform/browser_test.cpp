@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QImage>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -260,6 +261,27 @@ TEST_F(BrowserTest, ControlAndWheelDoNotZoom) {
   QTest::keyClick(view, Qt::Key_Plus, Qt::ControlModifier);
   LetPass(100);
   EXPECT_EQ(view->zoomFactor(), 1.0);
+}
+
+/// The names of what assistive programs find in `from`, however deep.
+void CollectNames(QAccessibleInterface* from, QStringList& names) {
+  for (int i = 0; from && i < from->childCount(); ++i) {
+    QAccessibleInterface* child = from->child(i);
+    if (!child) continue;
+    names += child->text(QAccessible::Name);
+    CollectNames(child, names);
+  }
+}
+
+TEST_F(BrowserTest, AssistiveProgramsReadThePage) {
+  QAccessible::setActive(true);
+  server_.pages["/named"] = "<title>A map</title><body><button aria-label='Zoom in'>+</button></body>";
+  Load("/named");
+  EXPECT_TRUE(WaitFor([&] {
+    QStringList names;
+    CollectNames(QAccessible::queryAccessibleInterface(browser_->Widget()), names);
+    return names.contains("A map") && names.contains("Zoom in");
+  }));
 }
 
 TEST_F(BrowserTest, TabReachesThePageWhereItStandsInTheWindowAndAClickDoesNot) {

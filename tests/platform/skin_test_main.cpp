@@ -4,6 +4,7 @@
 #include <QApplication>
 
 #include "platform/qt/graphics.h"
+#include "platform/qt/quiet_web.h"
 #include "platform/qt/tile_scheme.h"
 
 namespace {
@@ -20,6 +21,7 @@ int main(int argc, char** argv) {
   if (::geteuid() == 0) SetDefault("QTWEBENGINE_DISABLE_SANDBOX", "1");
   testing::InitGoogleMock(&argc, argv);
   pallomir::RegisterTileScheme();
+  pallomir::OpenPagesToReaders();
   QApplication application(argc, argv);
   pallomir::ChooseGraphics();
   application.setQuitOnLastWindowClosed(false);
