@@ -27,7 +27,7 @@
 #include "program.h"
 #include "settings/settings_store.h"
 #include "station/station.h"
-#include "station/store/data_writer.h"
+#include "station/store/open_store.h"
 
 // How fast the whole program answers, measured in it: a station in a thread of its own streams a million
 // points (or as many as the first argument says) to the real window with the real page. Prints the longest
@@ -100,11 +100,16 @@ struct Scene {
     fs::copy(PALLOMIR_FOLDER, folder / "app", fs::copy_options::recursive);
     std::ofstream(folder / "app/deployment.ini")
         << "WebsiteServer=" << kAddress << "\nWebSite=" << kAddress << ":2480\n";
-    std::string units;
+    std::string units, problem;
+    const auto store = station::OpenStore(folder / "share/pallomir/Data", [](const std::string&) {});
+    const auto writer = store->StartWriting({}, problem);
+    if (!writer) {
+      std::fprintf(stderr, "%s\n", problem.c_str());
+      std::exit(1);
+    }
     for (int unit = 0; unit < kUnits; ++unit) {
       units += "X" + UnitId(unit) + "Unit " + std::to_string(unit) + "~";
-      const auto outcome =
-          station::MergeIntoUnit(folder / "share/pallomir/Data", UnitId(unit), Course(unit, points / kUnits));
+      const auto outcome = writer->Merge(UnitId(unit), Course(unit, points / kUnits));
       if (!outcome.error.empty()) std::fprintf(stderr, "%s\n", outcome.error.c_str());
     }
     std::ofstream settings(folder / "share/pallomir/Registry.txt", std::ios::binary);

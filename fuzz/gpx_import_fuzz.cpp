@@ -5,6 +5,7 @@
 
 #include "base/packed_time.h"
 #include "fuzz_input.h"
+#include "station/import/gpx_reader.h"
 #include "station/import/track_records.h"
 #include "station/store/data_files.h"
 
@@ -13,15 +14,15 @@
 namespace pallomir::fuzz {
 namespace {
 
-std::pair<station::GpxTrack, std::string> Read(std::string_view text, std::size_t partSize) {
-  station::GpxTrack track;
+std::pair<station::Recording, std::string> Read(std::string_view text, std::size_t partSize) {
+  station::Recording track;
   std::string error = station::ReadGpx(
       [&] {
         const std::string_view part = text.substr(0, partSize);
         text.remove_prefix(part.size());
         return part;
       },
-      track);
+      track, station::kMaxTrackPoints);
   return {std::move(track), std::move(error)};
 }
 

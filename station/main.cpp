@@ -8,7 +8,8 @@
 #include "station/import/importer.h"
 #include "station/options.h"
 #include "station/station.h"
-#include "station/store/unit_descriptions.h"
+#include "station/store/open_store.h"
+#include "station/unit_lists.h"
 
 namespace pallomir::station {
 namespace {
@@ -37,25 +38,23 @@ int Run(const Options& options, const ServeCommand&) {
 }
 
 int Run(const Options& options, const ImportCommand& command) {
-  const ImportOutcome outcome = Import(command, options.data, LocalToday());
-  (outcome.exitCode == kDone ? std::cout : std::cerr << "pallomir-station: ") << outcome.text << std::flush;
+  const auto store = OpenStore(options.data, LogToStandardError);
+  const ImportOutcome outcome = Import(command, *store, LocalToday());
+  (outcome.isDone ? std::cout : std::cerr << "pallomir-station: ") << outcome.text << std::flush;
   DemoSource demo([] { return Millis{0}; });
-  if (outcome.exitCode == kDone && options.isDemoOn && demo.Knows(command.unitId))
+  if (outcome.isDone && options.isDemoOn && demo.Knows(command.unitId))
     std::cerr << "note: a demo unit has this ID and hides the import while Demo is on" << std::endl;
-  return outcome.exitCode;
+  return outcome.isDone ? kDone : kFailed;
 }
 
 int Run(const Options& options, const UnitsCommand& command) {
   std::string problem;
-  const std::vector<std::string> ids = DataFolder(options.data, LogToStandardError).Units(problem);
-  const UnitDescriptions descriptions = ReadDescriptions(options.data, problem);
+  const std::vector<StoredUnit> units = OpenStore(options.data, LogToStandardError)->Units(problem);
   if (!problem.empty()) {
     std::cerr << "pallomir-station: " << problem << std::endl;
     return kFailed;
   }
-  std::cout << (command.asClientList ? ClientUnitList(ids, descriptions) + "\n"
-                                     : UnitLines(ids, descriptions))
-            << std::flush;
+  std::cout << (command.asClientList ? ClientUnitList(units) + "\n" : UnitLines(units)) << std::flush;
   return kDone;
 }
 

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <sstream>
 
+#include "station/common/text.h"
 #include "tracking/packets.h"
 
 namespace pallomir::station {
@@ -17,13 +18,10 @@ namespace fs = std::filesystem;
 constexpr int kLowestPortBase = 3;
 constexpr int kHighestPort = 65535;
 
-std::string Trimmed(const std::string& text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  return first == text.npos ? "" : text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
+constexpr std::string_view kBlanks = " \t\r";
 
 // "LocatorPort" is the option --locator-port.
-std::string OptionName(const std::string& key) {
+std::string OptionName(std::string_view key) {
   std::string name;
   for (const char c : key) {
     const bool isCapital = std::isupper(static_cast<unsigned char>(c)) != 0;
@@ -46,17 +44,18 @@ class StationIni : public CLI::Config {
     int number = 0;
     for (std::string line; std::getline(input, line);) {
       ++number;
-      line = Trimmed(line);
-      if (line.empty() || line[0] == '#') continue;
-      const std::size_t equals = line.find('=');
-      if (equals == line.npos || equals == 0)
-        throw CLI::ConversionError("line " + std::to_string(number) + " is not Key=Value: " + line);
+      const std::string_view text = Trimmed(line, kBlanks);
+      if (text.empty() || text[0] == '#') continue;
+      const std::string quoted = ": " + std::string(text);
+      const std::size_t equals = text.find('=');
+      if (equals == text.npos || equals == 0)
+        throw CLI::ConversionError("line " + std::to_string(number) + " is not Key=Value" + quoted);
       CLI::ConfigItem item;
-      item.name = OptionName(Trimmed(line.substr(0, equals)));
-      item.inputs = {Trimmed(line.substr(equals + 1))};
+      item.name = OptionName(Trimmed(text.substr(0, equals), kBlanks));
+      item.inputs = {std::string(Trimmed(text.substr(equals + 1), kBlanks))};
       const CLI::Option* option = app_.get_option_no_throw("--" + item.name);
       if (option == nullptr || !option->get_configurable())
-        throw CLI::ConversionError("line " + std::to_string(number) + " has an unknown key: " + line);
+        throw CLI::ConversionError("line " + std::to_string(number) + " has an unknown key" + quoted);
       if (!item.inputs.front().empty()) items.push_back(std::move(item));  // an empty value is the default
     }
     return items;
@@ -80,12 +79,6 @@ std::string TakeUnitId(std::string& text) {
   std::ranges::transform(text, text.begin(),
                          [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
   return IsUnitId(text) ? "" : text + " is not a unit ID: 12 characters of 0-9 and A-F";
-}
-
-// What an address may be made of here: it becomes part of a header line and of JSON.
-bool IsAddressCharacter(char c) {
-  constexpr std::string_view kMarks = "-._~:/?#@&+=%{}";
-  return std::isalnum(static_cast<unsigned char>(c)) != 0 || kMarks.find(c) != kMarks.npos;
 }
 
 std::string CheckOnlineMap(const std::string& text) {
@@ -139,50 +132,6 @@ CLI::App* AddUnits(CLI::App& app, UnitsCommand& command) {
 }
 
 }  // namespace
-
-namespace {
-
-// What an address may have in braces: the tile, the server, and the density of the screen.
-constexpr std::string_view kPlaceholders[] = {"{z}", "{x}", "{y}", "{-y}", "{s}", "{r}"};
-
-bool HasOtherBraces(std::string_view url) {
-  while (!url.empty()) {
-    const std::size_t brace = std::min(url.find_first_of("{}"), url.size());
-    url.remove_prefix(brace);
-    if (url.empty()) break;
-    const auto known = std::ranges::find_if(kPlaceholders, [&](auto each) { return url.starts_with(each); });
-    if (known == std::end(kPlaceholders)) return true;
-    url.remove_prefix(known->size());
-  }
-  return false;
-}
-
-// Pages may ask this host; "{s}" may stand in it once, where more names follow.
-bool IsPictureHost(std::string_view text) {
-  std::string host(text);
-  if (const std::size_t server = host.find("{s}"); server != host.npos) {
-    if (host.find('.', server) == host.npos) return false;
-    host.replace(server, 3, "a");
-  }
-  const bool hasEmptyName = host.empty() || host.front() == '.' || host.find("..") != host.npos;
-  return !hasEmptyName && host.find_first_of("{}*") == host.npos;
-}
-
-}  // namespace
-
-std::optional<OnlineMap> ParseOnlineMap(std::string_view text) {
-  const std::size_t space = text.find(' ');
-  if (space == text.npos) return std::nullopt;
-  const std::string_view url = text.substr(0, space);
-  const std::string attribution = Trimmed(std::string(text.substr(space)));
-  const bool isWeb = url.starts_with("https://") || url.starts_with("http://");
-  const std::size_t start = isWeb ? url.find("://") + 3 : url.size();
-  const bool hasHost = IsPictureHost(url.substr(start, url.find_first_of("/?#", start) - start));
-  const auto names = [&url](std::string_view part) { return url.find(part) != url.npos; };
-  if (!hasHost || !names("{z}") || !names("{x}") || !names("{y}") || attribution.empty()) return std::nullopt;
-  if (HasOtherBraces(url) || !std::ranges::all_of(url, IsAddressCharacter)) return std::nullopt;
-  return OnlineMap{std::string(url), attribution};
-}
 
 std::variant<CommandLine, NothingToRun> ParseCommandLine(std::vector<std::string> arguments,
                                                          const fs::path& programFolder) {

@@ -4,24 +4,16 @@
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <variant>
 #include <vector>
+
+#include "station/import/importer.h"
+#include "station/web/online_map.h"
 
 namespace pallomir::station {
 
 /// How the program ends.
 enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2, kPortTaken = 3 };
-
-/// A map of somebody else's that the map page shows in place of its own.
-struct OnlineMap {
-  std::string url;          ///< http or https; {z}, {x} and {y} stand for a tile, {s} for a, b or c
-  std::string attribution;  ///< what its makers want to be said beside it
-};
-
-/// "URL attribution" in one text. Nothing where the address is not one of tiles or the attribution is
-/// missing.
-std::optional<OnlineMap> ParseOnlineMap(std::string_view text);
 
 /// What station.ini and the command line say; the command line wins. Addresses are IPv4 in dotted form.
 struct Options {
@@ -37,13 +29,6 @@ struct Options {
 };
 
 struct ServeCommand {};
-
-struct ImportCommand {
-  std::string unitId;
-  std::optional<std::string> description;
-  bool toToday = false;
-  std::vector<std::string> files;
-};
 
 struct UnitsCommand {
   bool asClientList = false;

@@ -19,16 +19,6 @@ std::string CantOpen(std::string_view what, const std::string& address, int port
          ": " + why + " (another station may be running)";
 }
 
-// An acceptor that listens, or the reason why not.
-std::string Listen(tcp::acceptor& acceptor, const tcp::endpoint& endpoint) {
-  std::error_code error;
-  acceptor.open(endpoint.protocol(), error);
-  if (!error) acceptor.set_option(tcp::acceptor::reuse_address(true), error);
-  if (!error) acceptor.bind(endpoint, error);
-  if (!error) acceptor.listen(tcp::acceptor::max_listen_connections, error);
-  return error ? error.message() : "";
-}
-
 }  // namespace
 
 Station::Station(asio::io_context& context, const Options& options, Log log)
@@ -36,9 +26,9 @@ Station::Station(asio::io_context& context, const Options& options, Log log)
       options_(options),
       log_(std::move(log)),
       demo_(UtcNow),
-      stored_(options.data, log_),
-      demoAndStored_(demo_, stored_),
-      source_(options.isDemoOn ? static_cast<PositionSource&>(demoAndStored_) : stored_),
+      store_(OpenStore(options.data, log_)),
+      demoAndStored_(demo_, *store_),
+      source_(options.isDemoOn ? static_cast<PositionSource&>(demoAndStored_) : *store_),
       timer_(context),
       webSite_(options.webRoot, options.onlineMap) {}
 
@@ -53,10 +43,10 @@ std::string Station::Open() {
   tcp::acceptor probe(context_), data(context_);
   const auto probePort = static_cast<std::uint16_t>(options_.portBase - 2);
   const auto dataPort = static_cast<std::uint16_t>(options_.portBase - 1);
-  if (const auto why = Listen(probe, {address, probePort}); !why.empty())
-    return CantOpen("Base Server's probe", options_.address, probePort, why);
-  if (const auto why = Listen(data, {address, dataPort}); !why.empty())
-    return CantOpen("Base Server's data", options_.address, dataPort, why);
+  if (const auto why = Listen(probe, {address, probePort}))
+    return CantOpen("Base Server's probe", options_.address, probePort, why.message());
+  if (const auto why = Listen(data, {address, dataPort}))
+    return CantOpen("Base Server's data", options_.address, dataPort, why.message());
   if (webSite_.Start(options_.address, options_.webPort) == 0)
     return CantOpen("web site", options_.address, options_.webPort, "it is not free");
 

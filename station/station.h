@@ -8,14 +8,14 @@
 #include "station/common/log.h"
 #include "station/demo/demo_source.h"
 #include "station/options.h"
-#include "station/store/data_folder.h"
+#include "station/store/open_store.h"
 #include "station/web/web_site.h"
 #include "station/wire/base_server.h"
 #include "station/wire/locator.h"
 
 namespace pallomir::station {
 
-/// Locator, Base Server and web site over the data folder and the demo units.
+/// Locator, Base Server and web site over the store and the demo units.
 class Station {
  public:
   Station(asio::io_context& context, const Options& options, Log log);
@@ -33,7 +33,7 @@ class Station {
   Options options_;
   Log log_;
   DemoSource demo_;
-  DataFolder stored_;
+  std::unique_ptr<UnitStore> store_;
   CombinedSource demoAndStored_;
   PositionSource& source_;
   asio::steady_timer timer_;

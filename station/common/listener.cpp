@@ -10,6 +10,15 @@ constexpr int kConnectionsATurn = 256;
 
 }  // namespace
 
+std::error_code Listen(asio::ip::tcp::acceptor& acceptor, const asio::ip::tcp::endpoint& endpoint) {
+  std::error_code error;
+  acceptor.open(endpoint.protocol(), error);
+  if (!error) acceptor.set_option(asio::ip::tcp::acceptor::reuse_address(true), error);
+  if (!error) acceptor.bind(endpoint, error);
+  if (!error) acceptor.listen(asio::ip::tcp::acceptor::max_listen_connections, error);
+  return error;
+}
+
 Listener::Listener(asio::ip::tcp::acceptor acceptor, Accepted accepted, Log log)
     : acceptor_(std::move(acceptor)),
       retry_(acceptor_.get_executor()),

@@ -9,6 +9,10 @@
 
 namespace pallomir::station {
 
+/// Opens `acceptor` at the endpoint and listens there; the port may still have connections of a station that
+/// has ended. Why not, where it can't.
+std::error_code Listen(asio::ip::tcp::acceptor& acceptor, const asio::ip::tcp::endpoint& endpoint);
+
 /// Accepts connections for ever, all that wait in one turn. Where the system can't (no descriptor free), it
 /// logs and tries again soon.
 class Listener {

@@ -4,18 +4,13 @@
 #include <cmath>
 
 #include "base/number_format.h"
+#include "station/common/text.h"
 #include "station/import/xml_stream.h"
 
 namespace pallomir::station {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
-
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
 
 constexpr std::string_view kPathToPoint[] = {"gpx", "trk", "trkseg", "trkpt"};
 constexpr std::size_t kSegmentLevel = 3;
@@ -35,11 +30,15 @@ class Field {
   }
 
   bool IsEmpty() const { return text_.empty(); }
-  std::optional<double> Number() const { return IsCut() ? std::nullopt : ParseNumber(Trimmed(text_)); }
-  std::optional<Millis> Time() const { return IsCut() ? std::nullopt : ParseGpxTime(Trimmed(text_)); }
+  std::optional<double> Number() const {
+    return IsCut() ? std::nullopt : ParseNumber(Trimmed(text_, kBlanks));
+  }
+  std::optional<Millis> Time() const {
+    return IsCut() ? std::nullopt : ParseGpxTime(Trimmed(text_, kBlanks));
+  }
 
  private:
-  bool IsCut() const { return Trimmed(text_).size() == kMaxFieldSize; }
+  bool IsCut() const { return Trimmed(text_, kBlanks).size() == kMaxFieldSize; }
 
   bool isThere_ = false;
   std::string text_;
@@ -57,8 +56,8 @@ struct OpenPoint {
 };
 
 std::optional<Place> PlaceOf(const XmlAttributes& attributes) {
-  const auto latitude = ParseNumber(Trimmed(attributes.Find("lat")));
-  const auto longitude = ParseNumber(Trimmed(attributes.Find("lon")));
+  const auto latitude = ParseNumber(Trimmed(attributes.Find("lat"), kBlanks));
+  const auto longitude = ParseNumber(Trimmed(attributes.Find("lon"), kBlanks));
   if (!latitude || !longitude || std::fabs(*latitude) > 90 || std::fabs(*longitude) > 180)
     return std::nullopt;
   return Place{*latitude, *longitude};
@@ -66,10 +65,10 @@ std::optional<Place> PlaceOf(const XmlAttributes& attributes) {
 
 class GpxEvents : public XmlEvents {
  public:
-  GpxEvents(GpxTrack& track, std::size_t maxPoints)
-      : track_(track),
+  GpxEvents(Recording& recording, std::size_t maxPoints)
+      : recording_(recording),
         maxPoints_(maxPoints),
-        segment_(track.points.empty() ? 0 : track.points.back().segment) {}
+        segment_(recording.points.empty() ? 0 : recording.points.back().segment) {}
 
   bool OnStart(std::string_view name, const XmlAttributes& attributes) override;
   void OnEnd() override;
@@ -83,7 +82,7 @@ class GpxEvents : public XmlEvents {
   void OpenField(std::string_view name);
   void TakePoint();
 
-  GpxTrack& track_;
+  Recording& recording_;
   std::size_t maxPoints_;
   int segment_;
   std::size_t depth_ = 0;
@@ -140,18 +139,18 @@ void GpxEvents::OnEnd() {
 void GpxEvents::TakePoint() {
   const auto utc = point_.time.Time();
   if (point_.time.IsEmpty()) {
-    ++track_.leftOut.withoutTime;
+    ++recording_.leftOut.withoutTime;
   } else if (!utc) {
-    ++track_.leftOut.unreadableTime;
+    ++recording_.leftOut.unreadableTime;
   } else if (!point_.place) {
-    ++track_.leftOut.impossiblePosition;
-  } else if (track_.points.size() == maxPoints_) {
+    ++recording_.leftOut.impossiblePosition;
+  } else if (recording_.points.size() == maxPoints_) {
     error_ = "has too many points: an import takes " + std::to_string(maxPoints_) + " at most";
   } else {
     TrackPoint point{*utc, *point_.place, point_.Speed(), point_.Course(), segment_};
     if (point.speed && *point.speed < 0) point.speed.reset();  // some devices say so when they don't know
     if (point.course) point.course = std::fmod(std::fmod(*point.course, 360) + 360, 360);
-    track_.points.push_back(point);
+    recording_.points.push_back(point);
   }
 }
 
@@ -222,9 +221,8 @@ std::optional<Millis> ParseGpxTime(std::string_view text) {
   return ToMillis(time) + *fraction - *offset;
 }
 
-std::string ReadGpx(const std::function<std::string_view()>& nextPart, GpxTrack& track,
-                    std::size_t maxPoints) {
-  GpxEvents events(track, maxPoints);
+std::string ReadGpx(const NextPart& nextPart, Recording& recording, std::size_t maxPoints) {
+  GpxEvents events(recording, maxPoints);
   XmlStream xml(events);
   bool goesOn = true;
   for (std::string_view part = nextPart(); goesOn && !part.empty(); part = nextPart())

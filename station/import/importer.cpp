@@ -1,29 +1,31 @@
 #include "station/import/importer.h"
 
+#include <cassert>
 #include <chrono>
+#include <filesystem>
 
 #include "base/input_file.h"
 #include "base/packed_time.h"
+#include "station/import/recording_formats.h"
 #include "station/import/track_records.h"
-#include "station/store/data_writer.h"
-#include "station/store/import_lock.h"
-#include "station/store/unit_descriptions.h"
+#include "station/store/unit_store.h"
 
 namespace pallomir::station {
 namespace {
 
+// Readers of recordings are told that the first part has this size.
 constexpr std::size_t kPartSize = 64 * 1024;
 
-// Imports of the same moment wait for each other. One that takes longer than this hangs.
+// Imports wait for each other. One that takes longer than this has hung.
 constexpr std::chrono::minutes kPatience{2};
 
-// Every file's points. An error message, or nothing.
-std::string ReadAll(const std::vector<std::string>& files, GpxTrack& all) {
+// Every file's points. Returns an error message, or an empty text.
+std::string ReadAll(const std::vector<std::string>& files, Recording& all) {
   std::vector<char> buffer(kPartSize);
   for (const std::string& file : files) {
     InputFile input(file);
     const auto nextPart = [&] { return std::string_view(buffer.data(), input.Read(buffer)); };
-    const std::string problem = input.Error() ? "" : ReadGpx(nextPart, all);
+    const std::string problem = input.Error() ? "" : ReadRecording(nextPart, all);
     if (input.Error()) return file + " can't be read: " + input.Error().message();
     if (!problem.empty()) return file + " " + problem;
   }
@@ -61,36 +63,38 @@ std::string Report(const std::string& unitId, const MergeOutcome& merge, const L
   return text;
 }
 
-// The one asked for, else the one there is, else the first file's name. Says so where it had to be changed.
-std::string Describe(const ImportCommand& command, const ImportLock& lock, bool isDescribed,
+// The description asked for, else the one there is, else the first file's name. The report says so where it
+// had to be changed. Returns an error message, or an empty text.
+std::string Describe(const ImportCommand& command, StoreWriter& writer, bool isDescribed,
                      std::string& report) {
   if (!command.description && isDescribed) return "";
   const std::string wanted =
       command.description.value_or(std::filesystem::path(command.files.front()).stem().string());
   const std::string clean = CleanDescription(wanted);
   if (clean != wanted) report += "  described as \"" + clean + "\", because a unit list can't hold more\n";
-  return WriteDescription(lock, command.unitId, clean);
+  return writer.SetDescription(command.unitId, clean);
 }
 
 }  // namespace
 
-ImportOutcome Import(const ImportCommand& command, const std::filesystem::path& dataFolder, Millis today) {
-  GpxTrack all;
-  if (const auto unusable = ReadAll(command.files, all); !unusable.empty()) return {kFailed, unusable + "\n"};
+ImportOutcome Import(const ImportCommand& command, UnitStore& store, Millis today) {
+  assert(!command.files.empty());
+  Recording all;
+  if (const auto unusable = ReadAll(command.files, all); !unusable.empty()) return {false, unusable + "\n"};
   const Millis shift = command.toToday ? ShiftToDay(all.points, today) : 0;
   const TrackRecords track = MakeRecords(std::move(all.points), shift, all.leftOut);
-  if (track.records.empty()) return {kFailed, "no point can be taken\n" + LeftOutLines(all.leftOut, 0)};
+  if (track.records.empty()) return {false, "no point can be taken\n" + LeftOutLines(all.leftOut, 0)};
 
-  const ImportLock lock(dataFolder, kPatience);
-  if (!lock.Problem().empty()) return {kFailed, lock.Problem() + "\n"};
   std::string problem;
-  const bool isDescribed = ReadDescriptions(dataFolder, problem).contains(command.unitId);
-  if (!problem.empty()) return {kFailed, problem + "\n"};
-  const MergeOutcome merge = MergeIntoUnit(lock, command.unitId, track.records);
-  if (!merge.error.empty()) return {kFailed, merge.error + "\n"};
+  const auto writer = store.StartWriting(kPatience, problem);
+  if (!writer) return {false, problem + "\n"};
+  const bool isDescribed = writer->Description(command.unitId, problem).has_value();
+  if (!problem.empty()) return {false, problem + "\n"};
+  const MergeOutcome merge = writer->Merge(command.unitId, track.records);
+  if (!merge.error.empty()) return {false, merge.error + "\n"};
   std::string report = Report(command.unitId, merge, all.leftOut, track);
-  problem = Describe(command, lock, isDescribed, report);
-  return {problem.empty() ? kDone : kFailed, report + problem + (problem.empty() ? "" : "\n")};
+  problem = Describe(command, *writer, isDescribed, report);
+  return {problem.empty(), report + problem + (problem.empty() ? "" : "\n")};
 }
 
 }  // namespace pallomir::station

@@ -1,21 +1,31 @@
 #pragma once
 
-#include <filesystem>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "base/civil_time.h"
-#include "station/options.h"
 
 namespace pallomir::station {
 
-/// What an import says: its report, or (with an exit code that is not kDone) what went wrong.
+class UnitStore;
+
+/// What is to be imported.
+struct ImportCommand {
+  std::string unitId;
+  std::optional<std::string> description;  ///< without one: what the unit has, or else the first file's name
+  bool toToday = false;                    ///< move by whole days, so that the last day (UTC) is today
+  std::vector<std::string> files;          ///< at least one
+};
+
+/// What an import has to say: its report, or what went wrong. Whole lines.
 struct ImportOutcome {
-  ExitCode exitCode = kDone;
+  bool isDone = false;
   std::string text;
 };
 
-/// Takes all files as recordings of one unit. `today` is the midnight of the computer's local date. All files
-/// are read before anything is written; one that can't be used ends the import with nothing changed.
-ImportOutcome Import(const ImportCommand& command, const std::filesystem::path& dataFolder, Millis today);
+/// Takes all files as recordings of one unit. `today` is midnight of the local date. All files are read
+/// before anything is stored: one that can't be used ends the import with nothing changed.
+ImportOutcome Import(const ImportCommand& command, UnitStore& store, Millis today);
 
 }  // namespace pallomir::station

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "station/import/gpx_reader.h"
+#include "station/import/recording.h"
 #include "tracking/packets.h"
 
 namespace pallomir::station {

@@ -3,8 +3,11 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cassert>
 
 #include "station/store/data_files.h"
+#include "station/store/data_writer.h"
+#include "station/store/unit_descriptions.h"
 
 namespace pallomir::station {
 namespace {
@@ -54,6 +57,29 @@ Reading ReadIndexed(const DataFileIndex& index, PackedWindow window, std::size_t
   return reading;
 }
 
+class DataFolderWriter : public StoreWriter {
+ public:
+  DataFolderWriter(const fs::path& folder, std::chrono::milliseconds patience) : lock_(folder, patience) {}
+
+  const std::string& Problem() const { return lock_.Problem(); }
+
+  MergeOutcome Merge(std::string_view unitId, std::span<const WireRecord> records) override {
+    return MergeIntoUnit(lock_, unitId, records);
+  }
+  std::optional<std::string> Description(std::string_view unitId, std::string& problem) const override {
+    UnitDescriptions all = ReadDescriptions(lock_.DataFolder(), problem);
+    const auto found = all.find(unitId);
+    return found == all.end() ? std::nullopt : std::optional(std::move(found->second));
+  }
+  std::string SetDescription(std::string_view unitId, std::string_view description) override {
+    assert(CleanDescription(description) == description);
+    return WriteDescription(lock_, unitId, description);
+  }
+
+ private:
+  ImportLock lock_;
+};
+
 }  // namespace
 
 bool DataFolder::Knows(std::string_view unitId) {
@@ -61,18 +87,30 @@ bool DataFolder::Knows(std::string_view unitId) {
   return IsUnitId(unitId) && fs::is_directory(folder_ / unitId, error);
 }
 
-std::vector<std::string> DataFolder::Units(std::string& problem) const {
-  std::vector<std::string> ids;
+std::vector<StoredUnit> DataFolder::Units(std::string& problem) {
+  std::vector<StoredUnit> units;
   std::error_code error;
   for (fs::directory_iterator entry(folder_, error), end; !error && entry != end; entry.increment(error)) {
     std::string name = entry->path().filename().string();
     if (std::error_code ignored; IsUnitId(name) && entry->is_directory(ignored))
-      ids.push_back(std::move(name));
+      units.push_back({std::move(name), ""});
   }
   if (error && error != std::errc::no_such_file_or_directory)
     problem = folder_.string() + " can't be listed: " + error.message();
-  std::ranges::sort(ids);
-  return ids;
+  std::ranges::sort(units, {}, &StoredUnit::id);
+  UnitDescriptions descriptions = ReadDescriptions(folder_, problem);
+  for (StoredUnit& unit : units)
+    if (const auto found = descriptions.find(unit.id); found != descriptions.end())
+      unit.description = std::move(found->second);
+  return units;
+}
+
+std::unique_ptr<StoreWriter> DataFolder::StartWriting(std::chrono::milliseconds patience,
+                                                      std::string& problem) {
+  auto writer = std::make_unique<DataFolderWriter>(folder_, patience);
+  if (writer->Problem().empty()) return writer;
+  problem = writer->Problem();
+  return nullptr;
 }
 
 std::optional<DataFolder::Stamp> DataFolder::StampOf(const fs::path& folder) {

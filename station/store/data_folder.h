@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "station/common/log.h"
-#include "station/store/position_source.h"
 #include "station/store/unit_index.h"
+#include "station/store/unit_store.h"
 
 namespace pallomir::station {
 
@@ -23,7 +23,7 @@ namespace pallomir::station {
 /// While a file of a unit can't be read, reads of the unit find nothing, so that a reader does not go past
 /// what is there: it comes back. That lasts as long as the system is short of something; a file that can't be
 /// read for a reason of its own holds the others up for some seconds only.
-class DataFolder : public PositionSource {
+class DataFolder : public UnitStore {
  public:
   using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
@@ -33,8 +33,9 @@ class DataFolder : public PositionSource {
   bool Knows(std::string_view unitId) override;
   std::vector<WireRecord> Read(std::string_view unitId, TimeWindow window, std::size_t limit) override;
 
-  /// The IDs of all units, ascending. Where the folder can't be listed, `problem` says so.
-  std::vector<std::string> Units(std::string& problem) const;
+  std::vector<StoredUnit> Units(std::string& problem) override;
+  std::unique_ptr<StoreWriter> StartWriting(std::chrono::milliseconds patience,
+                                            std::string& problem) override;
 
  private:
   using Time = std::chrono::steady_clock::time_point;

@@ -1,22 +1,13 @@
 #pragma once
 
 #include <span>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "station/store/import_lock.h"
+#include "station/store/unit_store.h"
 #include "tracking/packets.h"
 
 namespace pallomir::station {
-
-/// What became of the records that were handed over.
-struct MergeOutcome {
-  std::size_t added = 0;
-  std::size_t alreadyThere = 0;       ///< a record of the same second was there and has stayed
-  std::vector<std::string> problems;  ///< files of the unit's folder that were left alone
-  std::string error;                  ///< empty when all is well; otherwise nothing has changed
-};
 
 /// Merges records, strictly ascending in time, into the data files of a unit of the locked data folder.
 ///

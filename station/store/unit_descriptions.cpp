@@ -5,14 +5,13 @@
 #include <sstream>
 
 #include "base/whole_file.h"
+#include "station/store/unit_store.h"
 #include "tracking/packets.h"
 
 namespace pallomir::station {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::size_t kMaxDescriptionSize = 80;
 
 // Descriptions of ten thousand units; anything longer is not this file.
 constexpr std::size_t kMaxFileSize = 1 << 20;
@@ -57,28 +56,7 @@ void RemoveUnfinished(const fs::path& file) {
       fs::remove(entry->path(), ignored);
 }
 
-std::string DescriptionOf(const std::string& id, const UnitDescriptions& descriptions) {
-  const auto found = descriptions.find(id);
-  return found == descriptions.end() ? "" : found->second;
-}
-
 }  // namespace
-
-std::string CleanDescription(std::string_view text) {
-  std::string clean;
-  for (const char c : text) {
-    const auto code = static_cast<unsigned char>(c);
-    if (code >= 0x20 && code != 0x7F && c != '~' && c != '"') clean += c;
-  }
-  clean.erase(0, clean.find_first_not_of(' '));
-  if (clean.size() > kMaxDescriptionSize) {
-    std::size_t end = kMaxDescriptionSize;
-    while (end > 0 && (static_cast<unsigned char>(clean[end]) & 0xC0) == 0x80) --end;
-    clean.resize(end);
-  }
-  clean.erase(clean.find_last_not_of(' ') + 1);
-  return clean;
-}
 
 UnitDescriptions ReadDescriptions(const fs::path& dataFolder, std::string& problem) {
   UnitDescriptions descriptions;
@@ -98,18 +76,6 @@ std::string WriteDescription(const ImportLock& lock, std::string_view unitId, st
   RemoveUnfinished(file);
   const auto error = ReplaceFile(file, text, kUnfinished + std::to_string(::getpid()));
   return error ? "can't write " + file.string() + ": " + error.message() : "";
-}
-
-std::string UnitLines(const std::vector<std::string>& unitIds, const UnitDescriptions& descriptions) {
-  std::string lines;
-  for (const std::string& id : unitIds) lines += id + " " + DescriptionOf(id, descriptions) + "\n";
-  return lines;
-}
-
-std::string ClientUnitList(const std::vector<std::string>& unitIds, const UnitDescriptions& descriptions) {
-  std::string list;
-  for (const std::string& id : unitIds) list += "X" + id + DescriptionOf(id, descriptions) + "~";
-  return list;
 }
 
 }  // namespace pallomir::station

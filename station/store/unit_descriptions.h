@@ -4,7 +4,6 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "station/store/import_lock.h"
 
@@ -13,20 +12,13 @@ namespace pallomir::station {
 /// Unit ID to description.
 using UnitDescriptions = std::map<std::string, std::string, std::less<>>;
 
-/// The text without what the client's unit list has no room for: "~", quotes, control characters, blanks at
-/// both ends, and all behind the first 80 bytes (whole UTF-8 characters).
-std::string CleanDescription(std::string_view text);
-
-/// From `descriptions.txt` in the data folder: an ID, a blank and the description a line. Lines that are not
-/// like that are skipped; a missing file has none. Where there is one that can't be read, `problem` says so.
+/// Reads `descriptions.txt` in the data folder: a line for each unit, with its ID, a blank and the
+/// description, which is cleaned. Other lines are skipped; where there is no file, there are no descriptions.
+/// `problem` says why a file that is there can't be read; otherwise it is left as it is.
 UnitDescriptions ReadDescriptions(const std::filesystem::path& dataFolder, std::string& problem);
 
-/// Sets one unit's description in the file and leaves its other lines alone. An error message, or nothing.
+/// Sets one unit's description in the file and keeps its other lines. Returns an error message, or an empty
+/// text.
 std::string WriteDescription(const ImportLock& lock, std::string_view unitId, std::string_view description);
-
-/// Every unit as ID, blank, description, a line each; or as the one text that the client stores: for each an
-/// X (it is enabled), the ID, the description and "~".
-std::string UnitLines(const std::vector<std::string>& unitIds, const UnitDescriptions& descriptions);
-std::string ClientUnitList(const std::vector<std::string>& unitIds, const UnitDescriptions& descriptions);
 
 }  // namespace pallomir::station

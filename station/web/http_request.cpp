@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/number_format.h"
+#include "station/common/text.h"
 
 namespace pallomir::station {
 namespace {
@@ -13,13 +14,6 @@ std::string_view TakeUntil(std::string_view& text, std::string_view end) {
   const std::string_view taken = text.substr(0, at);
   text.remove_prefix(at == text.npos ? text.size() : at + end.size());
   return taken;
-}
-
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t";
-  const std::size_t begin = text.find_first_not_of(kBlanks);
-  if (begin == text.npos) return {};
-  return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
 std::string LowerCase(std::string_view text) {
@@ -61,7 +55,7 @@ bool ParseHeader(std::string_view line, HttpRequest& request) {
   const std::size_t colon = line.find(':');
   if (colon == line.npos || colon == 0 || line.find_first_of(" \t") < colon) return false;
   const std::string name = LowerCase(line.substr(0, colon));
-  const std::string_view value = Trimmed(line.substr(colon + 1));
+  const std::string_view value = Trimmed(line.substr(colon + 1), " \t");
   if (name == "if-none-match") request.ifNoneMatch = value;
   if (name == "connection") {
     const std::string wish = LowerCase(value);

@@ -21,26 +21,8 @@ constexpr std::size_t kMaxConnections = 128;
 
 constexpr std::chrono::seconds kCheckInterval{1};
 
-// Stands for the servers a, b and c in an online map's address.
-constexpr std::string_view kServerPlace = "{s}";
-
 // In place of the file of that name, which says that nothing is set.
 constexpr const char* kPageSettings = "/fullscreen/settings.json";
-
-// Where a page may get pictures from besides this site and the client's own tiles: with {s} in the host from
-// each of those that it stands for, and from no other.
-std::string PictureHosts(const std::optional<OnlineMap>& onlineMap) {
-  if (!onlineMap) return "";
-  const std::string& url = onlineMap->url;
-  const std::size_t start = url.find("://") + 3;
-  const std::string host = url.substr(0, url.find_first_of("/?#", start));
-  const std::size_t server = host.find(kServerPlace);
-  if (server == host.npos) return " " + host;
-  std::string hosts;
-  for (const char* name : {"a", "b", "c"})
-    hosts += " " + std::string(host).replace(server, kServerPlace.size(), name);
-  return hosts;
-}
 
 // Forbids a page everything that does not come from here, whatever it is made of.
 std::string ContentPolicy(const std::optional<OnlineMap>& onlineMap) {
@@ -62,17 +44,6 @@ std::string Quoted(std::string_view text) {
 std::string PageSettings(const OnlineMap& onlineMap) {
   return "{\"onlineMap\":{\"url\":" + Quoted(onlineMap.url) +
          ",\"attribution\":" + Quoted(onlineMap.attribution) + "}}\n";
-}
-
-std::optional<tcp::acceptor> Listen(asio::io_context& context, const tcp::endpoint& endpoint) {
-  std::error_code error;
-  tcp::acceptor acceptor(context);
-  acceptor.open(endpoint.protocol(), error);
-  if (!error) acceptor.set_option(tcp::acceptor::reuse_address(true), error);
-  if (!error) acceptor.bind(endpoint, error);
-  if (!error) acceptor.listen(tcp::acceptor::max_listen_connections, error);
-  if (error) return std::nullopt;
-  return acceptor;
 }
 
 }  // namespace
@@ -135,13 +106,13 @@ int WebSite::Start(const std::string& address, int port) {
   std::error_code error;
   const auto place = asio::ip::make_address_v4(address, error);
   if (error || port < 0 || port > 65535) return 0;
-  auto acceptor = Listen(server_->context, {place, static_cast<std::uint16_t>(port)});
-  if (!acceptor) return 0;
-  const int opened = acceptor->local_endpoint(error).port();
+  tcp::acceptor acceptor(server_->context);
+  if (Listen(acceptor, {place, static_cast<std::uint16_t>(port)})) return 0;
+  const int opened = acceptor.local_endpoint(error).port();
   Server& server = *server_;
   // The log belongs to another thread; what can't be accepted now is accepted soon.
   server.listener.emplace(
-      *std::move(acceptor), [&server](tcp::socket socket) { server.Accept(std::move(socket)); },
+      std::move(acceptor), [&server](tcp::socket socket) { server.Accept(std::move(socket)); },
       [](const std::string&) {});
   server.CheckEverySecond();
   server.thread = std::thread([&server] { server.context.run(); });

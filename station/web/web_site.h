@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "station/options.h"
+#include "station/web/online_map.h"
 
 namespace pallomir::station {
 

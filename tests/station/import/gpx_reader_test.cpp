@@ -7,7 +7,7 @@ namespace pallomir::station {
 namespace {
 
 struct Reading {
-  GpxTrack track;
+  Recording track;
   std::string error;
 };
 

@@ -6,8 +6,7 @@
 #include <cstdlib>
 
 #include "station/station_testing.h"
-#include "station/store/data_folder.h"
-#include "station/store/unit_descriptions.h"
+#include "station/store/open_store.h"
 
 namespace pallomir::station {
 namespace {
@@ -28,19 +27,20 @@ class Importing : public testing::Test {
  protected:
   TemporaryFolder temporary_;
   const fs::path data_ = temporary_.Path() / "data";
+  const std::unique_ptr<UnitStore> store_ = OpenStore(data_, [](const std::string&) {});
 
   ImportOutcome ImportFiles(std::vector<std::string> files, std::optional<std::string> description = {}) {
-    return Import({kUnit, std::move(description), false, std::move(files)}, data_, kToday);
+    return Import({kUnit, std::move(description), false, std::move(files)}, *store_, kToday);
   }
   std::string Described(const std::string& unitId) const {
     std::string problem;
-    const UnitDescriptions descriptions = ReadDescriptions(data_, problem);
+    const auto writer = store_->StartWriting(std::chrono::minutes(1), problem);
+    const auto description = writer ? writer->Description(unitId, problem) : std::nullopt;
     EXPECT_EQ(problem, "");
-    return descriptions.contains(unitId) ? descriptions.at(unitId) : "(none)";
+    return description.value_or("(none)");
   }
   std::vector<WireRecord> Stored(const std::string& unitId = kUnit) const {
-    return DataFolder(data_, [](const std::string&) {})
-        .Read(unitId, {ToMillis({2000, 1, 1}), ToMillis({2031, 12, 31})}, 10'000'000);
+    return store_->Read(unitId, {ToMillis({2000, 1, 1}), ToMillis({2031, 12, 31})}, 10'000'000);
   }
 };
 
@@ -48,7 +48,7 @@ TEST_F(Importing, TakesSeveralFilesAsOneUnit) {
   const auto a = temporary_.Write("Morning drive.gpx", Gpx(0, 10));
   const auto b = temporary_.Write("b.gpx", Gpx(5, 10));
   const ImportOutcome outcome = ImportFiles({a, b});
-  EXPECT_EQ(outcome.exitCode, kDone);
+  EXPECT_TRUE(outcome.isDone);
   EXPECT_EQ(outcome.text,
             "00000000000A: 15 points taken, 5 left out\n"
             "  5 in the same second as another point\n"
@@ -76,17 +76,17 @@ TEST_F(Importing, ChangesNothingWhenAFileIsNoGood) {
   };
   for (const std::string& file : bad) {
     const ImportOutcome outcome = ImportFiles({good, file});
-    EXPECT_EQ(outcome.exitCode, kFailed) << file;
+    EXPECT_FALSE(outcome.isDone) << file;
     EXPECT_NE(outcome.text.find(file), std::string::npos) << outcome.text;
     EXPECT_EQ(outcome.text.find("directory") != std::string::npos,
               file == bad[2] || file == temporary_.Path())
         << outcome.text;
   }
   const auto empty = temporary_.Write("empty.gpx", "<gpx/>");
-  EXPECT_EQ(ImportFiles({empty}).exitCode, kFailed);
+  EXPECT_FALSE(ImportFiles({empty}).isDone);
   const auto huge = temporary_.Write("huge.gpx", "<gpx/>");
   fs::resize_file(huge, 3'000'000'000);  // takes no room on the disk
-  EXPECT_EQ(ImportFiles({huge}).exitCode, kFailed);
+  EXPECT_FALSE(ImportFiles({huge}).isDone);
   EXPECT_FALSE(fs::exists(data_));
 }
 
@@ -104,7 +104,7 @@ TEST_F(Importing, KeepsTheOtherLinesOfTheDescriptions) {
   const std::string lines = "# by hand\r\n0000000000ab lower\n00000000000C Car\n";
   temporary_.Write("data/descriptions.txt", "00000000000A Old\n" + lines + "no end");
   temporary_.Write("data/descriptions.txt.new-1", "left by a process that died");
-  EXPECT_EQ(ImportFiles({file}, "Van").exitCode, kDone);
+  EXPECT_TRUE(ImportFiles({file}, "Van").isDone);
   EXPECT_EQ(fakes::ReadFile(data_ / "descriptions.txt"), lines + "no end\n00000000000A Van\n");
   EXPECT_FALSE(fs::exists(data_ / "descriptions.txt.new-1"));
 }
@@ -114,7 +114,7 @@ TEST_F(Importing, TakesUnreadableDescriptionsForNoEmptyOnes) {
   const auto descriptions = temporary_.Write("data/descriptions.txt", "00000000000C Car\n");
   const auto fails = [&] {
     const ImportOutcome outcome = ImportFiles({file}, "Van");
-    EXPECT_EQ(outcome.exitCode, kFailed);
+    EXPECT_FALSE(outcome.isDone);
     EXPECT_NE(outcome.text.find("descriptions.txt can't be read"), std::string::npos) << outcome.text;
     EXPECT_TRUE(Stored().empty());
   };
@@ -134,7 +134,7 @@ TEST_F(Importing, SeveralAtOnceLoseNothing) {
     children.push_back(::fork());
     if (children.back() != 0) continue;
     const std::string unit = "0000000000" + std::to_string(10 + i), name = "Unit " + std::to_string(i);
-    ::_exit(Import({unit, name, false, {file}}, data_, kToday).exitCode);
+    ::_exit(Import({unit, name, false, {file}}, *store_, kToday).isDone ? 0 : 1);
   }
   for (const pid_t child : children) {
     int status = -1;
@@ -146,18 +146,6 @@ TEST_F(Importing, SeveralAtOnceLoseNothing) {
     EXPECT_EQ(Described(unit), "Unit " + std::to_string(i));
     EXPECT_EQ(Stored(unit).size(), 10u) << unit;
   }
-}
-
-TEST(UnitDescriptions, ListsUnitsForTheClient) {
-  const UnitDescriptions descriptions = {{"00000000000A", "Van"}};
-  EXPECT_EQ(ClientUnitList({"00000000000A", "00000000000B"}, descriptions),
-            "X00000000000AVan~X00000000000B~");
-  EXPECT_EQ(UnitLines({"00000000000A"}, descriptions), "00000000000A Van\n");
-}
-
-TEST(UnitDescriptions, CutsAtWholeCharacters) {
-  EXPECT_EQ(CleanDescription(std::string(79, 'x') + "\xC3\xA4" + "y"), std::string(79, 'x'));
-  EXPECT_EQ(CleanDescription(" ~\"\t "), "");
 }
 
 // Recordings of real devices: nothing is lost but doubled seconds, and given and computed speeds are in reach
@@ -183,8 +171,8 @@ TEST_F(Importing, TakesRealRecordings) {
   int number = 0;
   for (const auto& c : cases) {
     const std::string unitId = "00000000001" + std::to_string(number++);
-    const ImportOutcome outcome = Import({unitId, {}, false, {folder / c.file}}, data_, kToday);
-    EXPECT_EQ(outcome.exitCode, kDone) << outcome.text;
+    const ImportOutcome outcome = Import({unitId, {}, false, {folder / c.file}}, *store_, kToday);
+    EXPECT_TRUE(outcome.isDone) << outcome.text;
     const auto records = Stored(unitId);
     EXPECT_EQ(records.size(), c.points) << outcome.text;
     double top = 0;

@@ -77,6 +77,11 @@ TEST(DataFile, NamesAscendWithTimes) {
   }
 }
 
+TEST(Descriptions, AreCutAtWholeCharacters) {
+  EXPECT_EQ(CleanDescription(std::string(79, 'x') + "\xC3\xA4" + "y"), std::string(79, 'x'));
+  EXPECT_EQ(CleanDescription(" ~\"\t "), "");
+}
+
 class DataFolderOnDisk : public testing::Test {
  protected:
   TemporaryFolder temporary_;
@@ -133,7 +138,8 @@ TEST_F(DataFolderOnDisk, KnowsFoldersNamedByAnId) {
   EXPECT_FALSE(folder_.Knows("00000000000B"));
   EXPECT_FALSE(folder_.Knows("../../../etc"));
   std::string problem;
-  EXPECT_EQ(folder_.Units(problem), std::vector{kUnit});
+  EXPECT_EQ(folder_.Units(problem).size(), 1u);
+  EXPECT_EQ(folder_.Units(problem).at(0).id, kUnit);
   EXPECT_EQ(problem, "");
   const NoDescriptors none;
   folder_.Units(problem);

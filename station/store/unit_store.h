@@ -1,0 +1,62 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "station/store/position_source.h"
+
+namespace pallomir::station {
+
+struct StoredUnit {
+  std::string id;
+  std::string description;  ///< empty where there is none
+};
+
+/// What became of the records that were merged into a unit.
+struct MergeOutcome {
+  std::size_t added = 0;
+  std::size_t alreadyThere = 0;       ///< a record of the same second was stored before and has been kept
+  std::vector<std::string> problems;  ///< what the unit has that is not a record of its; it was left alone
+  std::string error;                  ///< empty on success; otherwise nothing has changed
+};
+
+/// The right to change a store. While one exists, nobody else, in this process or another, changes anything.
+class StoreWriter {
+ public:
+  virtual ~StoreWriter() = default;
+
+  /// Adds records, strictly ascending in time with the time's flag clear, to a unit, which is created where
+  /// it is missing. All or nothing: neither a reader nor a crash sees some of them without the others.
+  virtual MergeOutcome Merge(std::string_view unitId, std::span<const WireRecord> records) = 0;
+
+  /// The unit's description, or nothing where it has none. Where that can't be found out, `problem` says why.
+  virtual std::optional<std::string> Description(std::string_view unitId, std::string& problem) const = 0;
+
+  /// Sets the unit's description, which must be one that CleanDescription leaves as it is. Returns an error
+  /// message, or an empty text.
+  virtual std::string SetDescription(std::string_view unitId, std::string_view description) = 0;
+};
+
+/// Units with their descriptions and their position records, whatever they are kept in.
+class UnitStore : public PositionSource {
+ public:
+  /// All units, ascending by ID. Where not all of them can be listed, `problem` says why; otherwise it is
+  /// left as it is.
+  virtual std::vector<StoredUnit> Units(std::string& problem) = 0;
+
+  /// Waits for other writers, but not longer than `patience`. Returns null, with `problem` set, where the
+  /// store can't be changed. The store itself is created where it is missing. It must outlive the writer.
+  virtual std::unique_ptr<StoreWriter> StartWriting(std::chrono::milliseconds patience,
+                                                    std::string& problem) = 0;
+};
+
+/// The text as a store keeps it, so that it fits into the client's unit list: without "~", quotes, control
+/// characters and blanks at either end, and cut to 80 bytes (whole UTF-8 characters).
+std::string CleanDescription(std::string_view text);
+
+}  // namespace pallomir::station
