@@ -11,7 +11,7 @@ namespace pallomir {
 enum class WindowMode { kNormal = 0, kMinimised = 1, kMaximised = 2, kFullScreen = 99 };
 
 /// The main window as a window: its place, its state and its being in front. What it shows is
-/// shell/client_view.h.
+/// window/client_view.h.
 class MainWindow {
  public:
   virtual ~MainWindow() = default;

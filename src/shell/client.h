@@ -30,10 +30,7 @@
 #include "platform/user_registry.h"
 #include "settings/settings_keys.h"
 #include "settings/stored_choices.h"
-#include "shell/client_view.h"
 #include "shell/deployment.h"
-#include "shell/normal_placement.h"
-#include "shell/window_modes.h"
 #include "timeline/data_strip.h"
 #include "timeline/date_pickers.h"
 #include "timeline/point_text.h"
@@ -44,6 +41,9 @@
 #include "tracking/retry_countdown.h"
 #include "tracking/server_connection.h"
 #include "ui/question_queue.h"
+#include "window/client_view.h"
+#include "window/normal_placement.h"
+#include "window/window_modes.h"
 
 namespace pallomir {
 

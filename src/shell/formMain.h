@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "platform/main_window.h"
-#include "shell/client_view.h"
+#include "window/client_view.h"
 
 class QCheckBox;
 class QFrame;

@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-#include "shell/client_view.h"
+#include "window/client_view.h"
 
 namespace pallomir::fakes {
 

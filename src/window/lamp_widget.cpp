@@ -1,4 +1,4 @@
-#include "shell/lamp_widget.h"
+#include "window/lamp_widget.h"
 
 #include <QPainter>
 #include <QPainterPath>

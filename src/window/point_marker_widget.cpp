@@ -1,4 +1,4 @@
-#include "shell/point_marker_widget.h"
+#include "window/point_marker_widget.h"
 
 #include <QLabel>
 

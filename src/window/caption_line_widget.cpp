@@ -1,4 +1,4 @@
-#include "shell/caption_line_widget.h"
+#include "window/caption_line_widget.h"
 
 #include <QApplication>
 #include <QFrame>
@@ -8,9 +8,9 @@
 #include <QPushButton>
 #include <QWindow>
 
-#include "shell/caption_text_widget.h"
-#include "shell/icon_button_widget.h"
 #include "ui/accessible_widget.h"
+#include "window/caption_text_widget.h"
+#include "window/icon_button_widget.h"
 
 namespace pallomir {
 namespace {

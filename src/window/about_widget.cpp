@@ -1,4 +1,4 @@
-#include "shell/about_widget.h"
+#include "window/about_widget.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

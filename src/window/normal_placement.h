@@ -27,8 +27,8 @@ class NormalPlacement {
 /// against an edge or a corner.
 bool IsTileOf(const PixelRect& bounds, const PixelRect& area);
 
-/// Whether the bounds are about as large as the area, as those of a maximised window are. They may be a little
-/// smaller: with several screens the area is not known exactly.
+/// Whether the bounds are about as large as the area, as those of a maximised window are. They may be a
+/// little smaller: with several screens the area is not known exactly.
 bool IsAboutAsLargeAs(const PixelRect& bounds, const PixelRect& area);
 
 /// Whether the window lies where the desktop has put it rather than the user.

@@ -1,4 +1,4 @@
-#include "shell/capture_panel_widget.h"
+#include "window/capture_panel_widget.h"
 
 #include <QCursor>
 #include <QGuiApplication>

@@ -5,8 +5,8 @@
 #include <functional>
 #include <optional>
 
-#include "shell/lamp_widget.h"
-#include "shell/window_modes.h"
+#include "window/lamp_widget.h"
+#include "window/window_modes.h"
 
 class QHBoxLayout;
 class QLabel;

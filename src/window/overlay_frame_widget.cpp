@@ -1,4 +1,4 @@
-#include "shell/overlay_frame_widget.h"
+#include "window/overlay_frame_widget.h"
 
 #include <QEvent>
 

@@ -13,8 +13,8 @@
 #include <QWindow>
 #include <cstdlib>
 
-#include "shell/window_harness.h"
 #include "tracking/FormRetryAfterError.h"
+#include "window/window_harness.h"
 
 // What the user sees and does in the main window.
 

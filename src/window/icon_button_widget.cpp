@@ -1,4 +1,4 @@
-#include "shell/icon_button_widget.h"
+#include "window/icon_button_widget.h"
 
 #include <QKeyEvent>
 #include <QStyleOptionToolButton>

@@ -1,4 +1,4 @@
-#include "shell/size_grips_widget.h"
+#include "window/size_grips_widget.h"
 
 #include <QMouseEvent>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "shell/pointer_approach.h"
+#include "window/pointer_approach.h"
 
 #include <algorithm>
 #include <cmath>

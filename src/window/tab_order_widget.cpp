@@ -1,4 +1,4 @@
-#include "shell/tab_order_widget.h"
+#include "window/tab_order_widget.h"
 
 #include <QList>
 #include <QWidget>

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "shell/overlay_frame_widget.h"
+#include "window/overlay_frame_widget.h"
 
 class QCheckBox;
 

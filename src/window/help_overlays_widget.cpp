@@ -1,4 +1,4 @@
-#include "shell/help_overlays_widget.h"
+#include "window/help_overlays_widget.h"
 
 #include <QRect>
 

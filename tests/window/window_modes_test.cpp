@@ -1,4 +1,4 @@
-#include "shell/window_modes.h"
+#include "window/window_modes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

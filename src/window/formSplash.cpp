@@ -1,4 +1,4 @@
-#include "shell/formSplash.h"
+#include "window/formSplash.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

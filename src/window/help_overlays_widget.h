@@ -2,7 +2,7 @@
 
 #include <QPoint>
 
-#include "shell/pointer_approach.h"
+#include "window/pointer_approach.h"
 
 class QWidget;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/overlay_frame_widget.h"
+#include "window/overlay_frame_widget.h"
 
 namespace pallomir {
 

@@ -1,4 +1,4 @@
-#include "shell/caption_text_widget.h"
+#include "window/caption_text_widget.h"
 
 #include <QPainter>
 

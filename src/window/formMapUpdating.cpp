@@ -1,4 +1,4 @@
-#include "shell/formMapUpdating.h"
+#include "window/formMapUpdating.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,4 +1,4 @@
-#include "shell/normal_placement.h"
+#include "window/normal_placement.h"
 
 #include <gtest/gtest.h>
 

@@ -10,12 +10,12 @@
 #include "commands/key_of_event_widget.h"
 #include "commands/keyboard_widget.h"
 #include "platform/wait.h"
-#include "shell/about_widget.h"
-#include "shell/caption_line_widget.h"
-#include "shell/caption_text_widget.h"
-#include "shell/icon_button_widget.h"
-#include "shell/point_marker_widget.h"
-#include "shell/size_grips_widget.h"
+#include "window/about_widget.h"
+#include "window/caption_line_widget.h"
+#include "window/caption_text_widget.h"
+#include "window/icon_button_widget.h"
+#include "window/point_marker_widget.h"
+#include "window/size_grips_widget.h"
 
 // The parts of the window's frame and the help over the map, each alone.
 

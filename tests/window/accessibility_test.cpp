@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <QMenu>
 
-#include "shell/window_harness.h"
+#include "window/window_harness.h"
 
 // What assistive programs and the keyboard alone find in the main window.
 
