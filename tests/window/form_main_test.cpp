@@ -105,7 +105,6 @@ TEST_F(FormMainTest, AnOrdinaryClickOnReloadLoadsWhereverTheKeyboardIs) {
     if (!isEditing) QTest::keyClick(start, Qt::Key_Escape);
     QWidget* keyboard = window_.focusWidget();
     EXPECT_EQ(keyboard, isEditing ? start : static_cast<QWidget*>(holder));
-    const std::size_t asked = ports_.locator.sent.size();
     const QPoint middle = reload->mapTo(&window_, reload->rect().center());
     QTest::mousePress(window_.windowHandle(), Qt::LeftButton, {}, middle);
     ports_.loop.Advance(5000);  // the end picker's time is over, if it runs
@@ -113,6 +112,7 @@ TEST_F(FormMainTest, AnOrdinaryClickOnReloadLoadsWhereverTheKeyboardIs) {
     EXPECT_EQ(reload->mapTo(&window_, reload->rect().center()), middle);
     EXPECT_EQ(window_.focusWidget(), keyboard);
     EXPECT_TRUE(reload->isDown());
+    const std::size_t asked = ports_.locator.sent.size();
     QTest::mouseRelease(window_.windowHandle(), Qt::LeftButton, {}, middle);
     EXPECT_THAT(ports_.locator.sent, SizeIs(asked + 1));
     EXPECT_FALSE(reload->isVisible());
