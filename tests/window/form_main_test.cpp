@@ -100,6 +100,7 @@ TEST_F(FormMainTest, AnOrdinaryClickOnReloadLoadsWhereverTheKeyboardIs) {
   auto* reload = Find<QPushButton>("cmdOK_Reload");
   auto* holder = Find<QCheckBox>("FocusGetter");
   for (const bool isEditing : {true, false}) {
+    ports_.Connect();  // a silent locator would be asked again meanwhile
     QTest::keyClick(&window_, Qt::Key_F6);
     QTest::keyClick(start, Qt::Key_Up);
     if (!isEditing) QTest::keyClick(start, Qt::Key_Escape);
