@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "settings/choice_table.h"
+
 namespace pallomir {
 namespace {
 
@@ -147,17 +149,15 @@ constexpr CommandRow kTable[] = {
     Toggle(Indexed(1, Entry(kContactPoint, "mnuOptionsContactPointsArray", kContactPoints,
                             "Display Sent/NOT Received Points (Red)"))),
     Menu(kOnStartup, "mnuoptionsOnStartupLoad", kOptions, "On Startup: "),
-    Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Nothing"),
-    Indexed(1, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Data Since Midnight")),
-    Indexed(2, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Data Since 3 AM")),
-    Indexed(3, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, "Load Last 24 Hrs Data")),
-    Indexed(4, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup,
-                     "Load Most Recent 1000 Data Points")),
+    Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, choice::kOnStartupTexts[0]),
+    Indexed(1, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, choice::kOnStartupTexts[1])),
+    Indexed(2, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, choice::kOnStartupTexts[2])),
+    Indexed(3, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, choice::kOnStartupTexts[3])),
+    Indexed(4, Entry(kStartupChoice, "mnuoptionsOnStartupLoadArray", kOnStartup, choice::kOnStartupTexts[4])),
     Menu(kOnUpdate, "mnuOptionsOnUpdate", kOptions, "On Update: "),
-    Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, "Do &Nothing"),
-    Indexed(1, Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, "Auto &Fit")),
-    Indexed(2,
-            Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, "Auto &Center on Most Recent Point")),
+    Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, choice::kOnUpdateTexts[0]),
+    Indexed(1, Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, choice::kOnUpdateTexts[1])),
+    Indexed(2, Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, choice::kOnUpdateTexts[2])),
     Menu(kUnitOfMeasure, "mnuOptionsUOM", kOptions, "Unit of Measure: "),
     Entry(kUnitOfMeasureChoice, "mnuOptionsUOM_Array", kUnitOfMeasure, "Miles"),
     Indexed(1, Entry(kUnitOfMeasureChoice, "mnuOptionsUOM_Array", kUnitOfMeasure, "Kilometers")),

@@ -42,12 +42,4 @@ void ChooseInMenu(MenuModel& menus, Command array, int index, const std::string&
   if (MenuItem* parent = menus.ArrayParent(array)) parent->caption = prefix + menus.At(array, index).caption;
 }
 
-int IndexOfCaption(const MenuModel& menus, Command array, const std::string& caption) {
-  const MenuItem* parent = menus.ArrayParent(array);
-  if (!parent) return -1;
-  for (const MenuItem& item : parent->children)
-    if (item.command == array && item.caption == caption) return item.index;
-  return -1;
-}
-
 }  // namespace pallomir

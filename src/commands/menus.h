@@ -17,7 +17,4 @@ MenuItem UserEntry(const MenuModel& menus, Command of, int index, std::string ca
 /// Checks the array's entry `index` only and writes its caption behind `prefix` into the menu that it is in.
 void ChooseInMenu(MenuModel& menus, Command array, int index, const std::string& prefix);
 
-/// The index of the array's entry with this caption, or -1.
-int IndexOfCaption(const MenuModel& menus, Command array, const std::string& caption);
-
 }  // namespace pallomir

@@ -7,7 +7,7 @@
 namespace pallomir {
 
 /// The stored preferences as every room uses them: texts by key. Keys and defaults stand in
-/// settings/settings_keys.h.
+/// settings/choice_table.h.
 class Settings {
  public:
   virtual ~Settings() = default;

@@ -1,36 +1,72 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
-#include "platform/settings.h"
+#include "settings/choice.h"
 
 namespace pallomir {
 
-/// The choices that are read at start-up and used by rooms that own their menus.
-struct StoredChoices {
-  std::string hotspotMode;  ///< "Permitted" or "Prohibited"
-  int providerIndex = 1;    ///< 1..21, or 99 for the user's own
-  std::string providerName;
-  std::string providerUrl;
-  std::string customProviderName;
-  std::string customProviderUrl;
-  bool reportNow = false;
-  std::string phoneNumber;
-  std::string emailAddress;
-  std::string alertMethod;  ///< "", "Email" or "Text Message"
-  int alertStaleIndex = 2;  ///< 1..5
-  int unitOfMeasure = 0;    ///< 0 miles, 1 kilometers
-  int portBase = 18801;     ///< 0..65535
-  int alertSound = 4;       ///< 1..7
-  int alertEnabled = 1;     ///< 0..2
-  bool demoMode = true;
+/// Where the normal window lies, in pixels, and whether it starts maximised.
+struct WindowChoices {
+  Choice<int> left;
+  Choice<int> top;
+  Choice<int> width;
+  Choice<int> height;
+  Choice<bool> maximised;
 };
 
-/// Reads the choices in their fixed order, so that the file lists them in it. A number that is none or out of
-/// range is its default; each such value is described to `complain`. An alert method that is none is
-/// described to `illegalAlertMethod` and counts as none.
-StoredChoices ReadStoredChoices(Settings& settings, const std::function<void(const std::string&)>& complain,
-                                const std::function<void()>& illegalAlertMethod);
+/// The Wi-Fi lists of the mobile units, and whether the first one permits or prohibits.
+struct HotspotChoices {
+  Choice<std::string> mode;  ///< "Permitted" or "Prohibited"
+  Choice<std::string> hotspots;
+  Choice<std::string> secureHotspots;
+};
+
+/// The gateway for text messages.
+struct ProviderChoices {
+  Choice<int> index;
+  Choice<std::string> name;
+  Choice<std::string> url;
+  Choice<std::string> customName;
+  Choice<std::string> customUrl;
+};
+
+struct AlertChoices {
+  Choice<bool> reportNow;
+  Choice<std::string> phoneNumber;
+  Choice<std::string> emailAddress;
+  Choice<int> method;  ///< 0 none, 1 email, 2 text message
+  Choice<int> staleIndex;
+  Choice<int> sound;
+  Choice<int> enabled;  ///< 0 disabled, 1 once, 2 persistent
+};
+
+/// All that the user chose and the settings file keeps. Each room gets its own by reference.
+class StoredChoices {
+ public:
+  /// `complain` gets a line for the trace about each stored text that makes no sense; an alert method is what
+  /// the user is told of, by `complainOfAlertMethod`.
+  StoredChoices(Settings& settings, ChoiceComplaint complain, ChoiceComplaint complainOfAlertMethod);
+
+  /// Reads all from the hotspot mode to the demo mode, in the order in which the file lists them; the others
+  /// are read by their rooms.
+  void Read();
+
+ private:
+  ChoiceComplaint complain_;  // before those that refer to it
+  ChoiceComplaint complainOfAlertMethod_;
+
+ public:
+  WindowChoices window;
+  Choice<int> onStartup;  ///< as StartupChoice counts
+  Choice<int> onUpdate;   ///< 0 nothing, 1 fit, 2 centre
+  Choice<std::string> units;
+  HotspotChoices hotspots;
+  ProviderChoices provider;
+  AlertChoices alerts;
+  Choice<int> unitOfMeasure;  ///< 0 miles, 1 kilometers
+  Choice<int> portBase;       ///< 0..65535
+  Choice<bool> demoMode;
+};
 
 }  // namespace pallomir

@@ -3,13 +3,17 @@
 #include <string>
 
 #include "commands/menus.h"
-#include "settings/settings_keys.h"
 #include "shell/flush_settings.h"
 
 namespace pallomir {
 
 Client::Client(const Ports& ports)
     : ports_(ports),
+      choices_(
+          ports.settings, [this](const std::string& complaint) { ports_.trace.Line(complaint); },
+          [this](const std::string&) {
+            ports_.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\"");
+          }),
       service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application) {
   service_.busyChanged = [this] { ServiceBusyChanged(); };
   BuildMenus(menus_);
@@ -70,7 +74,7 @@ void Client::Unload() {
 
 void Client::StoreWindow() {
   const bool maximised = modes_.Mode() == WindowMode::kMaximised || modes_.IsFullScreen();
-  ports_.settings.Save(setting::kWindowState.key, maximised ? "2" : "0");
+  choices_.window.maximised.Store(maximised);
   StorePlacement();
 }
 

@@ -28,7 +28,6 @@
 #include "platform/program_starter.h"
 #include "platform/settings.h"
 #include "platform/user_registry.h"
-#include "settings/settings_keys.h"
 #include "settings/stored_choices.h"
 #include "shell/deployment.h"
 #include "timeline/data_strip.h"
@@ -166,13 +165,12 @@ class Client {
   const DatePickers& Pickers() const { return pickers_; }
   const TimeWindow& Window() const { return window_; }
   const ServerConnection& Connection() const { return *connection_; }
-  bool IsDemoMode() const { return choices_.demoMode; }
+  bool IsDemoMode() const { return choices_.demoMode.Value(); }
   Millis NowLocal() const;
 
  private:
   // Start-up in its order (client_start.cpp)
   void ReadPlacement();
-  void ReadMenuChoice(Command array, const char* prefix, const SettingKey& key);
   void ReadUnits();
   void ReadZone();
   void ContinueLoad();

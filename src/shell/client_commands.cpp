@@ -7,7 +7,6 @@
 #include "commands/menus.h"
 #include "commands/unit_menu.h"
 #include "map/page_fields.h"
-#include "settings/settings_keys.h"
 #include "shell/client.h"
 
 // What the commands of menus and keys do.
@@ -121,18 +120,17 @@ void Client::SwitchLayer(Command command, const char* field) {
 
 void Client::ChooseStartup(int index) {
   ChooseInMenu(menus_, Command::kStartupChoice, index, "On Startup: ");
-  ports_.settings.Save(setting::kLoadOnStartup.key, menus_.At(Command::kStartupChoice, index).caption);
+  choices_.onStartup.Store(index);
 }
 
 void Client::ChooseUpdate(int index) {
   ChooseInMenu(menus_, Command::kUpdateChoice, index, "On Update: ");
-  ports_.settings.Save(setting::kOnUpdate.key, menus_.At(Command::kUpdateChoice, index).caption);
+  choices_.onUpdate.Store(index);
 }
 
 void Client::ChooseUnitOfMeasure(int index) {
-  choices_.unitOfMeasure = index;
   ChooseInMenu(menus_, Command::kUnitOfMeasureChoice, index, "Unit of Measure: ");
-  ports_.settings.Save(setting::kUnitOfMeasure.key, std::to_string(index));
+  choices_.unitOfMeasure.Store(index);
 }
 
 void Client::AskPortBase() {
@@ -145,13 +143,12 @@ void Client::AskPortBase() {
       "default value unless a conflict occurs with the ports assigned by another application (may we suggest "
       "18801, "
       "28801 or 38801).";
-  question.defaultText = std::to_string(choices_.portBase);
+  question.defaultText = std::to_string(choices_.portBase.Value());
   ports_.questions.Ask(question, [this](const Answer& answer) {
     if (answer.text.empty()) return;
     const double port = ParseNumber(answer.text).value_or(-1);
     if (port < 0 || port > 65535) return AskPortBase();
-    choices_.portBase = static_cast<int>(std::nearbyint(port));  // half to even
-    ports_.settings.Save(setting::kPortBase.key, std::to_string(choices_.portBase));
+    choices_.portBase.Store(static_cast<int>(std::nearbyint(port)));  // half to even
     menus_.At(Command::kPortBase).caption = "Local Port Range Base = " + answer.text;
   });
 }

@@ -14,7 +14,7 @@ ServerConnection::Host Client::ConnectionHost() {
   ServerConnection::Host host;
   host.locatorRequest = [this] { return book_.requestText; };
   host.dataRequest = [this] { return DataRequest(); };
-  host.portBase = [this] { return choices_.portBase; };
+  host.portBase = [this] { return choices_.portBase.Value(); };
   host.isClosing = [this] { return closing_; };
   host.caption = [this](const std::string& text) { ports_.view.SetCaption(text); };
   host.message = [this](const std::string& text) { ports_.questions.Tell(text); };
@@ -153,13 +153,13 @@ void Client::FinishBatch() {
 }
 
 void Client::OnUpdateAction() {
-  if (menus_.At(Command::kUpdateChoice, 1).checked || !map_->MayFit()) {
+  if (choices_.onUpdate.Value() == 1 || !map_->MayFit()) {
     map_->AllowFits();
     FitToData(0);
     return;
   }
   if (store_.PointCount() > 0) map_->NotePoints();
-  if (menus_.At(Command::kUpdateChoice, 2).checked) {
+  if (choices_.onUpdate.Value() == 2) {
     map_->SendPan(view_.LatestLat, view_.LatestLng);
   }
 }

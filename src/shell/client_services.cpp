@@ -2,7 +2,6 @@
 
 #include "commands/hotspot_menus.h"
 #include "dataserver/open_result.h"
-#include "settings/settings_keys.h"
 #include "shell/client.h"
 #include "shell/instance_guard.h"
 
@@ -12,9 +11,10 @@
 namespace pallomir {
 
 void Client::ReadHotspots() {
-  LoadSSIDs(menus_, ports_.settings.Get(setting::kHotspots.key, setting::kHotspots.defaultValue));
-  LoadSecureSSIDs(menus_,
-                  ports_.settings.Get(setting::kSecureHotspots.key, setting::kSecureHotspots.defaultValue));
+  choices_.hotspots.hotspots.Read();
+  choices_.hotspots.secureHotspots.Read();
+  LoadSSIDs(menus_, choices_.hotspots.hotspots.Value());
+  LoadSecureSSIDs(menus_, choices_.hotspots.secureHotspots.Value());
 }
 
 void Client::EditHotspots() { ports_.view.EditHotspots(HotspotsFromMenu(menus_)); }
@@ -22,20 +22,22 @@ void Client::EditHotspots() { ports_.view.EditHotspots(HotspotsFromMenu(menus_))
 void Client::EditSecureHotspots() { ports_.view.EditSecureHotspots(SecureHotspotsFromMenu(menus_)); }
 
 void Client::ChangeHotspotMode() {
-  choices_.hotspotMode = menus_.At(Command::kHotspotList).tag;
-  HotSpotsChange(menus_, choices_.hotspotMode, true);
-  ports_.settings.Save(setting::kHotspotMode.key, choices_.hotspotMode);
+  std::string mode = choices_.hotspots.mode.Value();
+  HotSpotsChange(menus_, mode, true);
+  choices_.hotspots.mode.Store(mode);
 }
 
 void Client::HotspotsApplied(const std::vector<std::string>& ssids) {
   // A list that was not changed is not written: the stored text may be damaged behind what was shown of it.
   if (closing_ || ssids == HotspotsFromMenu(menus_)) return;
-  LoadSSIDs(menus_, ports_.settings.Save(setting::kHotspots.key, EncodeHotspots(ssids)));
+  choices_.hotspots.hotspots.Store(EncodeHotspots(ssids));
+  LoadSSIDs(menus_, choices_.hotspots.hotspots.Value());
 }
 
 void Client::SecureHotspotsApplied(const std::vector<SecureHotspot>& hotspots) {
   if (closing_ || hotspots == SecureHotspotsFromMenu(menus_)) return;
-  LoadSecureSSIDs(menus_, ports_.settings.Save(setting::kSecureHotspots.key, EncodeSecureHotspots(hotspots)));
+  choices_.hotspots.secureHotspots.Store(EncodeSecureHotspots(hotspots));
+  LoadSecureSSIDs(menus_, choices_.hotspots.secureHotspots.Value());
 }
 
 void Client::ServiceBusyChanged() {
@@ -51,7 +53,7 @@ void Client::AskDemoMode() {
   question.kind = Question::Kind::kOkCancel;
   question.title = "Pallomir";
   question.text =
-      std::string("Do you want to ") + (choices_.demoMode ? "exit" : "enter") +
+      std::string("Do you want to ") + (choices_.demoMode.Value() ? "exit" : "enter") +
       " Demo Mode?\r\nIf you do, then Pallomir Display will\r\n   exit and restart in the new mode.";
   ports_.questions.Ask(question, [this](const Answer& answer) {
     if (answer.yes && !closing_) SwitchDemoMode();
@@ -62,12 +64,12 @@ void Client::AskDemoMode() {
 // the units that it has; the other mode is stored for the next start.
 void Client::SwitchDemoMode() {
   MenuItem& entry = menus_.At(Command::kDemoMode);
-  choices_.demoMode = entry.checked = !entry.checked;
+  entry.checked = !entry.checked;
   StoreWindow();
   ports_.instanceSignal.Stop();
   isMutexReleased_ = true;
   ReleaseMutex([] {});
-  ports_.settings.Save(setting::kDemoMode.key, choices_.demoMode ? "True" : "False");
+  choices_.demoMode.Store(entry.checked);
   // The new instance reads what is on the disk.
   const auto unsaved = ports_.settings.Flush();
   const Folders& folders = ports_.folders;

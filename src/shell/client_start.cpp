@@ -8,8 +8,8 @@
 #include "commands/unit_menu.h"
 #include "map/page_fields.h"
 #include "map/projection.h"
-#include "settings/settings_keys.h"
 #include "shell/client.h"
+#include "shell/instance_guard.h"
 
 // The start-up sequence. Its order is what the user and the settings file see: keys enter the file as they
 // are read, and messages come in the order of their causes.
@@ -17,7 +17,7 @@
 namespace pallomir {
 
 void Client::Load() {
-  ports_.registry.Save(kWindowHandleKey.key, std::to_string(ports_.window.Handle()));
+  ports_.registry.Save(kWindowHandleKey, std::to_string(ports_.window.Handle()));
   ports_.instanceSignal.raiseWanted = [this] {
     ports_.trace.Line("another start asks for the window");
     if (loaded_) ports_.window.Activate();
@@ -25,16 +25,18 @@ void Client::Load() {
   };
   ports_.instanceSignal.Listen();
   ReadPlacement();
-  ReadMenuChoice(Command::kStartupChoice, "On Startup: ", setting::kLoadOnStartup);
-  ReadMenuChoice(Command::kUpdateChoice, "On Update: ", setting::kOnUpdate);
-  choices_ = ReadStoredChoices(
-      ports_.settings, [this](const std::string& complaint) { ports_.trace.Line(complaint); },
-      [this] { ports_.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\""); });
-  HotSpotsChange(menus_, choices_.hotspotMode, false);
-  ports_.settings.Save(setting::kHotspotMode.key, choices_.hotspotMode);
-  ChooseInMenu(menus_, Command::kUnitOfMeasureChoice, choices_.unitOfMeasure, "Unit of Measure: ");
-  menus_.At(Command::kPortBase).caption = "Local Port Range Base = " + std::to_string(choices_.portBase);
-  menus_.At(Command::kDemoMode).checked = choices_.demoMode;
+  choices_.onStartup.Read();
+  choices_.onUpdate.Read();
+  ChooseInMenu(menus_, Command::kStartupChoice, choices_.onStartup.Value(), "On Startup: ");
+  ChooseInMenu(menus_, Command::kUpdateChoice, choices_.onUpdate.Value(), "On Update: ");
+  choices_.Read();
+  std::string mode = choices_.hotspots.mode.Value();
+  HotSpotsChange(menus_, mode, false);
+  choices_.hotspots.mode.Store(mode);
+  ChooseInMenu(menus_, Command::kUnitOfMeasureChoice, choices_.unitOfMeasure.Value(), "Unit of Measure: ");
+  menus_.At(Command::kPortBase).caption =
+      "Local Port Range Base = " + std::to_string(choices_.portBase.Value());
+  menus_.At(Command::kDemoMode).checked = choices_.demoMode.Value();
   ReadUnits();
   ReadHotspots();
   ReadZone();
@@ -42,46 +44,25 @@ void Client::Load() {
 
 void Client::ReadPlacement() {
   const PixelRect area = ports_.window.WorkArea();
-  const auto read = [this](const SettingKey& key, int areaValue) {
-    const std::string text = ports_.settings.Get(key.key, std::to_string(areaValue));
-    const auto number = ParseNumber(text);
-    // More than any desktop has is as good as no number.
-    constexpr double kLargest = 100'000;
-    if (!number || *number > kLargest) {
-      ports_.trace.Line("setting \"" + std::string(key.key) + "\" has no use for \"" + text + "\"");
-      return areaValue;
-    }
-    return static_cast<int>(std::max(0.0, std::trunc(*number)));
-  };
-  PixelRect bounds;
-  bounds.left = read(setting::kWindowLeft, area.left);
-  bounds.top = read(setting::kWindowTop, area.top);
-  bounds.width = read(setting::kWindowWidth, area.width);
-  bounds.height = read(setting::kWindowHeight, area.height);
+  WindowChoices& stored = choices_.window;
+  stored.left.ReadOr(area.left);
+  stored.top.ReadOr(area.top);
+  stored.width.ReadOr(area.width);
+  stored.height.ReadOr(area.height);
+  const PixelRect bounds{stored.left.Value(), stored.top.Value(), stored.width.Value(),
+                         stored.height.Value()};
   if (!ports_.window.KnowsPosition())
     ports_.trace.Line("positions are neither set nor stored on this desktop");
   ports_.window.SetBounds(MovedIntoReach(bounds, ports_.window.Screens()));
-  if (ports_.settings.Get(setting::kWindowState.key, setting::kWindowState.defaultValue) == "2") {
-    Apply(modes_.Maximise(Surroundings()));
-  }
-}
-
-void Client::ReadMenuChoice(Command array, const char* prefix, const SettingKey& key) {
-  std::string caption = ports_.settings.Get(key.key, key.defaultValue);
-  if (IndexOfCaption(menus_, array, caption) < 0) {
-    ports_.trace.Line("setting \"" + std::string(key.key) + "\" has no use for \"" + caption + "\"");
-    caption = key.defaultValue;
-  }
-  ChooseInMenu(menus_, array, IndexOfCaption(menus_, array, caption), prefix);
+  stored.maximised.Read();
+  if (stored.maximised.Value()) Apply(modes_.Maximise(Surroundings()));
 }
 
 void Client::ReadUnits() {
-  areUnitsDemo_ = choices_.demoMode;
+  areUnitsDemo_ = choices_.demoMode.Value();
   ports_.view.ShowDemoMode(areUnitsDemo_);
-  ShowUnitsInMenu(menus_,
-                  ParseMobileUnits(areUnitsDemo_ ? DemoMobileUnits()
-                                                 : ports_.settings.Get(setting::kMobileUnits.key,
-                                                                       setting::kMobileUnits.defaultValue)));
+  if (!areUnitsDemo_) choices_.units.Read();
+  ShowUnitsInMenu(menus_, ParseMobileUnits(areUnitsDemo_ ? DemoMobileUnits() : choices_.units.Value()));
 }
 
 void Client::ReadZone() {
@@ -127,7 +108,7 @@ void Client::PrepareFolders() {
 void Client::SetFirstWindow() {
   const Millis now = NowLocal() / kSecond * kSecond;  // the pickers know no less
   pickers_.SetWindow({now, now + kDay});
-  const auto choice = static_cast<StartupChoice>(menus_.CheckedIndex(Command::kStartupChoice));
+  const auto choice = static_cast<StartupChoice>(choices_.onStartup.Value());
   if (const auto window = WindowForChoice(choice, now)) pickers_.SetWindow(*window);
 }
 
@@ -179,7 +160,7 @@ void Client::PrepareZoneFile() {
   std::filesystem::remove(demo, error);
   std::filesystem::copy_file(ports_.folders.application / "ZoneMenus_Demo.txt", demo, error);
   if (error) ports_.trace.Line("no demo zones: " + error.message());
-  zoneFile_ = choices_.demoMode ? demo : folder / "ZoneMenus.txt";
+  zoneFile_ = choices_.demoMode.Value() ? demo : folder / "ZoneMenus.txt";
 }
 
 }  // namespace pallomir

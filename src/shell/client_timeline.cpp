@@ -70,7 +70,7 @@ std::optional<PointFacts> Client::FactsOf(std::size_t k, std::int32_t pointIndex
 }
 
 LengthUnit Client::Length() const {
-  return choices_.unitOfMeasure == 0 ? LengthUnit::kMiles : LengthUnit::kKilometers;
+  return choices_.unitOfMeasure.Value() == 0 ? LengthUnit::kMiles : LengthUnit::kKilometers;
 }
 
 void Client::PickerGotFocus(int i) {
@@ -137,7 +137,7 @@ bool Client::NavigateTo(const std::optional<TimeWindow>& window) {
 }
 
 void Client::ReturnToCurrentDay() {
-  const auto choice = static_cast<StartupChoice>(menus_.CheckedIndex(Command::kStartupChoice));
+  const auto choice = static_cast<StartupChoice>(choices_.onStartup.Value());
   const Millis now = NowLocal() / kSecond * kSecond;
   NavigateTo(WindowForChoice(choice, now).value_or(pickers_.Window()));
 }

@@ -3,7 +3,6 @@
 #include <variant>
 
 #include "commands/unit_menu.h"
-#include "settings/settings_keys.h"
 #include "shell/client.h"
 
 // The window's focus, size and place; and the units that keys and menus choose.
@@ -37,7 +36,7 @@ void Client::SaveUnits() {
   const std::vector<MobileUnit> units = UnitsFromMenu(menus_);
   ports_.view.ShowUnitFlags(units);
   if (areUnitsDemo_) return;  // the menu alone keeps those
-  ports_.settings.Save(setting::kMobileUnits.key, EncodeMobileUnits(units));
+  choices_.units.Store(EncodeMobileUnits(units));
 }
 
 void Client::UnitsApplied(const std::vector<MobileUnit>& units) {
@@ -157,7 +156,7 @@ void Client::StorePlacement() {
   placementDelay_->SetEnabled(false);
   if (IsPlacedByDesktop(ports_.window)) placement_.Disown(ports_.window.Bounds());
   if (const auto bounds = placement_.Take())
-    SavePlacement(ports_.settings, *bounds, ports_.window.KnowsPosition());
+    SavePlacement(choices_.window, *bounds, ports_.window.KnowsPosition());
 }
 
 // Unless there is still something to wait for.

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "base/number_format.h"
-#include "settings/settings_keys.h"
 
 namespace pallomir {
 
@@ -15,14 +14,12 @@ void GuardInstance(NamedMutex& mutex, UserRegistry& registry, InstanceSignal& si
     return questions.Tell("Error 881212: CreateMutex failed", "Pallomir", Question::Icon::kNone,
                           [end = std::move(end)](const Answer&) { end(); });
   }
-  questions.Tell(
-      "There is already a copy of Pallomir running; a new one will not be created", "Pallomir",
-      Question::Icon::kNone, [&registry, &signal, end = std::move(end)](const Answer&) {
-        const auto handle =
-            ParseInteger(registry.Get(kWindowHandleKey.key, kWindowHandleKey.defaultValue)).value_or(0);
-        if (handle != 0) signal.AskToRaise(handle);
-        end();
-      });
+  questions.Tell("There is already a copy of Pallomir running; a new one will not be created", "Pallomir",
+                 Question::Icon::kNone, [&registry, &signal, end = std::move(end)](const Answer&) {
+                   const auto handle = ParseInteger(registry.Get(kWindowHandleKey, "0")).value_or(0);
+                   if (handle != 0) signal.AskToRaise(handle);
+                   end();
+                 });
 }
 
 }  // namespace pallomir

@@ -11,6 +11,9 @@ namespace pallomir {
 
 inline constexpr char kInstanceMutex[] = "Pallomir Browser";
 
+/// The one key of the per-user registry: the main window's number in decimal.
+inline constexpr char kWindowHandleKey[] = "Main Window Handle";
+
 /// Lets one instance of the program run. Calls `run` when this is the first one, and keeps the mutex;
 /// otherwise says why not, asks the first instance to come forward where there is one, and calls `end`.
 void GuardInstance(NamedMutex& mutex, UserRegistry& registry, InstanceSignal& signal,

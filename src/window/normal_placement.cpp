@@ -1,10 +1,7 @@
 #include "window/normal_placement.h"
 
 #include <cstdlib>
-#include <string>
 #include <utility>
-
-#include "settings/settings_keys.h"
 
 namespace pallomir {
 namespace {
@@ -50,17 +47,13 @@ bool IsPlacedByDesktop(const MainWindow& window) {
          (window.IsMaximisedOneWay() || IsTileOf(window.Bounds(), window.WorkArea()));
 }
 
-void SavePlacement(Settings& settings, const PixelRect& bounds, bool knowsPosition) {
-  const auto save = [&settings](const SettingKey& key, int value) {
-    const std::string text = std::to_string(value);
-    if (settings.Get(key.key, "") != text) settings.Save(key.key, text);
-  };
+void SavePlacement(WindowChoices& stored, const PixelRect& bounds, bool knowsPosition) {
   if (knowsPosition) {
-    save(setting::kWindowLeft, bounds.left);
-    save(setting::kWindowTop, bounds.top);
+    stored.left.StoreIfOther(bounds.left);
+    stored.top.StoreIfOther(bounds.top);
   }
-  save(setting::kWindowWidth, bounds.width);
-  save(setting::kWindowHeight, bounds.height);
+  stored.width.StoreIfOther(bounds.width);
+  stored.height.StoreIfOther(bounds.height);
 }
 
 }  // namespace pallomir

@@ -4,7 +4,7 @@
 
 #include "platform/geometry.h"
 #include "platform/main_window.h"
-#include "platform/settings.h"
+#include "settings/stored_choices.h"
 
 namespace pallomir {
 
@@ -35,6 +35,6 @@ bool IsAboutAsLargeAs(const PixelRect& bounds, const PixelRect& area);
 bool IsPlacedByDesktop(const MainWindow& window);
 
 /// Stores the bounds; the place only where it means something. What is stored already is left alone.
-void SavePlacement(Settings& settings, const PixelRect& bounds, bool knowsPosition);
+void SavePlacement(WindowChoices& stored, const PixelRect& bounds, bool knowsPosition);
 
 }  // namespace pallomir

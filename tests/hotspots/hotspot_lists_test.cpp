@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "settings/settings_keys.h"
+#include "settings/choice_table.h"
 
 namespace pallomir {
 namespace {
@@ -16,7 +16,7 @@ TEST(HotspotLists, ReadWhatStandsBeforeTheFirstFault) {
     std::vector<std::string> ssids;
   } cases[] = {
       {"", {}},
-      {setting::kHotspots.defaultValue.data(), {"default", "wireless", "linksys", "netgear"}},
+      {choice::kHotspots.initial.data(), {"default", "wireless", "linksys", "netgear"}},
       {"09Caf\u00E9 \u2615", {"Caf\u00E9 \u2615"}},
       {"0009 04 0~\"12", {"", " 04 0~\"12"}},
       {"04home4car", {"home"}},
