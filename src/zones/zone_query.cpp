@@ -167,8 +167,9 @@ void ProjectedZoneTree::MarkRow(long row, double left, double right) {
 
 PlanePoint ProjectedZoneTree::MiddleOf(std::size_t cell) const {
   const auto across = static_cast<std::size_t>(cellsAcross_);
-  return {area_.left + (static_cast<double>(cell % across) + 0.5) / cellsPerX_,
-          area_.top + (static_cast<double>(cell / across) + 0.5) / cellsPerY_};
+  const std::size_t row = cell / across, column = cell % across;
+  return {area_.left + (static_cast<double>(column) + 0.5) / cellsPerX_,
+          area_.top + (static_cast<double>(row) + 0.5) / cellsPerY_};
 }
 
 // The rule is asked once for each face, that is for cells that hang together without an edge between them.
