@@ -89,6 +89,7 @@ QLabel* CaptionLine::AddWord(const char* name, const QString& text) {
   word->setObjectName(name);
   word->setTextFormat(Qt::PlainText);
   word->setMinimumWidth(1);
+  word->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   word->setContentsMargins(6, 0, 0, 0);
   word->hide();
   row_->addWidget(word);
