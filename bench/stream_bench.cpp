@@ -72,13 +72,12 @@ std::size_t UnitOf(std::string_view id) { return static_cast<std::size_t>(id.bac
 void Feed(PointStore& store) {
   store.Reset(kUnits);
   PacketStream stream;
-  WorldBox box;
   const ByteView all = Stream();
   for (std::size_t at = 0; at < all.size(); at += kArrival) {
     stream.ClearHold();
     stream.Take(all.subspan(at, std::min(kArrival, all.size() - at)));
     stream.Decode([&](std::string_view id, ByteView records) {
-      store.Gather(UnitOf(id), DecodeRecords(records).rows, box);
+      store.Gather(UnitOf(id), DecodeRecords(records).rows);
     });
     store.Settle();
   }

@@ -137,7 +137,7 @@ class Session {
     PALLOMIR_DEMAND(std::ranges::is_sorted(decoded.rows, {}, time));
     PALLOMIR_DEMAND(std::ranges::adjacent_find(decoded.rows, {}, time) == decoded.rows.end());
     PALLOMIR_DEMAND(decoded.rows.size() + decoded.leftOut <= packet.records.size() / kRecordSize);
-    PALLOMIR_DEMAND(store_.Merge(unit + 1, decoded.rows, box_));
+    PALLOMIR_DEMAND(store_.Merge(unit + 1, decoded.rows));
 
     std::vector<WireRecord> wire;
     for (std::size_t at = 0; at < packet.records.size(); at += kRecordSize)
@@ -150,9 +150,6 @@ class Session {
     PALLOMIR_DEMAND(std::ranges::equal(track.Miles(), literal.miles));
     PALLOMIR_DEMAND(std::ranges::all_of(track.Miles(), [](double miles) { return std::isfinite(miles); }));
     PALLOMIR_DEMAND(store_.PointCount() == tracks_[0].rows.size() + tracks_[1].rows.size());
-    for (const DataPoint& point : track.Points())
-      PALLOMIR_DEMAND(point.x >= box_.MinX && point.x <= box_.MaxX && point.y >= box_.MinY &&
-                      point.y <= box_.MaxY);
     const DataPoint* newest = store_.Newest();
     PALLOMIR_DEMAND((newest == nullptr) == (store_.PointCount() == 0));
     for (const auto& known : tracks_)
@@ -168,7 +165,6 @@ class Session {
   PacketStream stream_;
   LiteralStream literal_;
   PointStore store_ = TwoUnits();
-  WorldBox box_;
   std::array<oracles::LiteralTrack, kKnownUnits> tracks_;
   std::size_t pieceSize_ = 0;
 };

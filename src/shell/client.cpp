@@ -14,13 +14,14 @@ Client::Client(const Ports& ports)
           [this](const std::string&) {
             ports_.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\"");
           }),
-      service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application) {
+      service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application),
+      feed_({ports.wsClientA, ports.wsClientB, ports.wsClientC, ports.loop, ports.clock, ports.questions,
+             ports.trace},
+            ports.view, book_, FeedHost()) {
   service_.busyChanged = [this] { ServiceBusyChanged(); };
   BuildMenus(menus_);
   HandleCommands();
   menus_.chosen = [this](const MenuItem& item) { MenuChosen(item); };
-  connection_ = std::make_unique<ServerConnection>(ports_.wsClientA, ports_.wsClientB, ports_.wsClientC,
-                                                   ports_.loop, ports_.trace, ConnectionHost());
   map_ = std::make_unique<MapBridge>(
       ports_.browser, ports_.loop, ports_.trace, ports_.folders, ports_.deployment.webSite, view_,
       [this](const std::string& text) { ports_.questions.Tell(text); }, MapHost());
@@ -34,14 +35,11 @@ void Client::CreateTimers() {
     return ports_.loop.CreateTimer(name, interval, [this, tick] { (this->*tick)(); });
   };
   tmrRedraw_ = create("tmrRedraw", 1000, &Client::OnRedrawTick);
-  lastUpdateTimer_ = create("LastUpdateTimer", 1000, &Client::UpdateCaption);
   tmrFocusGetter_ = create("tmrFocusGetter", 250, &Client::FocusLost);
   boxTimer_ = create("BoxTimer", 1000, &Client::OnBoxTick);
   tmrP_ = create("tmrP", 100, &Client::OnCaptureTick);
   tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
   tmrTimelineInfo_ = create("tmrTimelineInfo", 10'000, &Client::OnTimelineInfoTick);
-  tmrPB_ = create("tmrPB", RetryCountdown::kTickMilliseconds, &Client::OnRetryTick);
-  dataPause_ = create("DataPause", 100, &Client::OnDataPause);
   placementDelay_ = create("PlacementDelay", 250, &Client::StorePlacement);
 }
 
@@ -52,9 +50,8 @@ void Client::Unload() {
   service_.Close();
   Run(seams.stopSound);
   HidePointMarker();
-  for (Timer* timer :
-       {tmrRedraw_.get(), lastUpdateTimer_.get(), tmrFocusGetter_.get(), boxTimer_.get(), tmrP_.get(),
-        tmrTimelineInfo_.get(), tmrDTP_.get(), tmrPB_.get(), dataPause_.get(), placementDelay_.get()}) {
+  for (Timer* timer : {tmrRedraw_.get(), tmrFocusGetter_.get(), boxTimer_.get(), tmrP_.get(),
+                       tmrTimelineInfo_.get(), tmrDTP_.get(), placementDelay_.get()}) {
     timer->SetEnabled(false);
   }
   ports_.view.CloseWindows();
@@ -67,7 +64,7 @@ void Client::Unload() {
       ReleaseMutex(end);
     }
   });
-  connection_->Close();
+  feed_.Close();
   map_->Close();
   ports_.trace.Line("end of the session");
 }

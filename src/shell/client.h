@@ -34,10 +34,9 @@
 #include "timeline/date_pickers.h"
 #include "timeline/point_text.h"
 #include "timeline/time_window.h"
+#include "tracking/data_feed.h"
 #include "tracking/mobile_units.h"
-#include "tracking/packet_stream.h"
 #include "tracking/point_store.h"
-#include "tracking/retry_countdown.h"
 #include "tracking/server_connection.h"
 #include "ui/question_queue.h"
 #include "window/client_view.h"
@@ -139,11 +138,6 @@ class Client {
   void HotspotsApplied(const std::vector<std::string>& ssids);
   void SecureHotspotsApplied(const std::vector<SecureHotspot>& hotspots);
 
-  // The retry dialog's buttons (client_data.cpp)
-  void RetryNow();
-  void StopRetrying();
-  void EndSession();
-
   /// Clears the data of every unit and asks for it again.
   void MapReload();
   /// Marks point `index` (from 1) of the enabled unit k on the map until the next tick of BoxTimer.
@@ -158,13 +152,14 @@ class Client {
   MenuModel& Menus() { return menus_; }
   const CommandHandlers& Handlers() const { return handlers_; }
   const UnitBook& Units() const { return book_; }
-  const PointStore& Points() const { return store_; }
+  DataFeed& Feed() { return feed_; }
+  const PointStore& Points() const { return feed_.Points(); }
   const MapView& View() const { return view_; }
   const PageState& Page() const { return map_->Page(); }
   const TrackTiles& Tiles() const { return map_->Tiles(); }
   const DatePickers& Pickers() const { return pickers_; }
   const TimeWindow& Window() const { return window_; }
-  const ServerConnection& Connection() const { return *connection_; }
+  const ServerConnection& Connection() const { return feed_.Connection(); }
   bool IsDemoMode() const { return choices_.demoMode.Value(); }
   Millis NowLocal() const;
 
@@ -183,21 +178,9 @@ class Client {
   void ReleaseMutex(const std::function<void()>& then);
 
   // Data (client_data.cpp)
-  ServerConnection::Host ConnectionHost();
-  std::string DataRequest() const;
-  void RestartConnection();
-  void PrepareRestart();
-  void ReportError(const std::string& code, const std::string& message);
-  void OnRetryTick();
-  void CloseRetry();
-  void ProcessData(ByteView newText);
-  void OnDataPause();
-  void DecodeBuffer();
-  void MergePacket(std::string_view unitId, ByteView records);
-  void FinishBatch();
+  DataFeed::Host FeedHost();
+  void OnBatch(const MergedBatch& batch);
   void OnUpdateAction();
-  void UpdateCaption();
-  void UpdateLamp();
 
   // Commands of menus and keys (client_commands.cpp)
   void HandleCommands();
@@ -290,14 +273,8 @@ class Client {
   bool isMutexReleased_ = false;  // for the new instance of a demo switch
   int utcOffsetMinutes_ = 0;
 
-  PacketStream stream_;
-  PointStore store_;
-  std::unique_ptr<ServerConnection> connection_;
-  int errorCount_ = 0;
-  RetryCountdown countdown_;
-  std::size_t newBytes_ = 0;        // arrived since the buffer was last decoded
-  std::size_t leftOutRecords_ = 0;  // of the batch that is being decoded
-  bool storeFullTold_ = false;      // in this connection
+  DataFeed feed_;
+  const PointStore& store_ = feed_.Points();
 
   MapView view_;
   std::unique_ptr<MapBridge> map_;
@@ -312,14 +289,11 @@ class Client {
   WindowModes modes_;
 
   std::unique_ptr<Timer> tmrRedraw_;
-  std::unique_ptr<Timer> lastUpdateTimer_;
   std::unique_ptr<Timer> tmrFocusGetter_;
   std::unique_ptr<Timer> boxTimer_;
   std::unique_ptr<Timer> tmrP_;
   std::unique_ptr<Timer> tmrDTP_;
   std::unique_ptr<Timer> tmrTimelineInfo_;
-  std::unique_ptr<Timer> tmrPB_;
-  std::unique_ptr<Timer> dataPause_;
   std::unique_ptr<Timer> placementDelay_;
 };
 

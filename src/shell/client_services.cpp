@@ -45,7 +45,7 @@ void Client::ServiceBusyChanged() {
   for (const Command entry : {Command::kInstallServer, Command::kStartServer, Command::kStopServer,
                               Command::kUninstallServer, Command::kDemoMode})
     menus_.At(entry).enabled = isFree;
-  if (!closing_) UpdateLamp();
+  if (!closing_) feed_.ShowLamp();
 }
 
 void Client::AskDemoMode() {

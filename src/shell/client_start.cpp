@@ -114,7 +114,7 @@ void Client::SetFirstWindow() {
 
 void Client::CheckUnits() {
   if (book_.enabledCount > 0) {
-    RestartConnection();
+    feed_.Restart();
     ShowWindow();
     return;
   }
@@ -147,7 +147,7 @@ void Client::ShowWindow() {
   PickerLostFocus(0);
   PickerLostFocus(1);
   ports_.view.ReturnFocus();
-  lastUpdateTimer_->SetEnabled(true);
+  feed_.BeginTelling();
   tmrFocusGetter_->SetEnabled(true);
   tmrP_->SetEnabled(true);
   Timeline_Resize();

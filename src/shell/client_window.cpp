@@ -58,7 +58,7 @@ void Client::EnumerateMUs() {
   ports_.view.ShowMapUpdating();
   if (closing_) return;
   book_ = EnumerateUnits(UnitsFromMenu(menus_));
-  store_.Reset(book_.enabledCount);
+  feed_.Forget();
   ShowUnitsToFit(menus_);
   ports_.view.LayOutTimeline(book_.enabledCount);
 }
@@ -67,13 +67,12 @@ void Client::MapReload() {
   if (closing_ || !loaded_) return;
   ports_.trace.Line("MapReload begin...");
   ports_.beeper.Beep();
-  stream_.ClearHold();
   map_->DropRebuild();
-  store_.Reset(book_.enabledCount);
+  feed_.Forget();
   map_->Rebuild();  // of empty tracks, so that they may be replaced meanwhile
   EnumerateMUs();
   LayOut();
-  RestartConnection();
+  feed_.Restart();
   ports_.trace.Line("...end MapReload");
 }
 

@@ -130,9 +130,14 @@ void formMain::Attach(Client& client, QuestionQueue& questions) {
   strip_->left = ToClient(&Client::TimelineLeft);
   strip_->layoutClicked = ToClient(&Client::Timeline_Resize);
   picP_->drawn = [this](QPoint a, QPoint b) { client_->RubberBandDrawn({a.x(), a.y()}, {b.x(), b.y()}); };
-  FormRetryAfterError_->retryNow = ToClient(&Client::RetryNow);
-  FormRetryAfterError_->stopRetrying = ToClient(&Client::StopRetrying);
-  FormRetryAfterError_->quit = ToClient(&Client::EndSession);
+  const auto toFeed = [this](void (DataFeed::*method)()) {
+    return [this, method] {
+      if (client_) (client_->Feed().*method)();
+    };
+  };
+  FormRetryAfterError_->retryNow = toFeed(&DataFeed::RetryNow);
+  FormRetryAfterError_->stopRetrying = toFeed(&DataFeed::StopRetrying);
+  FormRetryAfterError_->quit = toFeed(&DataFeed::EndSession);
   FormRetryAfterError_->openPage = [this] { client_->MenuChosen(client_->Menus().At(Command::kFaqs)); };
   qApp->installEventFilter(this);
 }

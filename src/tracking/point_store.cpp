@@ -171,15 +171,14 @@ void PointStore::Reset(std::size_t enabledCount) {
   pointCount_ = 0;
 }
 
-bool PointStore::Merge(std::size_t k, std::span<const DataPoint> rows, WorldBox& box) {
-  if (!Gather(k, rows, box)) return false;
+bool PointStore::Merge(std::size_t k, std::span<const DataPoint> rows) {
+  if (!Gather(k, rows)) return false;
   Settle(tracks_[k - 1]);
   return true;
 }
 
-bool PointStore::Gather(std::size_t k, std::span<const DataPoint> rows, WorldBox& box) {
+bool PointStore::Gather(std::size_t k, std::span<const DataPoint> rows) {
   if (pointCount_ + rows.size() > kMaxPoints) return false;
-  box = BoxOf(rows, box);
   UnitTrack& track = tracks_[k - 1];
   pointCount_ -= track.HeldCount();
   track.Gather(rows);

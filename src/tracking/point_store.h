@@ -8,7 +8,6 @@
 #include "base/civil_time.h"
 #include "base/data_point.h"
 #include "base/growing_array.h"
-#include "map/map_view.h"
 #include "tracking/packets.h"
 
 namespace pallomir {
@@ -75,12 +74,12 @@ class PointStore {
   /// Empties the store and makes room for `enabledCount` units.
   void Reset(std::size_t enabledCount);
 
-  /// Puts the rows into unit k's track and widens `box` by them. False when the store is full.
-  bool Merge(std::size_t k, std::span<const DataPoint> rows, WorldBox& box);
+  /// Puts the rows into unit k's track. False when the store is full.
+  bool Merge(std::size_t k, std::span<const DataPoint> rows);
 
   /// The same for the packets of a batch: what comes late waits for Settle, see UnitTrack. Until then every
   /// row counts as a point.
-  bool Gather(std::size_t k, std::span<const DataPoint> rows, WorldBox& box);
+  bool Gather(std::size_t k, std::span<const DataPoint> rows);
   void Settle();
 
   std::size_t UnitCount() const { return tracks_.size(); }

@@ -9,21 +9,16 @@
 #include "platform/geometry.h"
 #include "platform/main_window.h"
 #include "timeline/data_strip.h"
-#include "tracking/connection_lamp.h"
+#include "tracking/feed_view.h"
 #include "tracking/mobile_units.h"
 
 namespace pallomir {
 
 /// What the client shows. The main window implements it; tests record it. Nothing here waits for the user.
-class ClientView {
+class ClientView : public FeedView {
  public:
-  virtual ~ClientView() = default;
-
   // Caption and layout
-  virtual void SetCaption(const std::string& text) = 0;  ///< `lblCaption`
-  virtual void ShowCaption(bool visible) = 0;            ///< `txtCaption`
-  /// A small lamp that tells what can't be seen otherwise.
-  virtual void ShowLamp(const LampMessage& lamp) = 0;
+  virtual void ShowCaption(bool visible) = 0;  ///< `txtCaption`
   virtual void ShowDemoMode(bool on) = 0;
   /// Places the map, the caption line and the timeline in the window as large as it is now.
   virtual void LayOut() = 0;
@@ -57,9 +52,6 @@ class ClientView {
   virtual void HideSplash() = 0;
   virtual void ShowMapUpdating() = 0;
   virtual void HideMapUpdating() = 0;
-  virtual void ShowRetry(const std::string& message) = 0;
-  virtual void SetRetryProgress(int bar, const std::string& label) = 0;
-  virtual void HideRetry() = 0;
 
   // Marks over the map
   /// The square frame of four thin pictures around a view pixel.

@@ -289,7 +289,7 @@ TEST_F(ClientTest, AFitDuringThePauseEndsTheBatchOnce) {
 TEST_F(ClientTest, OnlyTheUserEndsTheHold) {
   StartStreaming();
   Arrive(PacketOf({Record(0, 40.60, -75.40)}));
-  client->RetryNow();
+  client->Feed().RetryNow();
   Connect();
   Arrive(PacketOf({Record(60, 40.60, -75.40)}));
   EXPECT_EQ(client->Points().PointCount(), 1u);
@@ -740,10 +740,10 @@ TEST_F(ClientTest, FailuresGoThroughTheRetryDialog) {
   loop.Advance(7 * 94);
   EXPECT_FALSE(view.retry);
   EXPECT_THAT(locator.sent, SizeIs(2));
-  client->StopRetrying();
+  client->Feed().StopRetrying();
   probe.failed({kErrorRefused, "", 111});
   EXPECT_THAT(*view.retry, HasSubstr("Error 855712/10061-2: \nThe Pallomir Base Server is rejecting"));
-  client->EndSession();
+  client->Feed().EndSession();
   EXPECT_EQ(window.closeWanted, 1);
 }
 
@@ -763,7 +763,7 @@ TEST_F(ClientTest, AnEmptyLocatorReplyIsReportedOnceUntilRetried) {
   ASSERT_TRUE(view.retry);
   EXPECT_THAT(*view.retry,
               HasSubstr("Error 634298-1: Pallomir server had no match for your base request.\n"));
-  client->StopRetrying();
+  client->Feed().StopRetrying();
   client->MapReload();
   locator.arrived(empty);
   EXPECT_FALSE(view.retry);

@@ -36,10 +36,9 @@ TEST(DataAge, CountsFromTheNewestPointThatIsNotOfTheFuture) {
   };
   for (const Case& c : cases) {
     PointStore store;
-    WorldBox box;
     store.Reset(2);
-    store.Merge(1, c.first, box);
-    store.Merge(2, c.second, box);
+    store.Merge(1, c.first);
+    store.Merge(2, c.second);
     const NewestData newest = NewestDataAt(store, ToMillis(kNoon));
     EXPECT_EQ(AgeCaption(newest, store.PointCount(), ToMillis(kNoon)), c.caption);
     EXPECT_EQ(newest.datedLater, c.datedLater) << c.caption;

@@ -167,7 +167,6 @@ TEST(PointStore, BatchesInAnyOrderMergeAsTheRule) {
   for (const auto& sender : senders) {
     PointStore store;
     store.Reset(1);
-    WorldBox box;
     oracles::LiteralTrack literal;
     for (Millis packet = 0; packet < 90; ++packet) {
       std::vector<WireRecord> wireOrder(random() % 20);
@@ -176,7 +175,7 @@ TEST(PointStore, BatchesInAnyOrderMergeAsTheRule) {
         wireOrder[r].status = static_cast<std::uint16_t>(packet);  // of equal times the first stays
       }
       const Bytes bytes = PacketInWireOrder(wireOrder);
-      store.Gather(1, DecodeRecords(ByteView(bytes).subspan(kPacketHeaderSize + kUnitIdSize)).rows, box);
+      store.Gather(1, DecodeRecords(ByteView(bytes).subspan(kPacketHeaderSize + kUnitIdSize)).rows);
       oracles::LiteralMerge(literal, wireOrder);
       if (random() % 8 > 0) continue;
       store.Settle();
@@ -222,15 +221,13 @@ TEST(PointStore, ALongTrackKeepsItsPointsWhileItsMemoryMoves) {
 
 TEST(PointStore, TheNewestOfTwoUnitsAtOneTimeIsTheFirstUnits) {
   PointStore store;
-  WorldBox box;
   store.Reset(3);
   EXPECT_EQ(store.Newest(), nullptr);
-  store.Merge(1, std::vector<DataPoint>{{5, 1, 1, 0}}, box);
-  store.Merge(2, std::vector<DataPoint>{{5 | kPackedTimeFlag, 2, 2, 0}}, box);
+  store.Merge(1, std::vector<DataPoint>{{5, 1, 1, 0}});
+  store.Merge(2, std::vector<DataPoint>{{5 | kPackedTimeFlag, 2, 2, 0}});
   EXPECT_EQ(store.Newest()->x, 1);
-  store.Merge(3, std::vector<DataPoint>{{6, 3, -3, 0}}, box);
+  store.Merge(3, std::vector<DataPoint>{{6, 3, -3, 0}});
   EXPECT_EQ(store.Newest()->x, 3);
-  EXPECT_EQ(box, (WorldBox{1, 3, -3, 2}));
   EXPECT_EQ(store.PointCount(), 3u);
 }
 
@@ -275,7 +272,6 @@ TEST(PacketStream, FromBytesToMilesAsTheRule) {
   PointStore store;
   store.Reset(3);
   PacketStream stream;
-  WorldBox box;
   for (std::size_t at = 0; at < bytes.size();) {
     const std::size_t piece = std::min(bytes.size() - at, std::size_t{8} + random() % 9000);
     stream.ClearHold();
@@ -283,7 +279,7 @@ TEST(PacketStream, FromBytesToMilesAsTheRule) {
     at += piece;
     if (stream.Size() < kPacketHeaderSize) continue;
     stream.Decode([&](std::string_view id, ByteView records) {
-      if (unitOf(id) > 0) store.Gather(unitOf(id), DecodeRecords(records).rows, box);
+      if (unitOf(id) > 0) store.Gather(unitOf(id), DecodeRecords(records).rows);
     });
     store.Settle();
   }

@@ -174,7 +174,7 @@ TEST_F(FormMainTest, TheRetryDialogTakesTheKeyboardFromTheMainWindowOnly) {
   const auto isShownQuietly = [&] {
     ports_.data.failed({10054, "", 104});
     const bool quietly = dialog->windowHandle()->property("_q_showWithoutActivating").toBool();
-    client_->StopRetrying();
+    client_->Feed().StopRetrying();
     return quietly;
   };
   EXPECT_FALSE(isShownQuietly());
@@ -195,7 +195,7 @@ TEST_F(FormMainTest, TheAddressInTheRetryDialogIsALinkAndTheRestIsNoMarkUp) {
               testing::HasSubstr("<a href=\"http://127.0.0.1:2480/faq\">http://127.0.0.1:2480/faq</a>"));
   emit message->linkActivated("http://127.0.0.1:2480/faq");
   EXPECT_THAT(ports_.programs.pages, testing::ElementsAre("http://127.0.0.1:2480/faq"));
-  client_->StopRetrying();
+  client_->Feed().StopRetrying();
   ports_.data.failed({1, "<b>bold</b>", 1});
   EXPECT_THAT(message->text().toStdString(), testing::HasSubstr("&lt;b&gt;bold"));
 }
