@@ -63,7 +63,7 @@ int Run(const Options& options, const UnitsCommand& command) {
 
 int main(int argc, char** argv) {
   using namespace pallomir::station;
-  std::signal(SIGPIPE, SIG_IGN);  // a reader of our output that leaves must not end the service
+  std::signal(SIGPIPE, SIG_IGN);  // whoever reads our output may leave without ending the service
   std::error_code error;
   const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
   const auto parsed = ParseCommandLine({argv + 1, argv + argc}, program.parent_path());

@@ -31,8 +31,8 @@ std::string OptionName(std::string_view key) {
   return name;
 }
 
-/// station.ini: a Key=Value a line, the value to the end of the line as it stands; empty lines and lines that
-/// begin with # mean nothing.
+/// Reads station.ini: each line is Key=Value, where the value is the rest of the line. Empty lines and lines
+/// that begin with # are skipped.
 class StationIni : public CLI::Config {
  public:
   explicit StationIni(const CLI::App& app) : app_(app) {}
@@ -74,7 +74,7 @@ fs::path DefaultDataFolder() {
   return (shared.empty() ? fs::path(variable("HOME")) / ".local/share" : fs::path(shared)) / "pallomir/Data";
 }
 
-// Devices have their ID printed in either case; here it is in upper case everywhere.
+// Devices have their ID printed on them in either case; the station has it in upper case.
 std::string TakeUnitId(std::string& text) {
   std::ranges::transform(text, text.begin(),
                          [](unsigned char c) { return static_cast<char>(std::toupper(c)); });

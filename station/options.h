@@ -12,18 +12,19 @@
 
 namespace pallomir::station {
 
-/// How the program ends.
+/// The program's exit codes.
 enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2, kPortTaken = 3 };
 
-/// What station.ini and the command line say; the command line wins. Addresses are IPv4 in dotted form.
+/// What station.ini and the command line say; the command line wins. Addresses are IPv4 in dotted form, ports
+/// 1 to 65535.
 struct Options {
-  std::string address = "127.0.0.1";  ///< what every port is opened on
+  std::string address = "127.0.0.1";  ///< of every port
   std::string advertisedAddress;      ///< what the locator answers; empty = the address it was asked at
   std::uint16_t locatorPort = 2435;
-  std::uint16_t portBase = 18801;  ///< P: the probe is on P - 2, the data on P - 1
+  std::uint16_t portBase = 18801;  ///< P, at least 3: the probe is on P - 2, the data on P - 1
   std::uint16_t webPort = 2480;
-  std::filesystem::path webRoot;
-  std::filesystem::path data;
+  std::filesystem::path webRoot;  ///< the folder of the web site's files
+  std::filesystem::path data;     ///< where the store is
   bool isDemoOn = true;
   std::optional<OnlineMap> onlineMap;
 };
@@ -39,14 +40,15 @@ struct CommandLine {
   std::variant<ServeCommand, ImportCommand, UnitsCommand> command;
 };
 
-/// Nothing to run: help was asked for (kDone), or something is wrong (kWrongOptions). `text` says it.
+/// There is nothing to run: help was asked for (kDone), or something is wrong (kWrongOptions). `text` is what
+/// to print, in whole lines.
 struct NothingToRun {
   ExitCode exitCode = kDone;
   std::string text;
 };
 
-/// `arguments` without the program's name. Defaults lie beside the executable, in `programFolder`:
-/// station.ini (which need not be there) and the folder `web`.
+/// Reads `arguments`, without the program's name, and station.ini. Unless they say otherwise, station.ini
+/// (which need not exist) and the web site's folder `web` are in `programFolder`, which is the executable's.
 std::variant<CommandLine, NothingToRun> ParseCommandLine(std::vector<std::string> arguments,
                                                          const std::filesystem::path& programFolder);
 

@@ -15,15 +15,17 @@
 
 namespace pallomir::station {
 
-/// Locator, Base Server and web site over the store and the demo units.
+/// The running station: locator, Base Server and web site over the store and, if they are on, the demo units.
 class Station {
  public:
+  /// Everything but the web site runs on the thread that runs `context`, which must outlive the station.
   Station(asio::io_context& context, const Options& options, Log log);
 
-  /// Opens every port. Returns what went wrong, naming the port; empty when everything listens.
+  /// Opens every port. Returns what went wrong, with the port, or an empty text once everything listens. To
+  /// be called once.
   std::string Open();
 
-  /// "pallomir-station ready ..." with all addresses.
+  /// "pallomir-station ready: ..." with all addresses.
   std::string ReadyLine() const;
 
  private:

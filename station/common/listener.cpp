@@ -5,7 +5,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kRetryDelay{200};
 
-// Those beyond wait until the open connections have had a turn.
+// More than these wait until the open connections have had a turn.
 constexpr int kConnectionsATurn = 256;
 
 }  // namespace

@@ -9,16 +9,17 @@
 
 namespace pallomir::station {
 
-/// Opens `acceptor` at the endpoint and listens there; the port may still have connections of a station that
-/// has ended. Why not, where it can't.
+/// Opens `acceptor` on the endpoint and listens there, also where connections of an earlier station are still
+/// closing. Returns what went wrong, if anything.
 std::error_code Listen(asio::ip::tcp::acceptor& acceptor, const asio::ip::tcp::endpoint& endpoint);
 
-/// Accepts connections for ever, all that wait in one turn. Where the system can't (no descriptor free), it
-/// logs and tries again soon.
+/// Accepts connections until it is destroyed, and hands each to a function. When the system can't accept one
+/// (no descriptor free), it logs that and tries again after 200 ms.
 class Listener {
  public:
   using Accepted = std::function<void(asio::ip::tcp::socket)>;
 
+  /// `acceptor` is listening. `accepted` is called on the thread that runs its context.
   Listener(asio::ip::tcp::acceptor acceptor, Accepted accepted, Log log);
 
  private:

@@ -6,10 +6,11 @@
 
 namespace pallomir::station {
 
-/// Takes one line, without its end. Called from the station's own thread only.
+/// Takes one line without a line end. Called on the station's own thread only.
 using Log = std::function<void(const std::string&)>;
 
-/// Lets one line through a while and counts the others, so that a flood from outside can't fill a disk.
+/// Passes on at most one line in ten seconds and counts the rest, so that a flood of requests can't fill the
+/// disk.
 class RateLimitedLog {
  public:
   explicit RateLimitedLog(Log log) : log_(std::move(log)) {}

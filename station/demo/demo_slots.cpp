@@ -1,5 +1,7 @@
 #include "station/demo/demo_slots.h"
 
+#include <cassert>
+
 namespace pallomir::station {
 
 const std::vector<WireRecord>& DemoSlots::Reports(const DemoUnit& unit, std::int64_t slot) {
@@ -16,6 +18,8 @@ const std::vector<WireRecord>& DemoSlots::Reports(const DemoUnit& unit, std::int
     places_.erase(kept_.back().key);
     kept_.pop_back();
   }
+  assert(places_.size() == kept_.size());
+  assert(held_ <= room_ || kept_.size() == 1);
   return kept_.front().reports;
 }
 

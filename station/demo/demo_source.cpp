@@ -1,6 +1,7 @@
 #include "station/demo/demo_source.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "base/packed_time.h"
@@ -8,7 +9,7 @@
 namespace pallomir::station {
 namespace {
 
-// 32 MB: all units of 140 clients, each at a day of its own.
+// 32 MB: all units for 140 clients, each reading a different day.
 constexpr std::size_t kKeptReports = 2'000'000;
 
 const DemoUnit* FindUnit(std::string_view id) {
@@ -36,6 +37,7 @@ std::vector<WireRecord> DemoSource::Read(std::string_view unitId, TimeWindow win
   std::vector<WireRecord> found;
   const std::int64_t last = SlotAt(*unit, *DecodePackedTime(packed->last));
   for (auto number = SlotAt(*unit, *DecodePackedTime(packed->first)); number <= last; ++number) {
+    assert(found.size() <= limit);
     const auto inside = RecordsInside(slots_.Reports(*unit, number), *packed);
     const std::size_t room = limit - found.size();
     found.insert(found.end(), inside.begin(),

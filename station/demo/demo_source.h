@@ -9,9 +9,10 @@
 
 namespace pallomir::station {
 
-/// The demo units as a source: everything up to now, so that new reports turn up as time goes by.
+/// The demo units as a source. It ends at the present moment, so that new reports appear as time goes by.
 class DemoSource : public PositionSource {
  public:
+  /// `utcNow` is the time of day.
   explicit DemoSource(std::function<Millis()> utcNow);
 
   bool Knows(std::string_view unitId) override;

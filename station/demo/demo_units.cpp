@@ -1,6 +1,7 @@
 #include "station/demo/demo_units.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "base/data_point.h"
@@ -14,7 +15,7 @@ namespace {
 constexpr std::int64_t kHourSeconds = 3600;
 constexpr std::int64_t kShortestInterval = 5;
 
-// About one report in this many is a contact point, and of those one in twelve goes unheard.
+// The share of reports that are contact points, and the share of these that are not heard.
 constexpr double kContactChance = 1 / 30.0;
 constexpr double kUnheardChance = 1 / 12.0;
 
@@ -43,7 +44,7 @@ WireRecord Report(const Trip::Moment& moment, std::uint32_t time, const Dice& di
   return {time, PositionUnits(seen.latitude), PositionUnits(seen.longitude), status};
 }
 
-// Seconds to the next report. One that stands reports again soon after it has moved on.
+// Seconds to the next report. A unit that stands reports soon after it moves on.
 std::int64_t Interval(const Trip::Moment& moment, std::int64_t second, double roll) {
   if (moment.speed > 0) return kShortestInterval + static_cast<std::int64_t>(roll * 11);
   const auto standing = 50 + static_cast<std::int64_t>(roll * 20);
@@ -75,7 +76,7 @@ std::vector<DemoUnit> MakeDemoUnits() {
   units.push_back(ThereAndBack("000000000008", "Across Wisconsin", 6, AcrossWisconsin()));
   units.push_back(Loop("000000000009", "Minneapolis", 2, MinneapolisTour()));
   for (std::size_t i = 0; i < units.size(); ++i)
-    units[i].startSeconds = static_cast<std::int64_t>(i) * 11 * 60;  // they need not all set out at once
+    units[i].startSeconds = static_cast<std::int64_t>(i) * 11 * 60;  // so that they don't all set out at once
   return units;
 }
 
@@ -87,6 +88,7 @@ const std::vector<DemoUnit>& DemoUnits() {
 }
 
 std::vector<WireRecord> DemoReports(const DemoUnit& unit, std::int64_t slot) {
+  assert(&unit >= &DemoUnits().front() && &unit <= &DemoUnits().back());
   const Dice dice(static_cast<std::uint64_t>(&unit - DemoUnits().data()), static_cast<std::uint64_t>(slot));
   const bool isWayBack = !unit.back.empty() && slot % 2 != 0;
   const Trip trip(isWayBack ? unit.back : unit.there, dice);
@@ -100,6 +102,7 @@ std::vector<WireRecord> DemoReports(const DemoUnit& unit, std::int64_t slot) {
       reports.push_back(Report(moment, *time, dice, report));
     second += Interval(moment, second, dice.Roll(kIntervalKey + report));
   }
+  assert(IsStrictlyAscending(reports));
   return reports;
 }
 

@@ -1,6 +1,7 @@
 #include "station/demo/path.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <numbers>
 
@@ -35,11 +36,13 @@ double Swing(Place from, Place to, double length, double t) {
          (0.6 * std::sin(kTurn * bends * t + phase) + 0.4 * std::sin(kTurn * bends * 1.7 * t + 2 * phase));
 }
 
-// Metres a second squared that a driver takes a bend with, and the slowest that a car goes round a corner.
+// The sideways acceleration in a bend, metres a second squared, and the slowest speed round a corner, metres
+// a second.
 constexpr double kSidewaysAcceleration = 1.8;
 constexpr double kSlowestCorner = 3.0;
 
 void FillHeadingsAndCorners(Path& path) {
+  assert(path.size() >= 2);
   for (std::size_t i = 1; i < path.size(); ++i) path[i].heading = Bearing(path[i - 1].place, path[i].place);
   path.front().heading = path[1].heading;
   path.front().cornerSpeed = path.back().cornerSpeed = kSlowestCorner;
@@ -112,7 +115,7 @@ Path Reversed(const Path& path) {
   const double length = path.back().distance;
   for (std::size_t i = reversed.size(); i-- > 0;) {
     reversed[i].distance = length - reversed[i].distance;
-    reversed[i].speedLimit = i > 0 ? reversed[i - 1].speedLimit : 0;  // a limit belongs to its piece
+    reversed[i].speedLimit = i > 0 ? reversed[i - 1].speedLimit : 0;  // a limit is one of a piece
   }
   FillHeadingsAndCorners(reversed);
   return reversed;

@@ -12,16 +12,18 @@ struct PathVertex {
   Place place;
   double distance = 0;     ///< metres from the path's start
   double speedLimit = 0;   ///< metres a second, on the piece that leads here
-  double stopSeconds = 0;  ///< how long a vehicle stands here, more or less; 0 = it does not
-  bool crossing = false;   ///< a street crossing, where it may have to wait
+  double stopSeconds = 0;  ///< how long a vehicle stands here, more or less; 0 = not at all
+  bool crossing = false;   ///< a street crossing, where the vehicle may have to wait
   double heading = 0;      ///< compass degrees of the piece that leads here; of the first piece at the start
   double cornerSpeed = 0;  ///< metres a second, what the turn at this vertex allows
 };
 
-/// Pieces short enough that constant acceleration on each looks like driving.
+/// The corners in order, at least two. The pieces between them are so short that constant acceleration on
+/// each looks like driving.
 using Path = std::vector<PathVertex>;
 
-/// Lays a path along roads, place by place. Every road begins where the one before ended.
+/// Lays a path along roads, place by place. Every road begins where the one before ended. Speed limits are in
+/// miles an hour.
 class PathBuilder {
  public:
   explicit PathBuilder(Place start);
@@ -32,10 +34,10 @@ class PathBuilder {
   /// Streets run straight from crossing to crossing.
   PathBuilder& Streets(double limitMph, const std::vector<Place>& crossings);
 
-  /// The vehicle stands for about this long at the place reached.
+  /// The vehicle stands for about so many seconds at the place that has been reached.
   PathBuilder& Stop(double seconds);
 
-  /// The finished path; the builder is spent.
+  /// The finished path, which must have a road. The builder is empty afterwards.
   Path Take();
 
  private:

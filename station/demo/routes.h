@@ -4,8 +4,8 @@
 
 namespace pallomir::station {
 
-/// The roads that the demo units drive. The first four end where they begin; the others lead from one end to
-/// the other.
+/// The roads that the demo units drive. The first four end where they begin; the others, unless they say
+/// otherwise, lead from one town to another.
 Path DeliveryRoute();  ///< Bethlehem, Pennsylvania: the town's streets on both banks of the Lehigh
 Path EastonLoop();     ///< Bethlehem, Easton, Nazareth, Bath and back
 Path AllentownLoop();  ///< Allentown's centre, Emmaus, Macungie, Trexlertown and back

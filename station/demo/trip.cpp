@@ -1,6 +1,7 @@
 #include "station/demo/trip.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 
@@ -10,7 +11,7 @@ namespace {
 constexpr double kAcceleration = 1.4;  // metres a second squared
 constexpr double kBraking = 1.9;
 
-// How drivers hold a speed limit: a share of it that wanders every so many metres.
+// How drivers keep to a speed limit: at a share of it that changes over so many metres.
 constexpr double kSlowestPace = 0.86;
 constexpr double kFastestPace = 1.06;
 constexpr double kPaceMeters = 1800;
@@ -43,6 +44,7 @@ Dice::Dice(std::uint64_t unit, std::uint64_t trip) : seed_(Mixed(Mixed(unit) ^ t
 double Dice::Roll(std::uint64_t key) const { return static_cast<double>(Mixed(seed_ ^ key) >> 11) * 0x1p-53; }
 
 Trip::Trip(const Path& path, const Dice& dice) : path_(path), passages_(path.size()) {
+  assert(path.size() >= 2);
   ChooseSpeedsAndStops(dice);
   LimitAcceleration();
   KeepTime();
@@ -82,6 +84,8 @@ void Trip::KeepTime() {
     passages_[i].arrival =
         passages_[i - 1].departure + 2 * meters / (passages_[i - 1].speed + passages_[i].speed);
     passages_[i].departure += passages_[i].arrival;
+    assert(passages_[i].arrival >= passages_[i - 1].departure);
+    assert(passages_[i].departure >= passages_[i].arrival);
   }
 }
 

@@ -1,6 +1,7 @@
 #include "station/import/gpx_reader.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "base/number_format.h"
@@ -16,10 +17,10 @@ constexpr std::string_view kPathToPoint[] = {"gpx", "trk", "trkseg", "trkpt"};
 constexpr std::size_t kSegmentLevel = 3;
 constexpr std::size_t kPointLevel = 4;
 
-// What a time or a number is written with. Longer ones can't be read.
+// The longest time or number in characters. Longer ones can't be read.
 constexpr std::size_t kMaxFieldSize = 64;
 
-/// The text of an element that is wanted, without the blanks before it.
+/// The text of an element, without blanks before it. Keeps no more of it than a time or number has.
 class Field {
  public:
   bool IsThere() const { return isThere_; }
@@ -44,7 +45,7 @@ class Field {
   std::string text_;
 };
 
-/// A point of which not all has been read.
+/// A point that has not been read completely.
 struct OpenPoint {
   std::optional<Place> place;
   Field time, speed, course;
@@ -86,11 +87,11 @@ class GpxEvents : public XmlEvents {
   std::size_t maxPoints_;
   int segment_;
   std::size_t depth_ = 0;
-  std::size_t matched_ = 0;  ///< so many of the open elements, from the first on, are those of kPathToPoint
+  std::size_t matched_ = 0;  ///< how many open elements, from the first on, are those of kPathToPoint
   OpenPoint point_;
   bool isInExtensions_ = false;
-  Field* field_ = nullptr;  ///< of `point_`: the one that is open, `fieldDepth_` deep
-  std::size_t fieldDepth_ = 0;
+  Field* field_ = nullptr;      ///< the field of `point_` that is being read, if any
+  std::size_t fieldDepth_ = 0;  ///< how deep its element is
   std::string error_;
 };
 
@@ -109,7 +110,7 @@ bool GpxEvents::OnStart(std::string_view name, const XmlAttributes& attributes) 
   return true;
 }
 
-// Of several with the same name the first one counts. In the extensions they may lie at any depth.
+// Of several fields with the same name the first one counts. In the extensions they may stand at any depth.
 void GpxEvents::OpenField(std::string_view name) {
   if (field_ != nullptr) return;
   const bool isChild = depth_ == kPointLevel + 1;
@@ -127,6 +128,7 @@ void GpxEvents::OpenField(std::string_view name) {
 }
 
 void GpxEvents::OnEnd() {
+  assert(depth_ > 0 && matched_ <= depth_);
   if (field_ != nullptr && depth_ == fieldDepth_) field_ = nullptr;
   if (depth_ == kPointLevel + 1) isInExtensions_ = false;
   if (matched_ == depth_) {
@@ -148,13 +150,13 @@ void GpxEvents::TakePoint() {
     error_ = "has too many points: an import takes " + std::to_string(maxPoints_) + " at most";
   } else {
     TrackPoint point{*utc, *point_.place, point_.Speed(), point_.Course(), segment_};
-    if (point.speed && *point.speed < 0) point.speed.reset();  // some devices say so when they don't know
+    if (point.speed && *point.speed < 0) point.speed.reset();  // how some devices say that they don't know
     if (point.course) point.course = std::fmod(std::fmod(*point.course, 360) + 360, 360);
     recording_.points.push_back(point);
   }
 }
 
-// Reads exactly `count` digits off the front of `text`; -1 where they are not there.
+// Removes exactly `count` digits from the front of `text` and returns their value; -1 if they are not there.
 int TakeDigits(std::string_view& text, std::size_t count) {
   int value = 0;
   if (text.size() < count) return -1;
@@ -172,7 +174,8 @@ bool TakeCharacter(std::string_view& text, std::string_view oneOf) {
   return true;
 }
 
-// The fraction of a second behind the point, cut to milliseconds. Nothing for a point without digits.
+// Removes a fraction of a second and returns it cut to milliseconds: 0 if there is none, nothing for a
+// decimal point without digits.
 std::optional<Millis> TakeFraction(std::string_view& text) {
   if (!TakeCharacter(text, ".,")) return 0;
   Millis fraction = 0, weight = 100;
@@ -183,7 +186,7 @@ std::optional<Millis> TakeFraction(std::string_view& text) {
   return digits > 0 ? std::optional(fraction) : std::nullopt;
 }
 
-// "Z", nothing, or how far the clock that was read is ahead of UTC.
+// Reads "Z", an empty text, or how far the clock is ahead of UTC. Nothing for anything else.
 std::optional<Millis> TakeOffset(std::string_view text) {
   if (text.empty() || text == "Z" || text == "z") return 0;
   const Millis sign = text.front() == '-' ? -1 : 1;

@@ -32,7 +32,7 @@ struct LeftOut {
   }
 };
 
-/// What has been read of one or more files, whatever their form.
+/// What has been read from one or more files, whatever their form.
 struct Recording {
   std::vector<TrackPoint> points;  ///< in the order of the files
   LeftOut leftOut;

@@ -25,8 +25,8 @@ struct RecordingFormat {
 /// says what is wrong with that.
 std::span<const RecordingFormat> RecordingFormats();
 
-/// Reads a file in the form that its content has, which its name does not matter for. See
-/// RecordingFormat::read; `formats` must not be empty.
+/// Reads a file with the first of `formats` that recognises its content, or else with the last one; its name
+/// does not matter. See RecordingFormat::read for the rest.
 std::string ReadRecording(const NextPart& nextPart, Recording& recording,
                           std::size_t maxPoints = kMaxTrackPoints,
                           std::span<const RecordingFormat> formats = RecordingFormats());

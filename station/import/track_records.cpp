@@ -1,20 +1,22 @@
 #include "station/import/track_records.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "base/packed_time.h"
+#include "station/store/position_source.h"
 
 namespace pallomir::station {
 namespace {
 
-// Neighbours further apart in time say nothing about the speed at a point.
+// Neighbours further away in time say nothing about the speed at a point.
 constexpr Millis kMaxNeighbourGap = 10 * kMinute;
 
-// Below this the direction between two points is their noise.
+// Between points closer than this the direction is noise.
 constexpr double kMinHeadingMeters = 3;
 
-// Records have whole seconds. The nearest one: devices that report once a second often do so a few
-// milliseconds before or after it.
+// Records have whole seconds. The nearest is taken, because devices that report once a second often do so a
+// few milliseconds before or after it.
 Millis RecordTime(Millis utc) {
   const Millis nearest = utc + kSecond / 2;
   return nearest - (nearest % kSecond + kSecond) % kSecond;
@@ -31,7 +33,7 @@ struct Motion {
   double heading = 0;
 };
 
-// From the point before to the point after, as far as there are such.
+// From the point before to the point after, or from or to the point itself if one of them is missing.
 Motion MotionAt(const std::vector<TrackPoint>& points, std::size_t i, double previousHeading) {
   const std::size_t before = i > 0 && AreNeighbours(points[i - 1], points[i]) ? i - 1 : i;
   const std::size_t after = i + 1 < points.size() && AreNeighbours(points[i], points[i + 1]) ? i + 1 : i;
@@ -81,6 +83,7 @@ TrackRecords MakeRecords(std::vector<TrackPoint> points, Millis shift, LeftOut& 
                               PositionUnits(point.place.latitude), PositionUnits(point.place.longitude),
                               StatusWord(point.speed.value_or(motion.speed), heading)});
   }
+  assert(IsStrictlyAscending(result.records));
   return result;
 }
 

@@ -4,22 +4,23 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 
 namespace pallomir::station {
 namespace {
 
-// Enough for tags of a megabyte and elements within elements ten thousand deep. The library keeps every name
-// that it has seen, so without a bound a hostile text would fill the memory.
+// Bytes; enough for tags of a megabyte and for elements nested ten thousand deep. The library keeps every
+// name that it has seen, so without a bound a hostile text would fill the memory.
 constexpr std::size_t kMaxMemory = 4 * 1024 * 1024;
 
-// So many bytes tell one encoding from another.
+// As many bytes tell the encoding.
 constexpr std::size_t kHeadSize = 4;
 
-// Parts are handed on in pieces of this size at most: the library copies what is left of one.
+// Parts are passed on in pieces of at most this size, because the library copies what it has not used.
 constexpr std::size_t kPieceSize = 32 * 1024;
 
-// The library's functions for memory have no argument to say for whom; a parser lives and ends on one thread.
+// The library does not say for which parser it wants memory. A parser stays on one thread.
 thread_local std::size_t memoryInUse = 0;
 
 void Release(void* block) {
@@ -42,8 +43,8 @@ void* Reallocate(void* block, std::size_t size) {
   return moved;
 }
 
-// Every byte beyond ASCII is some letter: right for no text, and readable for all that are ASCII where it
-// matters.
+// Takes every byte beyond ASCII for some letter. That is right for no text, but makes all readable that are
+// ASCII where it matters.
 int TakeAnyByte(void*, const XML_Char*, XML_Encoding* encoding) {
   for (int byte = 0; byte < 256; ++byte) encoding->map[byte] = byte < 0x80 ? byte : 0xE4;
   encoding->data = nullptr;
@@ -52,8 +53,8 @@ int TakeAnyByte(void*, const XML_Char*, XML_Encoding* encoding) {
   return XML_STATUS_OK;
 }
 
-// The names of the library where it has to take two bytes for one character, else one that it asks
-// TakeAnyByte about.
+// The library's name of the encoding if characters have two bytes, otherwise a name that makes it call
+// TakeAnyByte.
 const char* EncodingOf(std::string_view head) {
   using namespace std::string_view_literals;
   if (head.starts_with("\xFE\xFF"sv) || head.starts_with("\xFF\xFE"sv)) return "UTF-16";
@@ -85,6 +86,7 @@ struct XmlStream::Callbacks {
   }
   static void End(void* userData, const XML_Char*) {
     XmlStream& stream = Of(userData);
+    assert(stream.depth_ > 0);
     stream.isRootClosed_ = --stream.depth_ == 0;
     if (!stream.isStopped_) stream.events_.OnEnd();
   }

@@ -9,39 +9,45 @@ struct XML_ParserStruct;
 
 namespace pallomir::station {
 
-/// The attributes of an element, valid while its start is told.
+/// The attributes of an element, valid during XmlEvents::OnStart.
 class XmlAttributes {
  public:
   explicit XmlAttributes(const char* const* pairs) : pairs_(pairs) {}
-  std::string_view Find(std::string_view name) const;  ///< empty when there is none
+  /// The value of the attribute; empty if there is none.
+  std::string_view Find(std::string_view name) const;
 
  private:
   const char* const* pairs_;
 };
 
-/// Is told what a text consists of, in its order. Names are without their prefix.
+/// Is told of the parts of a text, in their order. Element names come without their prefix.
 class XmlEvents {
  public:
   virtual ~XmlEvents() = default;
-  virtual bool OnStart(std::string_view name, const XmlAttributes& attributes) = 0;  ///< false: go no further
+  /// An element begins. False to read no further.
+  virtual bool OnStart(std::string_view name, const XmlAttributes& attributes) = 0;
+  /// The element that began last and has not ended yet ends.
   virtual void OnEnd() = 0;
-  virtual void OnText(std::string_view part) = 0;  ///< a text may come in several parts
+  /// Text within an element, possibly in several parts.
+  virtual void OnText(std::string_view part) = 0;
 };
 
-/// Reads XML that arrives in parts of any size, in a few megabytes of memory whatever comes. What it tells is
-/// certain to be right in ASCII only: other characters may arrive as some letter, so that a text in any usual
-/// encoding can be read, declared rightly or not. Declarations (of entities, of attributes) are an error:
-/// with them a short text can stand for an endless one.
+/// Reads XML in parts of any size, using at most a few megabytes whatever the text is. Only ASCII is passed
+/// on exactly: any other character may become some letter, so that texts in all usual encodings can be read,
+/// even if they declare a wrong one. Declarations of entities or attributes are an error, because with them a
+/// short text can stand for an endless one.
 class XmlStream {
  public:
+  /// The events must outlive the stream.
   explicit XmlStream(XmlEvents& events);
   ~XmlStream();
 
-  /// False once there is nothing more to read: after an error, or when the events wanted no more.
+  /// Reads the next part. False once there is no point in going on: after an error, or if OnStart said so.
   bool Take(std::string_view part);
+  /// Says that the text has ended. False after an error.
   bool Finish();
 
-  /// "is not XML: …" with the line; empty while all is well.
+  /// What is wrong ("is not XML: ...") and in which line; empty if nothing is.
   const std::string& Error() const { return error_; }
 
  private:

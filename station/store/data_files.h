@@ -11,26 +11,27 @@
 
 namespace pallomir::station {
 
-/// A data file: records of 14 bytes and nothing else, at most kRecordsPerPacket of them, strictly ascending
-/// in time. A record, all integers big-endian:
+/// A data file has 1 to kRecordsPerPacket records of 14 bytes, strictly ascending in time, and nothing else.
+/// A record, with all integers big-endian:
 ///
 ///     0..3 packed time   4 status, high byte   5..8 latitude   9..12 longitude   13 status, low byte
 inline constexpr std::size_t kMaxDataFileSize = kRecordsPerPacket * kRecordSize;
 
+/// The content of a file with these records, which must be as described above.
 Bytes EncodeDataFile(std::span<const WireRecord> records);
 
-/// What a file holds, or why it is not a data file.
+/// What a file holds, or why it isn't a data file.
 struct DataFileContent {
   std::vector<WireRecord> records;  ///< flags clear
-  std::string problem;              ///< empty when all is well; a torn tail is named and left out
-  std::error_code unread;           ///< why nobody knows what the file holds; such a file may well be one
+  std::string problem;              ///< empty if there is none; a record cut short is left out and said here
+  std::error_code unread;           ///< why the file couldn't be read; it may be a data file or not
 };
 DataFileContent DecodeDataFile(ByteView bytes);
 
-/// The same from a file.
+/// Reads and decodes a file. Takes little memory, whatever the file's size.
 DataFileContent ReadDataFile(const std::filesystem::path& file);
 
-/// The name of the file whose first record has this time: names ascend as times do.
+/// The name for a file whose first record has this time, "20261122-120000.dat". Names sort as times do.
 std::string DataFileName(std::uint32_t packedTime);
 
 }  // namespace pallomir::station

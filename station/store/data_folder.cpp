@@ -15,26 +15,26 @@ namespace {
 namespace fs = std::filesystem;
 using std::chrono::seconds;
 
-// How often a unit's folder may change under a read before the reader comes back another time.
+// How often a read is tried while the unit's folder changes under it.
 constexpr int kAttempts = 10;
 
-// A folder full of foreign files must not fill the log each time that it changes.
+// At each update, so that a folder full of foreign files does not fill the log.
 constexpr std::size_t kProblemsLogged = 10;
 
-// How long a file that can't be read holds up the unit's others.
+// How long a file that can't be read holds up the unit's other files.
 constexpr seconds kUnreadPatience{10};
 
-// The files are looked at so often, less often where there are so many that it would take more than a
-// twentieth of the time.
-constexpr seconds kBetweenLooks{1};
-constexpr int kLooksShare = 20;
+// How often an index is updated though its folder has not changed. Less often where there are so many files
+// that it would take more than a twentieth of the time.
+constexpr seconds kBetweenUpdates{1};
+constexpr int kUpdatesShare = 20;
 
 struct Reading {
   std::vector<WireRecord> records;
-  std::optional<fs::path> doubtful;  ///< a file that is not what the index says, where the reading ended
+  std::optional<fs::path> doubtful;  ///< the file where reading ended, because it is not what the index says
 };
 
-// Records that were appended since the file was indexed are left for the next time.
+// Records that were appended since the file was indexed wait for the next update.
 bool IsAsIndexed(const std::vector<WireRecord>& records, const DataFileEntry& file) {
   return records.size() >= file.count && records.front().time == file.first &&
          records[file.count - 1].time == file.last;
@@ -119,8 +119,8 @@ std::optional<DataFolder::Stamp> DataFolder::StampOf(const fs::path& folder) {
   return Stamp{status.st_ino, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
 }
 
-// The unit with its index as it is now; null where there is no such unit.
-DataFolder::Unit* DataFolder::Looked(std::string_view unitId) {
+// The unit with its index up to date, or null if there is no such unit.
+DataFolder::Unit* DataFolder::UpToDateUnit(std::string_view unitId) {
   const fs::path folder = folder_ / unitId;
   const auto stamp = IsUnitId(unitId) ? StampOf(folder) : std::nullopt;
   auto unit = units_.find(unitId);
@@ -130,33 +130,33 @@ DataFolder::Unit* DataFolder::Looked(std::string_view unitId) {
   }
   const bool isNew = unit == units_.end();
   if (isNew) unit = units_.emplace(unitId, Unit{UnitIndex(folder), {}, {}, {}, {}}).first;
-  if (isNew || unit->second.stamp != *stamp || unit->second.nextLook <= clock_()) {
+  if (isNew || unit->second.stamp != *stamp || unit->second.nextUpdate <= clock_()) {
     unit->second.stamp = *stamp;
-    Look(unit->second);
+    Update(unit->second);
   }
   return &unit->second;
 }
 
-void DataFolder::Look(Unit& unit) {
+void DataFolder::Update(Unit& unit) {
   const Time start = clock_();
-  unit.index.Look();
+  unit.index.Update();
   const Time end = clock_();
-  unit.nextLook = end + std::max<Time::duration>(kBetweenLooks, (end - start) * kLooksShare);
-  Tell(unit);
+  unit.nextUpdate = end + std::max<Time::duration>(kBetweenUpdates, (end - start) * kUpdatesShare);
+  LogNewProblems(unit);
 }
 
-// What has not been told after the look before.
-void DataFolder::Tell(Unit& unit) {
+// Those that the update before did not have.
+void DataFolder::LogNewProblems(Unit& unit) {
   const DataFileIndex& files = unit.index.Files();
   std::set<std::string> problems(files.problems.begin(), files.problems.end());
   problems.insert(files.unread.begin(), files.unread.end());
   std::size_t fresh = 0;
   for (const std::string& problem : problems)
-    if (!unit.told.contains(problem) && ++fresh <= kProblemsLogged) log_("data folder: " + problem);
+    if (!unit.problems.contains(problem) && ++fresh <= kProblemsLogged) log_("data folder: " + problem);
   if (fresh > kProblemsLogged)
     log_("data folder: and " + std::to_string(fresh - kProblemsLogged) + " more in " +
          unit.index.Folder().string());
-  unit.told = std::move(problems);
+  unit.problems = std::move(problems);
 }
 
 bool DataFolder::MustWait(Unit& unit) const {
@@ -167,21 +167,25 @@ bool DataFolder::MustWait(Unit& unit) const {
   }
   const Time now = clock_();
   if (!unit.unreadSince) unit.unreadSince = now;
-  return files.isShort || now - *unit.unreadSince < kUnreadPatience;
+  return files.hasShortage || now - *unit.unreadSince < kUnreadPatience;
 }
 
 std::vector<WireRecord> DataFolder::Read(std::string_view unitId, TimeWindow window, std::size_t limit) {
   const auto packed = PackWindow(window);
   if (!packed) return {};
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    Unit* unit = Looked(unitId);
+    Unit* unit = UpToDateUnit(unitId);
     if (unit == nullptr || MustWait(*unit)) return {};
     Reading reading = ReadIndexed(unit->index.Files(), *packed, limit);
     // An import may have put another folder in this one's place while it was listed or read.
     const bool isSameFolder = StampOf(unit->index.Folder()) == unit->stamp;
-    if (isSameFolder && !reading.doubtful) return std::move(reading.records);
+    if (isSameFolder && !reading.doubtful) {
+      assert(reading.records.size() <= limit);
+      assert(IsStrictlyAscending(reading.records));
+      return std::move(reading.records);
+    }
     if (reading.doubtful) unit->index.Doubt(*reading.doubtful);
-    unit->nextLook = {};
+    unit->nextUpdate = {};
   }
   return {};
 }

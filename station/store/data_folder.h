@@ -17,16 +17,18 @@
 
 namespace pallomir::station {
 
-/// The data folder: a folder for each unit, named by its ID, full of data files. Read only; what an import
-/// changes meanwhile is seen at the next read, what another process appends to a file about a second later.
+/// A store in a folder: a folder of data files for each unit, named by the unit's ID, and a file of
+/// descriptions. A read sees at once what an import has changed, and within about a second what another
+/// process has appended to a file.
 ///
-/// While a file of a unit can't be read, reads of the unit find nothing, so that a reader does not go past
-/// what is there: it comes back. That lasts as long as the system is short of something; a file that can't be
-/// read for a reason of its own holds the others up for some seconds only.
+/// While one of a unit's files can't be read, reading the unit gives nothing: otherwise readers would go past
+/// the records of that file and never come back for them. This lasts while the system is short of descriptors
+/// or memory. A file that can't be read for any other reason holds up the others for ten seconds.
 class DataFolder : public UnitStore {
  public:
   using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
+  /// `folder` need not exist. `clock` is for tests.
   DataFolder(std::filesystem::path folder, Log log, Clock clock = std::chrono::steady_clock::now)
       : folder_(std::move(folder)), log_(std::move(log)), clock_(std::move(clock)) {}
 
@@ -40,7 +42,7 @@ class DataFolder : public UnitStore {
  private:
   using Time = std::chrono::steady_clock::time_point;
 
-  /// What changes whenever a file of the folder comes or goes.
+  /// Differs from an earlier one if a file has come or gone since, or the folder is another one.
   struct Stamp {
     std::uint64_t inode = 0;
     std::int64_t seconds = 0;
@@ -50,15 +52,15 @@ class DataFolder : public UnitStore {
   struct Unit {
     UnitIndex index;
     Stamp stamp;
-    Time nextLook;  ///< at the files, whether the folder has changed or not
+    Time nextUpdate;  ///< of the index, whether the folder has changed or not
     std::optional<Time> unreadSince;
-    std::set<std::string> told;  ///< of the problems of the latest look
+    std::set<std::string> problems;  ///< of the latest update; they are in the log
   };
 
   static std::optional<Stamp> StampOf(const std::filesystem::path& folder);
-  Unit* Looked(std::string_view unitId);
-  void Look(Unit& unit);
-  void Tell(Unit& unit);
+  Unit* UpToDateUnit(std::string_view unitId);
+  void Update(Unit& unit);
+  void LogNewProblems(Unit& unit);
   bool MustWait(Unit& unit) const;
 
   std::filesystem::path folder_;

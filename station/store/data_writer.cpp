@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdio>
 #include <iterator>
 #include <optional>
@@ -28,7 +29,7 @@ void FlushFolder(const fs::path& folder) {
   ::close(fd);
 }
 
-// Not a link to one either.
+// A link to one is not plain.
 bool IsPlainFile(const fs::path& path) {
   std::error_code ignored;
   return fs::is_regular_file(fs::symlink_status(path, ignored));
@@ -36,8 +37,8 @@ bool IsPlainFile(const fs::path& path) {
 
 using Files = std::span<const DataFileEntry>;
 
-// The files that records from `first` to `last` belong into, with the one before them where it has room, so
-// that many small imports do not make many small files.
+// The files that records from `first` to `last` belong in, and the one before them if it has room, so that
+// many small imports do not make many small files.
 Files FilesToRewrite(Files files, std::uint32_t first, std::uint32_t last) {
   auto begin = std::ranges::lower_bound(files, first, {}, &DataFileEntry::last);
   const auto end = std::ranges::upper_bound(begin, files.end(), last, {}, &DataFileEntry::first);
@@ -45,7 +46,7 @@ Files FilesToRewrite(Files files, std::uint32_t first, std::uint32_t last) {
   return {begin, end};
 }
 
-// All records of the files; nothing when one of them no longer has what the index says.
+// All records of the files, or nothing if one of them no longer has as many as the index says.
 std::optional<std::vector<WireRecord>> ReadAll(Files files) {
   std::vector<WireRecord> records;
   for (const DataFileEntry& file : files) {
@@ -56,7 +57,7 @@ std::optional<std::vector<WireRecord>> ReadAll(Files files) {
   return records;
 }
 
-// Of two records of the same second the old one stays.
+// Of two records of the same second the old one is kept.
 std::vector<WireRecord> Merged(std::span<const WireRecord> old, std::span<const WireRecord> records) {
   std::vector<WireRecord> merged;
   merged.reserve(old.size() + records.size());
@@ -64,15 +65,15 @@ std::vector<WireRecord> Merged(std::span<const WireRecord> old, std::span<const 
   return merged;
 }
 
-// Two folders of a unit: the one in use and the one being built. After the exchange the second is the old
-// one.
+// The unit's folder that is in use, and the one that is being built. Once they have been exchanged, `staged`
+// is the old one.
 struct UnitFolders {
   fs::path live;
   fs::path staged;
 };
 
-// Everything in the staged folder is also in the live one, except what is no plain file: that was moved
-// nowhere yet, so it goes (back) to the live one.
+// Plain files in the staged folder are also in the live one, so they can go. Anything else (folders, links)
+// was not copied and moves to the live one.
 std::error_code ClearStaged(const UnitFolders& folders) {
   std::error_code error;
   std::vector<fs::directory_entry> entries;
@@ -93,8 +94,7 @@ std::error_code ClearStaged(const UnitFolders& folders) {
   return error;
 }
 
-// Everything of the live folder that stays as it is, as second names for the same files where the file system
-// has such.
+// The live folder's files that don't change, as hard links where the file system has them.
 std::string StageOldFiles(const UnitFolders& folders, Files rewritten) {
   std::error_code error;
   for (fs::directory_iterator entry(folders.live, error), end; !error && entry != end;
@@ -112,8 +112,8 @@ std::string StageOldFiles(const UnitFolders& folders, Files rewritten) {
   return "";
 }
 
-// A foreign file may have a name that is wanted, also one that is no plain file and moves along later; then a
-// longer one sorts to the same place.
+// The name may be taken by a file that isn't a data file, or by a folder or link that moves along later. Then
+// a longer name takes its place in the same order.
 fs::path FreeName(const UnitFolders& folders, std::uint32_t packedTime) {
   const fs::path name = DataFileName(packedTime);
   const auto isTaken = [&folders](const fs::path& wanted) {
@@ -128,6 +128,7 @@ fs::path FreeName(const UnitFolders& folders, std::uint32_t packedTime) {
 }
 
 std::string StageRecords(const UnitFolders& folders, std::span<const WireRecord> records) {
+  assert(IsStrictlyAscending(records));
   while (!records.empty()) {
     const auto chunk = records.first(std::min(records.size(), kRecordsPerPacket));
     const fs::path file = FreeName(folders, chunk.front().time);
@@ -158,7 +159,7 @@ std::string Rebuild(const UnitFolders& folders, Files rewritten, std::span<const
   if (problem.empty()) problem = StageRecords(folders, records);
   if (problem.empty())
     if (error = PutInPlace(folders); error) problem = Failed("replace", folders.live, error);
-  ClearStaged(folders);  // what this can't clear now, the next import will
+  ClearStaged(folders);  // what is left now, the next import clears
   return problem;
 }
 
@@ -167,7 +168,7 @@ std::string LinkAmong(Files files) {
   return link == files.end() ? "" : link->path.string() + " is a link, which an import leaves alone";
 }
 
-// Empty when the folders are plain ones and all in the unit's could be read.
+// Why nothing can be imported. Empty if the folders are plain and all of the unit's files could be read.
 std::string WhyNotInto(const UnitFolders& folders, const DataFileIndex& index) {
   for (const fs::path& folder : {folders.live, folders.staged})
     if (std::string problem = NoPlainFolder(folder); !problem.empty()) return problem;
@@ -178,6 +179,8 @@ std::string WhyNotInto(const UnitFolders& folders, const DataFileIndex& index) {
 
 MergeOutcome MergeIntoUnit(const ImportLock& lock, std::string_view unitId,
                            std::span<const WireRecord> records) {
+  assert(lock.Problem().empty());
+  assert(IsUnitId(unitId) && IsStrictlyAscending(records));
   MergeOutcome outcome;
   if (records.empty()) return outcome;
   const UnitFolders folders{lock.DataFolder() / unitId, lock.Incoming() / unitId};
@@ -194,6 +197,7 @@ MergeOutcome MergeIntoUnit(const ImportLock& lock, std::string_view unitId,
     return outcome;
   }
   const std::vector<WireRecord> merged = Merged(*old, records);
+  assert(merged.size() >= old->size() && merged.size() <= old->size() + records.size());
   const std::size_t added = merged.size() - old->size();
   if (added > 0) outcome.error = Rebuild(folders, rewritten, merged);
   if (!outcome.error.empty()) return outcome;

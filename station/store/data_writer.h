@@ -9,12 +9,13 @@
 
 namespace pallomir::station {
 
-/// Merges records, strictly ascending in time, into the data files of a unit of the locked data folder.
+/// Merges records into the data files of a unit of the locked data folder; see StoreWriter::Merge. The lock
+/// has no problem.
 ///
-/// All or nothing: the unit's new folder is built whole beside the data, in `.incoming`, and takes the old
-/// one's place in one step. Neither a reader nor a crash at any moment sees anything but the one or the
-/// other. Foreign files move along. A file that can't be read may have any records, so it is an error, as is
-/// a link where a folder or a file would be replaced.
+/// The unit's new folder is built beside the data, in `.incoming`, and takes the old one's place in one step,
+/// so that readers, and whoever comes after a crash, find either the old or the new one. Files that are not
+/// data files move along. A file that can't be read is an error, because it may hold any records; so is a
+/// link in place of a folder or file that would be replaced.
 MergeOutcome MergeIntoUnit(const ImportLock& lock, std::string_view unitId,
                            std::span<const WireRecord> records);
 

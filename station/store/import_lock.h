@@ -7,22 +7,22 @@
 
 namespace pallomir::station {
 
-/// While it lives and has no problem, no other import changes anything in the data folder. Whoever changes
-/// something there takes one, so that nothing is done without.
+/// While one exists and has no problem, no other import changes anything in the data folder. Functions that
+/// change something there take it as an argument, so that they can't be called without.
 class ImportLock {
  public:
-  /// Creates the data folder where it is missing. Waits for other imports, not longer than `patience`.
+  /// Creates the data folder if it is missing. Waits for other imports, but not longer than `patience`.
   ImportLock(std::filesystem::path dataFolder, std::chrono::milliseconds patience);
   ~ImportLock();
   ImportLock(const ImportLock&) = delete;
   ImportLock& operator=(const ImportLock&) = delete;
 
-  /// Why nothing may be changed; empty when all is well.
+  /// Why nothing may be changed; empty if the lock is held.
   const std::string& Problem() const { return problem_; }
 
   const std::filesystem::path& DataFolder() const { return dataFolder_; }
 
-  /// Where an import builds what it then puts in its place: in the same file system.
+  /// Where an import builds what it then moves into place: on the same file system.
   std::filesystem::path Incoming() const { return dataFolder_ / ".incoming"; }
 
  private:
@@ -33,8 +33,8 @@ class ImportLock {
   int fd_ = -1;
 };
 
-/// What there is in place of a plain folder; empty where there is one or nothing. An import keeps away from
-/// links: what they lead to belongs to somebody else.
+/// Says what is at `path` if it is neither a plain folder nor nothing; otherwise empty. An import does not
+/// follow links: what they lead to belongs to somebody else.
 std::string NoPlainFolder(const std::filesystem::path& path);
 
 }  // namespace pallomir::station

@@ -1,6 +1,8 @@
 #include "station/store/position_source.h"
 
 #include <algorithm>
+#include <cassert>
+#include <functional>
 
 #include "base/packed_time.h"
 
@@ -20,7 +22,15 @@ std::optional<PackedWindow> PackWindow(TimeWindow window) {
   return PackedWindow{*first, *last};
 }
 
+bool IsStrictlyAscending(std::span<const WireRecord> records) {
+  return std::ranges::is_sorted(records, std::ranges::less_equal{}, &WireRecord::time) &&
+         std::ranges::all_of(records,
+                             [](const auto& record) { return (record.time & kPackedTimeFlag) == 0; });
+}
+
 std::span<const WireRecord> RecordsInside(std::span<const WireRecord> records, PackedWindow window) {
+  assert(window.first <= window.last);
+  assert(IsStrictlyAscending(records));
   const auto first = std::ranges::lower_bound(records, window.first, {}, &WireRecord::time);
   const auto last = std::ranges::upper_bound(first, records.end(), window.last, {}, &WireRecord::time);
   return {first, last};

@@ -12,7 +12,7 @@
 
 namespace pallomir::station {
 
-/// From `from` to `until`, both included, UTC. Empty when `until` is the earlier one.
+/// From `from` to `until`, both included, UTC. Empty if `until` is earlier than `from`.
 struct TimeWindow {
   Millis from = 0;
   Millis until = 0;
@@ -24,28 +24,36 @@ struct PackedWindow {
   std::uint32_t last = 0;
 };
 
-/// Cut to the years 2000 to 2031; nothing where no whole second lies inside.
+/// The whole seconds of the window within the years 2000 to 2031, which packed times can hold. Nothing if
+/// there are none.
 std::optional<PackedWindow> PackWindow(TimeWindow window);
 
-/// The part of `records` (ascending, flags clear) that lies in the window.
+/// Whether the records are as a source must return them: strictly ascending in time, with the time's flag
+/// clear.
+bool IsStrictlyAscending(std::span<const WireRecord> records);
+
+/// The part of `records` (ascending in time, flags clear) that lies in the window.
 std::span<const WireRecord> RecordsInside(std::span<const WireRecord> records, PackedWindow window);
 
-/// Where position reports come from. What a reader remembers between two reads is a time and nothing else, so
-/// a source may grow in between, and a slow reader costs it nothing.
+/// Where position records come from. Between two reads a reader remembers a time and nothing else, so the
+/// source may grow meanwhile, and slow readers cost it nothing.
 class PositionSource {
  public:
   virtual ~PositionSource() = default;
 
+  /// Whether there is such a unit, with records or without. `unitId` may be any text.
   virtual bool Knows(std::string_view unitId) = 0;
 
   /// The oldest records of the window, at most `limit`, strictly ascending in time, with the time's flag
-  /// clear. None for an unknown unit.
+  /// clear. None for an unknown unit. What can't be read now gives no error but fewer records, never later
+  /// ones in its place: the reader asks again later.
   virtual std::vector<WireRecord> Read(std::string_view unitId, TimeWindow window, std::size_t limit) = 0;
 };
 
-/// The first known unit's answer wins: `first` hides a unit of the same ID in `second`.
+/// Two sources as one. Where both know a unit, `first` hides the unit of `second`.
 class CombinedSource : public PositionSource {
  public:
+  /// Both must outlive it.
   CombinedSource(PositionSource& first, PositionSource& second) : first_(first), second_(second) {}
 
   bool Knows(std::string_view unitId) override { return first_.Knows(unitId) || second_.Knows(unitId); }

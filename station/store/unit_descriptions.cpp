@@ -16,12 +16,12 @@ namespace fs = std::filesystem;
 // Descriptions of ten thousand units; anything longer is not this file.
 constexpr std::size_t kMaxFileSize = 1 << 20;
 
-// A file that is not finished yet, by the process that writes it.
+// Ends, with the number of the process that writes it, the name of a file that is not finished yet.
 const std::string kUnfinished = ".new-";
 
 fs::path DescriptionsFile(const fs::path& dataFolder) { return dataFolder / "descriptions.txt"; }
 
-// None where there is no file. One that can't be read is a problem: it may hold anything.
+// Empty if there is no file. One that can't be read is a problem, because it may hold anything.
 std::string ReadText(const fs::path& file, std::string& problem) {
   std::error_code error;
   auto text = ReadWholeFile(file, kMaxFileSize, error);
@@ -30,7 +30,7 @@ std::string ReadText(const fs::path& file, std::string& problem) {
   return std::move(text).value_or("");
 }
 
-// Empty where the line is no description.
+// Empty if the line is not a description.
 std::string UnitOf(const std::string& line) {
   std::string id = line.substr(0, kUnitIdSize);
   const bool isDescription = IsUnitId(id) && line.size() > kUnitIdSize && line[kUnitIdSize] == ' ';
@@ -46,7 +46,7 @@ std::string WithDescription(const std::string& text, std::string_view unitId, st
   return changed.append(unitId).append(" ").append(description).append("\n");
 }
 
-// What processes have left that died while they wrote. Under the lock nobody else is writing.
+// Left by processes that died while they wrote. Under the lock nobody else is writing.
 void RemoveUnfinished(const fs::path& file) {
   std::error_code error;
   const std::string start = file.filename().string() + kUnfinished;

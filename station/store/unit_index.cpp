@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <system_error>
 #include <tuple>
@@ -14,13 +15,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Goes by itself and says nothing about the file.
+// It passes by itself and says nothing about the file.
 bool IsShortage(std::error_code error) {
   return error == std::errc::too_many_files_open || error == std::errc::too_many_files_open_in_system ||
          error == std::errc::not_enough_memory;
 }
 
-// A file that has gone since it was listed, or a link that leads nowhere.
+// The file has gone since it was listed, or is a link that leads nowhere.
 bool IsGone(std::error_code error) {
   return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
          error == std::errc::too_many_symbolic_link_levels;
@@ -28,22 +29,23 @@ bool IsGone(std::error_code error) {
 
 }  // namespace
 
-void UnitIndex::Look() {
+void UnitIndex::Update() {
   files_ = {};
   std::map<fs::path, KnownFile> found;
   std::error_code error;
   fs::directory_iterator entry(folder_, error);
-  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) LookAt(entry->path(), found);
-  if (error && !IsGone(error)) Unread(folder_, "can't be listed: " + error.message(), error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error))
+    UpdateFile(entry->path(), found);
+  if (error && !IsGone(error)) AddUnread(folder_, "can't be listed: " + error.message(), error);
   known_ = std::move(found);
   Arrange();
 }
 
-void UnitIndex::LookAt(const fs::path& file, std::map<fs::path, KnownFile>& found) {
+void UnitIndex::UpdateFile(const fs::path& file, std::map<fs::path, KnownFile>& found) {
   struct stat status {};
   if (::stat(file.c_str(), &status) != 0) {
     const std::error_code error(errno, std::generic_category());
-    return IsGone(error) ? void() : Unread(file, "can't be looked at: " + error.message(), error);
+    return IsGone(error) ? void() : AddUnread(file, "can't be looked at: " + error.message(), error);
   }
   if (!S_ISREG(status.st_mode)) return;
   const Stamp stamp{status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
@@ -53,7 +55,7 @@ void UnitIndex::LookAt(const fs::path& file, std::map<fs::path, KnownFile>& foun
   }
   const DataFileContent content = ReadDataFile(file);
   if (IsGone(content.unread)) return;
-  if (content.unread) return Unread(file, content.problem, content.unread);
+  if (content.unread) return AddUnread(file, content.problem, content.unread);
   KnownFile read{stamp, {file, 0, 0, content.records.size()}, content.problem};
   if (!content.records.empty()) {
     read.entry.first = content.records.front().time;
@@ -62,9 +64,9 @@ void UnitIndex::LookAt(const fs::path& file, std::map<fs::path, KnownFile>& foun
   found.emplace(file, std::move(read));
 }
 
-void UnitIndex::Unread(const fs::path& path, const std::string& problem, std::error_code error) {
+void UnitIndex::AddUnread(const fs::path& path, const std::string& problem, std::error_code error) {
   files_.unread.push_back(path.string() + " " + problem);
-  files_.isShort |= IsShortage(error);
+  files_.hasShortage |= IsShortage(error);
 }
 
 void UnitIndex::Arrange() {
@@ -84,11 +86,15 @@ void UnitIndex::Arrange() {
     files_.problems.push_back(file.path.string() + " overlaps an earlier file");
     return true;
   });
+  assert(std::ranges::all_of(files_.files, [](const auto& file) { return file.first <= file.last; }));
+  assert(std::ranges::adjacent_find(files_.files, [](const auto& a, const auto& b) {
+           return a.last >= b.first;
+         }) == files_.files.end());
 }
 
 DataFileIndex IndexUnitFolder(const fs::path& folder) {
   UnitIndex index(folder);
-  index.Look();
+  index.Update();
   return index.Files();
 }
 

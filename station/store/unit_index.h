@@ -17,26 +17,26 @@ struct DataFileEntry {
   std::size_t count = 0;
 };
 
-/// The data files of a unit's folder in time order, no two of them overlapping. Files that are none, or that
-/// overlap an earlier one, are named in `problems` and otherwise as if they were not there. What can't be
-/// read, a file or the folder, may have any records: it is named in `unread`.
+/// The data files of a unit's folder in order of time, without overlaps. Files that are not data files, or
+/// that overlap an earlier one, are left out and named in `problems`. What can't be read, a file or the
+/// folder itself, may hold any records: it is named in `unread`.
 struct DataFileIndex {
   std::vector<DataFileEntry> files;
   std::vector<std::string> problems;
   std::vector<std::string> unread;
-  bool isShort = false;  ///< something is unread because the system is short of descriptors or memory
+  bool hasShortage = false;  ///< something is unread because the system is short of descriptors or memory
 };
 
-/// The index of a unit's folder, kept up to date by reading only what has changed.
+/// The index of a unit's folder. Updating it reads only the files that have changed.
 class UnitIndex {
  public:
   explicit UnitIndex(std::filesystem::path folder) : folder_(std::move(folder)) {}
 
-  /// Looks at the folder and reads the files that are new, have another size or time, or could not be read
-  /// the last time. A folder that is missing has no file.
-  void Look();
+  /// Updates the index: reads the files that are new, differ in size or time, or could not be read last time.
+  /// A missing folder counts as an empty one.
+  void Update();
 
-  /// The file is not as the index has it: it is read again at the next look.
+  /// Says that the file is not what the index says. The next update reads it again.
   void Doubt(const std::filesystem::path& file) { known_.erase(file); }
 
   const std::filesystem::path& Folder() const { return folder_; }
@@ -51,13 +51,13 @@ class UnitIndex {
     bool operator==(const Stamp&) const = default;
   };
   struct KnownFile {
-    Stamp stamp;  ///< before it was read, so that a change meanwhile is seen at the next look
+    Stamp stamp;  ///< from before it was read, so that the next update sees a change made meanwhile
     DataFileEntry entry;
     std::string problem;
   };
 
-  void LookAt(const std::filesystem::path& file, std::map<std::filesystem::path, KnownFile>& found);
-  void Unread(const std::filesystem::path& path, const std::string& problem, std::error_code error);
+  void UpdateFile(const std::filesystem::path& file, std::map<std::filesystem::path, KnownFile>& found);
+  void AddUnread(const std::filesystem::path& path, const std::string& problem, std::error_code error);
   void Arrange();
 
   std::filesystem::path folder_;
@@ -65,7 +65,7 @@ class UnitIndex {
   DataFileIndex files_;
 };
 
-/// The index of a folder as it is now.
+/// The index of a unit's folder as it is now.
 DataFileIndex IndexUnitFolder(const std::filesystem::path& folder);
 
 }  // namespace pallomir::station

@@ -21,7 +21,7 @@ struct StoredUnit {
 struct MergeOutcome {
   std::size_t added = 0;
   std::size_t alreadyThere = 0;       ///< a record of the same second was stored before and has been kept
-  std::vector<std::string> problems;  ///< what the unit has that is not a record of its; it was left alone
+  std::vector<std::string> problems;  ///< what was found beside the records and left alone
   std::string error;                  ///< empty on success; otherwise nothing has changed
 };
 

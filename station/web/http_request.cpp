@@ -8,7 +8,8 @@
 namespace pallomir::station {
 namespace {
 
-// Takes the text before the next `end` off the front, and `end` with it; all of it when there is none.
+// Removes the text up to and including the next `end`, or all of it if there is none, and returns it without
+// `end`.
 std::string_view TakeUntil(std::string_view& text, std::string_view end) {
   const std::size_t at = text.find(end);
   const std::string_view taken = text.substr(0, at);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <asio/buffer.hpp>
+#include <cassert>
 #include <utility>
 
 #include "station/web/web_files.h"
@@ -12,16 +13,16 @@ namespace {
 namespace fs = std::filesystem;
 using asio::ip::tcp;
 
-// Several times what browsers send.
+// Bytes; several times what browsers send.
 constexpr std::size_t kMaxHead = 16 * 1024;
 
-// A browser sends a head in one go, and keeps a connection for the next one only for a while.
+// A browser sends a head in one go. An idle connection is kept for the next request for as long.
 constexpr std::chrono::seconds kHeadTime{10};
 constexpr std::chrono::seconds kStallTime{30};
 
 constexpr std::size_t kPieceSize = 64 * 1024;
 
-// Changes whenever the file does.
+// Differs whenever the file has changed.
 std::string EntityTag(const fs::path& file, std::uintmax_t size) {
   std::error_code ignored;
   return '"' + std::to_string(fs::last_write_time(file, ignored).time_since_epoch().count()) + '-' +
@@ -69,7 +70,7 @@ void WebConnection::TakeRequest() {
 }
 
 void WebConnection::Answer(const HttpRequest& request) {
-  // Nothing is ever sent to the site.
+  // Nobody has anything to send to the site.
   if (request.hasBody) return AnswerShortly("413 Content Too Large", false);
   if (request.method != "GET" && request.method != "HEAD")
     return AnswerShortly("405 Method Not Allowed", false);
@@ -129,6 +130,7 @@ void WebConnection::Write() {
 }
 
 void WebConnection::Written() {
+  assert(written_ <= output_.size());
   if (written_ < output_.size()) {
     socket_.async_write_some(asio::buffer(output_) + written_,
                              [self = shared_from_this()](std::error_code error, std::size_t count) {
@@ -141,7 +143,7 @@ void WebConnection::Written() {
   }
   if (fileLeft_ > 0) {
     output_.resize(std::min<std::uintmax_t>(kPieceSize, fileLeft_));
-    // A file that became shorter meanwhile can't be answered as it was announced.
+    // The file may have become shorter than the answer has announced.
     if (!file_.read(output_.data(), std::ssize(output_))) return Close();
     fileLeft_ -= output_.size();
     return Write();

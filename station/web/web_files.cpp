@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Addresses that clients know by heart, and the files behind them.
+// Addresses that are fixed in clients, and their files.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 2> kAddresses{{
     {"/fullscreen/index.php", "/fullscreen/index.html"},
     {"/faq", "/fullscreen/faq.html"},

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <asio/io_context.hpp>
 #include <asio/steady_timer.hpp>
+#include <cassert>
 #include <list>
 #include <optional>
 #include <thread>
@@ -15,16 +16,16 @@ namespace {
 
 using asio::ip::tcp;
 
-// A browser keeps some six connections. When there are too many, the one without progress for longest has to
-// go: a new one always gets through, and is not put out before those that have stalled.
+// A browser keeps some six connections. When there are too many, the one that has been without progress for
+// longest is closed: so a new one always gets through, and those that have stalled go first.
 constexpr std::size_t kMaxConnections = 128;
 
 constexpr std::chrono::seconds kCheckInterval{1};
 
-// In place of the file of that name, which says that nothing is set.
+// Hides the file of that name, which says that nothing is set.
 constexpr const char* kPageSettings = "/fullscreen/settings.json";
 
-// Forbids a page everything that does not come from here, whatever it is made of.
+// Forbids a page to load anything from elsewhere, except pictures of the online map.
 std::string ContentPolicy(const std::optional<OnlineMap>& onlineMap) {
   return "default-src 'self'; style-src 'self' 'unsafe-inline'; object-src 'none'; base-uri 'none'; "
          "form-action 'none'; frame-ancestors 'self'; "
@@ -59,6 +60,7 @@ struct WebSite::Server {
     }
     connections.push_back(std::make_shared<WebConnection>(std::move(socket), content));
     connections.back()->Start();
+    assert(connections.size() <= kMaxConnections);
   }
 
   void DropOverdue() {
@@ -90,7 +92,7 @@ WebSite::WebSite(std::filesystem::path root, std::optional<OnlineMap> onlineMap)
     : server_(std::make_unique<Server>()) {
   SiteContent& content = server_->content;
   content.root = std::move(root);
-  // Nothing is taken from a cache unasked, nor for what it does not say to be.
+  // Browsers must ask before they use their cache, and must not guess at types.
   content.headers =
       "Cache-Control: no-cache\r\nX-Content-Type-Options: nosniff\r\nContent-Security-Policy: " +
       ContentPolicy(onlineMap) + "\r\n";
@@ -103,6 +105,7 @@ WebSite::~WebSite() {
 }
 
 int WebSite::Start(const std::string& address, int port) {
+  assert(!server_->listener);
   std::error_code error;
   const auto place = asio::ip::make_address_v4(address, error);
   if (error || port < 0 || port > 65535) return 0;
@@ -110,7 +113,7 @@ int WebSite::Start(const std::string& address, int port) {
   if (Listen(acceptor, {place, static_cast<std::uint16_t>(port)})) return 0;
   const int opened = acceptor.local_endpoint(error).port();
   Server& server = *server_;
-  // The log belongs to another thread; what can't be accepted now is accepted soon.
+  // The log belongs to another thread, and what can't be accepted now is accepted soon.
   server.listener.emplace(
       std::move(acceptor), [&server](tcp::socket socket) { server.Accept(std::move(socket)); },
       [](const std::string&) {});

@@ -1,6 +1,7 @@
 #include "station/wire/answer.h"
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 
 #include "base/packed_time.h"
@@ -23,10 +24,10 @@ Answer::Answer(PositionSource& source, const DataRequest& request)
 
 void Answer::LookForNew() {
   for (UnitProgress& unit : units_)
-    if (!unit.first) Look(unit);
+    if (!unit.first) FindFirst(unit);
 }
 
-void Answer::Look(UnitProgress& unit) {
+void Answer::FindFirst(UnitProgress& unit) {
   const auto records = source_.Read(unit.id, {unit.next, until_}, 1);
   unit.first = records.empty() ? std::nullopt : DecodePackedTime(records.front().time);
 }
@@ -41,12 +42,15 @@ Bytes Answer::NextPacket() {
       return u.first.value_or(std::numeric_limits<Millis>::max());
     });
     const auto records = source_.Read(unit.id, {*unit.first, until_}, kRecordsPerPacket);
-    if (records.empty()) {  // the source has lost what it had a moment ago
+    if (records.empty()) {  // what the source had a moment ago is gone
       unit.first.reset();
       continue;
     }
+    assert(records.size() <= kRecordsPerPacket);
+    assert(IsStrictlyAscending(records));
     unit.next = TimeOf(records.back(), *unit.first) + kSecond;
-    Look(unit);
+    assert(unit.next > *unit.first);
+    FindFirst(unit);
     return EncodePacket(unit.id, records);
   }
   return {};

@@ -10,23 +10,24 @@
 
 namespace pallomir::station {
 
-/// The packets that answer one request, made one at a time: the packet with the oldest first record goes
-/// first. All that it holds is how far each unit has been sent, so an answer of any length takes no memory,
-/// and reports that arrive later simply follow.
+/// Makes the packets that answer one request, one at a time, in order of their first records. It only
+/// remembers how far each unit has been sent: so an answer takes no more memory however long it is, and
+/// records that arrive later follow.
 class Answer {
  public:
   /// The source must outlive the answer.
   Answer(PositionSource& source, const DataRequest& request);
 
-  /// Looks whether units that had nothing more to send have something new.
+  /// Asks again for the units that had nothing more to send.
   void LookForNew();
 
   bool HasMore() const;
 
-  /// The end of the window: nothing later will ever be sent.
+  /// The end of the window: no later record will ever be sent.
   Millis Until() const { return until_; }
 
-  /// Empty when there is no more at the moment.
+  /// The next packet of a unit, with at most kRecordsPerPacket records. Empty if there is no more at the
+  /// moment.
   Bytes NextPacket();
 
  private:
@@ -36,7 +37,7 @@ class Answer {
     std::optional<Millis> first;  ///< the time of the oldest record not sent, where there is one
   };
 
-  void Look(UnitProgress& unit);
+  void FindFirst(UnitProgress& unit);
 
   PositionSource& source_;
   Millis until_;

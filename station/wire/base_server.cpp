@@ -1,6 +1,7 @@
 #include "station/wire/base_server.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace pallomir::station {
@@ -8,15 +9,15 @@ namespace {
 
 using asio::ip::tcp;
 
-// A probe is over as soon as it is connected; what stays open is forgotten or ill-meant. The oldest has to go
-// when there are too many, so that a new one always gets through.
+// A probe has done its work once it is connected; one that stays open is forgotten or hostile. When there are
+// too many, the oldest is closed, so that a new one always gets through.
 constexpr std::size_t kMaxProbes = 64;
 constexpr std::chrono::seconds kProbeTime{20};
 
 // Far more than one household's clients, and well below the usual limit of 1024 descriptors.
 constexpr std::size_t kMaxClients = 256;
 
-// One computer, or a household behind one router, can't take the place of all others.
+// So that one computer, or one household behind a router, can't take all the places.
 constexpr std::size_t kMaxClientsAnAddress = 64;
 
 }  // namespace
@@ -41,7 +42,7 @@ void BaseServer::AcceptProbe(tcp::socket socket) {
   auto probe = std::make_shared<tcp::socket>(std::move(socket));
   probes_.push_back({probe, std::chrono::steady_clock::now() + kProbeTime});
   probe->async_wait(tcp::socket::wait_read, [this, probe = std::weak_ptr(probe)](std::error_code) {
-    if (const auto gone = probe.lock())  // nothing is said on a probe, so it has closed
+    if (const auto gone = probe.lock())  // nobody sends anything on a probe, so it has closed
       std::erase_if(probes_, [&gone](const Probe& p) { return p.socket == gone; });
   });
 }
@@ -61,6 +62,7 @@ void BaseServer::AcceptClient(tcp::socket socket) {
   }
   sessions_.push_back(std::move(session));
   sessions_.back()->Start();
+  assert(sessions_.size() <= kMaxClients);
 }
 
 BaseServer::Session BaseServer::LeastUseful(const std::optional<asio::ip::address>& address) {
@@ -70,6 +72,7 @@ BaseServer::Session BaseServer::LeastUseful(const std::optional<asio::ip::addres
     if (address && (*each)->Client() != *address) continue;
     if (found == sessions_.end() || (*each)->UseAt(now) < (*found)->UseAt(now)) found = each;
   }
+  assert(found != sessions_.end());
   return found;
 }
 

@@ -14,11 +14,11 @@
 
 namespace pallomir::station {
 
-/// The side that clients get their data from: a port that only shows that the station can be reached, and the
-/// port that sends packets. All on the thread that runs the sockets' context.
+/// Serves the clients on two ports: on the probe port they only see that the station can be reached, on the
+/// data port they get packets. Everything runs on the thread that runs the acceptors' context.
 class BaseServer {
  public:
-  /// Both acceptors listen. The source must outlive the server.
+  /// Both acceptors are listening. The source must outlive the server. `utcNow` is the time of day.
   BaseServer(asio::ip::tcp::acceptor probe, asio::ip::tcp::acceptor data, PositionSource& source,
              std::function<Millis()> utcNow, Log log);
   ~BaseServer();
@@ -26,9 +26,10 @@ class BaseServer {
   BaseServer(const BaseServer&) = delete;
   BaseServer& operator=(const BaseServer&) = delete;
 
-  /// To be called about once a second: sends what is new and hangs up on who has fallen silent.
+  /// To be called about once a second: sends what is new and hangs up on clients that have fallen silent.
   void Tick();
 
+  /// Sessions on the data port, some of which may have just closed.
   std::size_t ClientCount() const { return sessions_.size(); }
 
  private:
@@ -41,7 +42,8 @@ class BaseServer {
   void AcceptClient(asio::ip::tcp::socket socket);
   void DropClosed();
   using Session = std::list<std::shared_ptr<DataSession>>::iterator;
-  /// Of those at `address` (of all without one) the session of the least use, the oldest of them.
+  /// The session whose end would lose the least, the oldest if there are several: of those at `address`, or
+  /// of all if there is none. There must be at least one.
   Session LeastUseful(const std::optional<asio::ip::address>& address);
   void Drop(Session session);
 

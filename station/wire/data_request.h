@@ -20,14 +20,15 @@ struct DataRequest {
   TimeWindow window;
 };
 
-/// The length of the longest request.
+/// The length of the longest request, in bytes.
 inline constexpr std::size_t kMaxDataRequestSize = kMaxUnitsPerRequest * 12 + 1 + 19 + 1 + 19 + 2;
 
 /// The end of every request.
 inline constexpr std::string_view kDataRequestEnd = "~~";
 
-/// The whole text of a request, its end included; nothing for a malformed one. A window whose end lies before
-/// its start is well-formed: nothing is inside it.
+/// Reads the whole text of a request, including its end. Nothing for a malformed one, which one without units
+/// or with more than kMaxUnitsPerRequest is, too. A window that ends before it starts is well-formed: it is
+/// empty.
 std::optional<DataRequest> ParseDataRequest(std::string_view text);
 
 }  // namespace pallomir::station

@@ -1,6 +1,8 @@
 #include "station/wire/data_session.h"
 
 #include <asio/buffer.hpp>
+#include <cassert>
+#include <numeric>
 #include <vector>
 
 #include "station/wire/write_plan.h"
@@ -10,14 +12,14 @@ namespace {
 
 using asio::ip::tcp;
 
-// A request is one small write; what takes longer is no client, or a client without any unit to ask for.
+// A request is one small write. Whoever takes longer is not a client, or is one without units to ask for.
 constexpr std::chrono::seconds kRequestTime{30};
 
-// A client that takes nothing for this long has gone without saying so.
+// A client that takes nothing for this long has gone without hanging up.
 constexpr std::chrono::seconds kStallTime{300};
 
-// Some three packets a write. The send buffer holds several of these, and the system calls a socket writable
-// when a third of its buffer is free, so that a write is taken whole and ends where it was planned to.
+// Some three packets. The send buffer holds several such writes, and the system calls a socket writable when
+// a third of its buffer is free; so a write is taken whole and ends where it was planned to.
 constexpr std::size_t kWriteSize = 32 * 1024;
 constexpr int kSendBufferSize = 256 * 1024;
 
@@ -61,7 +63,7 @@ void DataSession::Read() {
 }
 
 void DataSession::TakeInput(std::string_view input) {
-  if (answer_) return;  // a client has nothing more to say; reading goes on to see it leave
+  if (answer_) return;  // a client sends nothing more; reading goes on to notice that it leaves
   request_ += input;
   const std::size_t end = request_.find(kDataRequestEnd);
   if (end == std::string::npos && request_.size() < kMaxDataRequestSize) return;
@@ -89,6 +91,7 @@ void DataSession::Tick() {
 }
 
 void DataSession::WriteWhenReady() {
+  assert(answer_);
   isWriting_ = !waiting_.empty() || answer_->HasMore();
   if (!isWriting_) return;
   socket_.async_wait(tcp::socket::wait_write, [self = shared_from_this()](std::error_code error) {
@@ -96,7 +99,7 @@ void DataSession::WriteWhenReady() {
   });
 }
 
-// One write a turn, so that clients take turns.
+// One write at a time, so that the clients take turns.
 void DataSession::Write() {
   FillUp();
   const std::vector<std::size_t> sizes(packetSizes_.begin(), packetSizes_.end());
@@ -119,12 +122,15 @@ void DataSession::FillUp() {
 }
 
 void DataSession::DropWritten(std::size_t count) {
+  assert(count <= waiting_.size());
   waiting_.erase(waiting_.begin(), waiting_.begin() + static_cast<std::ptrdiff_t>(count));
   writtenOfFirst_ += count;
   while (!packetSizes_.empty() && writtenOfFirst_ >= packetSizes_.front()) {
     writtenOfFirst_ -= packetSizes_.front();
     packetSizes_.pop_front();
   }
+  assert(std::accumulate(packetSizes_.begin(), packetSizes_.end(), std::size_t{0}) ==
+         waiting_.size() + writtenOfFirst_);
 }
 
 }  // namespace pallomir::station

@@ -13,27 +13,31 @@
 
 namespace pallomir::station {
 
-/// One client on the data port: its request comes in, the answer goes out, new reports follow until one side
-/// hangs up. It holds a few packets at most, however much there is to send and however slowly they are taken.
+/// One client on the data port: takes its request, sends the answer and then new records, until one side
+/// hangs up. It holds a few packets at most, however much there is to send and however slowly the client
+/// reads.
 class DataSession : public std::enable_shared_from_this<DataSession> {
  public:
-  /// Source and log must outlive the session.
+  /// `socket` is connected. Source and log must outlive the session.
   DataSession(asio::ip::tcp::socket socket, PositionSource& source, RateLimitedLog& log);
 
   void Start();
 
-  /// Sends what is new; hangs up on a client that has not asked, or not taken a byte, for too long.
+  /// To be called about once a second: sends what is new. Hangs up on a client that has not sent its request
+  /// within 30 s, or has taken no byte for 300 s.
   void Tick();
 
   void Close();
-  /// How much is lost when a session has to give way to another client, from least to most.
+
+  /// What would be lost if a session had to give way to another client, from least to most.
   enum class Use { kSilent, kServed, kPast, kLive };
 
-  /// kSilent: it has not asked yet. kServed: its window was over at `now`, and all of it was sent. kPast: the
-  /// window was over, but there is more to send. kLive: what comes now is for it.
+  /// kSilent: the client has not sent its request. kServed: its window is over at `now` (UTC), and all of it
+  /// has been sent. kPast: the window is over, but there is more to send. kLive: records of this moment are
+  /// for it.
   Use UseAt(Millis now) const;
 
-  /// Where the client is.
+  /// The client's address.
   const asio::ip::address& Client() const { return client_; }
   bool IsOpen() const { return socket_.is_open(); }
 
@@ -53,11 +57,11 @@ class DataSession : public std::enable_shared_from_this<DataSession> {
   std::chrono::steady_clock::time_point deadline_;
 
   std::array<char, 4096> input_{};
-  std::string request_;  ///< as much of it as has come
+  std::string request_;  ///< as much of it as has arrived
   std::optional<Answer> answer_;
 
-  Bytes waiting_;                        ///< packets not written, the first perhaps in part
-  std::deque<std::size_t> packetSizes_;  ///< theirs, whole
+  Bytes waiting_;                        ///< packets to write, the first perhaps without its beginning
+  std::deque<std::size_t> packetSizes_;  ///< of those packets, all of the first included
   std::size_t writtenOfFirst_ = 0;
   bool isWriting_ = false;
 };

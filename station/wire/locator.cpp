@@ -12,7 +12,7 @@
 namespace pallomir::station {
 namespace {
 
-// The longest request, and one byte more to see that a datagram is longer.
+// The longest request, and one byte more to notice a longer datagram.
 constexpr std::size_t kBufferSize = 6 + 1 + kMaxUnitsPerRequest * 12 + 1;
 
 // Datagrams answered before the other sockets get a turn.
@@ -22,7 +22,7 @@ struct ControlBuffer {
   alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(in_pktinfo))> bytes{};
 };
 
-// The local address that a datagram came to, and from which its reply must go out.
+// The local address that a datagram came to, which its reply must come from.
 in_pktinfo* PacketInfo(msghdr& message) {
   for (cmsghdr* c = CMSG_FIRSTHDR(&message); c != nullptr; c = CMSG_NXTHDR(&message, c))
     if (c->cmsg_level == IPPROTO_IP && c->cmsg_type == IP_PKTINFO)
@@ -74,9 +74,10 @@ bool Locator::AnswerOne() {
   Bytes reply = Reply({buffer.data(), static_cast<std::size_t>(received)},
                       info != nullptr ? ntohl(info->ipi_spec_dst.s_addr) : INADDR_LOOPBACK);
   if (reply.empty()) return true;
-  if (info != nullptr) info->ipi_ifindex = 0;  // the route decides, only the source address is kept
+  if (info != nullptr)
+    info->ipi_ifindex = 0;  // the routes choose the interface; only the source address is kept
   part = {reply.data(), reply.size()};
-  ::sendmsg(socket_.native_handle(), &message, 0);  // a lost reply is asked for again
+  ::sendmsg(socket_.native_handle(), &message, 0);  // if it is lost, the client asks again
   return true;
 }
 

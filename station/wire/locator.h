@@ -10,14 +10,14 @@
 
 namespace pallomir::station {
 
-/// Answers who asks where a unit's Base Server is: here, when the station knows at least one of the units, or
-/// when no unit is named.
+/// Tells clients where the Base Server of their units is: here, if the station knows at least one of the
+/// units, or if the question names none.
 class Locator {
  public:
   using Knows = std::function<bool(std::string_view unitId)>;
 
-  /// `advertised` is the address that replies name; without it, the one that the question came to. `socket`
-  /// is bound; its own port is the reply port.
+  /// Replies name the address `advertised`, or without one the address that the question came to, and the
+  /// port of `socket`, which is bound. Everything runs on the thread that runs the socket's context.
   Locator(asio::ip::udp::socket socket, std::optional<asio::ip::address_v4> advertised, Knows knows, Log log);
 
  private:

@@ -10,20 +10,21 @@
 
 namespace pallomir::station {
 
-/// What one datagram can name; it bounds what a stranger can make the station look up.
+/// As many as one datagram can name. It bounds what a stranger can make the station look up.
 inline constexpr std::size_t kMaxUnitsPerRequest = kMostUnitsPerRequest;
 
-/// The unit IDs of a locator request: the short check form of the rest, then "D" and 12-character IDs. No IDs
-/// at all are a valid question; anything malformed gives nothing.
+/// Reads the unit IDs of a locator request: the short check form of what follows, "D", and 12-character IDs.
+/// A request without IDs is valid. Nothing for a malformed one.
 std::optional<std::vector<std::string>> ParseLocatorRequest(ByteView datagram);
 
-/// "D" and the IDs behind their check form: what a client sends.
+/// The request that a client sends for these units, as above.
 Bytes LocatorRequest(const std::vector<std::string>& unitIds);
 
-/// The reply that names one Base Server: `address` is the IPv4 address, most significant octet first.
+/// The reply that names one Base Server. `address` has the first octet of the IPv4 address in its highest
+/// byte.
 Bytes LocatorReply(std::uint32_t address, std::uint16_t port);
 
-/// The reply for units that no Base Server knows.
+/// The reply if no Base Server knows any of the units.
 Bytes EmptyLocatorReply();
 
 }  // namespace pallomir::station

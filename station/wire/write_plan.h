@@ -5,16 +5,17 @@
 
 namespace pallomir::station {
 
-/// A reader that has taken everything written so far must not take half an answer for the whole. It does when
-/// its last byte ends a packet, or lies in the 8 bytes behind one (a header cut short, or one without its
-/// payload). So no write may end there, except the one that ends the answer.
+/// A client that has read everything written so far must not mistake half an answer for the whole. It would
+/// if its last byte ended a packet or were one of the 8 bytes after it (the next header, in part or without
+/// its payload). So no write may end there, except the one that ends the answer.
 inline constexpr std::size_t kForbiddenBehindPacket = 8;
 
-/// How many bytes to write next. `packetSizes` are the packets waiting, the first of them included whole even
-/// where `alreadyWritten` of its bytes are gone; `isWhole` says that nothing follows them. About `limit`, up
-/// to 9 bytes more where nothing smaller will do. Zero when more packets must be there first.
+/// How many bytes to write next, about `limit`; up to 9 bytes more if nothing less will do. Zero if the next
+/// packet must be there first.
 ///
-/// Needs packets longer than 17 bytes, as all with a record are.
+/// `packetSizes` are the sizes in bytes of the packets that wait, each longer than 17 bytes, as all packets
+/// with a record are. `alreadyWritten` bytes of the first one, and not all of it, have been written.
+/// `isWhole` says that the answer ends with the last one.
 std::size_t PlanWrite(std::span<const std::size_t> packetSizes, std::size_t alreadyWritten, bool isWhole,
                       std::size_t limit);
 
