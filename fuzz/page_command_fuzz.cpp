@@ -42,16 +42,16 @@ struct Check {
     PALLOMIR_DEMAND(question.suffix.empty() || question.suffix.size() == kTileSuffixSize);
     // It becomes part of a path.
     PALLOMIR_DEMAND(question.suffix.find_first_not_of("0123456789ABCDEFabcdef") == std::string::npos);
-    SetZoom(question.zoom, ZoomOrigin::kNewTile);
+    SetZoom(question.zoom);
   }
 
-  void operator()(const page::Zoomed& zoomed) const { SetZoom(zoomed.zoom, ZoomOrigin::kZoom); }
+  void operator()(const page::Zoomed& zoomed) const { SetZoom(zoomed.zoom); }
 
   template <class Other>
   void operator()(const Other&) const {}
 
-  void SetZoom(int zoom, ZoomOrigin origin) const {
-    SetTileZoom(view, zoom, origin);
+  void SetZoom(int zoom) const {
+    SetTileZoom(view, zoom);
     PALLOMIR_DEMAND(view.TileZoom >= -1 && view.TileZoom <= kMaxTileZoom);
     PALLOMIR_DEMAND(view.TileZoom < 0 || view.UnitsPerPixel == 1 << (kMaxTileZoom - view.TileZoom));
   }

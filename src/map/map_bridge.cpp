@@ -9,18 +9,28 @@
 #include "map/projection.h"
 
 namespace pallomir {
+namespace {
+
+template <class Callback, class... Arguments>
+void Tell(const Callback& callback, const Arguments&... arguments) {
+  if (callback) callback(arguments...);
+}
+
+}  // namespace
 
 MapBridge::MapBridge(Browser& browser, EventLoop& loop, Trace& trace, const Folders& folders,
                      std::string webSite, MapView& view, std::function<void(const std::string&)> showError,
                      Host host)
     : browser_(browser),
+      form_(browser),
       loop_(loop),
       trace_(trace),
       application_(folders.application),
       webSite_(std::move(webSite)),
       view_(view),
+      showError_(std::move(showError)),
       host_(std::move(host)),
-      tiles_(FoldersOfTiles(folders), trace, std::move(showError)) {
+      tiles_(FoldersOfTiles(folders), trace, showError_) {
   const auto create = [&](const char* name, int interval, void (MapBridge::*tick)()) {
     return loop.CreateTimer(name, interval, [this, tick] { (this->*tick)(); });
   };
@@ -37,7 +47,6 @@ MapBridge::~MapBridge() {
 void MapBridge::Open() {
   browser_.beforeNavigate = [this](const std::string& url) { return BeforeNavigate(url); };
   browser_.pageLost = [this](const std::string& reason) { OnLost(reason); };
-  page_.FirstFitSent = false;
   browser_.Navigate("about:blank");
   browser_.Navigate(application_ / "blank_blue.html");
   AskForPage();
@@ -61,9 +70,7 @@ void MapBridge::OnLost(const std::string& reason) {
   if (host_.isClosing()) return;
   trace_.Line("map page lost: " + reason);
   page_.MapCreated = false;
-  // The next page gets a fit of its own, made when it comes: of what waits, or else of what this one showed.
-  if (page_.FirstFitSent) firstFit_ = ShownBox(view_, host_.browserSize());
-  page_.FirstFitSent = false;
+  fit_.PageLost(ShownBox(view_, host_.browserSize()));
   waitingQuestions_.clear();  // the next page asks its own
   pageRetry_->SetEnabled(true);
   host_.lost();
@@ -108,13 +115,30 @@ void MapBridge::On(const page::Status& status) {
   page_.MapCreated = true;
   // The window may have changed since the address was made.
   if (PageMapSize(host_.browserSize()) != addressSize_) SendSize();
-  if (firstFit_ && !waitingFit_) SendFirstFit();
+  if (const auto box = fit_.MapCreated()) SendFit({true, *box});
 }
+
+void MapBridge::On(const page::PopupWithoutPlace&) { Tell(host_.menuWanted); }
 
 void MapBridge::On(const page::PopupAtPlace& click) {
   page_.RightClickX = LngToWorldX(click.lng);
   page_.RightClickY = LatToWorldY(click.lat);
-  host_.wished(click);
+  Tell(host_.menuWantedAt, click.lat / kPositionUnitsPerDegree, click.lng / kPositionUnitsPerDegree);
+}
+
+void MapBridge::On(const page::GeocodeAnswer& answer) { Tell(host_.addressFound, answer.text); }
+
+void MapBridge::On(const page::ZoneEdit& edit) {
+  switch (edit.sub) {
+    case 'F':
+      return Tell(host_.shapeFinished, edit.payload);
+    case 'C':
+      return Tell(host_.shapeCancelled);
+    case '3':
+      return Tell(host_.shapeClosable);
+    default:
+      showError_("System Error 3907");
+  }
 }
 
 void MapBridge::On(const page::MouseMoved& move) {
@@ -123,28 +147,28 @@ void MapBridge::On(const page::MouseMoved& move) {
   page_.LastMouseLat = move.lat;
   page_.LastMouseLng = move.lng;
   page_.LastMouseZoom = move.zoom;
-  host_.wished(move);
+  Tell(host_.pointerMoved, ViewPoint{move.x, move.y});
 }
 
 void MapBridge::OnReady() {
   splashPause_->SetEnabled(false);
   trace_.Line("map page ready");
+  form_.Restore(host_.choices());
   host_.ready();
 }
 
-void MapBridge::On(const page::Zoomed& zoomed) { ChangeZoom(zoomed.zoom, ZoomOrigin::kZoom); }
+void MapBridge::On(const page::Zoomed& zoomed) { ChangeZoom(zoomed.zoom, "Zoom"); }
 
-void MapBridge::ChangeZoom(int zoom, ZoomOrigin origin) {
-  trace_.Line("ZoomChange begin (NewZoom = " + std::to_string(zoom) +
-              ", Origin = " + (origin == ZoomOrigin::kZoom ? "Zoom" : "NewTile") + ")...");
-  const ZoomChange change = SetTileZoom(view_, zoom, origin);
+void MapBridge::ChangeZoom(int zoom, const char* origin) {
+  trace_.Line("ZoomChange begin (NewZoom = " + std::to_string(zoom) + ", Origin = " + origin + ")...");
+  const ZoomChange change = SetTileZoom(view_, zoom);
   if (change == ZoomChange::kNone) return;
   if (change == ZoomChange::kChanged || rebuildOwed_) Rebuild();
   host_.viewMoved();
 }
 
 void MapBridge::On(const page::TileQuestion& question) {
-  if (IsTileZoom(question.zoom)) ChangeZoom(question.zoom, ZoomOrigin::kNewTile);
+  if (IsTileZoom(question.zoom)) ChangeZoom(question.zoom, "NewTile");
   if (question.kind == page::TileQuestion::Kind::kUnknown) return;
   if (!IsRebuilding()) return Answer(question);
   // The page waits for each answer and asks again after two seconds: more than a few come from no page of
@@ -159,11 +183,11 @@ void MapBridge::Answer(const page::TileQuestion& question) {
   const std::string suffix = isZoom ? question.suffix : std::string();
   if (question.kind == page::TileQuestion::Kind::kTrack) {
     const std::string path = tiles_.TrackTilePath(suffix);
-    browser_.WriteField(field::kTrackTile, path);
+    form_.AnswerTrackTile(path);
     if (!path.ends_with(kBlankTile)) trace_.Line("track tile " + suffix + " handed to the page");
   } else {
-    browser_.WriteField(field::kZoneTile, isZoom ? tiles_.ZoneTilePath(suffix, host_.isTopLevelAlerted())
-                                                 : tiles_.TrackTilePath(""));
+    form_.AnswerZoneTile(isZoom ? tiles_.ZoneTilePath(suffix, host_.isTopLevelAlerted())
+                                : tiles_.TrackTilePath(""));
   }
 }
 
@@ -191,12 +215,11 @@ void MapBridge::OnTilesTick() {
   } else {
     notDrawn_ = rebuildOwed_;
     trace_.Line("track tiles " + tiles_.GenerationText() + " written");
-    browser_.WriteField(field::kGeneration, tiles_.GenerationText());
+    form_.AnnounceGeneration(tiles_.GenerationText());
   }
-  if (const auto fit = std::exchange(waitingFit_, std::nullopt)) {
-    SendFit(*fit);
-    trace_.Line("...end Fit");
-  }
+  const bool isFit = fit_.IsBeingDrawn();
+  if (const auto due = fit_.Drawn(page_.MapCreated)) SendFit(*due);
+  if (isFit) trace_.Line("...end Fit");
   host_.rebuildEnded();
   for (const auto& question : std::exchange(waitingQuestions_, {})) Answer(question);
 }
@@ -207,47 +230,43 @@ void MapBridge::DropRebuild() {
 }
 
 void MapBridge::FitToData(const WorldBox& box) {
+  fit_.Ask(box);
+  DrawFit(box);
+}
+
+void MapBridge::FitToNewData(const WorldBox& box) {
+  fit_.AskForData(box);
+  DrawFit(box);
+}
+
+void MapBridge::DrawFit(const WorldBox& box) {
   view_.DataBox = box;
-  view_.PreviousRequestedZoom = view_.RequestedZoom;
   FitToBox(view_, box, host_.browserSize());
-  waitingFit_ = box;  // to be made again: the page may report another centre meanwhile
   Rebuild();
 }
 
 void MapBridge::ZoomTo(const WorldBox& box) {
   FitToBox(view_, box, host_.browserSize());
-  if (waitingFit_) {
-    waitingFit_ = box;
+  if (!fit_.Redirect(box)) form_.Fit(view_);
+}
+
+// Made again for the size and the centre that the map has now: the window may have changed, or the page
+// reported another centre, since the box was asked for.
+void MapBridge::SendFit(const PendingFit::Due& due) {
+  FitToBox(view_, due.box, host_.browserSize());
+  if (due.isFirst) {
+    form_.FirstFit(view_);
   } else {
-    browser_.WriteField(field::kFit, FitText(view_));
+    form_.Fit(view_);
   }
 }
 
-void MapBridge::SendFit(const WorldBox& box) {
-  if (page_.FirstFitSent) {
-    FitToBox(view_, box, host_.browserSize());
-    browser_.WriteField(field::kFit, FitText(view_));
-  } else if (mayFit_) {
-    firstFit_ = box;
-    if (page_.MapCreated) SendFirstFit();
-  }
-}
-
-// For the size that the map has now: the window may have changed since the box was asked for.
-void MapBridge::SendFirstFit() {
-  FitToBox(view_, *firstFit_, host_.browserSize());
-  firstFit_.reset();
-  page_.FirstFitSent = true;
-  browser_.WriteField(field::kFirstFit, FitText(view_));
-}
-
-void MapBridge::SendPan(double lat, double lng) { browser_.WriteField(field::kPan, PlaceText(lat, lng)); }
+void MapBridge::SendPan(double lat, double lng) { form_.Pan(lat, lng); }
 
 void MapBridge::SendSize() {
   const PixelSize map = PageMapSize(host_.browserSize());
   trace_.Line("map size X=" + std::to_string(map.width) + "&Y=" + std::to_string(map.height));
-  browser_.WriteField(field::kWidth, std::to_string(map.width));
-  browser_.WriteField(field::kHeight, std::to_string(map.height));
+  form_.SetSize(map);
 }
 
 void MapBridge::SendCentre() {

@@ -5,12 +5,13 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "base/trace.h"
 #include "map/map_view.h"
 #include "map/page_commands.h"
+#include "map/page_form.h"
+#include "map/pending_fit.h"
 #include "map/track_tiles.h"
 #include "platform/browser.h"
 #include "platform/event_loop.h"
@@ -21,7 +22,6 @@ namespace pallomir {
 /// How far the map page is, and what the pointer did on it.
 struct PageState {
   bool MapCreated = false;        ///< status 1; the first fit waits for it
-  bool FirstFitSent = false;      ///< the first fit went out by "TxtL"
   bool MouseMoveToggle = false;   ///< only every second mouse move is acted on
   std::int32_t LastMouseLat = 0;  ///< 1/600000 degree
   std::int32_t LastMouseLng = 0;
@@ -47,16 +47,28 @@ class MapBridge {
     /// The tracks and which of their points get rings; the bridge adds the view.
     std::function<TrackDrawing()> drawing;
     std::function<bool()> isTopLevelAlerted;
+    std::function<PageChoices()> choices;  ///< what the user chose of the map, for a new page
+
+    // The bridge's own work.
     std::function<void()> viewMoved;  ///< the page reported another centre, or another zoom
     std::function<void(const DeleteError&)> rebuildFailed;
-    std::function<void()> rebuildEnded;           ///< in either way
-    std::function<void(int)> reached;             ///< a line of the start-up checklist, 1..17
-    std::function<void()> ready;                  ///< the page is complete, half a second ago
-    std::function<void()> lost;                   ///< the page can't be shown; it is tried again
-    std::function<void(const PageWish&)> wished;  ///< of mouse moves every second one
+    std::function<void()> rebuildEnded;  ///< in either way
+    std::function<void(int)> reached;    ///< a line of the start-up checklist, 1..17
+    std::function<void()> ready;         ///< the page is complete, half a second ago
+    std::function<void()> lost;          ///< the page can't be shown; it is tried again
+
+    // What the user does on the page. One that nobody has set is skipped.
+    std::function<void(ViewPoint)> pointerMoved;               ///< every second time
+    std::function<void()> menuWanted;                          ///< away from the map
+    std::function<void(double lat, double lng)> menuWantedAt;  ///< a place, in degrees
+    std::function<void(const std::string& address)> addressFound;
+    std::function<void(const std::string& payload)> shapeFinished;
+    std::function<void()> shapeCancelled;
+    std::function<void()> shapeClosable;
   };
 
-  /// `view` is what the page shows and was asked to show. It outlives the bridge, as the ports do.
+  /// `view` is what the page shows and was asked to show; `showError` tells the user. The view outlives the
+  /// bridge, as the ports do.
   MapBridge(Browser& browser, EventLoop& loop, Trace& trace, const Folders& folders, std::string webSite,
             MapView& view, std::function<void(const std::string&)> showError, Host host);
   ~MapBridge();
@@ -75,16 +87,18 @@ class MapBridge {
   void DropRebuild();
   const TrackTiles& Tiles() const { return tiles_; }
   const PageState& Page() const { return page_; }
+  PageForm& Form() { return form_; }
 
   /// Points have arrived that no rebuild has drawn yet.
   void NotePoints() { notDrawn_ = true; }
   bool HasUndrawnPoints() const { return notDrawn_; }
 
-  /// Before the first data no fit to them is sent.
-  void AllowFits() { mayFit_ = true; }
-  bool MayFit() const { return mayFit_; }
+  /// Whether fits are sent to the page: from the first FitToNewData on.
+  bool MayFit() const { return fit_.HasData(); }
   /// Draws the tiles anew and then has the page show the box.
   void FitToData(const WorldBox& box);
+  /// The same after a batch of data has come.
+  void FitToNewData(const WorldBox& box);
   /// Has the page show the box; its report of the zoom draws the tiles.
   void ZoomTo(const WorldBox& box);
 
@@ -101,40 +115,39 @@ class MapBridge {
   void On(const page::Zoomed& zoomed);
   void On(const page::PopupAtPlace& click);
   void On(const page::MouseMoved& move);
-  template <class Wish>
-  void On(const Wish& wish) {
-    host_.wished(wish);
-  }
+  void On(const page::PopupWithoutPlace&);
+  void On(const page::GeocodeAnswer& answer);
+  void On(const page::ZoneEdit& edit);
   void On(const page::Malformed&) {}
   void On(const page::Ignored&) {}
 
   void OnReady();
   void OnLost(const std::string& reason);
   void AskForPage();
-  void ChangeZoom(int zoom, ZoomOrigin origin);
+  void ChangeZoom(int zoom, const char* origin);
   void OnTilesTick();
-  void SendFit(const WorldBox& box);
-  void SendFirstFit();
+  void DrawFit(const WorldBox& box);
+  void SendFit(const PendingFit::Due& due);
   void Answer(const page::TileQuestion& question);
 
   Browser& browser_;
+  PageForm form_;
   EventLoop& loop_;
   Trace& trace_;
   std::filesystem::path application_;
   std::string webSite_;
   MapView& view_;
+  std::function<void(const std::string&)> showError_;
   Host host_;
 
   PageState page_;
-  std::optional<WorldBox> firstFit_;  // waits for MapCreated
   bool isLost_ = false;
   PixelSize addressSize_;  // the map size that the page's address named
 
   TrackTiles tiles_;
   bool rebuildOwed_ = false;  // there was something to draw before a zoom was known
   bool notDrawn_ = false;
-  bool mayFit_ = false;
-  std::optional<WorldBox> waitingFit_;               // for the end of the rebuild
+  PendingFit fit_;
   std::deque<page::TileQuestion> waitingQuestions_;  // for the end of the rebuild
 
   std::unique_ptr<Timer> tmrTiles_;

@@ -26,12 +26,10 @@ void WorldBox::Widen(std::int32_t x, std::int32_t y) {
   MaxY = std::max(MaxY, y);
 }
 
-ZoomChange SetTileZoom(MapView& view, int newZoom, ZoomOrigin origin) {
-  ++(origin == ZoomOrigin::kZoom ? view.ZoomReports : view.TileZoomReports);
+ZoomChange SetTileZoom(MapView& view, int newZoom) {
   if (newZoom == view.TileZoom || !IsTileZoom(newZoom)) return ZoomChange::kNone;
   const int oldZoom = view.TileZoom;
   view.TileZoom = newZoom;
-  view.UnitsPerTile = 1 << (30 - newZoom);
   view.UnitsPerPixel = 1 << (22 - newZoom);
   return oldZoom == -1 ? ZoomChange::kFirst : ZoomChange::kChanged;
 }

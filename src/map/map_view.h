@@ -38,20 +38,11 @@ struct MapView {
   bool HasCentre = false;  ///< a fit or the page has set it
   double LatestLat = 0;    ///< degrees of the newest data point
   double LatestLng = 0;
-  int RequestedZoom = kPlaceZoom;          ///< what the host last asked the page for
-  int PreviousRequestedZoom = kPlaceZoom;  ///< that before the last fit
-  int TileZoom = -1;                       ///< what the page last reported; -1: nothing yet
-  std::int32_t UnitsPerTile = 0;           ///< 2^(30 - TileZoom)
-  std::int32_t UnitsPerPixel = 0;          ///< 2^(22 - TileZoom)
-  WorldBox DataBox;                        ///< of the data being fitted
-
-  // Diagnostics: how often the page reported a zoom, and how often it came with a tile question.
-  int ZoomReports = 0;
-  int TileZoomReports = 0;
+  int RequestedZoom = kPlaceZoom;  ///< what the host last asked the page for
+  int TileZoom = -1;               ///< what the page last reported; -1: nothing yet
+  std::int32_t UnitsPerPixel = 0;  ///< 2^(22 - TileZoom)
+  WorldBox DataBox;                ///< of the data being fitted
 };
-
-/// Where a zoom report came from.
-enum class ZoomOrigin { kZoom = 1, kNewTile = 2 };
 
 /// What a zoom report changed.
 enum class ZoomChange {
@@ -61,7 +52,7 @@ enum class ZoomChange {
 };
 
 /// Takes over a zoom that the page reported and recomputes the scale.
-ZoomChange SetTileZoom(MapView& view, int newZoom, ZoomOrigin origin);
+ZoomChange SetTileZoom(MapView& view, int newZoom);
 
 /// The centre that the page reported after a pan, in degrees.
 void SetCentre(MapView& view, double lat, double lng);

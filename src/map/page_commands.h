@@ -56,10 +56,6 @@ using PageCommand = std::variant<page::Ignored, page::Malformed, page::PopupWith
                                  page::GeocodeAnswer, page::MouseMoved, page::Panned, page::Status,
                                  page::TileQuestion, page::Zoomed, page::ZoneEdit>;
 
-/// Those that are not about the map's own view and tiles.
-using PageWish = std::variant<page::PopupWithoutPlace, page::PopupAtPlace, page::GeocodeAnswer,
-                              page::MouseMoved, page::ZoneEdit>;
-
 /// Reads the text behind the command prefix. Letters count with their case.
 PageCommand ParsePageCommand(std::string_view text);
 

@@ -25,6 +25,7 @@ Client::Client(const Ports& ports)
   map_ = std::make_unique<MapBridge>(
       ports_.browser, ports_.loop, ports_.trace, ports_.folders, ports_.deployment.webSite, view_,
       [this](const std::string& text) { ports_.questions.Tell(text); }, MapHost());
+  mapCommands_ = std::make_unique<MapCommands>(menus_, handlers_, map_->Form(), ports_.view);
   CreateTimers();
 }
 

@@ -10,11 +10,11 @@
 #include "base/trace.h"
 #include "commands/command.h"
 #include "commands/command_handlers.h"
+#include "commands/map_commands.h"
 #include "dataserver/service_control.h"
 #include "hotspots/hotspot_lists.h"
 #include "map/map_bridge.h"
 #include "map/map_view.h"
-#include "map/page_commands.h"
 #include "platform/beeper.h"
 #include "platform/browser.h"
 #include "platform/clock.h"
@@ -108,7 +108,7 @@ class Client {
   /// The user works with the caption line or a menu: the focus holder leaves the keyboard there for now.
   void HoldFocusOff(bool hold);
   void FocusLost();  ///< the focus holder lost the keyboard
-  void MenuButtonClicked();
+  void MenuButtonClicked() { mapCommands_->MenuButtonClicked(); }
   void MenuChosen(const MenuItem& item);
   void PickerGotFocus(int i);
   void PickerLostFocus(int i);
@@ -188,12 +188,10 @@ class Client {
   void HandleOptionCommands();
   void HandleTimeCommands();
   bool Toggle(Command command, int index = 0);  ///< its check mark; gives the new one
-  void SwitchLayer(Command command, const char* field);
   void ChooseStartup(int index);
   void ChooseUpdate(int index);
   void ChooseUnitOfMeasure(int index);
   void AskPortBase();
-  void SetPanorama(bool on);
 
   // Hotspot lists, the user's own Data Server, demo mode (client_services.cpp)
   void ReadHotspots();
@@ -216,15 +214,8 @@ class Client {
   // Map (client_map.cpp)
   MapBridge::Host MapHost();
   TrackDrawing Drawing();
-  void OnPage(const page::PopupWithoutPlace&);
-  void OnPage(const page::PopupAtPlace& click);
-  void OnPage(const page::GeocodeAnswer& answer);
-  void OnPage(const page::MouseMoved& move);
-  void OnPage(const page::ZoneEdit& edit);
-  void OnPageReady();
-  void FitToData(std::size_t k);
-  void WriteToggle(Command command, const char* field);
-  void WriteMapType();
+  void OnPointerMoved(ViewPoint at);
+  WorldBox BeginFit(std::size_t k);
   void OnBoxTick();
 
   void ShowPointAtShare(int x);
@@ -278,6 +269,7 @@ class Client {
 
   MapView view_;
   std::unique_ptr<MapBridge> map_;
+  std::unique_ptr<MapCommands> mapCommands_;
 
   DatePickers pickers_;
   TimeWindow window_;

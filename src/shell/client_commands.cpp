@@ -6,14 +6,13 @@
 #include "commands/hot_keys.h"
 #include "commands/menus.h"
 #include "commands/unit_menu.h"
-#include "map/page_fields.h"
 #include "shell/client.h"
 
 // What the commands of menus and keys do.
 
 namespace pallomir {
 
-// Every command has its handler here, and nowhere else.
+// What is not about the map page (commands/map_commands.h) has its handler here.
 void Client::HandleCommands() {
   HandleViewCommands();
   HandleOptionCommands();
@@ -21,7 +20,6 @@ void Client::HandleCommands() {
   const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
   handle(Command::kFaqs, [this](int) { OpenFaqs(); });
   handle(Command::kAbout, [this](int) { ports_.view.ShowAbout(); });
-  handle(Command::kNearby, [this](int) { ports_.browser.WriteField(field::kGeocode, "True"); });
   handle(Command::kExit, [this](int) { ports_.window.Close(); });
 }
 
@@ -30,21 +28,10 @@ void Client::HandleViewCommands() {
   handle(Command::kReload, [this](int) { MapReload(); });
   handle(Command::kFitAll, [this](int) { FitByUser(0); });
   handle(Command::kFitUnit, [this](int k) { FitByUser(static_cast<std::size_t>(k)); });
-  handle(Command::kMapData, [this](int) { SwitchLayer(Command::kMapData, field::kMapData); });
-  handle(Command::kTrackingData, [this](int) { SwitchLayer(Command::kTrackingData, field::kTrackingData); });
-  handle(Command::kZones, [this](int) { SwitchLayer(Command::kZones, field::kZonesShown); });
   handle(Command::kTimeline, [this](int) {
     ports_.view.ShowTimeline(Toggle(Command::kTimeline));
     MapReload();
   });
-  handle(Command::kMapType, [this](int type) {
-    menus_.CheckOnly(Command::kMapType, type);
-    WriteMapType();
-  });
-  handle(Command::kStreetView, [this](int) {
-    ports_.browser.WriteField(field::kStreetView, Toggle(Command::kStreetView) ? "True" : "False");
-  });
-  handle(Command::kPanorama, [this](int) { SetPanorama(!menus_.At(Command::kPanorama).checked); });
   handle(Command::kAllUnits, [this](int) { ShowAllUnits(); });
   handle(Command::kOnlyUnit, [this](int i) { ShowOnlyUnit(i); });
   handle(Command::kToggleUnit, [this](int i) { ToggleUnit(i); });
@@ -100,22 +87,9 @@ void Client::MenuChosen(const MenuItem& item) {
   handlers_.Run(item.command, item.index);
 }
 
-void Client::MenuButtonClicked() {
-  if (menus_.At(Command::kPanorama).checked) {
-    SetPanorama(false);
-  } else {
-    ports_.view.PopUpMenu(ClientView::MenuPlace::kUnderButton);
-  }
-}
-
 bool Client::Toggle(Command command, int index) {
   MenuItem& item = menus_.At(command, index);
   return item.checked = !item.checked;
-}
-
-void Client::SwitchLayer(Command command, const char* field) {
-  Toggle(command);
-  WriteToggle(command, field);
 }
 
 void Client::ChooseStartup(int index) {
@@ -151,12 +125,6 @@ void Client::AskPortBase() {
     choices_.portBase.Store(static_cast<int>(std::nearbyint(port)));  // half to even
     menus_.At(Command::kPortBase).caption = "Local Port Range Base = " + answer.text;
   });
-}
-
-void Client::SetPanorama(bool on) {
-  menus_.At(Command::kPanorama).checked = on;
-  ports_.browser.WriteField(field::kPanorama, on ? "True" : "False");
-  ports_.view.SetMenuLabel(on ? "Exit to Map" : "Menu");
 }
 
 }  // namespace pallomir

@@ -45,8 +45,7 @@ void Client::OnBatch(const MergedBatch& batch) {
 
 void Client::OnUpdateAction() {
   if (choices_.onUpdate.Value() == 1 || !map_->MayFit()) {
-    map_->AllowFits();
-    FitToData(0);
+    map_->FitToNewData(BeginFit(0));
     return;
   }
   if (store_.PointCount() > 0) map_->NotePoints();
@@ -57,7 +56,7 @@ void Client::OnUpdateAction() {
 
 void Client::FitByUser(std::size_t k) {
   feed_.TakeInHeld();
-  FitToData(k);
+  map_->FitToData(BeginFit(k));
   Timeline_Resize();  // the redraw takes the notice away, also where there was nothing new
 }
 

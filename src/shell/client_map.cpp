@@ -2,21 +2,13 @@
 #include <cstdlib>
 #include <string>
 #include <utility>
-#include <variant>
 #include <vector>
 
-#include "map/page_fields.h"
-#include "map/projection.h"
 #include "shell/client.h"
 
 // What lies over the map, and what the page wants of the rest of the program.
 
 namespace pallomir {
-namespace {
-
-constexpr int kFirstMapType = 1;
-
-}  // namespace
 
 MapBridge::Host Client::MapHost() {
   MapBridge::Host host;
@@ -31,11 +23,22 @@ MapBridge::Host Client::MapHost() {
   };
   host.rebuildEnded = [this] { HideMapUpdating(); };
   host.reached = [this](int line) { ports_.view.TickStatus(line); };
-  host.ready = [this] { OnPageReady(); };
-  host.lost = [this] { ports_.view.HideSplash(); };
-  host.wished = [this](const PageWish& wish) {
-    std::visit([this](const auto& parsed) { OnPage(parsed); }, wish);
+  host.ready = [this] {
+    ports_.view.HideSplash();
+    Run(seams.loadZones);
   };
+  host.lost = [this] { ports_.view.HideSplash(); };
+  host.choices = [this] { return mapCommands_->Choices(); };
+  host.pointerMoved = [this](ViewPoint at) { OnPointerMoved(at); };
+  host.menuWanted = [this] { mapCommands_->PopUpAtPointer(false); };
+  host.menuWantedAt = [this](double lat, double lng) {
+    Run(seams.offerZonesAt, lat, lng);
+    mapCommands_->PopUpAtPointer(true);
+  };
+  host.addressFound = [this](const std::string& address) { Run(seams.showGeocode, address); };
+  host.shapeFinished = [this](const std::string& payload) { Run(seams.editZone, 'F', payload); };
+  host.shapeCancelled = [this] { Run(seams.editZone, 'C', std::string()); };
+  host.shapeClosable = [this] { Run(seams.editZone, '3', std::string()); };
   return host;
 }
 
@@ -47,49 +50,14 @@ TrackDrawing Client::Drawing() {
   return drawing;
 }
 
-void Client::OnPage(const page::PopupWithoutPlace&) {
-  menus_.At(Command::kBeenHere).enabled = false;
-  menus_.At(Command::kNearby).enabled = false;
-  ports_.view.PopUpMenu(ClientView::MenuPlace::kAtPointer);
-}
-
-void Client::OnPage(const page::PopupAtPlace& click) {
-  Run(seams.offerZonesAt, click.lat / kPositionUnitsPerDegree, click.lng / kPositionUnitsPerDegree);
-  menus_.At(Command::kBeenHere).enabled = true;
-  menus_.At(Command::kNearby).enabled = true;
-  ports_.view.PopUpMenu(ClientView::MenuPlace::kAtPointer);
-}
-
-void Client::OnPage(const page::GeocodeAnswer& answer) { Run(seams.showGeocode, answer.text); }
-
-void Client::OnPage(const page::MouseMoved& move) {
+void Client::OnPointerMoved(ViewPoint at) {
   OnTimelineInfoTick();
-  ports_.view.PointerOverMap({move.x, move.y});
-  ShowPointAtShare(move.x);
+  ports_.view.PointerOverMap(at);
+  ShowPointAtShare(at.x);
 }
 
-// A page begins with all layers, the first map type and neither overlay nor panorama: one that comes after a
-// loss, or late, is told what was chosen otherwise meanwhile.
-void Client::OnPageReady() {
-  ports_.view.HideSplash();
-  if (!menus_.At(Command::kMapData).checked) WriteToggle(Command::kMapData, field::kMapData);
-  if (!menus_.At(Command::kTrackingData).checked) WriteToggle(Command::kTrackingData, field::kTrackingData);
-  if (!menus_.At(Command::kZones).checked) WriteToggle(Command::kZones, field::kZonesShown);
-  if (menus_.CheckedIndex(Command::kMapType) != kFirstMapType) WriteMapType();
-  if (menus_.At(Command::kPanorama).checked) SetPanorama(true);
-  if (menus_.At(Command::kStreetView).checked) ports_.browser.WriteField(field::kStreetView, "True");
-  Run(seams.loadZones);
-}
-
-void Client::OnPage(const page::ZoneEdit& edit) {
-  if (edit.sub == 'F' || edit.sub == 'C' || edit.sub == '3') {
-    Run(seams.editZone, edit.sub, edit.payload);
-  } else {
-    ports_.questions.Tell("System Error 3907");
-  }
-}
-
-void Client::FitToData(std::size_t k) {
+// Shows the notice that the map is being drawn; gives the box of the enabled unit k, of all for 0.
+WorldBox Client::BeginFit(std::size_t k) {
   ports_.trace.Line("Fit begin...");
   mapUpdatingShown_ = true;
   ports_.view.ShowMapUpdating();
@@ -97,16 +65,7 @@ void Client::FitToData(std::size_t k) {
   for (std::size_t unit = 1; unit <= store_.UnitCount(); ++unit) {
     if (k == 0 || unit == k) box = BoxOf(store_.Track(unit).Points(), box);
   }
-  map_->FitToData(box.IsEmpty() ? DefaultBox() : box);
-}
-
-void Client::WriteToggle(Command command, const char* field) {
-  ports_.browser.WriteField(field, menus_.At(command).checked ? "T" : "F");
-}
-
-void Client::WriteMapType() {
-  ports_.browser.WriteField(field::kMapType,
-                            menus_.At(Command::kMapType, menus_.CheckedIndex(Command::kMapType)).tag);
+  return box.IsEmpty() ? DefaultBox() : box;
 }
 
 void Client::HidePointMarker() {

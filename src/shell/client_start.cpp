@@ -6,7 +6,6 @@
 #include "commands/hotspot_menus.h"
 #include "commands/menus.h"
 #include "commands/unit_menu.h"
-#include "map/page_fields.h"
 #include "map/projection.h"
 #include "shell/client.h"
 #include "shell/instance_guard.h"

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/civil_time.h"
+#include "commands/map_commands.h"
 #include "hotspots/hotspot_lists.h"
 #include "map/map_view.h"
 #include "platform/geometry.h"
@@ -15,7 +16,7 @@
 namespace pallomir {
 
 /// What the client shows. The main window implements it; tests record it. Nothing here waits for the user.
-class ClientView : public FeedView {
+class ClientView : public FeedView, public MenuView {
  public:
   // Caption and layout
   virtual void ShowCaption(bool visible) = 0;  ///< `txtCaption`
@@ -26,7 +27,6 @@ class ClientView : public FeedView {
   virtual PixelSize BrowserSize() const = 0;
   virtual bool IsTimelineVisible() const = 0;  ///< `frameTimeLine`
   virtual void ShowTimeline(bool visible) = 0;
-  virtual void SetMenuLabel(const std::string& text) = 0;  ///< `lblMenu`
 
   // Timeline
   virtual void LayOutTimeline(std::size_t rows) = 0;
@@ -71,12 +71,10 @@ class ClientView : public FeedView {
   virtual void ShowReloadButton(bool visible) = 0;
   virtual void MovePointerToReloadButton() = 0;
 
-  // Keyboard and menus
+  // Keyboard
   /// Gives the keyboard to `FocusGetter`, unless it or a date picker has it, a popup is open or another
   /// window is active.
   virtual void ReturnFocus() = 0;
-  enum class MenuPlace { kUnderButton, kAtPointer };
-  virtual void PopUpMenu(MenuPlace place) = 0;
 
   /// Unloads all secondary windows.
   virtual void CloseWindows() = 0;

@@ -191,7 +191,7 @@ struct Expected {
 Expected ExpectedTiles(const std::vector<DataPoint>& points, PixelSize browser) {
   MapView view;
   FitToBox(view, BoxOf(points), browser);
-  SetTileZoom(view, view.RequestedZoom, ZoomOrigin::kZoom);
+  SetTileZoom(view, view.RequestedZoom);
   TrackDrawing drawing;
   drawing.units = {points};
   drawing.CentreX = view.CentreX;

@@ -121,14 +121,13 @@ TEST(Projection, DistancesAreMiles) {
 
 TEST(MapView, ZoomReportsSetTheScale) {
   MapView view;
-  EXPECT_EQ(SetTileZoom(view, 12, ZoomOrigin::kZoom), ZoomChange::kFirst);
-  EXPECT_EQ(view.UnitsPerPixel * 256, view.UnitsPerTile);
-  EXPECT_EQ(SetTileZoom(view, 12, ZoomOrigin::kNewTile), ZoomChange::kNone);
-  EXPECT_EQ(SetTileZoom(view, 22, ZoomOrigin::kZoom), ZoomChange::kChanged);
+  EXPECT_EQ(SetTileZoom(view, 12), ZoomChange::kFirst);
+  EXPECT_EQ(SetTileZoom(view, 12), ZoomChange::kNone);
+  EXPECT_EQ(SetTileZoom(view, 22), ZoomChange::kChanged);
   EXPECT_EQ(view.UnitsPerPixel, 1);
-  EXPECT_EQ(SetTileZoom(view, 23, ZoomOrigin::kZoom), ZoomChange::kNone);
-  EXPECT_EQ(SetTileZoom(view, -1, ZoomOrigin::kZoom), ZoomChange::kNone);
-  EXPECT_EQ(SetTileZoom(view, 0, ZoomOrigin::kZoom), ZoomChange::kChanged);
+  EXPECT_EQ(SetTileZoom(view, 23), ZoomChange::kNone);
+  EXPECT_EQ(SetTileZoom(view, -1), ZoomChange::kNone);
+  EXPECT_EQ(SetTileZoom(view, 0), ZoomChange::kChanged);
   EXPECT_EQ(view.UnitsPerPixel, 4194304);
 }
 
@@ -162,7 +161,7 @@ TEST(MapView, FitTakesTheLargestZoomThatHoldsTheBox) {
 
 TEST(MapView, WorldAndViewPixels) {
   MapView view;
-  SetTileZoom(view, 20, ZoomOrigin::kZoom);
+  SetTileZoom(view, 20);
   view.CentreX = 1000;
   view.CentreY = 1000;
   const PixelSize size{818, 600};

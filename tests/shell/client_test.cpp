@@ -492,41 +492,6 @@ TEST_F(ClientTest, WhileAPickerIsEditedKeysBelongToIt) {
   EXPECT_TRUE(client->KeyDown(0, 'R'));
 }
 
-TEST_F(ClientTest, TilesAreAnsweredByNameOrByABlank) {
-  StartStreaming();
-  ReportMapReady();
-  Arrive(PacketOf({Record(0, 40.60, -75.40), Record(60, 40.64, -75.34)}));
-  ASSERT_FALSE(TileFiles().empty());
-  const std::string name = TileFiles()[0];
-  Command("TT" + name.substr(4, 14));
-  EXPECT_EQ(browser.Written("TxtTT").back(), (TileFolder() / name).string());
-  const std::string blank = (folders.Path() / "app/blank_x.png").string();
-  for (const char* question :
-       {"TT0C000000000000", "TTXX000000000000", "TT", "TTFF000000000000", "TT0C../../x"}) {
-    Command(question);
-    EXPECT_EQ(browser.Written("TxtTT").back(), blank) << question;
-  }
-  EXPECT_EQ(client->View().TileZoom, 12) << "a bad zoom changes nothing";
-  Command("TZ0C000000000000");
-  EXPECT_EQ(browser.Written("TxtTZ").back(), (folders.Path() / "app/Grn.png").string());
-  Command("TZ99000000000000");
-  EXPECT_EQ(browser.Written("TxtTZ").back(), blank);
-  const std::size_t writes = browser.writes.size();
-  Command("TX0C000000000000");
-  EXPECT_EQ(browser.writes.size(), writes) << "another kind has no answer";
-}
-
-TEST_F(ClientTest, ATileQuestionAtANewZoomRebuildsFirst) {
-  StartStreaming();
-  ReportMapReady();
-  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
-  const int generation = client->Tiles().TileGeneration();
-  Command("TT0D000000000000");
-  EXPECT_EQ(client->View().TileZoom, 13);
-  EXPECT_EQ(client->Tiles().TileGeneration(), generation + 1);
-  EXPECT_EQ(browser.writes.back().first, "TxtTT");
-}
-
 // Tiles of many points take several turns of the event loop, in which page, user and data go on.
 class DrawingTest : public ClientTest {
  protected:
@@ -581,25 +546,6 @@ TEST_F(DrawingTest, ALaterChangeBeginsAnew) {
   EXPECT_THAT(TileFiles(), IsEmpty());
 }
 
-TEST_F(DrawingTest, TheFitIsThatOfItsBegin) {
-  BeginToDraw();
-  CommandMeanwhile("M10.000000,20.000000");
-  loop.Advance(0);
-  ASSERT_THAT(browser.Written("TxtF"), SizeIs(1));
-  EXPECT_THAT(browser.Written("TxtF")[0], HasSubstr("+040.61"));
-}
-
-TEST_F(DrawingTest, ABoxThatIsDrawnMeanwhileTakesTheFitsPlace) {
-  BeginToDraw();
-  client->RubberBandDrawn({100, 100}, {200, 200});
-  CommandMeanwhile("M10.000000,20.000000");
-  loop.Advance(0);
-  ASSERT_THAT(browser.Written("TxtF"), SizeIs(1));
-  const std::string fit = browser.Written("TxtF")[0];
-  EXPECT_EQ(fit.substr(0, 2), "14") << "a tenth of the view at zoom 12; the data want 15";
-  EXPECT_THAT(fit, testing::Not(HasSubstr("+010.0")));
-}
-
 TEST_F(DrawingTest, WhatArrivesMeanwhileIsDecodedAfterwards) {
   BeginToDraw();
   const Bytes packet = PacketOf({Record(60, 41, -75), Record(61, 41, -75)});
@@ -611,63 +557,12 @@ TEST_F(DrawingTest, WhatArrivesMeanwhileIsDecodedAfterwards) {
   EXPECT_EQ(client->Points().PointCount(), 4u);
 }
 
-TEST_F(DrawingTest, APageThatComesMeanwhileGetsTheFitAndNoAnswersOfTheOneBeforeIt) {
-  BeginToDraw();
-  CommandMeanwhile("TT0C000000000000");
-  browser.pageLost("test");
-  CommandMeanwhile("S1");
-  loop.Advance(0);
-  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtL"));
-}
-
 TEST_F(DrawingTest, ClosingEndsIt) {
   BeginToDraw();
   client->Unload();
   browser.writes.clear();
   loop.Advance(5000);
   EXPECT_THAT(browser.writes, IsEmpty());
-}
-
-TEST_F(ClientTest, CommandsThatAreNoneChangeNothing) {
-  StartStreaming();
-  ReportMapReady();
-  const MapView before = client->View();
-  const std::size_t writes = browser.writes.size();
-  for (const char* command : {"",    "c",     "M",  "Mx,y", "M91.0,0", "Z",        "Zx",
-                              "Z23", "Z-1",   "S",  "S0",   "S18",     "F",        "F12",
-                              "m",   "mxxxx", "r1", "t",    "q",       "M1e999,0", "Z99999999999999999999"}) {
-    Command(command);
-  }
-  EXPECT_EQ(client->View().CentreX, before.CentreX);
-  EXPECT_EQ(client->View().TileZoom, 12);
-  EXPECT_EQ(browser.writes.size(), writes);
-  EXPECT_THAT(view.popups, IsEmpty());
-  EXPECT_EQ(Trouble(), "");
-  Command("zq");
-  EXPECT_EQ(Trouble(), "System Error 3907");
-}
-
-TEST_F(ClientTest, OnlyCommandNavigationsAreCancelled) {
-  client->Load();
-  EXPECT_FALSE(browser.beforeNavigate("http://127.0.0.1:2480/fullscreen/index.php?X=1&Y=1"));
-  EXPECT_FALSE(browser.beforeNavigate("http://127.0.0.1:2480/dummy"));
-  EXPECT_FALSE(browser.beforeNavigate("https://elsewhere/dummy/Z9"));
-  EXPECT_TRUE(browser.beforeNavigate("http://127.0.0.1:2480/dummy/Z9"));
-  EXPECT_EQ(client->View().TileZoom, -1) << "a command runs from the event loop";
-  loop.RunPosted();
-  EXPECT_EQ(client->View().TileZoom, 9);
-}
-
-TEST_F(ClientTest, EverySecondMouseMoveIsActedOn) {
-  StartStreaming();
-  Command("m00012000340024000000-045000000012");
-  EXPECT_EQ(client->Page().LastMouseLat, 24000000);
-  EXPECT_EQ(client->Page().LastMouseLng, -45000000);
-  EXPECT_EQ(client->Page().LastMouseZoom, 12);
-  Command("m00012000340024000001-045000000012");
-  EXPECT_EQ(client->Page().LastMouseLat, 24000000);
-  Command("m00012000340024000002-045000000012");
-  EXPECT_EQ(client->Page().LastMouseLat, 24000002);
 }
 
 TEST_F(ClientTest, RightClicksOpenTheMenu) {

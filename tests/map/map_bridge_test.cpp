@@ -1,0 +1,323 @@
+#include "map/map_bridge.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/fake_event_loop.h"
+#include "fakes/fake_system.h"
+#include "fakes/temporary_folder.h"
+#include "map/projection.h"
+
+namespace pallomir {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+DataPoint PointAt(double lat, double lng) {
+  DataPoint point;
+  point.x = LngToWorldX(DegreesToPositionUnits(lng));
+  point.y = LatToWorldY(DegreesToPositionUnits(lat));
+  return point;
+}
+
+/// A page that is asked for tiles of two points.
+class MapBridgeTest : public testing::Test {
+ protected:
+  MapBridgeTest() {
+    for (const char* folder : {"app", "home", "home/Application Data", "home/Application Data/pallomir",
+                               "home/Application Data/pallomir/Tiles"})
+      std::filesystem::create_directory(folders_.Path() / folder);
+    bridge_ = std::make_unique<MapBridge>(
+        browser_, loop_, trace_, Folders{folders_.Path() / "app", folders_.Path(), folders_.Path() / "home"},
+        "127.0.0.1:2480", view_, [this](const std::string& text) { errors_.push_back(text); }, HostOfTest());
+    bridge_->Open();
+  }
+
+  MapBridge::Host HostOfTest() {
+    MapBridge::Host host;
+    host.isClosing = [this] { return isClosing_; };
+    host.browserSize = [] { return PixelSize{1018, 700}; };
+    host.drawing = [this] {
+      TrackDrawing drawing;
+      drawing.units.push_back(points_);
+      return drawing;
+    };
+    host.isTopLevelAlerted = [this] { return isTopLevelAlerted_; };
+    host.choices = [this] { return choices_; };
+    host.viewMoved = [this] { calls_.push_back("moved"); };
+    host.rebuildFailed = [](const DeleteError& error) { ADD_FAILURE() << error.description; };
+    host.rebuildEnded = [] {};
+    host.reached = [this](int line) { calls_.push_back("line " + std::to_string(line)); };
+    host.ready = [this] { calls_.push_back("ready"); };
+    host.lost = [this] { calls_.push_back("lost"); };
+    host.pointerMoved = [this](ViewPoint at) {
+      calls_.push_back("pointer " + std::to_string(at.x) + "," + std::to_string(at.y));
+    };
+    host.menuWanted = [this] { calls_.push_back("menu"); };
+    host.menuWantedAt = [this](double lat, double lng) {
+      calls_.push_back("menu at " + std::to_string(lat) + "," + std::to_string(lng));
+    };
+    host.shapeFinished = [this](const std::string& payload) { calls_.push_back("shape " + payload); };
+    host.shapeCancelled = [this] { calls_.push_back("cancelled"); };
+    host.shapeClosable = [this] { calls_.push_back("closable"); };
+    return host;
+  }
+
+  void Command(const std::string& text) {
+    browser_.beforeNavigate("http://127.0.0.1:2480/dummy/" + text);
+    loop_.RunPosted();
+  }
+
+  /// The page shows its map and has had its first fit.
+  void ShowData() {
+    Command("S1");
+    Command("M40.620000,-75.370000");
+    Command("Z12");
+    bridge_->FitToNewData(Box());
+    loop_.Advance(0);
+    browser_.writes.clear();
+    calls_.clear();
+  }
+
+  /// A fit by the user, whose tiles are not drawn to the end.
+  void BeginToDraw() {
+    ShowData();
+    bridge_->FitToData(Box());
+    loop_.Tick("tmrTiles");
+  }
+
+  WorldBox Box() const { return BoxOf(points_); }
+
+  std::filesystem::path TileFolder() const {
+    return folders_.Path() / "home/Application Data/pallomir/Tiles";
+  }
+  std::string AnyTile() const {
+    return std::filesystem::directory_iterator(TileFolder())->path().filename().string();
+  }
+  std::vector<std::string> WrittenFields() const {
+    std::vector<std::string> fields;
+    for (const auto& [field, value] : browser_.writes) fields.push_back(field);
+    return fields;
+  }
+
+  fakes::TemporaryFolder folders_;
+  fakes::FakeBrowser browser_;
+  fakes::FakeEventLoop loop_;
+  std::vector<std::string> traced_;
+  Trace trace_{[] { return 0.0; }, [this](const std::string& line) { traced_.push_back(line); }};
+  MapView view_;
+  std::vector<DataPoint> points_{PointAt(40.60, -75.40), PointAt(40.62, -75.42)};
+  bool isClosing_ = false;
+  bool isTopLevelAlerted_ = false;
+  PageChoices choices_;
+  std::vector<std::string> errors_;
+  std::vector<std::string> calls_;
+  std::unique_ptr<MapBridge> bridge_;
+};
+
+TEST_F(MapBridgeTest, CommandsOfThePageBecomeCalls) {
+  const struct {
+    const char* command;
+    std::vector<std::string> calls;
+  } rows[] = {
+      {"C", {"menu"}},
+      {"F0024300000-045000000", {"menu at 40.500000,-75.000000"}},
+      {"m00012000340024000000-045000000012", {"pointer 12,34"}},
+      {"m00012000340024000001-045000000012", {}},
+      {"m00013000340024000002-045000000013", {"pointer 13,34"}},
+      {"M40.000000,-75.000000", {"moved"}},
+      {"Z12", {"moved"}},
+      {"Z12", {}},
+      {"zF1.0~2.0~", {"shape 1.0~2.0~"}},
+      {"zC", {"cancelled"}},
+      {"z3", {"closable"}},
+      {"G%41%20%20", {}},  // nobody listens
+      {"S17", {"line 17"}},
+      {"S18", {}},
+      {"S0", {}},
+      {"q", {}},
+  };
+  for (const auto& row : rows) {
+    calls_.clear();
+    Command(row.command);
+    EXPECT_EQ(calls_, row.calls) << row.command;
+  }
+  EXPECT_EQ(bridge_->Page().RightClickX, 313174699);
+  EXPECT_EQ(bridge_->Page().LastMouseLat, 24000002);
+  EXPECT_EQ(bridge_->Page().LastMouseLng, -45000000);
+  EXPECT_EQ(bridge_->Page().LastMouseZoom, 13);
+  EXPECT_THAT(browser_.writes, IsEmpty());
+  EXPECT_THAT(errors_, IsEmpty());
+  Command("zq");
+  EXPECT_THAT(errors_, ElementsAre("System Error 3907"));
+}
+
+TEST_F(MapBridgeTest, CommandsThatAreNoneChangeNothing) {
+  ShowData();
+  const MapView before = view_;
+  for (const char* command : {"",    "c",     "M",  "Mx,y", "M91.0,0", "Z",        "Zx",
+                              "Z23", "Z-1",   "S",  "S0",   "S18",     "F",        "F12",
+                              "m",   "mxxxx", "r1", "t",    "q",       "M1e999,0", "Z99999999999999999999"})
+    Command(command);
+  EXPECT_EQ(view_.CentreX, before.CentreX);
+  EXPECT_EQ(view_.TileZoom, 12);
+  EXPECT_THAT(browser_.writes, IsEmpty());
+  EXPECT_THAT(calls_, IsEmpty());
+}
+
+TEST_F(MapBridgeTest, OnlyCommandNavigationsAreCancelled) {
+  EXPECT_FALSE(browser_.beforeNavigate("http://127.0.0.1:2480/fullscreen/index.php?X=1&Y=1"));
+  EXPECT_FALSE(browser_.beforeNavigate("http://127.0.0.1:2480/dummy"));
+  EXPECT_FALSE(browser_.beforeNavigate("https://elsewhere/dummy/Z9"));
+  EXPECT_TRUE(browser_.beforeNavigate("http://127.0.0.1:2480/dummy/Z9"));
+  EXPECT_EQ(view_.TileZoom, -1) << "a command runs from the event loop";
+  loop_.RunPosted();
+  EXPECT_EQ(view_.TileZoom, 9);
+  EXPECT_TRUE(browser_.beforeNavigate("http://127.0.0.1:2480/dummy/Z10"));
+  isClosing_ = true;
+  loop_.RunPosted();
+  EXPECT_EQ(view_.TileZoom, 9);
+}
+
+TEST_F(MapBridgeTest, TilesAreAnsweredByNameOrByABlank) {
+  ShowData();
+  const std::string name = AnyTile();
+  Command("TT" + name.substr(4, 14));
+  EXPECT_EQ(browser_.Written("TxtTT").back(), (TileFolder() / name).string());
+  const std::string blank = (folders_.Path() / "app/blank_x.png").string();
+  for (const char* question :
+       {"TT0C000000000000", "TTXX000000000000", "TT", "TTFF000000000000", "TT0C../../x"}) {
+    Command(question);
+    EXPECT_EQ(browser_.Written("TxtTT").back(), blank) << question;
+  }
+  EXPECT_EQ(view_.TileZoom, 12) << "a bad zoom changes nothing";
+  for (const char* colour : {"Grn", "Red"}) {
+    Command("TZ0C000000000000");
+    EXPECT_EQ(browser_.Written("TxtTZ").back(), (folders_.Path() / "app" / colour).string() + ".png");
+    isTopLevelAlerted_ = true;
+  }
+  Command("TZ99000000000000");
+  EXPECT_EQ(browser_.Written("TxtTZ").back(), blank);
+  const std::size_t writes = browser_.writes.size();
+  Command("TX0C000000000000");
+  EXPECT_EQ(browser_.writes.size(), writes) << "another kind has no answer";
+}
+
+TEST_F(MapBridgeTest, ATileQuestionAtANewZoomRebuildsFirst) {
+  ShowData();
+  Command("TT0D000000000000");
+  EXPECT_EQ(view_.TileZoom, 13);
+  EXPECT_THAT(browser_.writes, IsEmpty());
+  loop_.Advance(0);
+  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtTT"));
+}
+
+TEST_F(MapBridgeTest, OfManyQuestionsThatWaitTheLastOnesAreAnswered) {
+  BeginToDraw();
+  for (int i = 0; i < 65; ++i) Command("TT0C00000000000" + std::string(1, "0123456789ABCDEF"[i % 16]));
+  loop_.Advance(0);
+  EXPECT_THAT(browser_.Written("TxtTT"), SizeIs(64));
+}
+
+TEST_F(MapBridgeTest, AFitIsThatOfItsBegin) {
+  BeginToDraw();
+  Command("M10.000000,20.000000");
+  EXPECT_THAT(browser_.writes, IsEmpty());
+  loop_.Advance(0);
+  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtF"));
+  EXPECT_THAT(browser_.Written("TxtF")[0], HasSubstr("+040.61"));
+}
+
+TEST_F(MapBridgeTest, ABoxThatIsWantedMeanwhileTakesTheFitsPlace) {
+  BeginToDraw();
+  bridge_->ZoomTo(BoxOfDegrees({30, 31, -80, -79}));
+  Command("M10.000000,20.000000");
+  loop_.Advance(0);
+  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtF"));
+  EXPECT_THAT(browser_.Written("TxtF")[0], HasSubstr("+030.5"));
+  bridge_->ZoomTo(BoxOfDegrees({50, 51, -80, -79}));
+  EXPECT_THAT(browser_.Written("TxtF"), SizeIs(2)) << "at once where nothing is drawn";
+}
+
+TEST_F(MapBridgeTest, APageThatComesMeanwhileGetsTheFitAndNoAnswersOfTheOneBeforeIt) {
+  BeginToDraw();
+  Command("TT0C000000000000");
+  browser_.pageLost("test");
+  Command("S1");
+  loop_.Advance(0);
+  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtL"));
+}
+
+TEST_F(MapBridgeTest, BeforeTheFirstDataFitsAreDrawnAndNotSent) {
+  Command("S1");
+  Command("Z12");
+  bridge_->FitToData(DefaultBox());
+  loop_.Advance(0);
+  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR"));
+  EXPECT_FALSE(bridge_->MayFit());
+  bridge_->FitToNewData(Box());
+  EXPECT_TRUE(bridge_->MayFit());
+  loop_.Advance(0);
+  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtR", "TxtL"));
+}
+
+TEST_F(MapBridgeTest, ANewPageIsToldOnlyWhatItHasOtherwise) {
+  Command("S99");
+  loop_.Advance(499);
+  EXPECT_THAT(calls_, IsEmpty());
+  loop_.Advance(1);
+  EXPECT_THAT(calls_, ElementsAre("ready"));
+  EXPECT_THAT(browser_.writes, IsEmpty());
+  choices_ = {false, false, false, "Terrain", true, true};
+  Command("S99");
+  loop_.Advance(500);
+  const std::pair<std::string, std::string> told[] = {{"TxtM", "F"},     {"TxtT", "F"},
+                                                      {"TxtZ", "F"},     {"TxtMT", "Terrain"},
+                                                      {"txtPn", "True"}, {"TxtSV", "True"}};
+  EXPECT_THAT(browser_.writes, testing::ElementsAreArray(told));
+}
+
+TEST(PendingFit, GoesFromStateToState) {
+  const WorldBox a{0, 1, 0, 1};
+  const WorldBox b{5, 6, 5, 6};
+  PendingFit fit;
+  const auto due = [](bool isFirst, const WorldBox& box, const std::optional<PendingFit::Due>& given) {
+    return given && given->isFirst == isFirst && given->box == box;
+  };
+  EXPECT_FALSE(fit.MapCreated());
+  fit.PageLost(b);
+  fit.Ask(a);
+  EXPECT_TRUE(fit.IsBeingDrawn());
+  EXPECT_FALSE(fit.Redirect(b));
+  EXPECT_FALSE(fit.Drawn(true));
+  EXPECT_FALSE(fit.IsBeingDrawn() || fit.HasData());
+  fit.AskForData(a);
+  EXPECT_TRUE(fit.HasData() && fit.IsBeingDrawn() && !fit.IsFirstSent());
+  fit.PageLost(b);
+  EXPECT_FALSE(fit.MapCreated()) << "the tiles are drawn first";
+  EXPECT_FALSE(fit.Drawn(false));
+  EXPECT_FALSE(fit.IsBeingDrawn() || fit.IsFirstSent());
+  fit.PageLost(b);
+  EXPECT_EQ(fit.MapCreated(), a) << "what waits is newer than what a page has shown";
+  EXPECT_TRUE(fit.IsFirstSent());
+  EXPECT_FALSE(fit.MapCreated());
+  fit.Ask(a);
+  EXPECT_TRUE(fit.Redirect(b));
+  EXPECT_TRUE(fit.IsFirstSent());
+  EXPECT_TRUE(due(false, b, fit.Drawn(false)));
+  EXPECT_FALSE(fit.Redirect(a));
+  EXPECT_FALSE(fit.Drawn(true)) << "once";
+  fit.PageLost(b);
+  EXPECT_FALSE(fit.IsFirstSent());
+  fit.Ask(a);
+  EXPECT_TRUE(due(true, a, fit.Drawn(true)));
+  fit.Ask(a);
+  fit.PageLost(b);
+  EXPECT_TRUE(due(true, a, fit.Drawn(true))) << "the next page's first";
+}
+
+}  // namespace
+}  // namespace pallomir
