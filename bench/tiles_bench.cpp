@@ -288,7 +288,7 @@ void RebuildWithFiles(benchmark::State& state) {
   const TrackDrawing& drawing = DrawingOf(state);
   const Folder folder;
   Trace trace([] { return 0.0; }, [](const std::string&) {});
-  TrackTiles tiles({folder.Tracks(), folder.Zones(), {}}, trace, [](const std::string&) {});
+  TrackTiles tiles({folder.Tracks(), folder.Zones(), {}}, trace);
   for (auto _ : state) {
     tiles.Begin(drawing);
     std::optional<RebuildEnd> end;

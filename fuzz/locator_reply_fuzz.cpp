@@ -21,20 +21,17 @@ void CheckReply(ByteView datagram, bool isCodeRight) {
   PALLOMIR_DEMAND(reply.kind != Kind::kNoServer || datagram.size() == 6);
   PALLOMIR_DEMAND(!isCodeRight || reply.expectedCheck.empty());
   PALLOMIR_DEMAND(reply.kind != Kind::kCheckMismatch || reply.expectedCheck.size() == kShortCheckSize);
-  PALLOMIR_DEMAND((reply.kind == Kind::kServer) == !reply.server.address.empty());
+  PALLOMIR_DEMAND((reply.kind == Kind::kServer) == !reply.server.empty());
   if (reply.kind != Kind::kServer) return;
 
   unsigned a = 0, b = 0, c = 0, d = 0;
   char beyond = 0;
-  const int fields = std::sscanf(reply.server.address.c_str(), "%3u.%3u.%3u.%3u%c", &a, &b, &c, &d, &beyond);
+  const int fields = std::sscanf(reply.server.c_str(), "%3u.%3u.%3u.%3u%c", &a, &b, &c, &d, &beyond);
   PALLOMIR_DEMAND(fields == 4 && a < 256 && b < 256 && c < 256 && d < 256);
-  PALLOMIR_DEMAND(reply.server.replyPort >= 0 && reply.server.replyPort <= 0xFFFF);
   // What the other side would send for this server is read as the same.
-  const Bytes again = station::LocatorReply(a << 24 | b << 16 | c << 8 | d,
-                                            static_cast<std::uint16_t>(reply.server.replyPort));
+  const Bytes again = station::LocatorReply(a << 24 | b << 16 | c << 8 | d, 2435);
   const LocatorReply second = ParseLocatorReply(again);
-  PALLOMIR_DEMAND(second.kind == Kind::kServer && second.server.address == reply.server.address &&
-                  second.server.replyPort == reply.server.replyPort);
+  PALLOMIR_DEMAND(second.kind == Kind::kServer && second.server == reply.server);
 }
 
 }  // namespace

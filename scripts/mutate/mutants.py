@@ -188,15 +188,15 @@ class Finder:
 
         if token.kind == 'op' and self.is_spaced(i):
             if text in BINARY:
-                yield f'{text} to {WRONG[text]}', replaced(f'{text} (::mutant::Op<@, {asleep}>()) {BINARY[text]}')
+                yield f'{text} to {WRONG[text]}', replaced(f'{text} ::mutant::Op<@, {asleep}>{{}} {BINARY[text]}')
             elif text in MORE:
-                yield f'{text} to {WRONG[text]}', replaced(f'{text} (::mutant::MoreOp<@, {asleep}>()) {MORE[text]}')
+                yield f'{text} to {WRONG[text]}', replaced(f'{text} ::mutant::MoreOp<@, {asleep}>{{}} {MORE[text]}')
             elif text in ASSIGNING:
-                yield f'{text} to {WRONG[text]}', replaced(f'{text} ::mutant::Op<@, {asleep}>() {text}')
+                yield f'{text} to {WRONG[text]}', replaced(f'{text} ::mutant::Op<@, {asleep}>{{}} {text}')
             elif text in ('&&', '||'):
                 yield from self.dropped_operands(i, asleep)
         if text == '!' and not self.is_spaced(i):
-            yield 'no !', replaced(f'::mutant::Op<@, {asleep}>() ->* ')
+            yield 'no !', replaced(f'::mutant::Op<@, {asleep}>{{}} ->* ')
         if text in ('true', 'false'):
             wrong = 'false' if text == 'true' else 'true'
             yield f'{text} to {wrong}', replaced(f'::mutant::Pick<@, {asleep}>({text}, {wrong})')

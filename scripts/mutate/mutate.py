@@ -5,6 +5,7 @@ import hashlib
 import json
 import os
 import pathlib
+import pickle
 import random
 import re
 import shutil
@@ -43,8 +44,10 @@ def wanted_lines(what):
         if (TOP / word).exists():
             for path in git('ls-files', '--', word).split():
                 wanted[path] = None
-        else:
+        elif git('rev-parse', '--verify', '--quiet', word + '^{commit}', check=False):
             wanted.update(changed_lines(word))
+        else:
+            sys.exit(f'neither a path nor a revision: {word}')
     return {p: l for p, l in wanted.items() if p.startswith(ROOMS) and p.endswith(('.cpp', '.h'))}
 
 
@@ -55,6 +58,9 @@ class Copy:
         self.options, self.sources = options, sources
         self.path = pathlib.Path(options.copy)
         self.build = self.path / 'build/mutants'
+        self.built = self.path / 'build/mutants.pickle'
+        if options.again:
+            return
         # The user's uncommitted changes are in it; their files are only read.
         revision = git('stash', 'create').strip() or 'HEAD'
         if not (self.path / '.git').exists():
@@ -177,7 +183,7 @@ class Tests:
     def run(self, program, filters, extra, seconds, more=(), **environment):
         """The exit code (None after the time) and the output."""
         variables = os.environ | dict(e.split('=', 1) for e in extra) | environment
-        with tempfile.TemporaryFile('w+') as out:
+        with tempfile.TemporaryFile('w+', errors='replace') as out:
             process = subprocess.Popen([*self.prefix, program, '--gtest_filter=' + ':'.join(filters), *more],
                                        cwd=self.copy.build, env=variables, stdin=subprocess.DEVNULL, stdout=out,
                                        stderr=subprocess.STDOUT, start_new_session=True)
@@ -256,7 +262,7 @@ def table(rows):
 
 def arguments():
     parser = argparse.ArgumentParser(prog='mutate.sh', description='Small faults that no test notices.')
-    parser.add_argument('what', nargs='+', help='a revision (the lines changed since), or folders and files')
+    parser.add_argument('what', nargs='*', help='a revision (the lines changed since), or folders and files')
     parser.add_argument('-n', '--sample', type=int, default=100, help='at most so many mutants (100)')
     parser.add_argument('-s', '--seed', type=int, default=1, help='of the sample')
     parser.add_argument('-m', '--minutes', type=float, default=20, help='begin no further mutant after these (20)')
@@ -265,10 +271,13 @@ def arguments():
     parser.add_argument('-j', '--jobs', type=int, default=os.cpu_count())
     parser.add_argument('-D', dest='cmake', action='append', default=[], help='passed on to cmake')
     parser.add_argument('--matrix', action='store_true', help='all tests that kill each; then those that kill nothing alone')
+    parser.add_argument('--again', action='store_true', help='try those that were built last, with the tests built then')
     parser.add_argument('--list', action='store_true', help='print the mutants only')
     name = 'pallomir-mutants-' + hashlib.sha1(str(TOP).encode()).hexdigest()[:8]
     parser.add_argument('--copy', default=os.path.join(tempfile.gettempdir(), name), help='where the copy lies')
     options = parser.parse_args()
+    if not options.what and not options.again:
+        parser.error('a revision, folder or file is missing')
     options.cmake = ['-D' + d for d in options.cmake]
     return options
 
@@ -303,14 +312,19 @@ def report_matrix(kills, reached):
 def main():
     options = arguments()
     began = time.monotonic()
-    everything, made, sources = make(options)
-    print(f'{len(made)} mutants of {everything} possible ones', flush=True)
-    if options.list or not made:
-        for m in sorted(made, key=lambda m: (m.path, m.line)):
-            print(f'  {m.path}:{m.line}  {m.what}')
-        return
-    copy = Copy(options, sources)
-    compiled = build(copy, list(made))
+    if options.again:
+        copy = Copy(options, {})
+        made, compiled = pickle.loads(copy.built.read_bytes())
+    else:
+        everything, made, sources = make(options)
+        print(f'{len(made)} mutants of {everything} possible ones', flush=True)
+        if options.list or not made:
+            for m in sorted(made, key=lambda m: (m.path, m.line)):
+                print(f'  {m.path}:{m.line}  {m.what}')
+            return
+        copy = Copy(options, sources)
+        compiled = build(copy, list(made))
+        copy.built.write_bytes(pickle.dumps((made, compiled)))
     print(f'{len(compiled)} compiled after {time.monotonic() - began:.0f} s', flush=True)
     tests = Tests(copy, options)
     reached = tests.reached_by(len(made))

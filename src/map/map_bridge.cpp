@@ -30,7 +30,7 @@ MapBridge::MapBridge(Browser& browser, EventLoop& loop, Trace& trace, const Fold
       view_(view),
       showError_(std::move(showError)),
       host_(std::move(host)),
-      tiles_(FoldersOfTiles(folders), trace, showError_) {
+      tiles_(FoldersOfTiles(folders), trace) {
   const auto create = [&](const char* name, int interval, void (MapBridge::*tick)()) {
     return loop.CreateTimer(name, interval, [this, tick] { (this->*tick)(); });
   };

@@ -19,12 +19,7 @@ TileFolders FoldersOfTiles(const Folders& folders) {
   return {parent / "Tiles", parent / "Tiles_Zones", folders.application};
 }
 
-TrackTiles::TrackTiles(TileFolders folders, Trace& trace, std::function<void(const std::string&)> showError)
-    : folders_(std::move(folders)), trace_(trace), showError_(std::move(showError)) {
-  imaging_.raised = [this](int status, const std::string& message, const std::string& source) {
-    trace_.Line("imaging error " + std::to_string(status) + " (" + message + ") in " + source);
-  };
-}
+TrackTiles::TrackTiles(TileFolders folders, Trace& trace) : folders_(std::move(folders)), trace_(trace) {}
 
 void TrackTiles::Begin(std::optional<TrackDrawing> drawing) {
   rebuild_.reset();  // its picture may be large
@@ -59,11 +54,6 @@ std::optional<RebuildEnd> TrackTiles::Continue() {
 
 std::optional<DeleteError> TrackTiles::RetireOld() {
   const int generation = (generation_ + 1) % 65536;
-  if (cBitmap::EncoderForPattern("*.png") == ImageEncoder::kNone) {
-    for (std::size_t i = 0; i < rebuild_->touched.size(); ++i)
-      showError_("Error: \"*.png\" extension not supported");
-    rebuild_->touched.clear();
-  }
   for (const TilePlace tile : rebuild_->touched)
     rebuild_->names.push_back(TileName(generation, rebuild_->zoom, tile));
   // Zone tiles first: no track tile is renamed then for nothing.
@@ -75,10 +65,8 @@ std::optional<DeleteError> TrackTiles::RetireOld() {
 }
 
 void TrackTiles::SaveTile(const std::string& name, TilePixels tile) {
-  if (!WriteTile(folders_.track, name, png_.Encode(tile))) {
-    imaging_.Error(kWin32Error, "SaveToFile");
+  if (!WriteTile(folders_.track, name, png_.Encode(tile)))
     trace_.Line("tile " + name + " could not be written");
-  }
 }
 
 std::string TrackTiles::GenerationText() const {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,7 +8,6 @@
 #include <vector>
 
 #include "base/trace.h"
-#include "map/imaging.h"
 #include "map/palette_png.h"
 #include "map/tile_files.h"
 #include "map/tile_renderer.h"
@@ -55,8 +53,7 @@ struct TileRebuild {
 /// begin to its end nobody may be told of a tile: some may still hold their old pictures.
 class TrackTiles {
  public:
-  /// `showError` gets what the user must know.
-  TrackTiles(TileFolders folders, Trace& trace, std::function<void(const std::string&)> showError);
+  TrackTiles(TileFolders folders, Trace& trace);
 
   /// Begins to draw a new set, to be written in the old one's place; without a drawing it is empty. A rebuild
   /// that has not ended is dropped. The drawing's points are read until then.
@@ -89,8 +86,6 @@ class TrackTiles {
 
   TileFolders folders_;
   Trace& trace_;
-  std::function<void(const std::string&)> showError_;
-  cGDIP imaging_;
   PalettePng png_{kTrackPalette};
   int generation_ = 0;
   FastestPoints fastest_;

@@ -22,18 +22,16 @@ std::string HexOf(ByteView bytes) {
   return text;
 }
 
-// 8 hexadecimal digits of the address, 4 of the port; an address of "" when they are none.
-BaseServerAddress ParseEntry(std::string_view entry) {
-  BaseServerAddress server;
+// The dotted address of 8 hexadecimal digits, behind which 4 of a port stand that clients do not use; "" when
+// there are other characters.
+std::string ParseEntry(std::string_view entry) {
+  std::string address;
   for (std::size_t octet = 0; octet < 4; ++octet) {
     const auto value = ParseHex(entry.substr(2 * octet, 2));
     if (!value) return {};
-    server.address += (octet ? "." : "") + std::to_string(*value);
+    address += (octet ? "." : "") + std::to_string(*value);
   }
-  const auto port = ParseHex(entry.substr(8, 4));
-  if (!port) return {};
-  server.replyPort = static_cast<int>(*port);
-  return server;
+  return ParseHex(entry.substr(8, 4)) ? address : "";
 }
 
 }  // namespace
@@ -63,7 +61,7 @@ LocatorReply ParseLocatorReply(ByteView datagram) {
     reply.kind = LocatorReply::Kind::kCheckMismatch;
   } else {
     reply.server = ParseEntry(AsText(rest));
-    reply.kind = reply.server.address.empty() ? LocatorReply::Kind::kMalformed : LocatorReply::Kind::kServer;
+    reply.kind = reply.server.empty() ? LocatorReply::Kind::kMalformed : LocatorReply::Kind::kServer;
   }
   return reply;
 }
@@ -208,9 +206,9 @@ void ServerConnection::OnUnusable(const std::string& reason) {
   trace_.Line("locator reply left out: " + reason);
 }
 
-void ServerConnection::OnServer(const BaseServerAddress& server) {
+void ServerConnection::OnServer(const std::string& address) {
   tmrLocator_->SetEnabled(false);
-  serverAddress_ = server.address;
+  serverAddress_ = address;
   const int probePort = host_.portBase() - 2;
   host_.caption("IP Address of Home Server = " + serverAddress_ +
                 ", Port Number = " + std::to_string(probePort));

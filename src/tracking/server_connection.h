@@ -23,12 +23,6 @@ std::string TooManyUnitsText(std::size_t enabledCount);
 /// a last "~".
 std::string DataRequestText(std::string_view unitIds, Millis startUtc, Millis endUtc);
 
-/// A Base Server's entry in a locator reply.
-struct BaseServerAddress {
-  std::string address;  ///< dotted IPv4
-  int replyPort = 0;    ///< kept, not used for connecting
-};
-
 /// What a locator reply says.
 struct LocatorReply {
   enum class Kind {
@@ -39,8 +33,8 @@ struct LocatorReply {
     kServer,
   };
   Kind kind = Kind::kWrongLength;
-  BaseServerAddress server;  ///< the first entry
-  Bytes expectedCheck;       ///< of a mismatch
+  std::string server;   ///< dotted IPv4 of the first entry
+  Bytes expectedCheck;  ///< of a mismatch
 };
 
 /// The reply without regard to what was reported before. Of a reply of exactly 6 characters the code is
@@ -98,7 +92,7 @@ class ServerConnection {
   void OnNoServer();
   void OnWrongLength(std::size_t size);
   void OnUnusable(const std::string& reason);
-  void OnServer(const BaseServerAddress& server);
+  void OnServer(const std::string& address);
   void OnProbeConnected();
   void OnDataConnected();
   void OnDatagramError(const EndpointError& error);

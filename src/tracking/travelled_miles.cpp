@@ -42,10 +42,9 @@ void FillTravelledMiles(std::span<const DataPoint> points, double* miles, std::s
     miles[from] = sum += pair[0] * kMilesPerWorldUnit * cosines[CosLatIndex(points[from].y)];
     miles[from + 1] = sum += pair[1] * kMilesPerWorldUnit * cosines[CosLatIndex(points[from + 1].y)];
   }
-  if (from < points.size()) {
-    miles[from] =
-        sum + std::sqrt(squareTo(points[from])) * kMilesPerWorldUnit * cosines[CosLatIndex(points[from].y)];
-  }
+  if (from == points.size()) return;
+  const DataPoint& before = points[from - 1];
+  miles[from] = sum + GroundDistanceMiles(before.x, before.y, points[from].x, points[from].y);
 }
 
 }  // namespace pallomir
