@@ -190,9 +190,11 @@ Path BethlehemToPhillyAirport() {
       .Take();
 }
 
-Path DallasToNashville() {
-  return PathBuilder({32.7767, -96.7970})
-      .Streets(kMainStreet, {{32.7800, -96.7890}, {32.7830, -96.7790}})
+namespace {
+
+// Interstates 30 and 40 through Arkansas.
+void DallasToBrinkley(PathBuilder& path) {
+  path.Streets(kMainStreet, {{32.7800, -96.7890}, {32.7830, -96.7790}})
       .Highway(kInterstate, {{32.7950, -96.7300},
                              {32.8250, -96.6600},
                              {32.8600, -96.5700},
@@ -229,8 +231,12 @@ Path DallasToNashville() {
                                  {34.8080, -91.5800},
                                  {34.8420, -91.3700},
                                  {34.9050, -91.1900}})
-      .Stop(kRest)
-      .Highway(kOpenInterstate, {{34.9550, -91.0000},
+      .Stop(kRest);
+}
+
+// Interstate 40 through Memphis.
+void BrinkleyToNashville(PathBuilder& path) {
+  path.Highway(kOpenInterstate, {{34.9550, -91.0000},
                                  {35.0300, -90.7900},
                                  {35.0900, -90.5600},
                                  {35.1400, -90.3500},
@@ -261,13 +267,23 @@ Path DallasToNashville() {
       .Highway(kInterstate,
                {{36.0800, -86.9700}, {36.1150, -86.8900}, {36.1500, -86.8400}, {36.1560, -86.8000}})
       .Streets(kMainStreet, {{36.1600, -86.7900}, {36.1627, -86.7816}})
-      .Stop(kErrand)
-      .Take();
+      .Stop(kErrand);
 }
 
-Path NashvilleToBethlehem() {
-  return PathBuilder({36.1627, -86.7816})
-      .Streets(kMainStreet, {{36.1590, -86.7740}, {36.1530, -86.7660}})
+}  // namespace
+
+Path DallasToNashville() {
+  PathBuilder path({32.7767, -96.7970});
+  DallasToBrinkley(path);
+  BrinkleyToNashville(path);
+  return path.Take();
+}
+
+namespace {
+
+// Interstates 40 and 81 through Tennessee.
+void NashvilleToVirginia(PathBuilder& path) {
+  path.Streets(kMainStreet, {{36.1590, -86.7740}, {36.1530, -86.7660}})
       .Highway(kInterstate,
                {{36.1480, -86.7000}, {36.1650, -86.6000}, {36.1760, -86.4500}, {36.1800, -86.3000}})
       .Highway(kOpenInterstate, {{36.1500, -86.1200},
@@ -294,8 +310,12 @@ Path NashvilleToBethlehem() {
                                  {36.5400, -82.3200},
                                  {36.6100, -82.1500},
                                  {36.7050, -81.9700}})
-      .Stop(kRest)
-      .Highway(kOpenInterstate, {{36.7800, -81.7300},
+      .Stop(kRest);
+}
+
+// Interstates 81 and 78.
+void VirginiaToBethlehem(PathBuilder& path) {
+  path.Highway(kOpenInterstate, {{36.7800, -81.7300},
                                  {36.8400, -81.5200},
                                  {36.9000, -81.3000},
                                  {36.9550, -81.0800},
@@ -343,8 +363,16 @@ Path NashvilleToBethlehem() {
       .Highway(kMainStreet, {{40.5870, -75.3800}, {40.5990, -75.3860}, {40.6080, -75.3846}})
       .Streets(kTownStreet,
                {{40.6104, -75.3820}, {40.6150, -75.3797}, {40.6190, -75.3790}, {40.6218, -75.3790}})
-      .Stop(kErrand)
-      .Take();
+      .Stop(kErrand);
+}
+
+}  // namespace
+
+Path NashvilleToBethlehem() {
+  PathBuilder path({36.1627, -86.7816});
+  NashvilleToVirginia(path);
+  VirginiaToBethlehem(path);
+  return path.Take();
 }
 
 Path AcrossWisconsin() {
