@@ -75,7 +75,7 @@ int Program::Run() {
       mutex_, registry_, signal_, questions_, [this] { Start(); }, [] { QCoreApplication::exit(0); });
   const EndSignals endSignals([this] {
     if (client_) {
-      window_->Close();
+      window_->close();
     } else {
       QCoreApplication::exit(0);
     }
@@ -89,10 +89,26 @@ void Program::Start() {
   browser_ = std::make_unique<QtBrowser>(FilesForThePage(folders_), trace_);
   window_ = std::make_unique<formMain>(browser_->Widget());
   questionBox_.SetWindow(window_.get());
-  client_ = std::make_unique<Client>(Ports{*window_, *window_, *browser_, locator_, probe_, data_, loop_,
-                                           clock_, questions_, settings_, registry_, mutex_, signal_, beeper_,
-                                           programs_, trace_, folders_, ReadDeployment(folders_, trace_)});
-  window_->Attach(*client_, questions_);
+  client_ = std::make_unique<Client>(Ports{*window_,
+                                           {*window_, *window_, window_->Hotspots()},
+                                           window_->System(),
+                                           *browser_,
+                                           locator_,
+                                           probe_,
+                                           data_,
+                                           loop_,
+                                           clock_,
+                                           questions_,
+                                           settings_,
+                                           registry_,
+                                           mutex_,
+                                           signal_,
+                                           beeper_,
+                                           programs_,
+                                           trace_,
+                                           folders_,
+                                           ReadDeployment(folders_, trace_)});
+  window_->Attach(client_->RoomsOfWindow());
   client_->Load();
 }
 

@@ -18,9 +18,9 @@
 #include "platform/qt/user_registry_file.h"
 #include "settings/settings_store.h"
 #include "shell/client.h"
-#include "shell/formMain.h"
 #include "shell/instance_guard.h"
 #include "ui/question_queue.h"
+#include "window/formMain.h"
 
 namespace pallomir {
 

@@ -10,8 +10,8 @@ namespace pallomir {
 /// The values are those of the stored "WindowState".
 enum class WindowMode { kNormal = 0, kMinimised = 1, kMaximised = 2, kFullScreen = 99 };
 
-/// The main window as a window: its place, its state and its being in front. What it shows is
-/// window/client_view.h.
+/// The main window as a window: its place, its state and its being in front. What the rooms
+/// show in it, they show through their views.
 class MainWindow {
  public:
   virtual ~MainWindow() = default;

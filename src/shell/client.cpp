@@ -17,7 +17,12 @@ Client::Client(const Ports& ports)
       service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application),
       feed_({ports.wsClientA, ports.wsClientB, ports.wsClientC, ports.loop, ports.clock, ports.questions,
              ports.trace},
-            ports.view, book_, FeedHost()) {
+            ports.view, book_, FeedHost()),
+      frame_(ports.views.frame, ports.window, choices_.window, ports.loop, ports.trace),
+      focus_(ports.views.frame, ports.loop),
+      mapUpdating_(ports.views.boxes, ports.trace,
+                   [this] { return map_->IsRebuilding() || tmrRedraw_->IsEnabled(); }) {
+  frame_.laidOut = [this] { OnLaidOut(); };
   service_.busyChanged = [this] { ServiceBusyChanged(); };
   BuildMenus(menus_);
   HandleCommands();
@@ -36,29 +41,29 @@ void Client::CreateTimers() {
     return ports_.loop.CreateTimer(name, interval, [this, tick] { (this->*tick)(); });
   };
   tmrRedraw_ = create("tmrRedraw", 1000, &Client::OnRedrawTick);
-  tmrFocusGetter_ = create("tmrFocusGetter", 250, &Client::FocusLost);
   boxTimer_ = create("BoxTimer", 1000, &Client::OnBoxTick);
   tmrP_ = create("tmrP", 100, &Client::OnCaptureTick);
   tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
   tmrTimelineInfo_ = create("tmrTimelineInfo", 10'000, &Client::OnTimelineInfoTick);
-  placementDelay_ = create("PlacementDelay", 250, &Client::StorePlacement);
 }
 
 void Client::Unload() {
   if (closing_) return;
-  StoreWindow();
+  frame_.Store();
   closing_ = true;
+  frame_.Close();
+  focus_.Close();
   service_.Close();
   Run(seams.stopSound);
   HidePointMarker();
-  for (Timer* timer : {tmrRedraw_.get(), tmrFocusGetter_.get(), boxTimer_.get(), tmrP_.get(),
-                       tmrTimelineInfo_.get(), tmrDTP_.get(), placementDelay_.get()}) {
+  for (Timer* timer :
+       {tmrRedraw_.get(), boxTimer_.get(), tmrP_.get(), tmrTimelineInfo_.get(), tmrDTP_.get()}) {
     timer->SetEnabled(false);
   }
-  ports_.view.CloseWindows();
+  ports_.views.boxes.CloseWindows();
   ports_.instanceSignal.Stop();
   FlushSettings(ports_.settings, ports_.questions, [this] {
-    const auto end = [this] { ports_.view.EndApplication(0); };
+    const auto end = [this] { ports_.views.boxes.EndApplication(0); };
     if (isMutexReleased_) {
       end();
     } else {
@@ -68,12 +73,6 @@ void Client::Unload() {
   feed_.Close();
   map_->Close();
   ports_.trace.Line("end of the session");
-}
-
-void Client::StoreWindow() {
-  const bool maximised = modes_.Mode() == WindowMode::kMaximised || modes_.IsFullScreen();
-  choices_.window.maximised.Store(maximised);
-  StorePlacement();
 }
 
 // `then` follows the answer to the message of a failure.

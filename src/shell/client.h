@@ -7,7 +7,6 @@
 #include <type_traits>
 #include <vector>
 
-#include "base/trace.h"
 #include "commands/command.h"
 #include "commands/command_handlers.h"
 #include "commands/map_commands.h"
@@ -15,21 +14,10 @@
 #include "hotspots/hotspot_lists.h"
 #include "map/map_bridge.h"
 #include "map/map_view.h"
-#include "platform/beeper.h"
-#include "platform/browser.h"
-#include "platform/clock.h"
-#include "platform/endpoint.h"
 #include "platform/event_loop.h"
-#include "platform/folders.h"
-#include "platform/instance_signal.h"
-#include "platform/main_window.h"
 #include "platform/menu_model.h"
-#include "platform/named_mutex.h"
-#include "platform/program_starter.h"
-#include "platform/settings.h"
-#include "platform/user_registry.h"
 #include "settings/stored_choices.h"
-#include "shell/deployment.h"
+#include "shell/ports.h"
 #include "timeline/data_strip.h"
 #include "timeline/date_pickers.h"
 #include "timeline/point_text.h"
@@ -39,33 +27,12 @@
 #include "tracking/point_store.h"
 #include "tracking/server_connection.h"
 #include "ui/question_queue.h"
-#include "window/client_view.h"
-#include "window/normal_placement.h"
-#include "window/window_modes.h"
+#include "window/focus_holder.h"
+#include "window/main_window_rooms.h"
+#include "window/map_updating.h"
+#include "window/window_frame.h"
 
 namespace pallomir {
-
-/// Everything outside the core that the client works with. All of it outlives the client.
-struct Ports {
-  ClientView& view;
-  MainWindow& window;
-  Browser& browser;
-  DatagramEndpoint& wsClientA;
-  StreamEndpoint& wsClientB;
-  StreamEndpoint& wsClientC;
-  EventLoop& loop;
-  Clock& clock;
-  QuestionQueue& questions;
-  Settings& settings;
-  UserRegistry& registry;
-  NamedMutex& mutex;
-  InstanceSignal& instanceSignal;
-  Beeper& beeper;
-  ProgramStarter& programs;
-  Trace& trace;
-  Folders folders;
-  Deployment deployment;
-};
 
 /// Where rooms that are not built yet will be joined on. An empty one is skipped.
 struct Seams {
@@ -94,20 +61,11 @@ class Client {
   bool IsClosing() const { return closing_; }
 
   // What the user does with the window (client_window.cpp, client_commands.cpp)
-  void Resized();
-  void Moved();
-  void MinimiseClicked();
-  void NormalClicked();
-  void MaximiseClicked();
-  void FullScreenClicked();
-  void CaptionDoubleClicked();
-  void WindowStateGiven(WindowMode state);  ///< the system gave the window another state
-  void MinimiseEnded();                     ///< the minimised window is seen again
+  /// Whom the main window tells what the user does.
+  MainWindowRooms RoomsOfWindow();
+  WindowFrame& Frame() { return frame_; }
   /// True when the key was one of ours.
   bool KeyDown(int modifiers, char key);
-  /// The user works with the caption line or a menu: the focus holder leaves the keyboard there for now.
-  void HoldFocusOff(bool hold);
-  void FocusLost();  ///< the focus holder lost the keyboard
   void MenuButtonClicked() { mapCommands_->MenuButtonClicked(); }
   void MenuChosen(const MenuItem& item);
   void PickerGotFocus(int i);
@@ -165,7 +123,6 @@ class Client {
 
  private:
   // Start-up in its order (client_start.cpp)
-  void ReadPlacement();
   void ReadUnits();
   void ReadZone();
   void ContinueLoad();
@@ -222,14 +179,7 @@ class Client {
   void OnCaptureTick();
 
   // Layout (client_window.cpp)
-  void LayOut();
-  void NotePlacement();
-  void StorePlacement();
-  void StoreWindow();
-  void ChangeMode(WindowEffects (WindowModes::*change)(const WindowSurroundings&));
-  void Apply(const WindowEffects& effects);
-  WindowSurroundings Surroundings() const;
-  void HideMapUpdating();
+  void OnLaidOut();
 
   // Timeline and time window (client_timeline.cpp)
   void OnRedrawTick();
@@ -275,18 +225,15 @@ class Client {
   TimeWindow window_;
   TimelinePicture picture_;
 
-  bool focusHoldOff_ = false;
-  bool mapUpdatingShown_ = false;
-  NormalPlacement placement_;
-  WindowModes modes_;
+  WindowFrame frame_;
+  FocusHolder focus_;
+  MapUpdating mapUpdating_;
 
   std::unique_ptr<Timer> tmrRedraw_;
-  std::unique_ptr<Timer> tmrFocusGetter_;
   std::unique_ptr<Timer> boxTimer_;
   std::unique_ptr<Timer> tmrP_;
   std::unique_ptr<Timer> tmrDTP_;
   std::unique_ptr<Timer> tmrTimelineInfo_;
-  std::unique_ptr<Timer> placementDelay_;
 };
 
 }  // namespace pallomir

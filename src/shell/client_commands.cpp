@@ -19,7 +19,7 @@ void Client::HandleCommands() {
   HandleTimeCommands();
   const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
   handle(Command::kFaqs, [this](int) { OpenFaqs(); });
-  handle(Command::kAbout, [this](int) { ports_.view.ShowAbout(); });
+  handle(Command::kAbout, [this](int) { ports_.views.boxes.ShowAbout(); });
   handle(Command::kExit, [this](int) { ports_.window.Close(); });
 }
 
@@ -83,7 +83,7 @@ bool Client::KeyDown(int modifiers, char key) {
 
 void Client::MenuChosen(const MenuItem& item) {
   if (closing_) return;
-  HoldFocusOff(false);
+  focus_.HoldOff(false);
   handlers_.Run(item.command, item.index);
 }
 

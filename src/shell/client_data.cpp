@@ -39,7 +39,7 @@ void Client::OnBatch(const MergedBatch& batch) {
     ports_.trace.Line("DataProcess is calling for redraw");
     tmrRedraw_->SetEnabled(true);
   } else {
-    HideMapUpdating();
+    mapUpdating_.HideWhenDone();
   }
 }
 

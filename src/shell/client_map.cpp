@@ -13,7 +13,7 @@ namespace pallomir {
 MapBridge::Host Client::MapHost() {
   MapBridge::Host host;
   host.isClosing = [this] { return closing_; };
-  host.browserSize = [this] { return ports_.view.BrowserSize(); };
+  host.browserSize = [this] { return ports_.views.frame.BrowserSize(); };
   host.drawing = [this] { return Drawing(); };
   host.isTopLevelAlerted = [this] { return seams.isTopLevelAlerted && seams.isTopLevelAlerted(); };
   host.viewMoved = [this] { HidePointMarker(); };
@@ -21,13 +21,13 @@ MapBridge::Host Client::MapHost() {
     ports_.questions.Tell("Error " + std::to_string(error.number) + ":\n" + error.description, "Pallomir",
                           Question::Icon::kError, [this](const Answer&) { ports_.window.Close(); });
   };
-  host.rebuildEnded = [this] { HideMapUpdating(); };
-  host.reached = [this](int line) { ports_.view.TickStatus(line); };
+  host.rebuildEnded = [this] { mapUpdating_.HideWhenDone(); };
+  host.reached = [this](int line) { ports_.views.boxes.TickStatus(line); };
   host.ready = [this] {
-    ports_.view.HideSplash();
+    ports_.views.boxes.HideSplash();
     Run(seams.loadZones);
   };
-  host.lost = [this] { ports_.view.HideSplash(); };
+  host.lost = [this] { ports_.views.boxes.HideSplash(); };
   host.choices = [this] { return mapCommands_->Choices(); };
   host.pointerMoved = [this](ViewPoint at) { OnPointerMoved(at); };
   host.menuWanted = [this] { mapCommands_->PopUpAtPointer(false); };
@@ -59,8 +59,7 @@ void Client::OnPointerMoved(ViewPoint at) {
 // Shows the notice that the map is being drawn; gives the box of the enabled unit k, of all for 0.
 WorldBox Client::BeginFit(std::size_t k) {
   ports_.trace.Line("Fit begin...");
-  mapUpdatingShown_ = true;
-  ports_.view.ShowMapUpdating();
+  mapUpdating_.Show();
   WorldBox box;
   for (std::size_t unit = 1; unit <= store_.UnitCount(); ++unit) {
     if (k == 0 || unit == k) box = BoxOf(store_.Track(unit).Points(), box);
@@ -80,7 +79,7 @@ void Client::ShowPointMarker(std::size_t k, std::size_t index) {
   if (index == 0 || index > points.size()) return;
   const DataPoint& point = points[index - 1];
   ports_.view.HidePointMarker();
-  ports_.view.ShowPointMarker(WorldToView(view_, point.x, point.y, ports_.view.BrowserSize()));
+  ports_.view.ShowPointMarker(WorldToView(view_, point.x, point.y, ports_.views.frame.BrowserSize()));
   boxTimer_->SetEnabled(true);
 }
 
@@ -89,7 +88,7 @@ void Client::ShowPointMarker(std::size_t k, std::size_t index) {
 // marked.
 void Client::ShowPointAtShare(int x) {
   constexpr int kMargin = 20;
-  const PixelSize browser = ports_.view.BrowserSize();
+  const PixelSize browser = ports_.views.frame.BrowserSize();
   const double share = (x - kMargin) / static_cast<double>(browser.width - 2 * kMargin);
   if (closing_ || browser.width <= 2 * kMargin || share < 0 || share > 1) return HidePointInfos();
   const Millis local = window_.start + static_cast<Millis>(share * static_cast<double>(window_.Length()));
@@ -127,7 +126,7 @@ void Client::RubberBandDrawn(ViewPoint a, ViewPoint b) {
       std::abs(a.y - b.y) < kSmallest) {
     return;
   }
-  const PixelSize browser = ports_.view.BrowserSize();
+  const PixelSize browser = ports_.views.frame.BrowserSize();
   const WorldPoint first = ViewToWorld(view_, a.x, a.y, browser);
   const WorldPoint second = ViewToWorld(view_, b.x, b.y, browser);
   WorldBox box;

@@ -17,9 +17,11 @@ void Client::ReadHotspots() {
   LoadSecureSSIDs(menus_, choices_.hotspots.secureHotspots.Value());
 }
 
-void Client::EditHotspots() { ports_.view.EditHotspots(HotspotsFromMenu(menus_)); }
+void Client::EditHotspots() { ports_.views.hotspots.EditHotspots(HotspotsFromMenu(menus_)); }
 
-void Client::EditSecureHotspots() { ports_.view.EditSecureHotspots(SecureHotspotsFromMenu(menus_)); }
+void Client::EditSecureHotspots() {
+  ports_.views.hotspots.EditSecureHotspots(SecureHotspotsFromMenu(menus_));
+}
 
 void Client::ChangeHotspotMode() {
   std::string mode = choices_.hotspots.mode.Value();
@@ -65,7 +67,7 @@ void Client::AskDemoMode() {
 void Client::SwitchDemoMode() {
   MenuItem& entry = menus_.At(Command::kDemoMode);
   entry.checked = !entry.checked;
-  StoreWindow();
+  frame_.Store();
   ports_.instanceSignal.Stop();
   isMutexReleased_ = true;
   ReleaseMutex([] {});

@@ -23,7 +23,7 @@ void Client::Load() {
     ports_.questions.BringForward();  // those of the start-up stand there before the window does
   };
   ports_.instanceSignal.Listen();
-  ReadPlacement();
+  frame_.Restore();
   choices_.onStartup.Read();
   choices_.onUpdate.Read();
   ChooseInMenu(menus_, Command::kStartupChoice, choices_.onStartup.Value(), "On Startup: ");
@@ -39,22 +39,6 @@ void Client::Load() {
   ReadUnits();
   ReadHotspots();
   ReadZone();
-}
-
-void Client::ReadPlacement() {
-  const PixelRect area = ports_.window.WorkArea();
-  WindowChoices& stored = choices_.window;
-  stored.left.ReadOr(area.left);
-  stored.top.ReadOr(area.top);
-  stored.width.ReadOr(area.width);
-  stored.height.ReadOr(area.height);
-  const PixelRect bounds{stored.left.Value(), stored.top.Value(), stored.width.Value(),
-                         stored.height.Value()};
-  if (!ports_.window.KnowsPosition())
-    ports_.trace.Line("positions are neither set nor stored on this desktop");
-  ports_.window.SetBounds(MovedIntoReach(bounds, ports_.window.Screens()));
-  stored.maximised.Read();
-  if (stored.maximised.Value()) Apply(modes_.Maximise(Surroundings()));
 }
 
 void Client::ReadUnits() {
@@ -90,7 +74,7 @@ void Client::ContinueLoad() {
   if (closing_) return;
   PrepareFolders();
   SetFirstWindow();
-  ports_.view.ShowSplash();
+  ports_.views.boxes.ShowSplash();
   TakeWindowFromPickers();
   EnumerateMUs();
   CheckUnits();
@@ -133,21 +117,22 @@ void Client::CheckUnits() {
 void Client::ShowWindow() {
   if (closing_) return;
   ports_.window.Show();
-  ports_.view.LayOut();
+  ports_.views.frame.LayOut();
   map_->Open();
   CosLatTable();
-  ports_.view.ReturnFocus();
+  ports_.views.frame.ReturnFocus();
   if (book_.enabledCount > 0) {
     const int first = static_cast<int>(book_.enabledToList[1]);
     currentUnitId_ = menus_.At(Command::kOnlyUnit, first).tag.substr(1, kUnitIdSize);
   }
   PrepareZoneFile();
   loaded_ = true;
+  frame_.Open();
   PickerLostFocus(0);
   PickerLostFocus(1);
-  ports_.view.ReturnFocus();
+  ports_.views.frame.ReturnFocus();
   feed_.BeginTelling();
-  tmrFocusGetter_->SetEnabled(true);
+  focus_.Open();
   tmrP_->SetEnabled(true);
   Timeline_Resize();
 }

@@ -9,9 +9,8 @@
 namespace pallomir {
 
 void Client::Timeline_Resize() {
-  if (modes_.Mode() == WindowMode::kMinimised || !ports_.view.IsTimelineVisible() ||
-      book_.enabledCount == 0) {
-    HideMapUpdating();  // there is nothing to redraw that would do it
+  if (frame_.IsMinimised() || !ports_.view.IsTimelineVisible() || book_.enabledCount == 0) {
+    mapUpdating_.HideWhenDone();  // there is nothing to redraw that would do it
     return;
   }
   ports_.trace.Line("Timeline_Resize begin...");
@@ -31,7 +30,7 @@ void Client::OnRedrawTick() {
   }
   picture_ = DrawTimeline(window_, utcOffsetMinutes_, ports_.view.TimelineWidth(), units);
   ports_.view.ShowTimelinePicture(picture_);
-  HideMapUpdating();
+  mapUpdating_.HideWhenDone();
   ports_.trace.Line("...end tmrRedraw_Timer");
 }
 
@@ -84,7 +83,7 @@ void Client::PickerLostFocus(int i) {
   pickers_.LostFocus(i);
   tmrDTP_->SetEnabled(true);
   ShowPickers();
-  FocusLost();
+  focus_.Return();
 }
 
 void Client::PickerChanged(int i, Millis value) {

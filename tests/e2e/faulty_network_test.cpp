@@ -16,10 +16,10 @@
 #include "platform/qt/qt_endpoints.h"
 #include "platform/qt/qt_event_loop.h"
 #include "shell/client.h"
-#include "shell/formMain.h"
 #include "station/store/data_writer.h"
 #include "station/store/import_lock.h"
 #include "tracking/FormRetryAfterError.h"
+#include "window/formMain.h"
 
 // The real station and the real window with its real sockets, and a network between them that does what
 // networks do. Only the map page is left out: its road is another one.
@@ -78,11 +78,26 @@ class FaultyNetworkTest : public testing::Test {
                         {"WindowPos_W", "900"},
                         {"WindowPos_H", "600"}};
     client_ = std::make_unique<Client>(
-        Ports{window_, window_, browser_, locator_, probe_, data_, loop_, clock_, questions_, settings_,
-              registry_, mutex_, signal_, beeper_, programs_, trace_,
+        Ports{window_,
+              {window_, window_, window_.Hotspots()},
+              window_.System(),
+              browser_,
+              locator_,
+              probe_,
+              data_,
+              loop_,
+              clock_,
+              questions_,
+              settings_,
+              registry_,
+              mutex_,
+              signal_,
+              beeper_,
+              programs_,
+              trace_,
               Folders{folder_.Path() / "app", folder_.Path() / "data", folder_.Path() / "home"},
               Deployment{clientSide_, clientSide_ + ":2480"}});
-    window_.Attach(*client_, questions_);
+    window_.Attach(client_->RoomsOfWindow());
     client_->Load();
     // The page is there and knows its zoom.
     for (const char* command : {"S1", "M40.0,-75.0", "Z12"})

@@ -4,12 +4,15 @@
 #include <set>
 #include <string>
 
+#include "hotspots/hotspot_view.h"
+#include "window/boxes_view.h"
 #include "window/client_view.h"
+#include "window/frame_view.h"
 
 namespace pallomir::fakes {
 
 /// Keeps what the client shows.
-class FakeView : public ClientView {
+class FakeView : public ClientView, public FrameView, public BoxesView, public HotspotView {
  public:
   void SetCaption(const std::string& text) override { caption = text; }
   void ShowLamp(const LampMessage& shown) override { lamp = shown; }

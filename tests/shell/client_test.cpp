@@ -194,7 +194,7 @@ TEST_F(ClientTest, AFirstFitThatWaitsIsMadeForThePageThatComes) {
   Arrive(PacketOf({Record(0, 40.60, -75.40), Record(60, 40.64, -75.34)}));
   Command("M10.000000,20.000000");
   view.browser = {268, 175};
-  client->Resized();
+  client->Frame().Resized();
   Command("S1");
   ASSERT_THAT(browser.Written("TxtL"), SizeIs(1));
   EXPECT_EQ(browser.Written("TxtL")[0].substr(0, 9), "12+040.62") << "14 in the window as it was";
@@ -308,7 +308,7 @@ TEST_F(ClientTest, ALocatorReplyThatNobodyWaitsForIsLeftOut) {
 TEST_F(ClientTest, ThePageIsNotPannedBeforeACentreIsKnown) {
   client->Load();
   view.browser = {900, 600};
-  client->Resized();
+  client->Frame().Resized();
   Command("S1");
   EXPECT_EQ(browser.Written("TxtX").back(), "879");
   EXPECT_THAT(browser.Written("TxtP"), IsEmpty());
@@ -568,7 +568,7 @@ TEST_F(DrawingTest, ClosingEndsIt) {
 TEST_F(ClientTest, RightClicksOpenTheMenu) {
   client->Load();
   Command("C");
-  EXPECT_THAT(view.popups, ElementsAre(ClientView::MenuPlace::kAtPointer));
+  EXPECT_THAT(view.popups, ElementsAre(MenuView::MenuPlace::kAtPointer));
   EXPECT_FALSE(client->Menus().At("mnuPopupBeenHere").enabled);
   Command("F00000000000000000000");
   EXPECT_THAT(view.popups, SizeIs(2));
@@ -888,7 +888,7 @@ TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
   EXPECT_EQ(view.menuLabel, "Menu");
   EXPECT_THAT(view.popups, IsEmpty());
   client->MenuButtonClicked();
-  EXPECT_THAT(view.popups, ElementsAre(ClientView::MenuPlace::kUnderButton));
+  EXPECT_THAT(view.popups, ElementsAre(MenuView::MenuPlace::kUnderButton));
 }
 
 TEST_F(ClientTest, ThePortBaseIsAskedUntilItIsOne) {
@@ -948,16 +948,16 @@ TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
   for (int width = 900; width < 1000; width += 10) {
     window.bounds = {10, 20, width, 700};
     view.browser = {width + 18, 600};
-    client->Resized();
+    client->Frame().Resized();
   }
   EXPECT_EQ(browser.Written("TxtX").back(), "987");
   EXPECT_EQ(browser.Written("TxtY").back(), "595");
   EXPECT_THAT(settings.saved, IsEmpty());
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_W"], "990");
-  client->MaximiseClicked();
+  client->Frame().Maximise();
   window.bounds = {0, 0, 1600, 1000};
-  client->Resized();
+  client->Frame().Resized();
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_W"], "990") << "the maximised size is not the normal one";
 }
@@ -969,32 +969,32 @@ TEST_F(ClientTest, OnlyThePlacesThatTheUserChoseAreStored) {
   const PixelRect kMaximised{0, 20, 1600, 1000};
   const auto lies = [&](const PixelRect& bounds) {
     window.bounds = bounds;
-    client->Moved();
-    client->Resized();
+    client->Frame().Moved();
+    client->Frame().Resized();
   };
   lies({10, 30, 800, 600});
-  client->MaximiseClicked();
+  client->Frame().Maximise();
   lies(kMaximised);
   EXPECT_EQ(settings.saved["WindowPos_L"], "10") << "a button right after a move";
-  client->NormalClicked();
+  client->Frame().Normal();
   lies({20, 30, 800, 600});
   lies(kMaximised);  // its state comes behind it
-  client->WindowStateGiven(WindowMode::kMaximised);
+  client->Frame().StateGiven(WindowMode::kMaximised);
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_L"], "20");
   EXPECT_EQ(settings.saved["WindowPos_W"], "800");
-  client->WindowStateGiven(WindowMode::kNormal);
+  client->Frame().StateGiven(WindowMode::kNormal);
   lies({25, 30, 800, 600});
-  client->WindowStateGiven(WindowMode::kMaximised);
+  client->Frame().StateGiven(WindowMode::kMaximised);
   lies(kMaximised);  // its state has come before it
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_L"], "25");
-  client->WindowStateGiven(WindowMode::kNormal);
+  client->Frame().StateGiven(WindowMode::kNormal);
   lies({30, 30, 800, 600});
-  client->WindowStateGiven(WindowMode::kMinimised);
+  client->Frame().StateGiven(WindowMode::kMinimised);
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_L"], "30");
-  client->MinimiseEnded();
+  client->Frame().MinimiseEnded();
   lies({0, 20, 800, 1000});  // pushed against the left edge
   loop.Advance(250);
   window.maximisedOneWay = true;
@@ -1097,7 +1097,7 @@ TEST_F(ClientTest, WherePositionsMeanNothingOnlySizesAreStored) {
   window.knowsPosition = false;
   StartStreaming();
   window.bounds = {7, 8, 900, 700};
-  client->Resized();
+  client->Frame().Resized();
   loop.Advance(250);
   EXPECT_EQ(settings.saved.count("WindowPos_L"), 0u);
   EXPECT_EQ(settings.saved["WindowPos_W"], "900");
@@ -1107,22 +1107,22 @@ TEST_F(ClientTest, FullScreenGoesBackToTheBoundsBefore) {
   settings.values["WindowState"] = "0";
   StartStreaming();
   window.bounds = {11, 22, 833, 644};
-  client->FullScreenClicked();
+  client->Frame().FullScreen();
   EXPECT_TRUE(window.topmost);
   EXPECT_EQ(view.mode, WindowMode::kFullScreen);
   window.bounds = {0, 0, 1600, 1024};
-  client->Resized();
-  client->MaximiseClicked();
+  client->Frame().Resized();
+  client->Frame().Maximise();
   EXPECT_FALSE(window.topmost);
-  client->MinimiseClicked();
+  client->Frame().Minimise();
   const int layouts = view.layouts;
-  client->Resized();
+  client->Frame().Resized();
   EXPECT_EQ(view.layouts, layouts) << "a minimised window has nothing to lay out";
-  client->MinimiseEnded();
+  client->Frame().MinimiseEnded();
   EXPECT_EQ(view.mode, WindowMode::kMaximised);
-  client->NormalClicked();
+  client->Frame().Normal();
   EXPECT_EQ(window.bounds, (PixelRect{11, 22, 833, 644}));
-  client->FullScreenClicked();
+  client->Frame().FullScreen();
   client->Unload();
   EXPECT_EQ(settings.saved["WindowState"], "2");
 }
@@ -1144,7 +1144,7 @@ TEST_F(ClientTest, ClosingStoresTheStateAndLetsEverythingGo) {
   settings.values["WindowState"] = "0";
   StartStreaming();
   window.bounds = {1, 2, 800, 600};
-  client->Resized();
+  client->Frame().Resized();
   client->Unload();
   EXPECT_EQ(settings.onDisk["WindowState"], "0");
   EXPECT_EQ(settings.onDisk["WindowPos_L"], "1");
@@ -1154,7 +1154,7 @@ TEST_F(ClientTest, ClosingStoresTheStateAndLetsEverythingGo) {
   EXPECT_EQ(view.exitCode, 0);
   const auto writes = browser.writes.size();
   loop.Advance(60'000);
-  client->Resized();
+  client->Frame().Resized();
   Command("Z5");
   EXPECT_EQ(browser.writes.size(), writes);
 }

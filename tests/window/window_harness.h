@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "fakes/client_harness.h"
-#include "shell/formMain.h"
+#include "window/formMain.h"
 
 namespace pallomir {
 
@@ -20,7 +20,8 @@ class WindowHarness : public testing::Test {
     ports_.settings.values["WindowPos_H"] = "600";
     client_ =
         std::make_unique<Client>(Ports{window_,
-                                       window_,
+                                       {window_, window_, window_.Hotspots()},
+                                       window_.System(),
                                        ports_.browser,
                                        ports_.locator,
                                        ports_.probe,
@@ -38,7 +39,7 @@ class WindowHarness : public testing::Test {
                                        Folders{ports_.folders.Path() / "app", ports_.folders.Path() / "data",
                                                ports_.folders.Path() / "home"},
                                        {}});
-    window_.Attach(*client_, ports_.questions);
+    window_.Attach(client_->RoomsOfWindow());
     client_->Load();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
   }

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "base/trace.h"
+#include "hotspots/hotspot_view.h"
+#include "platform/beeper.h"
+#include "platform/browser.h"
+#include "platform/clock.h"
+#include "platform/endpoint.h"
+#include "platform/event_loop.h"
+#include "platform/folders.h"
+#include "platform/instance_signal.h"
+#include "platform/main_window.h"
+#include "platform/named_mutex.h"
+#include "platform/program_starter.h"
+#include "platform/settings.h"
+#include "platform/user_registry.h"
+#include "shell/deployment.h"
+#include "ui/question_queue.h"
+#include "window/boxes_view.h"
+#include "window/client_view.h"
+#include "window/frame_view.h"
+
+namespace pallomir {
+
+/// What the rooms show, each through a view of its own. The main window implements them; tests record them.
+struct Views {
+  FrameView& frame;
+  BoxesView& boxes;
+  HotspotView& hotspots;
+};
+
+/// Everything outside the core that the client works with. All of it outlives the client.
+struct Ports {
+  ClientView& view;
+  Views views;
+  MainWindow& window;
+  Browser& browser;
+  DatagramEndpoint& wsClientA;
+  StreamEndpoint& wsClientB;
+  StreamEndpoint& wsClientC;
+  EventLoop& loop;
+  Clock& clock;
+  QuestionQueue& questions;
+  Settings& settings;
+  UserRegistry& registry;
+  NamedMutex& mutex;
+  InstanceSignal& instanceSignal;
+  Beeper& beeper;
+  ProgramStarter& programs;
+  Trace& trace;
+  Folders folders;
+  Deployment deployment;
+};
+
+}  // namespace pallomir

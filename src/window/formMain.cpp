@@ -1,0 +1,183 @@
+#include "window/formMain.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFrame>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "commands/command.h"
+#include "map/map_view.h"
+#include "platform/qt/qt_menu.h"
+#include "timeline/picker_row_widget.h"
+#include "timeline/timeline_info_widget.h"
+#include "timeline/timeline_strip_widget.h"
+#include "tracking/FormRetryAfterError.h"
+#include "ui/accessible_widget.h"
+#include "window/about_widget.h"
+#include "window/caption_line_widget.h"
+#include "window/capture_panel_widget.h"
+#include "window/formMapUpdating.h"
+#include "window/formSplash.h"
+#include "window/help_overlays_widget.h"
+#include "window/point_marker_widget.h"
+#include "window/size_grips_widget.h"
+#include "window/tab_order_widget.h"
+
+namespace pallomir {
+namespace {
+
+// The page is told that it has 21 by 5 pixels less than the browser. Half of the 5, and of the 3 that are not
+// the unused width, lie before it: then its middle is the one that marks over the map are reckoned from.
+constexpr QPoint kPageInset(2, 3);
+
+}  // namespace
+
+formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), WB_(browser) {
+  SetAccessible(this, {.role = QAccessible::Window});
+  setObjectName("formMain");
+  setWindowTitle("Pallomir");
+  setMinimumSize(kSmallestWindow);
+  mapArea_ = new QWidget(this);
+  SetAccessible(mapArea_, {.role = QAccessible::Pane});
+  mapArea_->setAccessibleName("Map");
+  WB_->setParent(mapArea_);
+  WB_->setObjectName("WB");
+  BuildCaptionLine();
+  BuildTimelineFrame();
+  FocusGetter_ = new QCheckBox(this);
+  SetAccessible(FocusGetter_, {.role = QAccessible::ButtonMenu, .opensMenu = true});
+  FocusGetter_->setObjectName("FocusGetter");
+  FocusGetter_->setAccessibleName("Map keyboard");
+  FocusGetter_->setGeometry(0, 0, 1, 1);
+  picP_ = new CapturePanel(mapArea_);
+  marker_ = std::make_unique<PointMarker>(mapArea_);
+  infos_ = new PointInfos(mapArea_);
+  frameTimelineInfo_ = new TimelineInfo(this);
+  help_ = std::make_unique<HelpOverlays>(mapArea_);
+  formSplash_ = new formSplash(this, VersionText(PALLOMIR_VERSION, ExecutableDate()));
+  formMapUpdating_ = new formMapUpdating(this);
+  FormRetryAfterError_ = new FormRetryAfterError(this);
+  about_ = new AboutBox(this, "Pallomir", PALLOMIR_VERSION, ExecutableDate());
+  pctSizer_ = new SizeGrips(this);
+  OrderTabs();
+}
+
+// What the widgets tell while they are hidden reaches nobody: the rooms may have gone before.
+formMain::~formMain() {
+  rooms_.reset();
+  qApp->removeEventFilter(this);
+  hide();
+}
+
+void formMain::BuildCaptionLine() {
+  captionLine_ = new CaptionLine(this);
+  pickers_ = new PickerRow(captionLine_);
+  for (QWidget* control : pickers_->Controls()) captionLine_->AddControl(control);
+}
+
+void formMain::BuildTimelineFrame() {
+  frameTimeLine_ = new QFrame(this);
+  frameTimeLine_->setObjectName("frameTimeLine");
+  strip_ = new TimelineStrip(frameTimeLine_);
+  auto* inside = new QVBoxLayout(frameTimeLine_);
+  inside->setContentsMargins(0, 0, 0, 0);
+  inside->addWidget(strip_);
+}
+
+// As the eye reads: the caption line from left to right, the keys where their button is, the map, the
+// timeline.
+void formMain::OrderTabs() {
+  const auto control = [this](const char* name) { return captionLine_->findChild<QWidget*>(name); };
+  const auto [start, end, reload] = pickers_->Controls();
+  SetTabOrder({control("lblMenu"), start, end, reload, control("picLamp"), control("pctHelp_1"),
+               help_->Keyboard(), control("pctHelp_2"), control("pctButton_Minimize"),
+               control("pctButton_Normal"), control("pctButton_Maximize"), control("pctButton_FullScreen"),
+               control("pctButton_Exit"), formSplash_->findChild<QWidget*>("cmdSplashOK"), FocusGetter_, WB_,
+               frameTimeLine_});
+}
+
+void formMain::Attach(MainWindowRooms rooms) {
+  rooms_.emplace(std::move(rooms));
+  formMnu_ = std::make_unique<QtMenu>(rooms_->menus, Command::kPopup, this);
+  ConnectCaptionLine();
+  connect(FocusGetter_, &QCheckBox::clicked, this, [this] { rooms_->menuButton(); });
+  ConnectPickers();
+  ConnectTimeline();
+  ConnectDialogs();
+  picP_->drawn = [this](QPoint a, QPoint b) { rooms_->pointer.boxDrawn({a.x(), a.y()}, {b.x(), b.y()}); };
+  qApp->installEventFilter(this);
+}
+
+void formMain::ConnectCaptionLine() {
+  captionLine_->menu = Told([](auto& rooms) { rooms.menuButton(); });
+  captionLine_->minimise = Told([](auto& rooms) { rooms.frame.Minimise(); });
+  captionLine_->normal = Told([](auto& rooms) { rooms.frame.Normal(); });
+  captionLine_->maximise = Told([](auto& rooms) { rooms.frame.Maximise(); });
+  captionLine_->fullScreen = Told([](auto& rooms) { rooms.frame.FullScreen(); });
+  captionLine_->exit = [this] { close(); };
+  captionLine_->doubleClicked = Told([](auto& rooms) { rooms.frame.ToggleMaximised(); });
+  captionLine_->showKeyboard = [this] { help_->ShowKeyboard(); };
+  captionLine_->readKeyboard = [this] { help_->ReadKeyboard(); };
+  captionLine_->showKeyList = [this] { help_->ShowKeyList(); };
+  captionLine_->pointerMoved = Told([](auto& rooms, int x) { rooms.pointer.overCaption(x); });
+  captionLine_->pointerLeft = Told([](auto& rooms) { rooms.pointer.left(); });
+}
+
+void formMain::ConnectPickers() {
+  pickers_->gotFocus = Told([](auto& rooms, int i) { rooms.timeline.pickerGotFocus(i); });
+  pickers_->lostFocus = Told([](auto& rooms, int i) { rooms.timeline.pickerLostFocus(i); });
+  pickers_->changed = Told([](auto& rooms, int i, Millis value) { rooms.timeline.pickerChanged(i, value); });
+  pickers_->droppedDown = Told([](auto& rooms, int i) { rooms.timeline.pickerDroppedDown(i); });
+  pickers_->closedUp = Told([](auto& rooms, int i) { rooms.timeline.pickerClosedUp(i); });
+  pickers_->reload = [this] {
+    LeaveChrome();  // ends the editing, which takes over what was typed
+    rooms_->timeline.reload();
+  };
+}
+
+void formMain::ConnectTimeline() {
+  strip_->dragFinished = Told([](auto& rooms, double from, double to) { rooms.timeline.dragged(from, to); });
+  strip_->hovered = Told([](auto& rooms, int row, int column) { rooms.timeline.hovered(row, column); });
+  strip_->left = Told([](auto& rooms) { rooms.timeline.left(); });
+  strip_->layoutClicked = Told([](auto& rooms) { rooms.timeline.layoutClicked(); });
+}
+
+void formMain::ConnectDialogs() {
+  FormRetryAfterError_->retryNow = Told([](auto& rooms) { rooms.feed.RetryNow(); });
+  FormRetryAfterError_->stopRetrying = Told([](auto& rooms) { rooms.feed.StopRetrying(); });
+  FormRetryAfterError_->quit = Told([](auto& rooms) { rooms.feed.EndSession(); });
+  FormRetryAfterError_->openPage =
+      Told([](auto& rooms) { rooms.menus.chosen(rooms.menus.At(Command::kFaqs)); });
+  editors_.SetQuestions(rooms_->questions);
+  editors_.unitsApplied = Told([](auto& rooms, const auto& units) { rooms.unitsApplied(units); });
+  editors_.hotspotsApplied = Told([](auto& rooms, const auto& ssids) { rooms.hotspotsApplied(ssids); });
+  editors_.secureHotspotsApplied =
+      Told([](auto& rooms, const auto& hotspots) { rooms.secureHotspotsApplied(hotspots); });
+  system_.dialogs = [this] {
+    std::vector<QWidget*> dialogs = editors_.Open();
+    if (FormRetryAfterError_->isVisible()) dialogs.push_back(FormRetryAfterError_);
+    return dialogs;
+  };
+}
+
+void formMain::LayOut() {
+  strip_->setFixedHeight(strip_->HeightIn(height()));
+  const int frameHeight = frameTimeLine_->isHidden() ? 0 : strip_->height();
+  const int captionHeight = captionLine_->sizeHint().height();
+  const int mapHeight = std::max(0, height() - frameHeight - captionHeight);
+  mapArea_->setGeometry(0, captionHeight, width(), mapHeight);
+  WB_->setGeometry(kPageInset.x(), kPageInset.y(), width() + kUnusedBrowserWidth, mapHeight);
+  frameTimeLine_->setGeometry(0, captionHeight + mapHeight, width(), frameHeight);
+  captionLine_->setGeometry(0, 0, width(), captionHeight);
+  pctSizer_->Raise();
+}
+
+PixelSize formMain::BrowserSize() const { return {WB_->width(), WB_->height()}; }
+
+void formMain::ShowWindowMode(WindowMode mode) {
+  captionLine_->SetMode(mode);
+  pctSizer_->SetEnabled(mode == WindowMode::kNormal);
+}
+
+}  // namespace pallomir
