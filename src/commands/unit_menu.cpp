@@ -6,6 +6,11 @@
 #include "commands/menus.h"
 
 namespace pallomir {
+namespace {
+
+std::string CaptionOf(const MobileUnit& unit) { return unit.id + " - " + unit.description; }
+
+}  // namespace
 
 void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units) {
   menus.TruncateArray(Command::kOnlyUnit, 1);
@@ -13,8 +18,7 @@ void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units) {
   std::list<MenuItem> items;
   for (const MobileUnit& unit : units) {
     const int i = static_cast<int>(items.size()) + 1;
-    MenuItem& item =
-        items.emplace_back(UserEntry(menus, Command::kOnlyUnit, i, unit.id + " - " + unit.description));
+    MenuItem& item = items.emplace_back(UserEntry(menus, Command::kOnlyUnit, i, CaptionOf(unit)));
     item.tag = EncodeMobileUnit(unit);
     item.checkable = true;
     item.checked = unit.enabled;
@@ -22,24 +26,20 @@ void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units) {
   menus.AppendToArray(Command::kOnlyUnit, std::move(items));
 }
 
-std::vector<MobileUnit> UnitsFromMenu(const MenuModel& menus) {
-  std::vector<MobileUnit> units;
-  menus.ForEach(Command::kOnlyUnit, [&](const MenuItem& item) {
-    if (item.index == 0) return;
-    units.push_back(ParseMobileUnit(item.tag));
-    units.back().enabled = item.checked;
-  });
-  return units;
+void ShowUnitFlags(MenuModel& menus, const std::vector<MobileUnit>& units) {
+  for (MenuItem& item : menus.ArrayParent(Command::kOnlyUnit)->children) {
+    if (item.index > 0) item.checked = units[static_cast<std::size_t>(item.index) - 1].enabled;
+  }
 }
 
-void ShowUnitsToFit(MenuModel& menus) {
+void ShowUnitsToFit(MenuModel& menus, const std::vector<MobileUnit>& units) {
   menus.TruncateArray(Command::kFitUnit, 1);
   std::list<MenuItem> items;
-  menus.ForEach(Command::kOnlyUnit, [&](const MenuItem& unit) {
-    if (unit.index == 0 || !unit.checked) return;
+  for (const MobileUnit& unit : units) {
+    if (!unit.enabled) continue;
     const int k = static_cast<int>(items.size()) + 1;
-    items.push_back(UserEntry(menus, Command::kFitUnit, k, unit.caption));
-  });
+    items.push_back(UserEntry(menus, Command::kFitUnit, k, CaptionOf(unit)));
+  }
   menus.At(Command::kFitUnit).visible = items.empty();
   menus.AppendToArray(Command::kFitUnit, std::move(items));
 }

@@ -10,9 +10,11 @@ namespace pallomir {
 /// The array of menu entries that holds the units: entry 0 is a template that shows only when there is no
 /// unit, entry i is unit i, its tag the record without its end, its check mark whether it is enabled.
 void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units);
-std::vector<MobileUnit> UnitsFromMenu(const MenuModel& menus);
+/// The same units, of which others are enabled: the entries stay, as one of them may have been clicked just
+/// now.
+void ShowUnitFlags(MenuModel& menus, const std::vector<MobileUnit>& units);
 
-/// The array of entries that fit the map to one displayed unit: entry k is the k-th unit that is checked.
-void ShowUnitsToFit(MenuModel& menus);
+/// The array of entries that fit the map to one displayed unit: entry k is the k-th unit that is enabled.
+void ShowUnitsToFit(MenuModel& menus, const std::vector<MobileUnit>& units);
 
 }  // namespace pallomir

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "commands/menus.h"
+#include "commands/unit_menu.h"
 #include "shell/flush_settings.h"
 
 namespace pallomir {
@@ -14,16 +15,20 @@ Client::Client(const Ports& ports)
           [this](const std::string&) {
             ports_.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\"");
           }),
+      units_(choices_.units, ports.views.units, ports.questions),
       service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application),
       feed_({ports.wsClientA, ports.wsClientB, ports.wsClientC, ports.loop, ports.clock, ports.questions,
              ports.trace},
-            ports.view, book_, FeedHost()),
+            ports.views.feed, book_, FeedHost()),
       frame_(ports.views.frame, ports.window, choices_.window, ports.loop, ports.trace),
       focus_(ports.views.frame, ports.loop),
       mapUpdating_(ports.views.boxes, ports.trace,
                    [this] { return map_->IsRebuilding() || tmrRedraw_->IsEnabled(); }) {
   frame_.laidOut = [this] { OnLaidOut(); };
   service_.busyChanged = [this] { ServiceBusyChanged(); };
+  units_.listChanged = [this] { ShowUnitsInMenu(menus_, units_.List()); };
+  units_.flagsChanged = [this] { ShowUnitFlags(menus_, units_.List()); };
+  units_.displayedChanged = [this] { MapReload(); };
   BuildMenus(menus_);
   HandleCommands();
   menus_.chosen = [this](const MenuItem& item) { MenuChosen(item); };

@@ -23,9 +23,9 @@
 #include "timeline/point_text.h"
 #include "timeline/time_window.h"
 #include "tracking/data_feed.h"
-#include "tracking/mobile_units.h"
 #include "tracking/point_store.h"
 #include "tracking/server_connection.h"
+#include "tracking/unit_register.h"
 #include "ui/question_queue.h"
 #include "window/focus_holder.h"
 #include "window/main_window_rooms.h"
@@ -89,9 +89,6 @@ class Client {
   /// A box was drawn on the map with Shift held: the map is zoomed to it. Corners in view pixels.
   void RubberBandDrawn(ViewPoint a, ViewPoint b);
 
-  /// The unit editor's Apply.
-  void UnitsApplied(const std::vector<MobileUnit>& units);
-
   // The hotspot editors' Apply (client_services.cpp)
   void HotspotsApplied(const std::vector<std::string>& ssids);
   void SecureHotspotsApplied(const std::vector<SecureHotspot>& hotspots);
@@ -109,7 +106,7 @@ class Client {
   // Read-only state, for the view's rendering and for tests
   MenuModel& Menus() { return menus_; }
   const CommandHandlers& Handlers() const { return handlers_; }
-  const UnitBook& Units() const { return book_; }
+  UnitRegister& Units() { return units_; }
   DataFeed& Feed() { return feed_; }
   const PointStore& Points() const { return feed_.Points(); }
   const MapView& View() const { return view_; }
@@ -123,7 +120,6 @@ class Client {
 
  private:
   // Start-up in its order (client_start.cpp)
-  void ReadUnits();
   void ReadZone();
   void ContinueLoad();
   void PrepareFolders();
@@ -162,11 +158,7 @@ class Client {
   std::string FaqAddress() const { return "http://" + ports_.deployment.webSite + "/faq"; }
 
   // Units (client_window.cpp)
-  void SaveUnits();
   void EnumerateMUs();
-  void ShowOnlyUnit(int i);
-  void ToggleUnit(int i);
-  void ShowAllUnits();
 
   // Map (client_map.cpp)
   MapBridge::Host MapHost();
@@ -206,9 +198,8 @@ class Client {
   StoredChoices choices_;
   MenuModel menus_;
   CommandHandlers handlers_;
-  bool areUnitsDemo_ = false;  // the units in the menu are the demo ones
-  std::string currentUnitId_;
-  UnitBook book_;
+  UnitRegister units_;
+  const UnitBook& book_ = units_.Book();
   std::filesystem::path zoneFile_;
   ServiceControl service_;
   bool isMutexReleased_ = false;  // for the new instance of a demo switch

@@ -5,7 +5,6 @@
 #include "commands/command_table.h"
 #include "commands/hot_keys.h"
 #include "commands/menus.h"
-#include "commands/unit_menu.h"
 #include "shell/client.h"
 
 // What the commands of menus and keys do.
@@ -32,14 +31,14 @@ void Client::HandleViewCommands() {
     ports_.view.ShowTimeline(Toggle(Command::kTimeline));
     MapReload();
   });
-  handle(Command::kAllUnits, [this](int) { ShowAllUnits(); });
-  handle(Command::kOnlyUnit, [this](int i) { ShowOnlyUnit(i); });
-  handle(Command::kToggleUnit, [this](int i) { ToggleUnit(i); });
+  handle(Command::kAllUnits, [this](int) { units_.ShowAll(); });
+  handle(Command::kOnlyUnit, [this](int i) { units_.ShowOnly(static_cast<std::size_t>(i)); });
+  handle(Command::kToggleUnit, [this](int i) { units_.Toggle(static_cast<std::size_t>(i)); });
 }
 
 void Client::HandleOptionCommands() {
   const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
-  handle(Command::kEditUnits, [this](int) { ports_.view.EditUnits(UnitsFromMenu(menus_)); });
+  handle(Command::kEditUnits, [this](int) { units_.Edit(); });
   handle(Command::kEditHotspots, [this](int) { EditHotspots(); });
   handle(Command::kChangeHotspotMode, [this](int) { ChangeHotspotMode(); });
   handle(Command::kEditSecureHotspots, [this](int) { EditSecureHotspots(); });
@@ -69,7 +68,7 @@ void Client::HandleTimeCommands() {
 
 bool Client::KeyDown(int modifiers, char key) {
   if (closing_ || pickers_.PickerFocusMask() != 0) return false;
-  const auto given = FindKeyCommand(modifiers, key, menus_.Count(Command::kOnlyUnit) - 1);
+  const auto given = FindKeyCommand(modifiers, key, static_cast<int>(units_.List().size()));
   if (!given) return false;
   const bool hasActed = handlers_.Run(given->command, given->number);
   if (given->command == Command::kTrackingData) {

@@ -5,7 +5,6 @@
 #include "base/number_format.h"
 #include "commands/hotspot_menus.h"
 #include "commands/menus.h"
-#include "commands/unit_menu.h"
 #include "map/projection.h"
 #include "shell/client.h"
 #include "shell/instance_guard.h"
@@ -36,16 +35,10 @@ void Client::Load() {
   menus_.At(Command::kPortBase).caption =
       "Local Port Range Base = " + std::to_string(choices_.portBase.Value());
   menus_.At(Command::kDemoMode).checked = choices_.demoMode.Value();
-  ReadUnits();
+  ports_.view.ShowDemoMode(choices_.demoMode.Value());
+  units_.Load(choices_.demoMode.Value());
   ReadHotspots();
   ReadZone();
-}
-
-void Client::ReadUnits() {
-  areUnitsDemo_ = choices_.demoMode.Value();
-  ports_.view.ShowDemoMode(areUnitsDemo_);
-  if (!areUnitsDemo_) choices_.units.Read();
-  ShowUnitsInMenu(menus_, ParseMobileUnits(areUnitsDemo_ ? DemoMobileUnits() : choices_.units.Value()));
 }
 
 void Client::ReadZone() {
@@ -101,17 +94,11 @@ void Client::CheckUnits() {
     ShowWindow();
     return;
   }
-  std::string text = "Warning: no mobile unit(s) defined";
-  if (book_.definedCount == 1) text = "Note: the mobile unit is not enabled";
-  if (book_.definedCount > 1) text = "Note: none of the defined mobile units are enabled";
-  const bool noUnit = book_.definedCount == 0;
-  ports_.questions.Tell(text, "pallomir",
-                        noUnit ? Question::Icon::kExclamation : Question::Icon::kInformation,
-                        [this](const Answer&) {
-                          if (closing_) return;
-                          ShowWindow();
-                          handlers_.Run(Command::kEditUnits, 0);
-                        });
+  units_.TellNoneDisplayed([this] {
+    if (closing_) return;
+    ShowWindow();
+    units_.Edit();
+  });
 }
 
 void Client::ShowWindow() {
@@ -121,10 +108,6 @@ void Client::ShowWindow() {
   map_->Open();
   CosLatTable();
   ports_.views.frame.ReturnFocus();
-  if (book_.enabledCount > 0) {
-    const int first = static_cast<int>(book_.enabledToList[1]);
-    currentUnitId_ = menus_.At(Command::kOnlyUnit, first).tag.substr(1, kUnitIdSize);
-  }
   PrepareZoneFile();
   loaded_ = true;
   frame_.Open();

@@ -8,52 +8,12 @@
 
 namespace pallomir {
 
-void Client::ShowOnlyUnit(int i) {
-  menus_.CheckOnly(Command::kOnlyUnit, i);
-  SaveUnits();
-  MapReload();
-}
-
-void Client::ToggleUnit(int i) {
-  MenuItem& entry = menus_.At(Command::kOnlyUnit, i);
-  entry.checked = !entry.checked;
-  SaveUnits();
-  MapReload();
-}
-
-void Client::ShowAllUnits() {
-  for (MenuItem& item : menus_.ArrayParent(Command::kOnlyUnit)->children) item.checked = item.index > 0;
-  SaveUnits();
-  MapReload();
-}
-
-void Client::SaveUnits() {
-  const std::vector<MobileUnit> units = UnitsFromMenu(menus_);
-  ports_.view.ShowUnitFlags(units);
-  if (areUnitsDemo_) return;  // the menu alone keeps those
-  choices_.units.Store(EncodeMobileUnits(units));
-}
-
-void Client::UnitsApplied(const std::vector<MobileUnit>& units) {
-  if (closing_) return;
-  ShowUnitsInMenu(menus_, units);
-  SaveUnits();
-  Question question;
-  question.kind = Question::Kind::kYesNo;
-  question.icon = Question::Icon::kQuestion;
-  question.title = "Pallomir";
-  question.text = "Do you want to reload the map now?";
-  ports_.questions.Ask(question, [this](const Answer& answer) {
-    if (answer.yes) MapReload();
-  });
-}
-
 void Client::EnumerateMUs() {
   mapUpdating_.Show();
   if (closing_) return;
-  book_ = EnumerateUnits(UnitsFromMenu(menus_));
+  units_.Enumerate();
   feed_.Forget();
-  ShowUnitsToFit(menus_);
+  ShowUnitsToFit(menus_, units_.List());
   ports_.view.LayOutTimeline(book_.enabledCount);
 }
 
@@ -100,7 +60,7 @@ MainWindowRooms Client::RoomsOfWindow() {
           {[this](int x) { PointerOverCaption(x); }, [this] { HidePointInfos(); },
            [this](ViewPoint a, ViewPoint b) { RubberBandDrawn(a, b); }},
           feed_,
-          [this](const auto& units) { UnitsApplied(units); },
+          units_,
           [this](const auto& ssids) { HotspotsApplied(ssids); },
           [this](const auto& hotspots) { SecureHotspotsApplied(hotspots); },
           [this](int modifiers, char key) { return KeyDown(modifiers, key); },

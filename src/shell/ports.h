@@ -15,6 +15,8 @@
 #include "platform/settings.h"
 #include "platform/user_registry.h"
 #include "shell/deployment.h"
+#include "tracking/feed_view.h"
+#include "tracking/unit_view.h"
 #include "ui/question_queue.h"
 #include "window/boxes_view.h"
 #include "window/client_view.h"
@@ -27,6 +29,8 @@ struct Views {
   FrameView& frame;
   BoxesView& boxes;
   HotspotView& hotspots;
+  FeedView& feed;
+  UnitView& units;
 };
 
 /// Everything outside the core that the client works with. All of it outlives the client.

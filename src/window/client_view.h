@@ -7,13 +7,11 @@
 #include "commands/map_commands.h"
 #include "map/map_view.h"
 #include "timeline/data_strip.h"
-#include "tracking/feed_view.h"
-#include "tracking/mobile_units.h"
 
 namespace pallomir {
 
 /// What the client shows. The main window implements it; tests record it. Nothing here waits for the user.
-class ClientView : public FeedView, public MenuView {
+class ClientView : public MenuView {
  public:
   virtual void ShowCaption(bool visible) = 0;  ///< `txtCaption`
   virtual void ShowDemoMode(bool on) = 0;
@@ -27,11 +25,6 @@ class ClientView : public FeedView, public MenuView {
   virtual void ShowTimelinePicture(const TimelinePicture& picture) = 0;
   virtual void ShowTimelineInfo(const std::string& text) = 0;  ///< beside the pointer
   virtual void HideTimelineInfo() = 0;
-
-  // The unit editor, modeless; one that is open comes forward and keeps what was entered.
-  virtual void EditUnits(const std::vector<MobileUnit>& units) = 0;
-  /// A key or the menu changed flags of the units: an open editor takes them over.
-  virtual void ShowUnitFlags(const std::vector<MobileUnit>& units) = 0;
 
   // Marks over the map
   /// The square frame of four thin pictures around a view pixel.

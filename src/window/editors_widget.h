@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "hotspots/hotspot_view.h"
-#include "tracking/mobile_units.h"
+#include "tracking/unit_view.h"
 #include "ui/question_queue.h"
 
 class QWidget;
@@ -17,7 +17,7 @@ class formMobileUnit_Edit;
 class formSecureHotSpots_Edit;
 
 /// The list editors over the main window, at most one of each kind.
-class Editors : public HotspotView {
+class Editors : public UnitView, public HotspotView {
  public:
   /// `owner` is the window that they stay on top of.
   explicit Editors(QWidget* owner) : owner_(owner) {}
@@ -29,8 +29,8 @@ class Editors : public HotspotView {
   std::function<void(const std::vector<std::string>&)> hotspotsApplied;
   std::function<void(const std::vector<SecureHotspot>&)> secureHotspotsApplied;
 
-  void EditUnits(const std::vector<MobileUnit>& units);
-  void ShowUnitFlags(const std::vector<MobileUnit>& units);
+  void EditUnits(const std::vector<MobileUnit>& units) override;
+  void ShowUnitFlags(const std::vector<MobileUnit>& units) override;
   void EditHotspots(const std::vector<std::string>& ssids) override;
   void EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) override;
 

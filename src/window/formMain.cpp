@@ -150,7 +150,7 @@ void formMain::ConnectDialogs() {
   FormRetryAfterError_->openPage =
       Told([](auto& rooms) { rooms.menus.chosen(rooms.menus.At(Command::kFaqs)); });
   editors_.SetQuestions(rooms_->questions);
-  editors_.unitsApplied = Told([](auto& rooms, const auto& units) { rooms.unitsApplied(units); });
+  editors_.unitsApplied = Told([](auto& rooms, const auto& units) { rooms.units.Apply(units); });
   editors_.hotspotsApplied = Told([](auto& rooms, const auto& ssids) { rooms.hotspotsApplied(ssids); });
   editors_.secureHotspotsApplied =
       Told([](auto& rooms, const auto& hotspots) { rooms.secureHotspotsApplied(hotspots); });

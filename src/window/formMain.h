@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "tracking/feed_view.h"
 #include "window/boxes_view.h"
 #include "window/client_view.h"
 #include "window/editors_widget.h"
@@ -34,7 +35,7 @@ class formSplash;
 
 /// The main window: the map in its browser, the caption line over it and the timeline under it. It has no
 /// frame of the system. It shows what the rooms say and tells them what the user does; it decides nothing.
-class formMain : public QWidget, public FrameView, public BoxesView, public ClientView {
+class formMain : public QWidget, public FrameView, public BoxesView, public FeedView, public ClientView {
  public:
   /// `browser` becomes the map, `WB`.
   explicit formMain(QWidget* browser);
@@ -45,6 +46,7 @@ class formMain : public QWidget, public FrameView, public BoxesView, public Clie
 
   MainWindow& System() { return system_; }
   HotspotView& Hotspots() { return editors_; }
+  UnitView& Units() { return editors_; }
 
   // FrameView
   void LayOut() override;
@@ -66,10 +68,15 @@ class formMain : public QWidget, public FrameView, public BoxesView, public Clie
   void PopUpMenu(MenuPlace place) override;
   void SetMenuLabel(const std::string& text) override;
 
-  // ClientView
+  // FeedView
   void SetCaption(const std::string& text) override;
-  void ShowCaption(bool visible) override;
   void ShowLamp(const LampMessage& lamp) override;
+  void ShowRetry(const std::string& message) override;
+  void SetRetryProgress(int bar, const std::string& label) override;
+  void HideRetry() override;
+
+  // ClientView
+  void ShowCaption(bool visible) override;
   void ShowDemoMode(bool on) override;
   bool IsTimelineVisible() const override;
   void ShowTimeline(bool visible) override;
@@ -78,11 +85,6 @@ class formMain : public QWidget, public FrameView, public BoxesView, public Clie
   void ShowTimelinePicture(const TimelinePicture& picture) override;
   void ShowTimelineInfo(const std::string& text) override;
   void HideTimelineInfo() override;
-  void EditUnits(const std::vector<MobileUnit>& units) override;
-  void ShowUnitFlags(const std::vector<MobileUnit>& units) override;
-  void ShowRetry(const std::string& message) override;
-  void SetRetryProgress(int bar, const std::string& label) override;
-  void HideRetry() override;
   void ShowPointMarker(ViewPoint at) override;
   void ShowPointInfos(const std::vector<std::string>& texts) override;
   void HidePointInfos() override;

@@ -108,7 +108,5 @@ void formMain::CloseWindows() {
 
 void formMain::EndApplication(int exitCode) { QCoreApplication::exit(exitCode); }
 
-void formMain::EditUnits(const std::vector<MobileUnit>& units) { editors_.EditUnits(units); }
-void formMain::ShowUnitFlags(const std::vector<MobileUnit>& units) { editors_.ShowUnitFlags(units); }
 
 }  // namespace pallomir

@@ -9,7 +9,7 @@
 #include "map/map_view.h"
 #include "platform/menu_model.h"
 #include "tracking/data_feed.h"
-#include "tracking/mobile_units.h"
+#include "tracking/unit_register.h"
 #include "ui/question_queue.h"
 #include "window/focus_holder.h"
 #include "window/window_frame.h"
@@ -50,9 +50,9 @@ struct MainWindowRooms {
   TimelineInput timeline;
   PointerInput pointer;
   DataFeed& feed;
+  UnitRegister& units;
 
   // Apply in the editors
-  std::function<void(const std::vector<MobileUnit>&)> unitsApplied;
   std::function<void(const std::vector<std::string>&)> hotspotsApplied;
   std::function<void(const std::vector<SecureHotspot>&)> secureHotspotsApplied;
 

@@ -79,7 +79,7 @@ class FaultyNetworkTest : public testing::Test {
                         {"WindowPos_H", "600"}};
     client_ = std::make_unique<Client>(
         Ports{window_,
-              {window_, window_, window_.Hotspots()},
+              {window_, window_, window_.Hotspots(), window_, window_.Units()},
               window_.System(),
               browser_,
               locator_,

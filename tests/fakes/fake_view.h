@@ -5,6 +5,8 @@
 #include <string>
 
 #include "hotspots/hotspot_view.h"
+#include "tracking/feed_view.h"
+#include "tracking/unit_view.h"
 #include "window/boxes_view.h"
 #include "window/client_view.h"
 #include "window/frame_view.h"
@@ -12,7 +14,12 @@
 namespace pallomir::fakes {
 
 /// Keeps what the client shows.
-class FakeView : public ClientView, public FrameView, public BoxesView, public HotspotView {
+class FakeView : public ClientView,
+                 public FrameView,
+                 public BoxesView,
+                 public FeedView,
+                 public UnitView,
+                 public HotspotView {
  public:
   void SetCaption(const std::string& text) override { caption = text; }
   void ShowLamp(const LampMessage& shown) override { lamp = shown; }

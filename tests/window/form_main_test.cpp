@@ -50,9 +50,9 @@ TEST_F(FormMainTest, KeysReachTheClientWhicheverControlHasTheFocus) {
   EXPECT_THAT(ports_.locator.sent, SizeIs(asked + 1));
   Find<QPushButton>("lblMenu")->setFocus();
   QTest::keyClick(Find<QPushButton>("lblMenu"), Qt::Key_2);
-  EXPECT_EQ(client_->Units().requestText, "D0123456789AC");
+  EXPECT_EQ(client_->Units().Book().requestText, "D0123456789AC");
   QTest::keyClick(&window_, Qt::Key_1, Qt::ShiftModifier);
-  EXPECT_EQ(client_->Units().requestText, "D0123456789AB0123456789AC");
+  EXPECT_EQ(client_->Units().Book().requestText, "D0123456789AB0123456789AC");
   const int beeps = ports_.beeper.beeps;
   QTest::keyClick(&window_, Qt::Key_A, Qt::AltModifier);
   QTest::keyClick(&window_, Qt::Key_2, Qt::KeypadModifier);
