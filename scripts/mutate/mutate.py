@@ -62,7 +62,7 @@ class Copy:
         if options.again:
             return
         # The user's uncommitted changes are in it; their files are only read.
-        revision = git('stash', 'create').strip() or 'HEAD'
+        revision = git('stash', 'create').strip() or git('rev-parse', 'HEAD').strip()
         if not (self.path / '.git').exists():
             git('worktree', 'prune')
             git('worktree', 'add', '--force', '--detach', str(self.path), revision)

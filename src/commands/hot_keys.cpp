@@ -17,7 +17,7 @@ constexpr std::string_view kCaptions[] = {
 constexpr int kUnitsWithKey = 9;
 
 bool IsFor(const HotKey& hotKey, char key) {
-  return key != '\0' && std::string_view(hotKey.keys).find(key) != std::string_view::npos;
+  return std::string_view(hotKey.keys).find(key) != std::string_view::npos;
 }
 
 std::string ModifierText(int modifiers) {

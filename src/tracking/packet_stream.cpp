@@ -26,12 +26,12 @@ void PacketStream::Take(ByteView arrived) {
 
 void PacketStream::TakePending() {
   Append(buffer_, pending_);
-  pending_ = {};
+  pending_ = Bytes();  // gives the memory back, as {} does not
 }
 
 void PacketStream::Clear() {
   DropAll();
-  pending_ = {};
+  pending_ = Bytes();
 }
 
 PacketStream::Outcome PacketStream::Decode(const PacketHandler& packet) {
@@ -65,8 +65,7 @@ PacketStream::Outcome PacketStream::Decode(const PacketHandler& packet) {
     const ByteView payload = rest.subspan(kPacketHeaderSize, size);
     if (CheckCode(payload) != ReadBigEndian32(rest, 0)) {
       outcome.resynchronised = true;
-      DropAll();
-      pending_ = {};
+      Clear();
       continue;
     }
     packet(AsText(payload.first(kUnitIdSize)), payload.subspan(kUnitIdSize));
@@ -92,7 +91,7 @@ void PacketStream::DropAll() {
   buffer_.clear();
   read_ = 0;
   constexpr std::size_t kKeep = std::size_t{1} << 20;
-  if (buffer_.capacity() > kKeep) buffer_ = {};
+  if (buffer_.capacity() > kKeep) buffer_ = Bytes();
 }
 
 }  // namespace pallomir

@@ -32,6 +32,8 @@ class PacketStream {
   std::size_t PendingSize() const { return pending_.size(); }
   /// Bytes in the buffer.
   std::size_t Size() const { return buffer_.size() - read_; }
+  /// Memory taken, in bytes.
+  std::size_t ReservedBytes() const { return buffer_.capacity() + pending_.capacity(); }
 
   /// Drops all bytes; the flag stays.
   void Clear();

@@ -109,8 +109,7 @@ void UnitTrack::Settle() {
   if (late_.empty()) return;
   JoinLateRuns(true);
   Place(late_);
-  late_ = {};
-  lateRuns_ = {};
+  DropLate();
 }
 
 // Merges the rows into the points: those earlier than the first row stay as they are.
@@ -147,8 +146,13 @@ void UnitTrack::Clear() {
   constexpr std::size_t kKept = std::size_t{4} << 20;
   points_.Clear(kKept);
   miles_.Clear(kKept);
-  late_ = {};
-  lateRuns_ = {};
+  DropLate();
+}
+
+// With their memory, which an assigned {} would leave them.
+void UnitTrack::DropLate() {
+  late_ = std::vector<DataPoint>();
+  lateRuns_ = std::vector<std::size_t>();
 }
 
 DecodedRecords DecodeRecords(ByteView records) {

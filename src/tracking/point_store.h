@@ -40,12 +40,13 @@ class UnitTrack {
 
   /// Bytes of memory that are held for points and miles.
   std::size_t ReservedBytes() const {
-    return points_.Capacity() * sizeof(DataPoint) + miles_.Capacity() * sizeof(double);
+    return (points_.Capacity() + late_.capacity()) * sizeof(DataPoint) + miles_.Capacity() * sizeof(double);
   }
 
  private:
   void Place(std::span<const DataPoint> rows);
   void JoinLateRuns(bool all);
+  void DropLate();
 
   GrowingArray<DataPoint> points_;
   GrowingArray<double> miles_;

@@ -149,7 +149,7 @@ void WebConnection::Written() {
     return Write();
   }
   file_.close();
-  output_ = {};
+  output_ = std::string();  // gives the memory back
   if (!keepsAlive_) return Close();
   Progress(kHeadTime);
   TakeRequest();

@@ -76,7 +76,7 @@ void DataSession::TakeInput(std::string_view input) {
     return Close();
   }
   answer_.emplace(source_, *request);
-  request_ = {};
+  request_ = std::string();  // gives the memory back
   SetDeadline(kStallTime);
   WriteWhenReady();
 }

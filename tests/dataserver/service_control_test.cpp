@@ -136,6 +136,9 @@ TEST_F(ServiceControlTest, AMissingHostIsSaidWithoutABox) {
   EXPECT_EQ(control_.Note(),
             "The service host of the Data Server can't be started: No such file or directory");
   EXPECT_THAT(traced_.back(), HasSubstr("No such file or directory"));
+  control_.Run(ServiceCommand::kInstall);
+  EXPECT_TRUE(control_.IsBusy()) << "while it asks";
+  EXPECT_EQ(control_.Note(), "") << "that was the command before";
 }
 
 TEST_F(ServiceControlTest, ClosingEndsTheWaitWithoutABox) {

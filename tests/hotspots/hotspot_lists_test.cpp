@@ -36,6 +36,8 @@ TEST(HotspotLists, ReadSecureEntriesOfTwoParts) {
   } cases[] = {
       {"04home08WPA2~abc", {{"home", "WPA2", "abc"}}},
       {"04home04WEP~03car07WPA~a~b", {{"home", "WEP", ""}, {"car", "WPA", "a~b"}}},
+      {"04home05WPA2~", {{"home", "WPA2", ""}}},
+      {"04home01~", {{"home", "", ""}}},
       {"04home04none", {{"home", "none", ""}}},
       {"04home08WPA2~abc03car", {{"home", "WPA2", "abc"}}},
       {"04home08WPA2~abc03car09WPA2~abc", {{"home", "WPA2", "abc"}}},

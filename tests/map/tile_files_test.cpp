@@ -113,6 +113,8 @@ TEST_F(TrackTilesTest, EveryRebuildReplacesAllFilesAndCountsOn) {
   EXPECT_TRUE(fs::exists(Tracks() / "sub"));
   EXPECT_TRUE(fs::is_empty(folder_.Path() / "z"));
   Rebuild(nullptr);
+  for (const char* foreign : {"0003160003E80007D0.bmp", "0003160003E80007D0.png2"})
+    fakes::WriteFile(Tracks() / foreign, "x");
   EXPECT_EQ(tiles_.TrackTilePath("160003E80007D0"), folder_.Path() / "p" / "blank_x.png");
   for (int i = 4; i < 65536; ++i) Rebuild(nullptr);
   EXPECT_EQ(tiles_.GenerationText(), "FFFF");

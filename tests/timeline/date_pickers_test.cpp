@@ -17,8 +17,26 @@ TEST(DatePickers, AChangeInAnOpenCalendarWaitsForItsEnd) {
   EXPECT_TRUE(pickers.ClosedUp(0));
   EXPECT_TRUE(pickers.IsReloadVisible());
   EXPECT_EQ(pickers.Window(), (TimeWindow{start + kHour, start + kHour + kDay}));
+  EXPECT_TRUE(pickers.IsEndVisible());
+  pickers.LostFocus(0);
+  pickers.Reloaded();
+  EXPECT_FALSE(pickers.IsReloadVisible() || pickers.IsEndVisible()) << "it is a day again";
+  pickers.Changed(1, start);
+  EXPECT_TRUE(pickers.IsReloadVisible()) << "typed";
   pickers.DroppedDown(1);
   EXPECT_FALSE(pickers.ClosedUp(1)) << "nothing was chosen";
+}
+
+TEST(DatePickers, ADateIsShownWithWhatItHasOfATime) {
+  const struct {
+    CivilTime time;
+    const char* format;
+  } cases[] = {{{2026, 11, 16}, "ddd,MMMd"},
+               {{2026, 11, 16, 5}, "ddd,MMMd, h tt"},
+               {{2026, 11, 16, 0, 7}, "ddd,MMMd, h:mm tt"},
+               {{2026, 11, 16, 0, 0, 9}, "ddd,MMMd, h:mm:ss tt"},
+               {{2026, 11, 16, 5, 7, 9}, "ddd,MMMd, h:mm:ss tt"}};
+  for (const auto& c : cases) EXPECT_EQ(PickerFormat(ToMillis(c.time)), c.format);
 }
 
 TEST(DatePickers, TheEndStaysAMomentThatADateCanHold) {

@@ -30,6 +30,7 @@ TEST(TimelineCursor, GoesFromStopToStopAndSelects) {
       {"ticks", {{true}, {true}, {false}}, 15, {}},
       {"labels", {{true}, {true, Step::kLabel}, {true, Step::kLabel}}, 360, {}},
       {"back to a label", {{true, Step::kEnd}, {false, Step::kLabel}}, 21 * 60, {}},
+      {"the end counts as a label", {{true, Step::kEnd}, {false}, {true, Step::kLabel}}, 24 * 60, {}},
       {"stays at the end", {{true, Step::kEnd}, {true}, {true, Step::kLabel}}, 24 * 60, {}},
       {"selects", {{true}, {true, Step::kTick, true}, {true, Step::kTick, true}}, 45, {{15, 45}}},
       {"selects back", {{true, Step::kEnd}, {false, Step::kLabel, true}}, 1260, {{1260, 1440}}},

@@ -116,8 +116,15 @@ TEST(ListGridKeys, EachKeyGivesItsTextCursorColourAndMessage) {
       {kFree, "|", {paste("\r\none\r\ntwo\tthree\n")}, "one two three|", black, 0},
       {kFree, "é☕|", {back}, "é|", black, 0},
       {kFree, "|🚚x", {del}, "|x", black, 0},
+      {kFree, "|", {paste("ไทย हिन्दी"), back}, "ไทย हिन्द|", black, 0},
+      {kFree,
+       "|",
+       {paste("a\x7F\x7E"
+              "b")},
+       "a b|",
+       black,
+       1},
       {kFree, "a\xC3|", {type("b")}, "a?b|", black, 0},
-      {kFree, "|", {paste("a\xFF\xED\xA0\x80z")}, "a????z|", black, 0},
       {kFree, "ab|", {type("c"), undo}, "ab|", black, 0},
       {kFree, "[ab]", {type("c"), type("d"), undo, undo, undo}, "[ab]", black, 0},
       {kFree, "ab|", {back, back, undo, undo, redo}, "a|", black, 0},
@@ -145,6 +152,17 @@ TEST(ListGridKeys, PositionsOutsideTheTextOrInsideACharacterDoNoHarm) {
     grid.Edit(1, kFree, {Action::kType, "x"}, span);
     EXPECT_EQ(ValidUtf8(grid.Row(1).texts[kFree]), grid.Row(1).texts[kFree]);
   }
+}
+
+TEST(ListGridKeys, EveryCharacterIsKeptAndNothingElseTaken) {
+  // At the ends of what one to four bytes can hold, and one beyond.
+  for (const char* valid : {"\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
+                            "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"})
+    EXPECT_EQ(ValidUtf8(valid), valid);
+  for (const char* invalid : {"\x80", "\xC1\xBF", "\xC2", "\xC2\x7F", "\xC2\xC0", "\xE0\x9F\xBF",
+                              "\xED\xA0\x80", "\xED\xBF\xBF", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xFF"})
+    EXPECT_EQ(ValidUtf8(invalid).find_first_not_of("?\x7F"), std::string::npos)
+        << testing::PrintToString(invalid);
 }
 
 TEST(ListGridKeys, MessageHasTheTitleAndIcon) {
@@ -338,14 +356,14 @@ TEST_F(ListGridRows, RowsWithTheSameCompleteTextAreNamed) {
   ListGridSetup setup = FourColumns();
   setup.columns[kHex].sameRule = "the first one counts";
   ListGrid grid(setup);
-  const char* const texts[] = {"01",           "AAAAAAAAAAAA", "BBBBBBBBBBBB", "01",
+  const char* const texts[] = {"AAAAAAAAAAAA", "01",           "BBBBBBBBBBBB", "01",
                                "BBBBBBBBBBBB", "AAAAAAAAAAAA", "CCCCCCCCCCCC"};
   for (const char* text : texts) grid.Fill({false, {text, "same", "", ""}});
   const struct {
     std::size_t current;
     std::vector<std::size_t> rows;
     std::size_t first;  // of the current row's
-  } cases[] = {{1, {3, 5}, 0}, {2, {2, 6}, 0}, {6, {2, 6}, 2}, {5, {3, 5}, 3}, {7, {3, 5}, 0}};
+  } cases[] = {{1, {1, 6}, 0}, {2, {3, 5}, 0}, {6, {1, 6}, 1}, {5, {3, 5}, 3}, {7, {3, 5}, 0}};
   for (const auto& row : cases) {
     grid.Focus(row.current, kHex);
     EXPECT_EQ(grid.SameRows(kHex), row.rows) << row.current;
