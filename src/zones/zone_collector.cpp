@@ -34,8 +34,6 @@ std::vector<std::size_t> ParentsOf(const std::vector<ZoneCollector::Polygon>& po
   return parents;
 }
 
-}  // namespace
-
 void CompleteOptions(ZoneOptions& options, std::size_t number) {
   const auto isTime = [](const std::string& text) {
     return text.size() == 4 && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
@@ -46,17 +44,31 @@ void CompleteOptions(ZoneOptions& options, std::size_t number) {
     options.StartTime = options.EndTime = ZoneOptions().StartTime;
 }
 
-bool ZoneCollector::Take(Polygon polygon, std::string& problem) {
+}  // namespace
+
+void ZoneCollector::Take(Polygon polygon) {
+  if (!problem_.empty()) return;
+  CompleteOptions(polygon.options, polygons_.size() + 1);
   for (ZoneRing& ring : polygon.rings) {
     for (const ZoneVertex& vertex : ring) {
-      if (std::abs(vertex.lat) <= 90 && std::abs(vertex.lng) <= 180) continue;
-      problem = "A corner of \"" + polygon.options.Description + "\" lies outside the world.";
-      return false;
+      if (!(std::abs(vertex.lat) <= 90 && std::abs(vertex.lng) <= 180))
+        return Fail("A corner of \"" + polygon.options.Description + "\" lies outside the world.");
     }
     if (ring.size() > 1 && ring.front() == ring.back()) ring.pop_back();
   }
   polygons_.push_back(std::move(polygon));
-  return true;
+}
+
+void ZoneCollector::Fail(std::string problem) {
+  if (problem_.empty()) problem_ = std::move(problem);
+}
+
+ImportedZones ZoneCollector::Finish(const std::string& kind) const {
+  const bool namesKind = kind == NameOf(ZoneKind::kAlerted) || kind == NameOf(ZoneKind::kNonAlert);
+  if (!problem_.empty()) return {{}, false, problem_};
+  if (polygons_.empty() && !namesKind) return {{}, false, "The file holds no polygon."};
+  const bool isAlerted = kind != NameOf(ZoneKind::kNonAlert);
+  return {Build(isAlerted ? ZoneKind::kAlerted : ZoneKind::kNonAlert), namesKind, {}};
 }
 
 ZoneTree ZoneCollector::Build(ZoneKind topLevelKind) const {

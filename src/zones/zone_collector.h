@@ -21,20 +21,24 @@ class ZoneCollector {
     std::vector<ZoneRing> rings;
   };
 
-  /// Rings may be closed by a repetition of their first corner. False, with a sentence in `problem`, where a
-  /// corner lies outside the world.
-  bool Take(Polygon polygon, std::string& problem);
+  /// Options that the file leaves out get their defaults: all days, any time, a name by number. Rings may be
+  /// closed by a repetition of their first corner. A corner outside the world is a problem.
+  void Take(Polygon polygon);
 
-  /// Zones in the order in which they came. One whose parent is unknown, or among its own descendants, goes
-  /// to the top level.
-  ZoneTree Build(ZoneKind topLevelKind) const;
+  /// Nothing that comes afterwards is taken.
+  void Fail(std::string problem);
+
+  /// The zones in the order in which they came, or what is wrong with the file. One whose parent is unknown,
+  /// or among its own descendants, goes to the top level. `kind` is the top-level kind as the file names it;
+  /// without zones and without a kind the file is none of zones.
+  ImportedZones Finish(const std::string& kind) const;
 
  private:
-  std::vector<Polygon> polygons_;
-};
+  ZoneTree Build(ZoneKind topLevelKind) const;
 
-/// The options that a file has left out get their defaults: all days, any time, a name by number.
-void CompleteOptions(ZoneOptions& options, std::size_t number);
+  std::vector<Polygon> polygons_;
+  std::string problem_;
+};
 
 std::string WriteGeoJson(const ZoneTree& tree);
 ImportedZones ReadGeoJson(std::string_view file);

@@ -70,12 +70,7 @@ class GeoJsonReader {
     } else {
       TakeGeometry({}, json);
     }
-    const std::string kind = TextOf(json, kKind);
-    const bool namesKind = kind == NameOf(ZoneKind::kAlerted) || kind == NameOf(ZoneKind::kNonAlert);
-    if (problem_.empty() && count_ == 0 && !namesKind) problem_ = "The file holds no polygon.";
-    if (!problem_.empty()) return {{}, false, problem_};
-    const bool isAlerted = kind != NameOf(ZoneKind::kNonAlert);
-    return {zones_.Build(isAlerted ? ZoneKind::kAlerted : ZoneKind::kNonAlert), namesKind, {}};
+    return zones_.Finish(TextOf(json, kKind));
   }
 
  private:
@@ -88,7 +83,7 @@ class GeoJsonReader {
     const Json& geometry = Member(feature, "geometry");
     const bool isOurs = properties.is_object() && properties.contains(kTexts[1].first);
     if (geometry.is_null() && isOurs) {
-      Take(std::move(polygon));
+      zones_.Take(std::move(polygon));
     } else {
       TakeGeometry(std::move(polygon), geometry);
     }
@@ -109,24 +104,15 @@ class GeoJsonReader {
       for (const Json& position : positions) {
         if (!position.is_array() || position.size() < 2 || !position[0].is_number() ||
             !position[1].is_number()) {
-          problem_ = "A corner of \"" + polygon.options.Description + "\" is no position.";
-          return;
+          return zones_.Fail("A corner of \"" + polygon.options.Description + "\" is no position.");
         }
         ring.push_back({position[1].get<double>(), position[0].get<double>()});
       }
     }
-    Take(std::move(polygon));
-  }
-
-  void Take(ZoneCollector::Polygon polygon) {
-    if (!problem_.empty()) return;
-    CompleteOptions(polygon.options, ++count_);
-    zones_.Take(std::move(polygon), problem_);
+    zones_.Take(std::move(polygon));
   }
 
   ZoneCollector zones_;
-  std::size_t count_ = 0;
-  std::string problem_;
 };
 
 }  // namespace

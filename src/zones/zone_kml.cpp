@@ -123,10 +123,7 @@ class KmlReader {
         node = Next(node);
       }
     }
-    if (problem_.empty() && count_ == 0 && kind.empty()) problem_ = "The file holds no polygon.";
-    if (!problem_.empty()) return {{}, false, problem_};
-    const bool isAlerted = kind != NameOf(ZoneKind::kNonAlert);
-    return {zones_.Build(isAlerted ? ZoneKind::kAlerted : ZoneKind::kNonAlert), !kind.empty(), {}};
+    return zones_.Finish(kind);
   }
 
  private:
@@ -145,7 +142,7 @@ class KmlReader {
       TakePolygon(polygon, node);
     }
     if (!hasShape && isOurs && !placemark.child("Point") && !placemark.child("LineString"))
-      Take(std::move(polygon));
+      zones_.Take(std::move(polygon));
   }
 
   void TakePolygon(ZoneCollector::Polygon polygon, pugi::xml_node shape) {
@@ -154,25 +151,16 @@ class KmlReader {
         for (const pugi::xml_node ring : rings.children("LinearRing")) {
           auto corners = RingOf(ring.child_value("coordinates"));
           if (!corners) {
-            problem_ = "A corner of \"" + polygon.options.Description + "\" is no position.";
-            return;
+            return zones_.Fail("A corner of \"" + polygon.options.Description + "\" is no position.");
           }
           polygon.rings.push_back(std::move(*corners));
         }
       }
     }
-    Take(std::move(polygon));
-  }
-
-  void Take(ZoneCollector::Polygon polygon) {
-    if (!problem_.empty()) return;
-    CompleteOptions(polygon.options, ++count_);
-    zones_.Take(std::move(polygon), problem_);
+    zones_.Take(std::move(polygon));
   }
 
   ZoneCollector zones_;
-  std::size_t count_ = 0;
-  std::string problem_;
 };
 
 }  // namespace
