@@ -34,45 +34,40 @@ int NextIndex(const std::list<MenuItem>& items) { return static_cast<int>(items.
 
 }  // namespace
 
-void LoadSSIDs(MenuModel& menus, std::string_view stored) {
+void HandleHotspotCommands(CommandHandlers& handlers, HotspotRoom& room) {
+  handlers.Set(Command::kEditHotspots, [&room](int) { room.Edit(); });
+  handlers.Set(Command::kEditSecureHotspots, [&room](int) { room.EditSecure(); });
+  handlers.Set(Command::kChangeHotspotMode, [&room](int) { room.HotSpotsChange(true); });
+}
+
+void ShowHotspots(MenuModel& menus, const HotspotRoom& room) {
+  LoadSSIDs(menus, room.Hotspots());
+  LoadSecureSSIDs(menus, room.SecureHotspots());
+  ShowHotspotMode(menus, room.IsProhibited());
+}
+
+void LoadSSIDs(MenuModel& menus, const std::vector<std::string>& ssids) {
   std::list<MenuItem> items;
-  for (std::string& ssid : ParseHotspots(stored))
-    items.push_back(UserEntry(menus, Command::kHotspot, NextIndex(items), std::move(ssid)));
+  for (const std::string& ssid : ssids)
+    items.push_back(UserEntry(menus, Command::kHotspot, NextIndex(items), ssid));
   ShowList(menus, kHotspots, std::move(items));
 }
 
-void LoadSecureSSIDs(MenuModel& menus, std::string_view stored) {
+void LoadSecureSSIDs(MenuModel& menus, const std::vector<SecureHotspot>& hotspots) {
   std::list<MenuItem> items;
-  for (const SecureHotspot& hotspot : ParseSecureHotspots(stored)) {
+  for (const SecureHotspot& hotspot : hotspots) {
     items.push_back(UserEntry(menus, Command::kSecureHotspot, NextIndex(items), hotspot.ssid));
     items.back().tag = ProtocolAndKey(hotspot);
   }
   ShowList(menus, kSecureHotspots, std::move(items));
 }
 
-std::vector<std::string> HotspotsFromMenu(const MenuModel& menus) {
-  std::vector<std::string> ssids;
-  menus.ForEach(Command::kHotspot, [&](const MenuItem& item) {
-    if (item.index > 0) ssids.push_back(item.caption);
-  });
-  return ssids;
-}
-
-std::vector<SecureHotspot> SecureHotspotsFromMenu(const MenuModel& menus) {
-  std::vector<SecureHotspot> hotspots;
-  menus.ForEach(Command::kSecureHotspot, [&](const MenuItem& item) {
-    if (item.index > 0) hotspots.push_back(SecureHotspotOf(item.caption, item.tag));
-  });
-  return hotspots;
-}
-
-void HotSpotsChange(MenuModel& menus, std::string& mode, bool toggle) {
-  const bool isProhibited = (mode == kProhibited) != toggle;
-  mode = isProhibited ? kProhibited : kPermitted;
+void ShowHotspotMode(MenuModel& menus, bool isProhibited) {
+  const std::string mode = isProhibited ? kProhibited : kPermitted;
+  const std::string other = isProhibited ? kPermitted : kProhibited;
   MenuItem& header = menus.At(Command::kHotspotList);
   header.caption = "Mobile Unit " + mode + " Hotspots List";
   header.tag = mode;
-  const std::string other = isProhibited ? kPermitted : kProhibited;
   menus.At(Command::kChangeHotspotMode).caption = "Change from \"" + mode + "\" to \"" + other + "\" List";
 }
 

@@ -1,26 +1,25 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "commands/command.h"
-#include "hotspots/hotspot_lists.h"
+#include "commands/command_handlers.h"
+#include "hotspots/hotspot_room.h"
 
 namespace pallomir {
 
-/// Rebuilds the menu entries of a stored list: entry i is network i. Entry 0 stands for an empty list and
-/// shows only then.
-void LoadSSIDs(MenuModel& menus, std::string_view stored);
-void LoadSecureSSIDs(MenuModel& menus, std::string_view stored);
+/// What the entries of the Wi-Fi lists do.
+void HandleHotspotCommands(CommandHandlers& handlers, HotspotRoom& room);
 
-/// The lists as the menus hold them.
-std::vector<std::string> HotspotsFromMenu(const MenuModel& menus);
-std::vector<SecureHotspot> SecureHotspotsFromMenu(const MenuModel& menus);
+/// Shows lists and mode as they are now.
+void ShowHotspots(MenuModel& menus, const HotspotRoom& room);
 
-/// Whether the hotspot list names what is permitted or what is prohibited: replaces `mode` ("Permitted" or
-/// "Prohibited"; any other counts as the first) by the other one when `toggle` is set, and shows it in the
-/// menus. The caller stores it.
-void HotSpotsChange(MenuModel& menus, std::string& mode, bool toggle);
+/// Rebuilds the menu entries of a list: entry i is network i. Entry 0 stands for an empty list and shows only
+/// then.
+void LoadSSIDs(MenuModel& menus, const std::vector<std::string>& ssids);
+void LoadSecureSSIDs(MenuModel& menus, const std::vector<SecureHotspot>& hotspots);
+
+/// Whether the first list names what is permitted or what is prohibited.
+void ShowHotspotMode(MenuModel& menus, bool isProhibited);
 
 }  // namespace pallomir

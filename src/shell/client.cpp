@@ -2,7 +2,9 @@
 
 #include <string>
 
+#include "commands/hotspot_menus.h"
 #include "commands/menus.h"
+#include "commands/service_commands.h"
 #include "commands/unit_menu.h"
 #include "shell/flush_settings.h"
 
@@ -16,7 +18,11 @@ Client::Client(const Ports& ports)
             ports_.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\"");
           }),
       units_(choices_.units, ports.views.units, ports.questions),
+      choiceCommands_(menus_, handlers_, choices_, ports.questions),
+      hotspots_(ports.views.hotspots, choices_.hotspots),
       service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application),
+      hold_(ports.mutex, ports.instanceSignal, ports.questions, ports.trace),
+      demoSwitch_(choices_.demoMode, hold_, ports.settings, ports.questions, ports.programs, ports.folders),
       feed_({ports.wsClientA, ports.wsClientB, ports.wsClientC, ports.loop, ports.clock, ports.questions,
              ports.trace},
             ports.views.feed, book_, FeedHost()),
@@ -25,10 +31,10 @@ Client::Client(const Ports& ports)
       mapUpdating_(ports.views.boxes, ports.trace,
                    [this] { return map_->IsRebuilding() || tmrRedraw_->IsEnabled(); }) {
   frame_.laidOut = [this] { OnLaidOut(); };
-  service_.busyChanged = [this] { ServiceBusyChanged(); };
   units_.listChanged = [this] { ShowUnitsInMenu(menus_, units_.List()); };
   units_.flagsChanged = [this] { ShowUnitFlags(menus_, units_.List()); };
   units_.displayedChanged = [this] { MapReload(); };
+  JoinServices();
   BuildMenus(menus_);
   HandleCommands();
   menus_.chosen = [this](const MenuItem& item) { MenuChosen(item); };
@@ -40,6 +46,18 @@ Client::Client(const Ports& ports)
 }
 
 Client::~Client() = default;
+
+// The rooms that the Options menu opens.
+void Client::JoinServices() {
+  hotspots_.changed = [this] { ShowHotspots(menus_, hotspots_); };
+  service_.busyChanged = [this] {
+    ShowServiceBusy(menus_, service_.IsBusy());
+    if (!closing_) feed_.ShowLamp();
+  };
+  demoSwitch_.leaving = [this] { frame_.Store(); };
+  demoSwitch_.changed = [this] { menus_.At(Command::kDemoMode).checked = choices_.demoMode.Value(); };
+  demoSwitch_.started = [this] { ports_.window.Close(); };
+}
 
 void Client::CreateTimers() {
   const auto create = [this](const char* name, int interval, void (Client::*tick)()) {
@@ -59,6 +77,8 @@ void Client::Unload() {
   frame_.Close();
   focus_.Close();
   service_.Close();
+  hotspots_.Close();
+  demoSwitch_.Close();
   Run(seams.stopSound);
   HidePointMarker();
   for (Timer* timer :
@@ -66,30 +86,12 @@ void Client::Unload() {
     timer->SetEnabled(false);
   }
   ports_.views.boxes.CloseWindows();
-  ports_.instanceSignal.Stop();
-  FlushSettings(ports_.settings, ports_.questions, [this] {
-    const auto end = [this] { ports_.views.boxes.EndApplication(0); };
-    if (isMutexReleased_) {
-      end();
-    } else {
-      ReleaseMutex(end);
-    }
-  });
+  hold_.StopListening();
+  FlushSettings(ports_.settings, ports_.questions,
+                [this] { hold_.Release([this] { ports_.views.boxes.EndApplication(0); }); });
   feed_.Close();
   map_->Close();
   ports_.trace.Line("end of the session");
-}
-
-// `then` follows the answer to the message of a failure.
-void Client::ReleaseMutex(const std::function<void()>& then) {
-  const int error = ports_.mutex.Release();
-  if (error != 0) {
-    ports_.questions.Tell("Mutex Release Error: " + std::to_string(error) +
-                              "\nhMutex = " + std::to_string(ports_.mutex.Handle()),
-                          "Pallomir", Question::Icon::kNone, [then](const Answer&) { then(); });
-  }
-  ports_.mutex.Close();
-  if (error == 0) then();
 }
 
 Millis Client::NowLocal() const { return ToLocalTime(ports_.clock.NowUtc(), utcOffsetMinutes_); }

@@ -7,16 +7,19 @@
 #include <type_traits>
 #include <vector>
 
+#include "commands/choice_commands.h"
 #include "commands/command.h"
 #include "commands/command_handlers.h"
 #include "commands/map_commands.h"
 #include "dataserver/service_control.h"
-#include "hotspots/hotspot_lists.h"
+#include "hotspots/hotspot_room.h"
 #include "map/map_bridge.h"
 #include "map/map_view.h"
 #include "platform/event_loop.h"
 #include "platform/menu_model.h"
 #include "settings/stored_choices.h"
+#include "shell/demo_switch.h"
+#include "shell/instance_hold.h"
 #include "shell/ports.h"
 #include "timeline/data_strip.h"
 #include "timeline/date_pickers.h"
@@ -89,10 +92,6 @@ class Client {
   /// A box was drawn on the map with Shift held: the map is zoomed to it. Corners in view pixels.
   void RubberBandDrawn(ViewPoint a, ViewPoint b);
 
-  // The hotspot editors' Apply (client_services.cpp)
-  void HotspotsApplied(const std::vector<std::string>& ssids);
-  void SecureHotspotsApplied(const std::vector<SecureHotspot>& hotspots);
-
   /// Clears the data of every unit and asks for it again.
   void MapReload();
   /// Marks point `index` (from 1) of the enabled unit k on the map until the next tick of BoxTimer.
@@ -128,7 +127,7 @@ class Client {
   void ShowWindow();
   void PrepareZoneFile();
   void CreateTimers();
-  void ReleaseMutex(const std::function<void()>& then);
+  void JoinServices();
 
   // Data (client_data.cpp)
   DataFeed::Host FeedHost();
@@ -141,19 +140,7 @@ class Client {
   void HandleOptionCommands();
   void HandleTimeCommands();
   bool Toggle(Command command, int index = 0);  ///< its check mark; gives the new one
-  void ChooseStartup(int index);
-  void ChooseUpdate(int index);
-  void ChooseUnitOfMeasure(int index);
-  void AskPortBase();
 
-  // Hotspot lists, the user's own Data Server, demo mode (client_services.cpp)
-  void ReadHotspots();
-  void EditHotspots();
-  void ChangeHotspotMode();
-  void EditSecureHotspots();
-  void ServiceBusyChanged();
-  void AskDemoMode();
-  void SwitchDemoMode();
   void OpenFaqs();
   std::string FaqAddress() const { return "http://" + ports_.deployment.webSite + "/faq"; }
 
@@ -201,8 +188,11 @@ class Client {
   UnitRegister units_;
   const UnitBook& book_ = units_.Book();
   std::filesystem::path zoneFile_;
+  ChoiceCommands choiceCommands_;
+  HotspotRoom hotspots_;
   ServiceControl service_;
-  bool isMutexReleased_ = false;  // for the new instance of a demo switch
+  InstanceHold hold_;
+  DemoSwitch demoSwitch_;
   int utcOffsetMinutes_ = 0;
 
   DataFeed feed_;

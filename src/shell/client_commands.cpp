@@ -1,10 +1,10 @@
-#include <cmath>
 #include <string>
 
-#include "base/number_format.h"
 #include "commands/command_table.h"
 #include "commands/hot_keys.h"
+#include "commands/hotspot_menus.h"
 #include "commands/menus.h"
+#include "commands/service_commands.h"
 #include "shell/client.h"
 
 // What the commands of menus and keys do.
@@ -39,22 +39,13 @@ void Client::HandleViewCommands() {
 void Client::HandleOptionCommands() {
   const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
   handle(Command::kEditUnits, [this](int) { units_.Edit(); });
-  handle(Command::kEditHotspots, [this](int) { EditHotspots(); });
-  handle(Command::kChangeHotspotMode, [this](int) { ChangeHotspotMode(); });
-  handle(Command::kEditSecureHotspots, [this](int) { EditSecureHotspots(); });
   handle(Command::kContactPoint, [this](int index) {
     Toggle(Command::kContactPoint, index);
     map_->Rebuild();
   });
-  handle(Command::kStartupChoice, [this](int index) { ChooseStartup(index); });
-  handle(Command::kUpdateChoice, [this](int index) { ChooseUpdate(index); });
-  handle(Command::kUnitOfMeasureChoice, [this](int index) { ChooseUnitOfMeasure(index); });
-  handle(Command::kPortBase, [this](int) { AskPortBase(); });
-  handle(Command::kInstallServer, [this](int) { service_.Run(ServiceCommand::kInstall); });
-  handle(Command::kStartServer, [this](int) { service_.Run(ServiceCommand::kStart); });
-  handle(Command::kStopServer, [this](int) { service_.Run(ServiceCommand::kStop); });
-  handle(Command::kUninstallServer, [this](int) { service_.Run(ServiceCommand::kUninstall); });
-  handle(Command::kDemoMode, [this](int) { AskDemoMode(); });
+  handle(Command::kDemoMode, [this](int) { demoSwitch_.Ask(); });
+  HandleHotspotCommands(handlers_, hotspots_);
+  HandleServiceCommands(handlers_, service_);
 }
 
 void Client::HandleTimeCommands() {
@@ -91,39 +82,9 @@ bool Client::Toggle(Command command, int index) {
   return item.checked = !item.checked;
 }
 
-void Client::ChooseStartup(int index) {
-  ChooseInMenu(menus_, Command::kStartupChoice, index, "On Startup: ");
-  choices_.onStartup.Store(index);
-}
-
-void Client::ChooseUpdate(int index) {
-  ChooseInMenu(menus_, Command::kUpdateChoice, index, "On Update: ");
-  choices_.onUpdate.Store(index);
-}
-
-void Client::ChooseUnitOfMeasure(int index) {
-  ChooseInMenu(menus_, Command::kUnitOfMeasureChoice, index, "Unit of Measure: ");
-  choices_.unitOfMeasure.Store(index);
-}
-
-void Client::AskPortBase() {
-  Question question;
-  question.kind = Question::Kind::kInput;
-  question.title = "Pallomir Port Selector";
-  question.text =
-      "Select the base port address you want to use for your UDP port(s). There is no need to change this "
-      "from the "
-      "default value unless a conflict occurs with the ports assigned by another application (may we suggest "
-      "18801, "
-      "28801 or 38801).";
-  question.defaultText = std::to_string(choices_.portBase.Value());
-  ports_.questions.Ask(question, [this](const Answer& answer) {
-    if (answer.text.empty()) return;
-    const double port = ParseNumber(answer.text).value_or(-1);
-    if (port < 0 || port > 65535) return AskPortBase();
-    choices_.portBase.Store(static_cast<int>(std::nearbyint(port)));  // half to even
-    menus_.At(Command::kPortBase).caption = "Local Port Range Base = " + answer.text;
-  });
+void Client::OpenFaqs() {
+  if (!ports_.programs.OpenPage(FaqAddress()))
+    ports_.trace.Line("no program to show " + FaqAddress() + " with");
 }
 
 }  // namespace pallomir

@@ -3,8 +3,6 @@
 #include <string>
 
 #include "base/number_format.h"
-#include "commands/hotspot_menus.h"
-#include "commands/menus.h"
 #include "map/projection.h"
 #include "shell/client.h"
 #include "shell/instance_guard.h"
@@ -21,23 +19,16 @@ void Client::Load() {
     if (loaded_) ports_.window.Activate();
     ports_.questions.BringForward();  // those of the start-up stand there before the window does
   };
-  ports_.instanceSignal.Listen();
+  hold_.Listen();
   frame_.Restore();
-  choices_.onStartup.Read();
-  choices_.onUpdate.Read();
-  ChooseInMenu(menus_, Command::kStartupChoice, choices_.onStartup.Value(), "On Startup: ");
-  ChooseInMenu(menus_, Command::kUpdateChoice, choices_.onUpdate.Value(), "On Update: ");
+  choiceCommands_.ReadFirst();
   choices_.Read();
-  std::string mode = choices_.hotspots.mode.Value();
-  HotSpotsChange(menus_, mode, false);
-  choices_.hotspots.mode.Store(mode);
-  ChooseInMenu(menus_, Command::kUnitOfMeasureChoice, choices_.unitOfMeasure.Value(), "Unit of Measure: ");
-  menus_.At(Command::kPortBase).caption =
-      "Local Port Range Base = " + std::to_string(choices_.portBase.Value());
+  hotspots_.HotSpotsChange(false);
+  choiceCommands_.ShowOthers();
   menus_.At(Command::kDemoMode).checked = choices_.demoMode.Value();
   ports_.view.ShowDemoMode(choices_.demoMode.Value());
   units_.Load(choices_.demoMode.Value());
-  ReadHotspots();
+  hotspots_.ReadLists();
   ReadZone();
 }
 

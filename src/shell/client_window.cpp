@@ -61,8 +61,7 @@ MainWindowRooms Client::RoomsOfWindow() {
            [this](ViewPoint a, ViewPoint b) { RubberBandDrawn(a, b); }},
           feed_,
           units_,
-          [this](const auto& ssids) { HotspotsApplied(ssids); },
-          [this](const auto& hotspots) { SecureHotspotsApplied(hotspots); },
+          hotspots_,
           [this](int modifiers, char key) { return KeyDown(modifiers, key); },
           [this] { MenuButtonClicked(); },
           [this] { Unload(); }};

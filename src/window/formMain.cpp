@@ -151,9 +151,9 @@ void formMain::ConnectDialogs() {
       Told([](auto& rooms) { rooms.menus.chosen(rooms.menus.At(Command::kFaqs)); });
   editors_.SetQuestions(rooms_->questions);
   editors_.unitsApplied = Told([](auto& rooms, const auto& units) { rooms.units.Apply(units); });
-  editors_.hotspotsApplied = Told([](auto& rooms, const auto& ssids) { rooms.hotspotsApplied(ssids); });
+  editors_.hotspotsApplied = Told([](auto& rooms, const auto& ssids) { rooms.hotspots.Apply(ssids); });
   editors_.secureHotspotsApplied =
-      Told([](auto& rooms, const auto& hotspots) { rooms.secureHotspotsApplied(hotspots); });
+      Told([](auto& rooms, const auto& hotspots) { rooms.hotspots.ApplySecure(hotspots); });
   system_.dialogs = [this] {
     std::vector<QWidget*> dialogs = editors_.Open();
     if (FormRetryAfterError_->isVisible()) dialogs.push_back(FormRetryAfterError_);

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/civil_time.h"
-#include "hotspots/hotspot_lists.h"
+#include "hotspots/hotspot_room.h"
 #include "map/map_view.h"
 #include "platform/menu_model.h"
 #include "tracking/data_feed.h"
@@ -51,10 +51,7 @@ struct MainWindowRooms {
   PointerInput pointer;
   DataFeed& feed;
   UnitRegister& units;
-
-  // Apply in the editors
-  std::function<void(const std::vector<std::string>&)> hotspotsApplied;
-  std::function<void(const std::vector<SecureHotspot>&)> secureHotspotsApplied;
+  HotspotRoom& hotspots;
 
   std::function<bool(int modifiers, char key)> keyDown;  ///< true when the key is one of ours
   std::function<void()> menuButton;

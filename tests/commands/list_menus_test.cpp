@@ -9,8 +9,6 @@
 namespace pallomir {
 namespace {
 
-using testing::ElementsAre;
-
 TEST(UnitMenu, IsTheListAndShowsTheDigits) {
   MenuModel menus;
   BuildMenus(menus);
@@ -49,11 +47,12 @@ class HotspotMenuTest : public testing::Test {
 };
 
 TEST_F(HotspotMenuTest, FollowsTheList) {
-  LoadSSIDs(menus_, "04home01-03A&B");
-  LoadSecureSSIDs(menus_, "04home08WPA2~abc");
-  EXPECT_THAT(HotspotsFromMenu(menus_), ElementsAre("home", "-", "A&B"));
+  LoadSSIDs(menus_, {"home", "-", "A&B"});
+  LoadSecureSSIDs(menus_, {{"home", "WPA2", "abc"}});
+  EXPECT_EQ(menus_.Count(Command::kHotspot), 4);
+  EXPECT_EQ(menus_.At(Command::kHotspot, 3).caption, "A&B");
   EXPECT_FALSE(menus_.At("mnuOptionsHotSpotsArray", 2).IsSeparator());
-  EXPECT_THAT(SecureHotspotsFromMenu(menus_), ElementsAre(SecureHotspot{"home", "WPA2", "abc"}));
+  EXPECT_EQ(menus_.At(Command::kSecureHotspot, 1).caption, "home");
   EXPECT_EQ(menus_.At("mnuOptionsSecureHotSpotsArray", 1).tag, "WPA2~abc");
   EXPECT_TRUE(menus_.At("mnuOptionsHotSpotsArray", 2).visible);
   EXPECT_TRUE(menus_.At("mnuOptionsHotSpotsArray", 2).enabled);
@@ -62,19 +61,19 @@ TEST_F(HotspotMenuTest, FollowsTheList) {
     Command entries;
     const char* separator;
     const char* edit;
-    void (*load)(MenuModel&, std::string_view);
+    void (*empty)(MenuModel&);
   } lists[] = {
       {"mnuOptionsHotSpotsArray", Command::kHotspot, "mnuOptionsMUSeparator2", "mnuOptionsHotSpotsEdit",
-       LoadSSIDs},
+       [](MenuModel& menus) { LoadSSIDs(menus, {}); }},
       {"mnuOptionsSecureHotSpotsArray", Command::kSecureHotspot, "mnuOptionsMUSeparator1",
-       "mnuOptionsSecureHotSpotsEdit", LoadSecureSSIDs},
+       "mnuOptionsSecureHotSpotsEdit", [](MenuModel& menus) { LoadSecureSSIDs(menus, {}); }},
   };
   for (const auto& list : lists) {
     SCOPED_TRACE(list.array);
     EXPECT_FALSE(menus_.At(list.array, 0).visible);
     EXPECT_TRUE(menus_.At(list.separator).visible);
     EXPECT_EQ(menus_.At(list.edit).caption, "Edit List");
-    list.load(menus_, "");
+    list.empty(menus_);
     EXPECT_EQ(menus_.Count(list.entries), 1);
     EXPECT_TRUE(menus_.At(list.array, 0).visible);
     EXPECT_FALSE(menus_.At(list.separator).visible);
@@ -82,24 +81,15 @@ TEST_F(HotspotMenuTest, FollowsTheList) {
   }
 }
 
-TEST_F(HotspotMenuTest, TheModeIsSwitchedThereAndBack) {
-  const struct {
-    std::string mode;
-    bool toggle;
-    std::string now, other;
-  } cases[] = {{"Permitted", false, "Permitted", "Prohibited"},
-               {"Prohibited", false, "Prohibited", "Permitted"},
-               {"Permitted", true, "Prohibited", "Permitted"},
-               {"Prohibited", true, "Permitted", "Prohibited"},
-               {"Nonsense", false, "Permitted", "Prohibited"}};
-  for (const auto& row : cases) {
-    std::string mode = row.mode;
-    HotSpotsChange(menus_, mode, row.toggle);
-    EXPECT_EQ(mode, row.now);
-    EXPECT_EQ(menus_.At("mnuOptionsHotSpots").tag, row.now);
-    EXPECT_EQ(menus_.At("mnuOptionsHotSpots").caption, "Mobile Unit " + row.now + " Hotspots List");
+TEST_F(HotspotMenuTest, TellsTheModeAndTheOther) {
+  for (const bool isProhibited : {false, true}) {
+    const std::string now = isProhibited ? "Prohibited" : "Permitted";
+    const std::string other = isProhibited ? "Permitted" : "Prohibited";
+    ShowHotspotMode(menus_, isProhibited);
+    EXPECT_EQ(menus_.At("mnuOptionsHotSpots").tag, now);
+    EXPECT_EQ(menus_.At("mnuOptionsHotSpots").caption, "Mobile Unit " + now + " Hotspots List");
     EXPECT_EQ(menus_.At("mnuOptionsHotSpotsChange").caption,
-              "Change from \"" + row.now + "\" to \"" + row.other + "\" List");
+              "Change from \"" + now + "\" to \"" + other + "\" List");
   }
 }
 

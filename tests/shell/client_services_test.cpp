@@ -3,7 +3,6 @@
 
 #include <cerrno>
 
-#include "commands/hotspot_menus.h"
 #include "fakes/client_harness.h"
 
 namespace pallomir {
@@ -22,18 +21,20 @@ class ClientServicesTest : public testing::Test, public fakes::ClientHarness {
 TEST_F(ClientServicesTest, HotspotsAreShownEditedAndStored) {
   client->Load();
   EXPECT_EQ(client->Menus().At("mnuOptionsHotSpots").caption, "Mobile Unit Permitted Hotspots List");
-  EXPECT_THAT(HotspotsFromMenu(client->Menus()), ElementsAre("default", "wireless", "linksys", "netgear"));
+  EXPECT_EQ(client->Menus().Count(Command::kHotspot), 5);
+  EXPECT_EQ(client->Menus().At(Command::kHotspot, 4).caption, "netgear");
   EXPECT_EQ(settings.saved["SSID_List_Mode"], "Permitted");
 
   Choose("mnuOptionsHotSpotsEdit");
-  EXPECT_EQ(view.editedHotspots, HotspotsFromMenu(client->Menus()));
-  client->HotspotsApplied({"Caf\u00E9 \u2615"});
+  EXPECT_THAT(*view.editedHotspots, ElementsAre("default", "wireless", "linksys", "netgear"));
+  client->RoomsOfWindow().hotspots.Apply({"Caf\u00E9 \u2615"});
   EXPECT_EQ(settings.saved["SSIDs"], "09Caf\u00E9 \u2615");
-  EXPECT_THAT(HotspotsFromMenu(client->Menus()), ElementsAre("Caf\u00E9 \u2615"));
+  EXPECT_EQ(client->Menus().Count(Command::kHotspot), 2);
+  EXPECT_EQ(client->Menus().At(Command::kHotspot, 1).caption, "Caf\u00E9 \u2615");
 
   Choose("mnuOptionsSecureHotSpotsEdit");
   EXPECT_THAT(*view.editedSecureHotspots, IsEmpty());
-  client->SecureHotspotsApplied({{"home", "WPA2", "abc"}});
+  client->RoomsOfWindow().hotspots.ApplySecure({{"home", "WPA2", "abc"}});
   EXPECT_EQ(settings.saved["SecureSSIDs"], "04home08WPA2~abc");
   EXPECT_EQ(client->Menus().At("mnuOptionsSecureHotSpotsArray", 1).caption, "home");
 
@@ -42,16 +43,6 @@ TEST_F(ClientServicesTest, HotspotsAreShownEditedAndStored) {
   EXPECT_EQ(client->Menus().At("mnuOptionsHotSpots").caption, "Mobile Unit Prohibited Hotspots List");
   Choose("mnuOptionsHotSpotsChange");
   EXPECT_EQ(settings.saved["SSID_List_Mode"], "Permitted");
-}
-
-TEST_F(ClientServicesTest, ADamagedListStaysAsItIsUntilItIsEdited) {
-  settings.values["SSIDs"] = "04home??";
-  client->Load();
-  EXPECT_THAT(HotspotsFromMenu(client->Menus()), ElementsAre("home"));
-  client->HotspotsApplied({"home"});
-  EXPECT_FALSE(settings.saved.contains("SSIDs"));
-  client->HotspotsApplied({"home", "car"});
-  EXPECT_EQ(settings.saved["SSIDs"], "04home03car");
 }
 
 TEST_F(ClientServicesTest, TheDataServersEntriesWaitForEachOther) {

@@ -1,0 +1,79 @@
+#include "hotspots/hotspot_room.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "fakes/fake_system.h"
+
+namespace pallomir {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class NoEditors : public HotspotView {
+ public:
+  void EditHotspots(const std::vector<std::string>&) override {}
+  void EditSecureHotspots(const std::vector<SecureHotspot>&) override {}
+};
+
+class HotspotRoomTest : public testing::Test {
+ protected:
+  HotspotRoomTest() {
+    room_.changed = [this] { ++changes_; };
+  }
+
+  fakes::FakeSettings settings_;
+  NoEditors view_;
+  StoredChoices choices_{settings_, [](const std::string&) {}, [](const std::string&) {}};
+  HotspotRoom room_{view_, choices_.hotspots};
+  int changes_ = 0;
+};
+
+TEST_F(HotspotRoomTest, ADamagedListStaysAsItIsUntilItIsEdited) {
+  settings_.values["SSIDs"] = "04home??";
+  settings_.values["SecureSSIDs"] = "04home08WPA2~abc04";
+  room_.ReadLists();
+  EXPECT_THAT(room_.Hotspots(), ElementsAre("home"));
+  EXPECT_EQ(changes_, 1);
+  room_.Apply({"home"});
+  room_.ApplySecure({{"home", "WPA2", "abc"}});
+  EXPECT_THAT(settings_.saved, IsEmpty());
+  EXPECT_EQ(changes_, 1);
+  room_.Apply({"home", "car"});
+  room_.ApplySecure({});
+  EXPECT_EQ(settings_.saved["SSIDs"], "04home03car");
+  EXPECT_EQ(settings_.saved["SecureSSIDs"], "");
+  EXPECT_THAT(room_.SecureHotspots(), IsEmpty());
+  EXPECT_EQ(changes_, 3);
+}
+
+TEST_F(HotspotRoomTest, TheModeIsSwitchedThereAndBack) {
+  const struct {
+    const char* stored;
+    bool toggle;
+    const char* now;
+  } cases[] = {{"Permitted", false, "Permitted"},
+               {"Prohibited", false, "Prohibited"},
+               {"Permitted", true, "Prohibited"},
+               {"Prohibited", true, "Permitted"},
+               {"Nonsense", false, "Permitted"}};
+  for (const auto& c : cases) {
+    settings_.values["SSID_List_Mode"] = c.stored;
+    choices_.hotspots.mode.Read();
+    room_.HotSpotsChange(c.toggle);
+    EXPECT_EQ(settings_.saved["SSID_List_Mode"], c.now) << c.stored;
+    EXPECT_EQ(room_.IsProhibited(), std::string(c.now) == "Prohibited");
+  }
+}
+
+TEST_F(HotspotRoomTest, NothingIsStoredAfterTheEnd) {
+  room_.ReadLists();
+  room_.Close();
+  room_.Apply({"car"});
+  room_.ApplySecure({{"car", "WPA2", "abc"}});
+  EXPECT_THAT(settings_.saved, IsEmpty());
+}
+
+}  // namespace
+}  // namespace pallomir
