@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -144,12 +145,16 @@ class FakeWindow : public MainWindow {
   bool IsMaximisedOneWay() const override { return maximisedOneWay; }
   bool KnowsPosition() const override { return knowsPosition; }
   std::vector<PixelRect> Screens() const override { return {Screen()}; }
-  void SetState(WindowMode to) override { state = to; }
+  void SetState(WindowMode to) override {
+    state = to;
+    if (resized) resized();
+  }
   void SetTopmost(bool on) override { topmost = on; }
   void BringToForeground() override { ++raised; }
   void Activate() override { ++activated; }
   void Close() override { ++closeWanted; }
 
+  std::function<void()> resized;  ///< a new state is another size
   PixelRect bounds;
   bool shown = false;
   WindowMode state = WindowMode::kNormal;

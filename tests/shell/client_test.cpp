@@ -948,49 +948,6 @@ TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
   EXPECT_EQ(settings.saved["WindowPos_W"], "990") << "the maximised size is not the normal one";
 }
 
-TEST_F(ClientTest, OnlyThePlacesThatTheUserChoseAreStored) {
-  settings.values["WindowState"] = "0";
-  StartStreaming();
-  loop.Advance(250);
-  const PixelRect kMaximised{0, 20, 1600, 1000};
-  const auto lies = [&](const PixelRect& bounds) {
-    window.bounds = bounds;
-    client->Frame().Moved();
-    client->Frame().Resized();
-  };
-  lies({10, 30, 800, 600});
-  client->Frame().Maximise();
-  lies(kMaximised);
-  EXPECT_EQ(settings.saved["WindowPos_L"], "10") << "a button right after a move";
-  client->Frame().Normal();
-  lies({20, 30, 800, 600});
-  lies(kMaximised);  // its state comes behind it
-  client->Frame().StateGiven(WindowMode::kMaximised);
-  loop.Advance(250);
-  EXPECT_EQ(settings.saved["WindowPos_L"], "20");
-  EXPECT_EQ(settings.saved["WindowPos_W"], "800");
-  client->Frame().StateGiven(WindowMode::kNormal);
-  lies({25, 30, 800, 600});
-  client->Frame().StateGiven(WindowMode::kMaximised);
-  lies(kMaximised);  // its state has come before it
-  loop.Advance(250);
-  EXPECT_EQ(settings.saved["WindowPos_L"], "25");
-  client->Frame().StateGiven(WindowMode::kNormal);
-  lies({30, 30, 800, 600});
-  client->Frame().StateGiven(WindowMode::kMinimised);
-  loop.Advance(250);
-  EXPECT_EQ(settings.saved["WindowPos_L"], "30");
-  client->Frame().MinimiseEnded();
-  lies({0, 20, 800, 1000});  // pushed against the left edge
-  loop.Advance(250);
-  window.maximisedOneWay = true;
-  lies({40, 20, 700, 1000});
-  loop.Advance(250);
-  client->Unload();
-  EXPECT_EQ(settings.saved["WindowPos_L"], "30");
-  EXPECT_EQ(settings.saved["WindowPos_H"], "600");
-}
-
 TEST_F(ClientTest, ASecondStartBringsTheMessageOfTheStartForward) {
   UseUnits("");
   client->Load();
@@ -1066,51 +1023,6 @@ TEST_F(ClientTest, DemoUnitsAreMarkedAsSuch) {
   own.UseUnits(kTwoUnits);
   own.client->Load();
   EXPECT_FALSE(own.view.demoMode);
-}
-
-TEST_F(ClientTest, APlacementOffEveryScreenIsMovedIntoReach) {
-  settings.values = {{"WindowState", "0"},
-                     {"WindowPos_L", "5000"},
-                     {"WindowPos_T", "40"},
-                     {"WindowPos_W", "800"},
-                     {"WindowPos_H", "600"}};
-  client->Load();
-  EXPECT_EQ(window.bounds, (PixelRect{800, 40, 800, 600}));
-}
-
-TEST_F(ClientTest, WherePositionsMeanNothingOnlySizesAreStored) {
-  settings.values["WindowState"] = "0";
-  window.knowsPosition = false;
-  StartStreaming();
-  window.bounds = {7, 8, 900, 700};
-  client->Frame().Resized();
-  loop.Advance(250);
-  EXPECT_EQ(settings.saved.count("WindowPos_L"), 0u);
-  EXPECT_EQ(settings.saved["WindowPos_W"], "900");
-}
-
-TEST_F(ClientTest, FullScreenGoesBackToTheBoundsBefore) {
-  settings.values["WindowState"] = "0";
-  StartStreaming();
-  window.bounds = {11, 22, 833, 644};
-  client->Frame().FullScreen();
-  EXPECT_TRUE(window.topmost);
-  EXPECT_EQ(view.mode, WindowMode::kFullScreen);
-  window.bounds = {0, 0, 1600, 1024};
-  client->Frame().Resized();
-  client->Frame().Maximise();
-  EXPECT_FALSE(window.topmost);
-  client->Frame().Minimise();
-  const int layouts = view.layouts;
-  client->Frame().Resized();
-  EXPECT_EQ(view.layouts, layouts) << "a minimised window has nothing to lay out";
-  client->Frame().MinimiseEnded();
-  EXPECT_EQ(view.mode, WindowMode::kMaximised);
-  client->Frame().Normal();
-  EXPECT_EQ(window.bounds, (PixelRect{11, 22, 833, 644}));
-  client->Frame().FullScreen();
-  client->Unload();
-  EXPECT_EQ(settings.saved["WindowState"], "2");
 }
 
 TEST_F(ClientTest, AppliedUnitsAreReloadedOnYes) {
