@@ -3,18 +3,10 @@
 #include <string>
 
 #include "commands/command_handlers.h"
+#include "commands/menu_view.h"
 #include "map/page_form.h"
 
 namespace pallomir {
-
-/// The popup menu and the button that opens it.
-class MenuView {
- public:
-  virtual ~MenuView() = default;
-  enum class MenuPlace { kUnderButton, kAtPointer };
-  virtual void PopUpMenu(MenuPlace place) = 0;
-  virtual void SetMenuLabel(const std::string& text) = 0;  ///< `lblMenu`
-};
 
 /// The commands that choose what the map page shows. The menus hold the choice.
 class MapCommands {

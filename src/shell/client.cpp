@@ -20,16 +20,21 @@ Client::Client(const Ports& ports)
       units_(choices_.units, ports.views.units, ports.questions),
       choiceCommands_(menus_, handlers_, choices_, ports.questions),
       hotspots_(ports.views.hotspots, choices_.hotspots),
+      localClock_(ports.clock),
       service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application),
       hold_(ports.mutex, ports.instanceSignal, ports.questions, ports.trace),
       demoSwitch_(choices_.demoMode, hold_, ports.settings, ports.questions, ports.programs, ports.folders),
       feed_({ports.wsClientA, ports.wsClientB, ports.wsClientC, ports.loop, ports.clock, ports.questions,
              ports.trace},
             ports.views.feed, book_, FeedHost()),
+      points_(feed_.Points(), book_, localClock_, choices_.unitOfMeasure),
+      pickers_(ports.views.pickers, ports.loop, localClock_, choices_.onStartup, PickerHost()),
+      timeline_(ports.views.timeline, ports.loop, ports.trace, points_, pickers_.Window(), localClock_,
+                TimelineHost()),
       frame_(ports.views.frame, ports.window, choices_.window, ports.loop, ports.trace),
       focus_(ports.views.frame, ports.loop),
       mapUpdating_(ports.views.boxes, ports.trace,
-                   [this] { return map_->IsRebuilding() || tmrRedraw_->IsEnabled(); }) {
+                   [this] { return map_->IsRebuilding() || timeline_.IsRedrawDue(); }) {
   frame_.laidOut = [this] { OnLaidOut(); };
   units_.listChanged = [this] { ShowUnitsInMenu(menus_, units_.List()); };
   units_.flagsChanged = [this] { ShowUnitFlags(menus_, units_.List()); };
@@ -41,7 +46,7 @@ Client::Client(const Ports& ports)
   map_ = std::make_unique<MapBridge>(
       ports_.browser, ports_.loop, ports_.trace, ports_.folders, ports_.deployment.webSite, view_,
       [this](const std::string& text) { ports_.questions.Tell(text); }, MapHost());
-  mapCommands_ = std::make_unique<MapCommands>(menus_, handlers_, map_->Form(), ports_.view);
+  mapCommands_ = std::make_unique<MapCommands>(menus_, handlers_, map_->Form(), ports_.views.menu);
   CreateTimers();
 }
 
@@ -63,11 +68,8 @@ void Client::CreateTimers() {
   const auto create = [this](const char* name, int interval, void (Client::*tick)()) {
     return ports_.loop.CreateTimer(name, interval, [this, tick] { (this->*tick)(); });
   };
-  tmrRedraw_ = create("tmrRedraw", 1000, &Client::OnRedrawTick);
   boxTimer_ = create("BoxTimer", 1000, &Client::OnBoxTick);
   tmrP_ = create("tmrP", 100, &Client::OnCaptureTick);
-  tmrDTP_ = create("tmrDTP", 5000, &Client::OnPickerGraceTick);
-  tmrTimelineInfo_ = create("tmrTimelineInfo", 10'000, &Client::OnTimelineInfoTick);
 }
 
 void Client::Unload() {
@@ -81,8 +83,9 @@ void Client::Unload() {
   demoSwitch_.Close();
   Run(seams.stopSound);
   HidePointMarker();
-  for (Timer* timer :
-       {tmrRedraw_.get(), boxTimer_.get(), tmrP_.get(), tmrTimelineInfo_.get(), tmrDTP_.get()}) {
+  pickers_.Close();
+  timeline_.Close();
+  for (Timer* timer : {boxTimer_.get(), tmrP_.get()}) {
     timer->SetEnabled(false);
   }
   ports_.views.boxes.CloseWindows();
@@ -93,7 +96,5 @@ void Client::Unload() {
   map_->Close();
   ports_.trace.Line("end of the session");
 }
-
-Millis Client::NowLocal() const { return ToLocalTime(ports_.clock.NowUtc(), utcOffsetMinutes_); }
 
 }  // namespace pallomir

@@ -16,15 +16,15 @@
 #include "map/map_bridge.h"
 #include "map/map_view.h"
 #include "platform/event_loop.h"
+#include "platform/local_clock.h"
 #include "platform/menu_model.h"
 #include "settings/stored_choices.h"
 #include "shell/demo_switch.h"
 #include "shell/instance_hold.h"
 #include "shell/ports.h"
-#include "timeline/data_strip.h"
-#include "timeline/date_pickers.h"
-#include "timeline/point_text.h"
-#include "timeline/time_window.h"
+#include "timeline/displayed_points.h"
+#include "timeline/picker_panel.h"
+#include "timeline/timeline_panel.h"
 #include "tracking/data_feed.h"
 #include "tracking/point_store.h"
 #include "tracking/server_connection.h"
@@ -71,19 +71,6 @@ class Client {
   bool KeyDown(int modifiers, char key);
   void MenuButtonClicked() { mapCommands_->MenuButtonClicked(); }
   void MenuChosen(const MenuItem& item);
-  void PickerGotFocus(int i);
-  void PickerLostFocus(int i);
-  void PickerChanged(int i, Millis value);
-  void PickerDroppedDown(int i);
-  void PickerClosedUp(int i);
-  void ReloadClicked();  ///< `cmdOK_Reload`
-
-  // What the user does with the timeline (client_timeline.cpp)
-  void TimelineHovered(int row, int column);
-  void TimelineLeft();
-  void TimelineDragged(double from, double to);  ///< shares of the window
-  void Timeline_Resize();                        ///< also `imgReload`
-
   /// The pointer moved over the caption line; x in the window.
   void PointerOverCaption(int x) { ShowPointAtShare(x); }
   /// The pointer left the map and the caption line, or the window is no longer active.
@@ -111,18 +98,18 @@ class Client {
   const MapView& View() const { return view_; }
   const PageState& Page() const { return map_->Page(); }
   const TrackTiles& Tiles() const { return map_->Tiles(); }
-  const DatePickers& Pickers() const { return pickers_; }
-  const TimeWindow& Window() const { return window_; }
+  PickerPanel& Pickers() { return pickers_; }
+  TimelinePanel& Timeline() { return timeline_; }
+  const TimeWindow& Window() const { return pickers_.Window(); }
   const ServerConnection& Connection() const { return feed_.Connection(); }
   bool IsDemoMode() const { return choices_.demoMode.Value(); }
-  Millis NowLocal() const;
+  Millis NowLocal() const { return localClock_.Now(); }
 
  private:
   // Start-up in its order (client_start.cpp)
   void ReadZone();
   void ContinueLoad();
   void PrepareFolders();
-  void SetFirstWindow();
   void CheckUnits();
   void ShowWindow();
   void PrepareZoneFile();
@@ -138,7 +125,6 @@ class Client {
   void HandleCommands();
   void HandleViewCommands();
   void HandleOptionCommands();
-  void HandleTimeCommands();
   bool Toggle(Command command, int index = 0);  ///< its check mark; gives the new one
 
   void OpenFaqs();
@@ -160,17 +146,8 @@ class Client {
   // Layout (client_window.cpp)
   void OnLaidOut();
 
-  // Timeline and time window (client_timeline.cpp)
-  void OnRedrawTick();
-  void OnTimelineInfoTick();
-  void OnPickerGraceTick();
-  UnitLabel LabelOf(std::size_t k) const;
-  std::optional<PointFacts> FactsOf(std::size_t k, std::int32_t pointIndex) const;
-  LengthUnit Length() const;
-  void ShowPickers();
-  void TakeWindowFromPickers();
-  bool NavigateTo(const std::optional<TimeWindow>& window);
-  void ReturnToCurrentDay();
+  PickerPanel::Host PickerHost();
+  TimelinePanel::Host TimelineHost();
 
   template <class... Arguments>
   static void Run(const std::function<void(Arguments...)>& seam,
@@ -190,10 +167,10 @@ class Client {
   std::filesystem::path zoneFile_;
   ChoiceCommands choiceCommands_;
   HotspotRoom hotspots_;
+  LocalClock localClock_;
   ServiceControl service_;
   InstanceHold hold_;
   DemoSwitch demoSwitch_;
-  int utcOffsetMinutes_ = 0;
 
   DataFeed feed_;
   const PointStore& store_ = feed_.Points();
@@ -202,19 +179,16 @@ class Client {
   std::unique_ptr<MapBridge> map_;
   std::unique_ptr<MapCommands> mapCommands_;
 
-  DatePickers pickers_;
-  TimeWindow window_;
-  TimelinePicture picture_;
+  DisplayedPoints points_;
+  PickerPanel pickers_;
+  TimelinePanel timeline_;
 
   WindowFrame frame_;
   FocusHolder focus_;
   MapUpdating mapUpdating_;
 
-  std::unique_ptr<Timer> tmrRedraw_;
   std::unique_ptr<Timer> boxTimer_;
   std::unique_ptr<Timer> tmrP_;
-  std::unique_ptr<Timer> tmrDTP_;
-  std::unique_ptr<Timer> tmrTimelineInfo_;
 };
 
 }  // namespace pallomir

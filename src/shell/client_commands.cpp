@@ -5,6 +5,7 @@
 #include "commands/hotspot_menus.h"
 #include "commands/menus.h"
 #include "commands/service_commands.h"
+#include "commands/time_commands.h"
 #include "shell/client.h"
 
 // What the commands of menus and keys do.
@@ -15,7 +16,7 @@ namespace pallomir {
 void Client::HandleCommands() {
   HandleViewCommands();
   HandleOptionCommands();
-  HandleTimeCommands();
+  HandleTimeCommands(handlers_, pickers_);
   const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
   handle(Command::kFaqs, [this](int) { OpenFaqs(); });
   handle(Command::kAbout, [this](int) { ports_.views.boxes.ShowAbout(); });
@@ -28,7 +29,7 @@ void Client::HandleViewCommands() {
   handle(Command::kFitAll, [this](int) { FitByUser(0); });
   handle(Command::kFitUnit, [this](int k) { FitByUser(static_cast<std::size_t>(k)); });
   handle(Command::kTimeline, [this](int) {
-    ports_.view.ShowTimeline(Toggle(Command::kTimeline));
+    ports_.views.timeline.ShowTimeline(Toggle(Command::kTimeline));
     MapReload();
   });
   handle(Command::kAllUnits, [this](int) { units_.ShowAll(); });
@@ -48,24 +49,14 @@ void Client::HandleOptionCommands() {
   HandleServiceCommands(handlers_, service_);
 }
 
-void Client::HandleTimeCommands() {
-  const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
-  handle(Command::kTimeBack, [this](int n) { return NavigateTo(MovedBy(pickers_.Window(), -n)); });
-  handle(Command::kTimeForward, [this](int n) { return NavigateTo(MovedBy(pickers_.Window(), n)); });
-  handle(Command::kTimeZoomIn, [this](int) { return NavigateTo(ZoomedIn(pickers_.Window())); });
-  handle(Command::kTimeZoomOut, [this](int) { return NavigateTo(ZoomedOut(pickers_.Window())); });
-  handle(Command::kCurrentDay, [this](int) { ReturnToCurrentDay(); });
-}
-
 bool Client::KeyDown(int modifiers, char key) {
-  if (closing_ || pickers_.PickerFocusMask() != 0) return false;
+  if (closing_ || pickers_.IsEdited()) return false;
   const auto given = FindKeyCommand(modifiers, key, static_cast<int>(units_.List().size()));
   if (!given) return false;
   const bool hasActed = handlers_.Run(given->command, given->number);
   if (given->command == Command::kTrackingData) {
     // Unlike the menu entry, the key takes pickers and title along.
     pickers_.ShowAll(menus_.At(Command::kTrackingData).checked);
-    ShowPickers();
   }
   if (hasActed && IsBuilt(given->command)) ports_.beeper.Beep();
   return true;

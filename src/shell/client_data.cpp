@@ -10,7 +10,8 @@ namespace pallomir {
 DataFeed::Host Client::FeedHost() {
   DataFeed::Host host;
   host.window = [this] {
-    return DataFeed::UtcSpan{ToUtc(window_.start, utcOffsetMinutes_), ToUtc(window_.end, utcOffsetMinutes_)};
+    const TimeWindow& window = pickers_.Window();
+    return DataFeed::UtcSpan{localClock_.ToUtc(window.start), localClock_.ToUtc(window.end)};
   };
   host.portBase = [this] { return choices_.portBase.Value(); };
   host.isDrawing = [this] { return map_->IsRebuilding(); };
@@ -19,7 +20,7 @@ DataFeed::Host Client::FeedHost() {
   host.restarting = [this] { map_->OpenIfLost(); };
   host.arrived = [this] { HidePointMarker(); };
   host.beforeDecoding = [this] { map_->DropRebuild(); };
-  host.pointsMoved = [this] { picture_.rows.clear(); };  // its columns name points by their places
+  host.pointsMoved = [this] { timeline_.PointsMoved(); };
   host.batchMerged = [this](const MergedBatch& batch) { OnBatch(batch); };
   host.endSession = [this] { ports_.window.Close(); };
   host.locatorHost = ports_.deployment.websiteServer;
@@ -35,12 +36,7 @@ void Client::OnBatch(const MergedBatch& batch) {
     view_.LatestLng = WorldXToLng(batch.newest->x);
   }
   OnUpdateAction();
-  if (ports_.view.IsTimelineVisible()) {
-    ports_.trace.Line("DataProcess is calling for redraw");
-    tmrRedraw_->SetEnabled(true);
-  } else {
-    mapUpdating_.HideWhenDone();
-  }
+  timeline_.DataCame();
 }
 
 void Client::OnUpdateAction() {
@@ -57,7 +53,7 @@ void Client::OnUpdateAction() {
 void Client::FitByUser(std::size_t k) {
   feed_.TakeInHeld();
   map_->FitToData(BeginFit(k));
-  Timeline_Resize();  // the redraw takes the notice away, also where there was nothing new
+  timeline_.Timeline_Resize();  // the redraw takes the notice away, also where there was nothing new
 }
 
 }  // namespace pallomir

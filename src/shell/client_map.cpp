@@ -51,7 +51,7 @@ TrackDrawing Client::Drawing() {
 }
 
 void Client::OnPointerMoved(ViewPoint at) {
-  OnTimelineInfoTick();
+  timeline_.HideInfo();
   ports_.view.PointerOverMap(at);
   ShowPointAtShare(at.x);
 }
@@ -91,18 +91,17 @@ void Client::ShowPointAtShare(int x) {
   const PixelSize browser = ports_.views.frame.BrowserSize();
   const double share = (x - kMargin) / static_cast<double>(browser.width - 2 * kMargin);
   if (closing_ || browser.width <= 2 * kMargin || share < 0 || share > 1) return HidePointInfos();
-  const Millis local = window_.start + static_cast<Millis>(share * static_cast<double>(window_.Length()));
-  const Millis utc = ToUtc(local, utcOffsetMinutes_);
+  const TimeWindow& window = pickers_.Window();
+  const Millis local = window.start + static_cast<Millis>(share * static_cast<double>(window.Length()));
   std::vector<std::string> texts;
   std::optional<std::pair<std::size_t, std::size_t>> marked;  // unit and point, from 1
   int leastDistance = 0;
-  for (std::size_t k = 1; k <= store_.UnitCount(); ++k) {
-    const auto index = store_.Track(k).NearestTo(utc);
-    const auto facts = index ? FactsOf(k, static_cast<std::int32_t>(*index)) : std::nullopt;
-    if (!facts) continue;
-    texts.push_back(PointText(LabelOf(k), *facts, Length()));
+  for (std::size_t k = 1; k <= points_.UnitCount(); ++k) {
+    const auto index = points_.NearestTo(k, local);
+    if (!index) continue;
+    texts.push_back(points_.TextOf(k, *index));
     if (view_.UnitsPerPixel == 0) continue;
-    const DataPoint& point = store_.Track(k).Points()[*index];
+    const DataPoint& point = *points_.Find(k, *index);
     const ViewPoint at = WorldToView(view_, point.x, point.y, browser);
     const bool isOnMap =
         at.x >= 0 && at.y >= 0 && at.x < browser.width - kUnusedBrowserWidth && at.y < browser.height;

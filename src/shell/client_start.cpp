@@ -33,14 +33,7 @@ void Client::Load() {
 }
 
 void Client::ReadZone() {
-  if (const auto zone = ports_.clock.Zone()) {
-    using Season = ZoneInfo::Season;
-    utcOffsetMinutes_ = zone->bias + (zone->season == Season::kStandard   ? zone->standardBias
-                                      : zone->season == Season::kDaylight ? zone->daylightBias
-                                                                          : 0);
-    ContinueLoad();
-    return;
-  }
+  if (localClock_.TakeSystemZone()) return ContinueLoad();
   Question question;
   question.kind = Question::Kind::kInput;
   question.title = "Pallomir";
@@ -49,7 +42,7 @@ void Client::ReadZone() {
   ports_.questions.Ask(question, [this](const Answer& answer) {
     // No zone lies farther out than 14 hours; what is no number counts as Greenwich.
     const double hours = std::clamp(ParseNumber(answer.text).value_or(0), -14.0, 14.0);
-    utcOffsetMinutes_ = static_cast<int>(std::lround(hours * 60));
+    localClock_.SetOffset(static_cast<int>(std::lround(hours * 60)));
     ContinueLoad();
   });
 }
@@ -57,9 +50,8 @@ void Client::ReadZone() {
 void Client::ContinueLoad() {
   if (closing_) return;
   PrepareFolders();
-  SetFirstWindow();
+  pickers_.SetFirstWindow();
   ports_.views.boxes.ShowSplash();
-  TakeWindowFromPickers();
   EnumerateMUs();
   CheckUnits();
 }
@@ -70,13 +62,6 @@ void Client::PrepareFolders() {
   for (const auto& folder : {parent.parent_path(), parent, folders.track, folders.zone}) MakeFolder(folder);
   DeleteFiles(folders.track);
   DeleteFiles(folders.zone);
-}
-
-void Client::SetFirstWindow() {
-  const Millis now = NowLocal() / kSecond * kSecond;  // the pickers know no less
-  pickers_.SetWindow({now, now + kDay});
-  const auto choice = static_cast<StartupChoice>(choices_.onStartup.Value());
-  if (const auto window = WindowForChoice(choice, now)) pickers_.SetWindow(*window);
 }
 
 void Client::CheckUnits() {
@@ -102,13 +87,13 @@ void Client::ShowWindow() {
   PrepareZoneFile();
   loaded_ = true;
   frame_.Open();
-  PickerLostFocus(0);
-  PickerLostFocus(1);
+  pickers_.LostFocus(0);
+  pickers_.LostFocus(1);
   ports_.views.frame.ReturnFocus();
   feed_.BeginTelling();
   focus_.Open();
   tmrP_->SetEnabled(true);
-  Timeline_Resize();
+  timeline_.Timeline_Resize();
 }
 
 void Client::PrepareZoneFile() {

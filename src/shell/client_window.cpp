@@ -14,7 +14,7 @@ void Client::EnumerateMUs() {
   units_.Enumerate();
   feed_.Forget();
   ShowUnitsToFit(menus_, units_.List());
-  ports_.view.LayOutTimeline(book_.enabledCount);
+  timeline_.LayOutRows();
 }
 
 void Client::MapReload() {
@@ -37,26 +37,16 @@ void Client::OnLaidOut() {
   ports_.views.frame.LayOut();
   map_->SendSize();
   map_->SendCentre();
-  Timeline_Resize();
+  timeline_.Timeline_Resize();
 }
 
 MainWindowRooms Client::RoomsOfWindow() {
-  TimelineInput timeline;
-  timeline.hovered = [this](int row, int column) { TimelineHovered(row, column); };
-  timeline.left = [this] { TimelineLeft(); };
-  timeline.dragged = [this](double from, double to) { TimelineDragged(from, to); };
-  timeline.layoutClicked = [this] { Timeline_Resize(); };
-  timeline.pickerGotFocus = [this](int i) { PickerGotFocus(i); };
-  timeline.pickerLostFocus = [this](int i) { PickerLostFocus(i); };
-  timeline.pickerChanged = [this](int i, Millis value) { PickerChanged(i, value); };
-  timeline.pickerDroppedDown = [this](int i) { PickerDroppedDown(i); };
-  timeline.pickerClosedUp = [this](int i) { PickerClosedUp(i); };
-  timeline.reload = [this] { ReloadClicked(); };
   return {menus_,
           frame_,
           focus_,
           ports_.questions,
-          std::move(timeline),
+          pickers_,
+          timeline_,
           {[this](int x) { PointerOverCaption(x); }, [this] { HidePointInfos(); },
            [this](ViewPoint a, ViewPoint b) { RubberBandDrawn(a, b); }},
           feed_,

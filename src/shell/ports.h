@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/trace.h"
+#include "commands/menu_view.h"
 #include "hotspots/hotspot_view.h"
 #include "platform/beeper.h"
 #include "platform/browser.h"
@@ -15,6 +16,8 @@
 #include "platform/settings.h"
 #include "platform/user_registry.h"
 #include "shell/deployment.h"
+#include "timeline/picker_panel.h"
+#include "timeline/timeline_panel.h"
 #include "tracking/feed_view.h"
 #include "tracking/unit_view.h"
 #include "ui/question_queue.h"
@@ -31,6 +34,9 @@ struct Views {
   HotspotView& hotspots;
   FeedView& feed;
   UnitView& units;
+  MenuView& menu;
+  PickerView& pickers;
+  TimelineView& timeline;
 };
 
 /// Everything outside the core that the client works with. All of it outlives the client.

@@ -125,22 +125,22 @@ void formMain::ConnectCaptionLine() {
 }
 
 void formMain::ConnectPickers() {
-  pickers_->gotFocus = Told([](auto& rooms, int i) { rooms.timeline.pickerGotFocus(i); });
-  pickers_->lostFocus = Told([](auto& rooms, int i) { rooms.timeline.pickerLostFocus(i); });
-  pickers_->changed = Told([](auto& rooms, int i, Millis value) { rooms.timeline.pickerChanged(i, value); });
-  pickers_->droppedDown = Told([](auto& rooms, int i) { rooms.timeline.pickerDroppedDown(i); });
-  pickers_->closedUp = Told([](auto& rooms, int i) { rooms.timeline.pickerClosedUp(i); });
+  pickers_->gotFocus = Told([](auto& rooms, int i) { rooms.pickers.GotFocus(i); });
+  pickers_->lostFocus = Told([](auto& rooms, int i) { rooms.pickers.LostFocus(i); });
+  pickers_->changed = Told([](auto& rooms, int i, Millis value) { rooms.pickers.Changed(i, value); });
+  pickers_->droppedDown = Told([](auto& rooms, int i) { rooms.pickers.DroppedDown(i); });
+  pickers_->closedUp = Told([](auto& rooms, int i) { rooms.pickers.ClosedUp(i); });
   pickers_->reload = [this] {
     LeaveChrome();  // ends the editing, which takes over what was typed
-    rooms_->timeline.reload();
+    rooms_->pickers.ReloadClicked();
   };
 }
 
 void formMain::ConnectTimeline() {
-  strip_->dragFinished = Told([](auto& rooms, double from, double to) { rooms.timeline.dragged(from, to); });
-  strip_->hovered = Told([](auto& rooms, int row, int column) { rooms.timeline.hovered(row, column); });
-  strip_->left = Told([](auto& rooms) { rooms.timeline.left(); });
-  strip_->layoutClicked = Told([](auto& rooms) { rooms.timeline.layoutClicked(); });
+  strip_->dragFinished = Told([](auto& rooms, double from, double to) { rooms.pickers.ZoomTo(from, to); });
+  strip_->hovered = Told([](auto& rooms, int row, int column) { rooms.timeline.Hovered(row, column); });
+  strip_->left = Told([](auto& rooms) { rooms.timeline.HideInfo(); });
+  strip_->layoutClicked = Told([](auto& rooms) { rooms.timeline.Timeline_Resize(); });
 }
 
 void formMain::ConnectDialogs() {

@@ -4,6 +4,9 @@
 #include <memory>
 #include <optional>
 
+#include "commands/menu_view.h"
+#include "timeline/picker_panel.h"
+#include "timeline/timeline_panel.h"
 #include "tracking/feed_view.h"
 #include "window/boxes_view.h"
 #include "window/client_view.h"
@@ -35,7 +38,14 @@ class formSplash;
 
 /// The main window: the map in its browser, the caption line over it and the timeline under it. It has no
 /// frame of the system. It shows what the rooms say and tells them what the user does; it decides nothing.
-class formMain : public QWidget, public FrameView, public BoxesView, public FeedView, public ClientView {
+class formMain : public QWidget,
+                 public FrameView,
+                 public BoxesView,
+                 public MenuView,
+                 public FeedView,
+                 public PickerView,
+                 public TimelineView,
+                 public ClientView {
  public:
   /// `browser` becomes the map, `WB`.
   explicit formMain(QWidget* browser);
@@ -75,9 +85,13 @@ class formMain : public QWidget, public FrameView, public BoxesView, public Feed
   void SetRetryProgress(int bar, const std::string& label) override;
   void HideRetry() override;
 
-  // ClientView
+  // PickerView
+  void ShowPicker(int i, Millis value, const std::string& format, bool visible) override;
+  void ShowReloadButton(bool visible) override;
+  void MovePointerToReloadButton() override;
   void ShowCaption(bool visible) override;
-  void ShowDemoMode(bool on) override;
+
+  // TimelineView
   bool IsTimelineVisible() const override;
   void ShowTimeline(bool visible) override;
   void LayOutTimeline(std::size_t rows) override;
@@ -85,15 +99,15 @@ class formMain : public QWidget, public FrameView, public BoxesView, public Feed
   void ShowTimelinePicture(const TimelinePicture& picture) override;
   void ShowTimelineInfo(const std::string& text) override;
   void HideTimelineInfo() override;
+
+  // ClientView
+  void ShowDemoMode(bool on) override;
   void ShowPointMarker(ViewPoint at) override;
   void ShowPointInfos(const std::vector<std::string>& texts) override;
   void HidePointInfos() override;
   void HidePointMarker() override;
   void ShowCapturePanel() override;
   void PointerOverMap(ViewPoint at) override;
-  void ShowPicker(int i, Millis value, const std::string& format, bool visible) override;
-  void ShowReloadButton(bool visible) override;
-  void MovePointerToReloadButton() override;
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

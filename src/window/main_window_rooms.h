@@ -4,10 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "base/civil_time.h"
 #include "hotspots/hotspot_room.h"
 #include "map/map_view.h"
 #include "platform/menu_model.h"
+#include "timeline/picker_panel.h"
+#include "timeline/timeline_panel.h"
 #include "tracking/data_feed.h"
 #include "tracking/unit_register.h"
 #include "ui/question_queue.h"
@@ -15,20 +16,6 @@
 #include "window/window_frame.h"
 
 namespace pallomir {
-
-/// What the user does with the timeline and the pickers.
-struct TimelineInput {
-  std::function<void(int row, int column)> hovered;
-  std::function<void()> left;
-  std::function<void(double from, double to)> dragged;  ///< shares of the window
-  std::function<void()> layoutClicked;                  ///< `imgReload`
-  std::function<void(int i)> pickerGotFocus;
-  std::function<void(int i)> pickerLostFocus;
-  std::function<void(int i, Millis value)> pickerChanged;
-  std::function<void(int i)> pickerDroppedDown;
-  std::function<void(int i)> pickerClosedUp;
-  std::function<void()> reload;  ///< `cmdOK_Reload`
-};
 
 /// What the user does with the pointer over the map and the caption line.
 struct PointerInput {
@@ -47,7 +34,8 @@ struct MainWindowRooms {
   FocusHolder& focus;
   QuestionQueue& questions;
 
-  TimelineInput timeline;
+  PickerPanel& pickers;
+  TimelinePanel& timeline;
   PointerInput pointer;
   DataFeed& feed;
   UnitRegister& units;

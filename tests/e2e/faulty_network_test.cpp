@@ -79,7 +79,7 @@ class FaultyNetworkTest : public testing::Test {
                         {"WindowPos_H", "600"}};
     client_ = std::make_unique<Client>(
         Ports{window_,
-              {window_, window_, window_.Hotspots(), window_, window_.Units()},
+              {window_, window_, window_.Hotspots(), window_, window_.Units(), window_, window_, window_},
               window_.System(),
               browser_,
               locator_,
@@ -136,7 +136,7 @@ class FaultyNetworkTest : public testing::Test {
     if (QDialog* dialog = RetryDialog())
       dialog->findChild<QPushButton*>("cmdRetryNow")->click();
     else
-      client_->ReloadClicked();
+      client_->Pickers().ReloadClicked();
   }
 
   void ExpectAllPoints() {

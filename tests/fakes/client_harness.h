@@ -26,7 +26,7 @@ class ClientHarness {
     mutex.owned = true;
     client = std::make_unique<Client>(
         Ports{view,
-              {view, view, view, view, view},
+              {view, view, view, view, view, view, view, view},
               window,
               browser,
               locator,

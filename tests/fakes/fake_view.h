@@ -4,7 +4,10 @@
 #include <set>
 #include <string>
 
+#include "commands/menu_view.h"
 #include "hotspots/hotspot_view.h"
+#include "timeline/picker_panel.h"
+#include "timeline/timeline_panel.h"
 #include "tracking/feed_view.h"
 #include "tracking/unit_view.h"
 #include "window/boxes_view.h"
@@ -19,7 +22,10 @@ class FakeView : public ClientView,
                  public BoxesView,
                  public FeedView,
                  public UnitView,
-                 public HotspotView {
+                 public HotspotView,
+                 public MenuView,
+                 public PickerView,
+                 public TimelineView {
  public:
   void SetCaption(const std::string& text) override { caption = text; }
   void ShowLamp(const LampMessage& shown) override { lamp = shown; }

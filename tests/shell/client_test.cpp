@@ -462,19 +462,19 @@ TEST_F(ClientTest, KeysReachThePage) {
   client->KeyDown(2, 'T');
   EXPECT_TRUE(view.captionVisible);
   EXPECT_TRUE(view.pickers[0].visible);
-  client->PickerChanged(1, ToMillis({2026, 11, 25}));
+  client->Pickers().Changed(1, ToMillis({2026, 11, 25}));
   client->MenuChosen(entry);
   EXPECT_EQ(browser.Written("TxtT").back(), "F");
-  client->PickerLostFocus(0);
+  client->Pickers().LostFocus(0);
   EXPECT_TRUE(view.pickers[0].visible);
   EXPECT_TRUE(view.reload);
 }
 
 TEST_F(ClientTest, WhileAPickerIsEditedKeysBelongToIt) {
   StartStreaming();
-  client->PickerGotFocus(0);
+  client->Pickers().GotFocus(0);
   EXPECT_FALSE(client->KeyDown(0, 'R'));
-  client->PickerLostFocus(0);
+  client->Pickers().LostFocus(0);
   EXPECT_TRUE(client->KeyDown(0, 'R'));
 }
 
@@ -730,26 +730,26 @@ TEST_F(ClientTest, TheTimelineIsDrawnWithTheRedrawAndDescribesItsPoints) {
   EXPECT_EQ(view.timelineRows, 1u);
   ASSERT_THAT(view.picture->rows, SizeIs(1));
   // 12:00 UTC is 7:00, four hours into a window of a day from 3:00: column 1000 / 6.
-  client->TimelineHovered(1, 166);
+  client->Timeline().Hovered(1, 166);
   EXPECT_EQ(view.timelineInfo, "Unit #1 First\n11/22/26 07:00:00 AM\n34.5 mph\n0.00 mi");
   EXPECT_TRUE(view.marker);
-  client->TimelineHovered(1, 500);
+  client->Timeline().Hovered(1, 500);
   EXPECT_EQ(view.timelineInfo, "Unit #1 First");
   loop.Advance(10'000);
   EXPECT_FALSE(view.timelineInfo);
   client->MapReload();
-  client->TimelineHovered(1, 166);
+  client->Timeline().Hovered(1, 166);
   EXPECT_EQ(view.timelineInfo, "Unit #1 First") << "the picture is older than the data";
-  client->TimelineHovered(2, 166);
-  client->TimelineHovered(0, 166);
-  client->TimelineLeft();
+  client->Timeline().Hovered(2, 166);
+  client->Timeline().Hovered(0, 166);
+  client->Timeline().HideInfo();
   EXPECT_FALSE(view.timelineInfo);
 }
 
 TEST_F(ClientTest, ADragOnTheTimelineLoadsItsPart) {
   StartStreaming();
-  client->PickerChanged(1, ToMillis({2026, 11, 23, 3}));
-  client->TimelineDragged(0.25, 0.5);
+  client->Pickers().Changed(1, ToMillis({2026, 11, 23, 3}));
+  client->Pickers().ZoomTo(0.25, 0.5);
   EXPECT_EQ(client->Window(), (TimeWindow{ToMillis({2026, 11, 22, 9}), ToMillis({2026, 11, 22, 15})}));
   EXPECT_EQ(view.pickers[0].format, "ddd,MMMd, h tt");
   EXPECT_TRUE(view.pickers[1].visible);
@@ -910,17 +910,17 @@ TEST_F(ClientTest, PickersShowTheEndOnlyWhenTheWindowIsNotADay) {
   loop.Advance(5000);
   EXPECT_FALSE(view.pickers[1].visible);
   EXPECT_EQ(view.pickers[0].format, "ddd,MMMd, h tt");
-  client->PickerGotFocus(0);
+  client->Pickers().GotFocus(0);
   EXPECT_TRUE(view.pickers[1].visible);
-  client->PickerChanged(0, ToMillis({2026, 11, 20, 6}));
+  client->Pickers().Changed(0, ToMillis({2026, 11, 20, 6}));
   EXPECT_EQ(view.pickers[1].value, ToMillis({2026, 11, 21, 6}));
   EXPECT_TRUE(view.reload);
-  client->PickerChanged(1, ToMillis({2026, 11, 22, 6}));
-  client->PickerLostFocus(0);
+  client->Pickers().Changed(1, ToMillis({2026, 11, 22, 6}));
+  client->Pickers().LostFocus(0);
   loop.Advance(5000);
   EXPECT_TRUE(view.pickers[1].visible);
   EXPECT_THAT(locator.sent, SizeIs(1)) << "nothing is loaded before the button is pressed";
-  client->ReloadClicked();
+  client->Pickers().ReloadClicked();
   EXPECT_THAT(locator.sent, SizeIs(2));
   EXPECT_EQ(client->Window().Length(), 2 * kDay);
   EXPECT_FALSE(view.reload);

@@ -61,7 +61,7 @@ TEST_F(AccessibilityTest, TabGoesAsTheEyeReads) {
                                              "picData(1)"};
   EXPECT_THAT(TabStops(), ElementsAreArray(expected));
   Find<QWidget>("DTP(0)")->setFocus();
-  client_->PickerChanged(0, ToMillis({2026, 11, 20}));
+  client_->Pickers().Changed(0, ToMillis({2026, 11, 20}));
   ports_.loop.Advance(0);
   auto stops = TabStops();
   stops.resize(5);
