@@ -6,8 +6,7 @@
 
 namespace pallomir {
 
-/// The stored preferences as every room uses them: texts by key. Keys and defaults stand in
-/// settings/choice_table.h.
+/// The stored preferences: texts by key. Rooms use them as typed choices (settings/choice.h).
 class Settings {
  public:
   virtual ~Settings() = default;

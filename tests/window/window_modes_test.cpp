@@ -174,5 +174,26 @@ TEST(WindowModes, StatesThatComeWhileAChangeIsAppliedAreItsOwn) {
   EXPECT_EQ(window.modes.Mode(), WindowMode::kMinimised);
 }
 
+TEST(MovedIntoReach, LeavesWhatCanBeTakenHoldOf) {
+  const std::vector<PixelRect> screens = {{0, 0, 1600, 1000}, {1600, 0, 1280, 1024}};
+  const struct {
+    PixelRect stored;
+    PixelRect moved;
+    const char* why;
+  } cases[] = {
+      {{10, 20, 800, 600}, {10, 20, 800, 600}, "on the first screen"},
+      {{1700, 40, 800, 600}, {1700, 40, 800, 600}, "on the second one"},
+      {{100, 1100, 800, 600}, {100, 400, 800, 600}, "below them"},
+      {{5000, 40, 800, 600}, {800, 40, 800, 600}, "beside them"},
+      {{2800, 0, 800, 600}, {2800, 0, 800, 600}, "80 pixels of the caption are enough"},
+      {{2801, 0, 800, 600}, {800, 0, 800, 600}, "79 are not"},
+      {{0, 984, 800, 600}, {0, 984, 800, 600}, "16 pixels of its height are enough"},
+      {{0, 985, 800, 600}, {0, 400, 800, 600}, "15 are not"},
+      {{5000, 5000, 2000, 1200}, {0, 0, 2000, 1200}, "larger than the screen"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(MovedIntoReach(c.stored, screens), c.moved) << c.why;
+  EXPECT_EQ(MovedIntoReach({5000, 40, 800, 600}, {}), (PixelRect{5000, 40, 800, 600}));
+}
+
 }  // namespace
 }  // namespace pallomir
