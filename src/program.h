@@ -21,6 +21,7 @@
 #include "shell/instance_guard.h"
 #include "ui/question_queue.h"
 #include "window/formMain.h"
+#include "zones/zone_windows_widget.h"
 
 namespace pallomir {
 
@@ -61,6 +62,7 @@ class Program {
   QtStreamEndpoint data_;
   std::unique_ptr<QtBrowser> browser_;
   std::unique_ptr<formMain> window_;
+  std::unique_ptr<ZoneWindows> zoneWindows_;
   std::unique_ptr<Client> client_;
 };
 

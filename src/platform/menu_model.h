@@ -42,6 +42,9 @@ class MenuModel {
   /// Called with the entry that the user chose.
   std::function<void(const MenuItem&)> chosen;
 
+  /// Called when the popup has closed, after the choice, if there was one.
+  std::function<void()> closed;
+
   /// The entry, or null.
   MenuItem* Find(Command command, int index = 0);
   const MenuItem* Find(Command command, int index = 0) const;

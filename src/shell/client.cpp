@@ -27,6 +27,9 @@ Client::Client(const Ports& ports)
       feed_({ports.wsClientA, ports.wsClientB, ports.wsClientC, ports.loop, ports.clock, ports.questions,
              ports.trace},
             ports.views.feed, book_, FeedHost()),
+      zones_(ports.views.zones, ports.loop, ports.questions, ports.trace, ports.browser, menus_, handlers_,
+             {.zoomTo = [this](const WorldBox& box) { map_->ZoomTo(box); },
+              .endProgram = [this] { ports_.window.Close(); }}),
       points_(feed_.Points(), book_, localClock_, choices_.unitOfMeasure),
       pickers_(ports.views.pickers, ports.loop, localClock_, choices_.onStartup, PickerHost()),
       timeline_(ports.views.timeline, ports.loop, ports.trace, points_, pickers_.Window(), localClock_,
@@ -43,6 +46,7 @@ Client::Client(const Ports& ports)
   BuildMenus(menus_);
   HandleCommands();
   menus_.chosen = [this](const MenuItem& item) { MenuChosen(item); };
+  menus_.closed = [this] { zones_.OfferNone(); };
   map_ = std::make_unique<MapBridge>(
       ports_.browser, ports_.loop, ports_.trace, ports_.folders, ports_.deployment.webSite, view_,
       [this](const std::string& text) { ports_.questions.Tell(text); }, MapHost());
@@ -88,6 +92,7 @@ void Client::Unload() {
   for (Timer* timer : {boxTimer_.get(), tmrP_.get()}) {
     timer->SetEnabled(false);
   }
+  zones_.Close();
   ports_.views.boxes.CloseWindows();
   hold_.StopListening();
   FlushSettings(ports_.settings, ports_.questions,

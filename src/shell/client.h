@@ -19,6 +19,7 @@
 #include "platform/local_clock.h"
 #include "platform/menu_model.h"
 #include "settings/stored_choices.h"
+#include "shell/client_zones.h"
 #include "shell/demo_switch.h"
 #include "shell/instance_hold.h"
 #include "shell/ports.h"
@@ -39,14 +40,10 @@ namespace pallomir {
 
 /// Where rooms that are not built yet will be joined on. An empty one is skipped.
 struct Seams {
-  std::function<void()> startAlert;    ///< a batch of data has been processed
-  std::function<void()> stopSound;     ///< the window was resized or closes
-  std::function<void()> closeReports;  ///< the data of the report tables and pop-ups changes
-  std::function<void()> loadZones;     ///< zone menus and the page's zone list
-  std::function<void(char, const std::string&)> editZone;  ///< "F", "C" or "3" of the page's zone editing
-  std::function<void(double, double)> offerZonesAt;        ///< right-click at degrees, before the popup
-  std::function<void(const std::string&)> showGeocode;     ///< the page's address of the clicked point
-  std::function<bool()> isTopLevelAlerted;                 ///< the top-level zone entry reads "Alerted"
+  std::function<void()> startAlert;                     ///< a batch of data has been processed
+  std::function<void()> stopSound;                      ///< the window was resized or closes
+  std::function<void()> closeReports;                   ///< the data of the report tables and pop-ups changes
+  std::function<void(const std::string&)> showGeocode;  ///< the page's address of the clicked point
 };
 
 /// The client: owns the state of the program and is the one place where its rooms meet. The window calls it
@@ -69,7 +66,10 @@ class Client {
   WindowFrame& Frame() { return frame_; }
   /// True when the key was one of ours.
   bool KeyDown(int modifiers, char key);
-  void MenuButtonClicked() { mapCommands_->MenuButtonClicked(); }
+  void MenuButtonClicked() {
+    zones_.OfferNone();
+    mapCommands_->MenuButtonClicked();
+  }
   void MenuChosen(const MenuItem& item);
   /// The pointer moved over the caption line; x in the window.
   void PointerOverCaption(int x) { ShowPointAtShare(x); }
@@ -112,7 +112,6 @@ class Client {
   void PrepareFolders();
   void CheckUnits();
   void ShowWindow();
-  void PrepareZoneFile();
   void CreateTimers();
   void JoinServices();
 
@@ -164,7 +163,6 @@ class Client {
   CommandHandlers handlers_;
   UnitRegister units_;
   const UnitBook& book_ = units_.Book();
-  std::filesystem::path zoneFile_;
   ChoiceCommands choiceCommands_;
   HotspotRoom hotspots_;
   LocalClock localClock_;
@@ -178,6 +176,7 @@ class Client {
   MapView view_;
   std::unique_ptr<MapBridge> map_;
   std::unique_ptr<MapCommands> mapCommands_;
+  ClientZones zones_;
 
   DisplayedPoints points_;
   PickerPanel pickers_;

@@ -15,7 +15,7 @@ MapBridge::Host Client::MapHost() {
   host.isClosing = [this] { return closing_; };
   host.browserSize = [this] { return ports_.views.frame.BrowserSize(); };
   host.drawing = [this] { return Drawing(); };
-  host.isTopLevelAlerted = [this] { return seams.isTopLevelAlerted && seams.isTopLevelAlerted(); };
+  host.isTopLevelAlerted = [this] { return zones_.IsTopLevelAlerted(); };
   host.viewMoved = [this] { HidePointMarker(); };
   host.rebuildFailed = [this](const DeleteError& error) {
     ports_.questions.Tell("Error " + std::to_string(error.number) + ":\n" + error.description, "Pallomir",
@@ -25,20 +25,26 @@ MapBridge::Host Client::MapHost() {
   host.reached = [this](int line) { ports_.views.boxes.TickStatus(line); };
   host.ready = [this] {
     ports_.views.boxes.HideSplash();
-    Run(seams.loadZones);
+    zones_.OnPageReady();
   };
-  host.lost = [this] { ports_.views.boxes.HideSplash(); };
+  host.lost = [this] {
+    ports_.views.boxes.HideSplash();
+    zones_.OnPageLost();
+  };
   host.choices = [this] { return mapCommands_->Choices(); };
   host.pointerMoved = [this](ViewPoint at) { OnPointerMoved(at); };
-  host.menuWanted = [this] { mapCommands_->PopUpAtPointer(false); };
+  host.menuWanted = [this] {
+    zones_.OfferNone();
+    mapCommands_->PopUpAtPointer(false);
+  };
   host.menuWantedAt = [this](double lat, double lng) {
-    Run(seams.offerZonesAt, lat, lng);
+    zones_.OfferZoneAt(lat, lng);
     mapCommands_->PopUpAtPointer(true);
   };
   host.addressFound = [this](const std::string& address) { Run(seams.showGeocode, address); };
-  host.shapeFinished = [this](const std::string& payload) { Run(seams.editZone, 'F', payload); };
-  host.shapeCancelled = [this] { Run(seams.editZone, 'C', std::string()); };
-  host.shapeClosable = [this] { Run(seams.editZone, '3', std::string()); };
+  host.shapeFinished = [this](const std::string& payload) { zones_.OnShapeFinished(payload); };
+  host.shapeCancelled = [this] { zones_.OnShapeCancelled(); };
+  host.shapeClosable = [this] { zones_.OnShapeClosable(); };
   return host;
 }
 

@@ -84,7 +84,7 @@ void Client::ShowWindow() {
   map_->Open();
   CosLatTable();
   ports_.views.frame.ReturnFocus();
-  PrepareZoneFile();
+  zones_.Open(ports_.folders, choices_.demoMode.Value());
   loaded_ = true;
   frame_.Open();
   pickers_.LostFocus(0);
@@ -94,16 +94,6 @@ void Client::ShowWindow() {
   focus_.Open();
   tmrP_->SetEnabled(true);
   timeline_.Timeline_Resize();
-}
-
-void Client::PrepareZoneFile() {
-  const std::filesystem::path folder = ports_.folders.commonData / "pallomir";
-  const std::filesystem::path demo = folder / "ZoneMenus_Demo.txt";
-  std::error_code error;
-  std::filesystem::remove(demo, error);
-  std::filesystem::copy_file(ports_.folders.application / "ZoneMenus_Demo.txt", demo, error);
-  if (error) ports_.trace.Line("no demo zones: " + error.message());
-  zoneFile_ = choices_.demoMode.Value() ? demo : folder / "ZoneMenus.txt";
 }
 
 }  // namespace pallomir

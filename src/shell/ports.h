@@ -24,6 +24,7 @@
 #include "window/boxes_view.h"
 #include "window/client_view.h"
 #include "window/frame_view.h"
+#include "zones/zones_view.h"
 
 namespace pallomir {
 
@@ -37,6 +38,7 @@ struct Views {
   MenuView& menu;
   PickerView& pickers;
   TimelineView& timeline;
+  ZonesView& zones;
 };
 
 /// Everything outside the core that the client works with. All of it outlives the client.

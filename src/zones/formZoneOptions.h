@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "zones/zone_options_model.h"
-#include "zones/zones.h"
+#include "zones/zones_view.h"
 
 class QCheckBox;
 class QComboBox;

@@ -43,7 +43,7 @@ void Zones::LoadZones() {
 
 void Zones::ShowList() {
   host_.changed();
-  sender_.Start();
+  if (isPageThere_) sender_.Start();
 }
 
 std::string Zones::PathText(ZoneOrdinal zone, const std::string& end) const {
@@ -79,6 +79,12 @@ bool Zones::MayChange() {
   return false;
 }
 
+bool Zones::MayDraw() {
+  if (!MayChange()) return false;
+  if (!isPageThere_) questions_.Tell("Zones can be drawn when the map is there.");
+  return isPageThere_;
+}
+
 bool Zones::Stored(const std::string& problem) {
   if (problem.empty()) {
     ShowList();
@@ -89,7 +95,7 @@ bool Zones::Stored(const std::string& problem) {
 }
 
 void Zones::Add() {
-  if (MayChange()) AskForNewZone(ZoneTree::kNone);
+  if (MayDraw()) AskForNewZone(ZoneTree::kNone);
 }
 
 void Zones::Run(ZoneOperation operation, ZoneOrdinal zone) {
@@ -99,14 +105,14 @@ void Zones::Run(ZoneOperation operation, ZoneOrdinal zone) {
     if (!node.bounds.IsEmpty()) host_.zoomTo(node.bounds);
   } else if (operation == ZoneOperation::kBeen) {
     if (host_.beenIn) host_.beenIn(ZoneKey(zone), node.options.Description);
-  } else if (!MayChange()) {
+  } else if (operation == ZoneOperation::kDel) {
+    if (MayChange()) AskToDelete(zone);
+  } else if (!MayDraw()) {
     return;
   } else if (operation == ZoneOperation::kAdd) {
     AskForNewZone(zone);
-  } else if (operation == ZoneOperation::kMod) {
-    AskForChange(zone);
   } else {
-    AskToDelete(zone);
+    AskForChange(zone);
   }
 }
 
@@ -122,7 +128,7 @@ void Zones::OnAddAnswer(const std::string& button, const ZoneOptions& options, c
   if (button.empty() || button == kCancel) return questions_.Tell("Zone add canceled");
   if (button != kEditShape)
     return questions_.Tell(parent.section == kTopLevel ? "Internal error 2778" : "Internal Error 9336");
-  if (!MayChange() || !Find(parent)) return;
+  if (!MayDraw() || !Find(parent)) return;
   Draw({ZoneOperation::kAdd, parent, options}, {.cancel = true});
   host_.write(field::kZoneNew, " ");
 }
@@ -137,7 +143,7 @@ void Zones::AskForChange(ZoneOrdinal zone) {
 void Zones::OnModAnswer(const std::string& button, const ZoneOptions& options, const Reference& zone) {
   if (button.empty() || button == kCancel) return questions_.Tell("Zone edit canceled");
   if (button != kEditShape) return questions_.Tell("Internal Error 9337");
-  if (!MayChange()) return;
+  if (!MayDraw()) return;
   const auto place = Find(zone);
   if (!place) return;
   Draw({ZoneOperation::kMod, zone, options}, {.finish = true, .cancel = true, .deleteVertex = true});
@@ -223,11 +229,13 @@ void Zones::TellHowToDeleteVertices() {
 
 void Zones::OnPageReady() {
   OnPageLost();
+  isPageThere_ = true;
   LoadZones();
 }
 
 void Zones::OnPageLost() {
   sender_.Stop();
+  isPageThere_ = false;
   if (!drawing_) return;
   EndDrawing();
   host_.changed();

@@ -9,24 +9,13 @@
 #include "platform/event_loop.h"
 #include "ui/question_queue.h"
 #include "zones/zone_list_sender.h"
-#include "zones/zone_options_model.h"
 #include "zones/zone_store.h"
+#include "zones/zones_view.h"
 
 namespace pallomir {
 
 /// What can be done with a zone of the list.
 enum class ZoneOperation { kAdd, kDel, kMod, kZoom, kBeen };
-
-/// The windows of this room.
-class ZonesView {
- public:
-  virtual ~ZonesView() = default;
-  enum class OptionsMode { kAdd, kMod };
-  /// The text of the button that closed the dialog, "Edit Shape" or "Cancel", or nothing; and the choices.
-  using OptionsAnswer = std::function<void(const std::string& button, const ZoneOptions& options)>;
-  /// `formZoneOptions`. The answer comes from the event loop, exactly once unless the window closes for good.
-  virtual void Execute(OptionsMode mode, const ZoneOptionsModel& model, OptionsAnswer then) = 0;
-};
 
 /// Which of the map's popup entries for a shape that is drawn are shown.
 struct ZonePopupEntries {
@@ -68,6 +57,8 @@ class Zones {
 
   /// Reads the file and shows the list, also to the page.
   void LoadZones();
+  /// The program ends: nothing more is sent.
+  void Close() { sender_.Stop(); }
 
   // What the user asks for.
   void Add();  ///< a zone at the top level
@@ -126,6 +117,7 @@ class Zones {
   /// Tells a problem, or shows what was stored. True in the second case.
   bool Stored(const std::string& problem);
   bool MayChange();
+  bool MayDraw();
   void ShowList();
   void Ask(const std::string& text, std::function<void()> then);
 
@@ -137,6 +129,7 @@ class Zones {
   ZoneListSender sender_;
   std::optional<Drawing> drawing_;
   ZonePopupEntries popup_;
+  bool isPageThere_ = false;
 };
 
 }  // namespace pallomir

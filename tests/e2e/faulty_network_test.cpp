@@ -11,6 +11,7 @@
 #include "e2e/process.h"
 #include "fakes/fake_programs.h"
 #include "fakes/fake_system.h"
+#include "fakes/fake_zones_view.h"
 #include "fakes/temporary_folder.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_endpoints.h"
@@ -79,7 +80,8 @@ class FaultyNetworkTest : public testing::Test {
                         {"WindowPos_H", "600"}};
     client_ = std::make_unique<Client>(
         Ports{window_,
-              {window_, window_, window_.Hotspots(), window_, window_.Units(), window_, window_, window_},
+              {window_, window_, window_.Hotspots(), window_, window_.Units(), window_, window_, window_,
+               zoneWindows_},
               window_.System(),
               browser_,
               locator_,
@@ -177,6 +179,7 @@ class FaultyNetworkTest : public testing::Test {
   QtStreamEndpoint probe_{kPatience};
   QtStreamEndpoint data_{kPatience};
   formMain window_{new QWidget};  // the widget stands for the browser
+  fakes::FakeZonesView zoneWindows_;
   std::unique_ptr<Client> client_;
 };
 

@@ -10,6 +10,7 @@
 #include "fakes/fake_programs.h"
 #include "fakes/fake_system.h"
 #include "fakes/fake_view.h"
+#include "fakes/fake_zones_view.h"
 #include "fakes/temporary_folder.h"
 #include "shell/client.h"
 
@@ -26,7 +27,7 @@ class ClientHarness {
     mutex.owned = true;
     client = std::make_unique<Client>(
         Ports{view,
-              {view, view, view, view, view, view, view, view},
+              {view, view, view, view, view, view, view, view, zonesView},
               window,
               browser,
               locator,
@@ -91,6 +92,7 @@ class ClientHarness {
 
   TemporaryFolder folders;
   FakeView view;
+  FakeZonesView zonesView;
   FakeWindow window;
   FakeBrowser browser;
   FakeDatagramEndpoint locator;

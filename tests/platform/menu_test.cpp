@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QElapsedTimer>
 #include <QMenu>
+#include <QTest>
 
 #include "platform/qt/qt_menu.h"
 #include "platform/wait.h"
@@ -115,6 +116,21 @@ TEST_F(MenuTest, ReportsTheEntryAsItIsNow) {
   EXPECT_TRUE(chosen_.empty());
   EXPECT_TRUE(WaitFor([&] { return !chosen_.empty(); }));
   EXPECT_THAT(chosen_, testing::ElementsAre("mnuViewType3"));
+}
+
+TEST_F(MenuTest, TellsOfTheClosingAfterTheChoice) {
+  model_.closed = [this] { chosen_.push_back("closed"); };
+  menu_.PopUp({0, 0});
+  menu_.Menu()->setActiveAction(Action("mnuAdd"));
+  QTest::keyClick(menu_.Menu(), Qt::Key_Return);
+  EXPECT_TRUE(WaitFor([&] { return chosen_.size() == 2; }));
+  EXPECT_THAT(chosen_, testing::ElementsAre("mnuAdd0", "closed"));
+  menu_.PopUp({0, 0});
+  menu_.PopUp({5, 5});  // closes it for a moment
+  LetPass(20);
+  EXPECT_EQ(chosen_.size(), 2u);
+  QTest::keyClick(menu_.Menu(), Qt::Key_Escape);
+  EXPECT_TRUE(WaitFor([&] { return chosen_.size() == 3; }));
 }
 
 TEST_F(MenuTest, EntryThatWentMeanwhileIsNotReported) {

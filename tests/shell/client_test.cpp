@@ -571,14 +571,15 @@ TEST_F(ClientTest, StatusesTickTheirLinesAndTheLastOneHidesTheSplash) {
   EXPECT_TRUE(view.splash);
   loop.Advance(500);
   EXPECT_FALSE(view.splash);
-  EXPECT_THAT(browser.writes, IsEmpty()) << "a page begins with what is chosen at first";
+  EXPECT_THAT(browser.writes, ElementsAre(std::pair("TxtZL", "*")))
+      << "a page begins with what is chosen at first";
 }
 
 TEST_F(ClientTest, APageIsToldWhatWasChosenBeforeItCame) {
   StartStreaming();
-  const std::pair<const char*, const char*> told[] = {{"TxtM", "F"},     {"TxtT", "F"},
-                                                      {"TxtZ", "F"},     {"TxtMT", "Satellite"},
-                                                      {"txtPn", "True"}, {"TxtSV", "True"}};
+  const std::pair<const char*, const char*> told[] = {
+      {"TxtM", "F"},     {"TxtT", "F"},     {"TxtZ", "F"}, {"TxtMT", "Satellite"},
+      {"txtPn", "True"}, {"TxtSV", "True"}, {"TxtZL", "*"}};
   for (const auto& [modifiers, key] : {std::pair{2, 'M'}, {2, 'T'}, {2, 'Z'}, {0, 'S'}, {0, 'V'}, {0, 'C'}})
     client->KeyDown(modifiers, key);
   browser.pageLost("gone");

@@ -2,6 +2,7 @@
 
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_system.h"
+#include "fakes/fake_zones_view.h"
 #include "fakes/temporary_folder.h"
 #include "zones/zone_file.h"
 #include "zones/zone_testing.h"
@@ -21,29 +22,11 @@ const std::string kCorners = "1,40,-75\r\n1,41,-75\r\n0,41,-74\r\n";
 const std::string kDepot = "\"Alerted\"\r\n1,1,\"s\",\"Depot\"" + kDays + kCorners;
 const std::string kDepotAndYard = kDepot + "1,1,\"t\",\"Yard\"" + kDays + "1,10,5\r\n1,11,5\r\n0,11,6\r\n";
 
-class FakeZonesView : public ZonesView {
- public:
-  void Execute(OptionsMode mode, const ZoneOptionsModel& model, OptionsAnswer then) override {
-    asked = mode == OptionsMode::kAdd ? "Add" : "Mod";
-    options = model.Options();
-    answer = std::move(then);
-  }
-  /// Presses a button of the dialog, with another name than it showed.
-  void Press(const std::string& button, const std::string& name = "New") {
-    options.Description = name;
-    std::exchange(answer, {})(button, options);
-  }
-
-  std::string asked;
-  ZoneOptions options;
-  OptionsAnswer answer;
-};
-
 class ZonesTest : public testing::Test {
  protected:
   void Load(const std::string& file) {
     WriteFile(path_, file);
-    zones_.LoadZones();
+    zones_.OnPageReady();
     Settle();
   }
   void Settle() {
@@ -59,7 +42,7 @@ class ZonesTest : public testing::Test {
   fakes::FakeQuestionBox box_;
   QuestionQueue questions_{box_};
   Trace trace_{[] { return 0.0; }, [](const std::string&) {}};
-  FakeZonesView view_;
+  fakes::FakeZonesView view_;
   std::vector<std::string> writes_;
   std::vector<std::string> done_;
   Zones zones_{

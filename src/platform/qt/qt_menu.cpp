@@ -78,6 +78,7 @@ QtMenu::QtMenu(MenuModel& model, Command root, QWidget* parent)
     : model_(model), root_(root), menu_(new QMenu(parent)) {
   AnnounceMenuEntries();
   QObject::connect(menu_, &QMenu::aboutToShow, menu_, [this] { Render(); });
+  QObject::connect(menu_, &QMenu::aboutToHide, menu_, [this] { OnHidden(); });
 }
 
 // The window that the menu belongs to may have taken it along.
@@ -142,6 +143,18 @@ QtMenu::Key QtMenu::KeyOf(const MenuItem& item) { return {item.command, item.nam
 MenuItem* QtMenu::FindAgain(const Key& key) {
   return FindBelow(model_.bar, [&](const MenuItem& item) {
     return item.command == key.command && item.name == key.name && item.index == key.index;
+  });
+}
+
+// The menu hides before its chosen entry is triggered, and that is reported from the event loop: two turns of
+// the loop let the report come first.
+void QtMenu::OnHidden() {
+  const auto later = [this](auto work) { QMetaObject::invokeMethod(menu_, work, Qt::QueuedConnection); };
+  later([this, later] {
+    later([this] {
+      const auto call = model_.closed;
+      if (call && !menu_->isVisible()) call();
+    });
   });
 }
 

@@ -44,6 +44,7 @@ class QtMenu {
   void RenderInto(QMenu& menu, const MenuItem& parent);
   void RenderSubmenu(QMenu& submenu, const MenuItem& item);
   void Choose(const Key& key);
+  void OnHidden();
 
   MenuModel& model_;
   Command root_;

@@ -1,0 +1,142 @@
+#include "shell/client_zones.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include "map/projection.h"
+
+namespace pallomir {
+namespace {
+
+// Demo zones start every time as they were delivered.
+std::filesystem::path ZoneFileIn(const Folders& folders, bool isDemoMode, Trace& trace) {
+  constexpr char kDemoFile[] = "ZoneMenus_Demo.txt";
+  const std::filesystem::path folder = folders.commonData / "pallomir";
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  std::filesystem::remove(folder / kDemoFile, error);
+  std::filesystem::copy_file(folders.application / kDemoFile, folder / kDemoFile, error);
+  if (error) trace.Line("no demo zones: " + error.message());
+  return folder / (isDemoMode ? kDemoFile : "ZoneMenus.txt");
+}
+
+WorldBox BoxOf(const ZoneBounds& bounds) {
+  constexpr double kNearestToPole = 89.9;  // the poles have no place on the plane
+  const auto y = [&](double lat) {
+    return LatToWorldY(DegreesToPositionUnits(std::clamp(lat, -kNearestToPole, kNearestToPole)));
+  };
+  WorldBox box;
+  box.Widen(LngToWorldX(DegreesToPositionUnits(bounds.minLng)), y(bounds.minLat));
+  box.Widen(LngToWorldX(DegreesToPositionUnits(bounds.maxLng)), y(bounds.maxLat));
+  return box;
+}
+
+}  // namespace
+
+ClientZones::ClientZones(ZonesView& view, EventLoop& loop, QuestionQueue& questions, Trace& trace,
+                         Browser& browser, MenuModel& menus, CommandHandlers& handlers, Host host)
+    : view_(view),
+      loop_(loop),
+      questions_(questions),
+      trace_(trace),
+      browser_(browser),
+      menus_(menus),
+      host_(std::move(host)) {
+  HandleCommands(handlers);
+}
+
+void ClientZones::Open(const Folders& folders, bool isDemoMode) {
+  Zones::Host host;
+  host.write = [this](const char* field, const std::string& text) { browser_.WriteField(field, text); };
+  host.changed = [this] { ShowMenus(); };
+  host.zoomTo = [this](const ZoneBounds& bounds) { host_.zoomTo(BoxOf(bounds)); };
+  host.endProgram = host_.endProgram;
+  zones_ = std::make_unique<Zones>(view_, loop_, questions_, trace_, ZoneFileIn(folders, isDemoMode, trace_),
+                                   std::move(host));
+  transfer_ = std::make_unique<ZoneTransfer>(view_, questions_, *zones_);
+  zones_->LoadZones();
+}
+
+void ClientZones::Close() {
+  if (zones_) zones_->Close();
+  view_.Close();
+}
+
+void ClientZones::HandleCommands(CommandHandlers& handlers) {
+  const auto handle = [&](Command command, void (Zones::*act)()) {
+    handlers.Set(command, [this, act](int) {
+      if (zones_) (*zones_.*act)();
+    });
+  };
+  handle(Command::kAddZone, &Zones::Add);
+  handle(Command::kSwapZoneKind, &Zones::SwapTopLevelKind);
+  handle(Command::kDeleteAllZones, &Zones::DeleteAll);
+  handle(Command::kUndoZones, &Zones::Undo);
+  handle(Command::kRedoZones, &Zones::Redo);
+  handle(Command::kFinishZone, &Zones::FinishShape);
+  handle(Command::kCancelZone, &Zones::CancelShape);
+  handle(Command::kDeleteVertex, &Zones::TellHowToDeleteVertices);
+  handlers.Set(Command::kExportZones, [this](int) {
+    if (transfer_) transfer_->Export();
+  });
+  handlers.Set(Command::kImportZones, [this](int) {
+    if (transfer_) transfer_->Import();
+  });
+  const auto handleOfZone = [&](Command command, ZoneOperation operation) {
+    handlers.Set(command, [this, operation](int zone) {
+      if (zones_) zones_->Run(operation, static_cast<ZoneOrdinal>(zone));
+    });
+  };
+  handleOfZone(Command::kAddSubzone, ZoneOperation::kAdd);
+  handleOfZone(Command::kDeleteZone, ZoneOperation::kDel);
+  handleOfZone(Command::kEditZone, ZoneOperation::kMod);
+  handleOfZone(Command::kZoomToZone, ZoneOperation::kZoom);
+  handleOfZone(Command::kBeenInZone, ZoneOperation::kBeen);
+}
+
+ZoneMenuState ClientZones::MenuState() const {
+  ZoneMenuState state;
+  state.tree = &zones_->Tree();
+  state.mayChange = !zones_->IsDrawing();
+  state.canUndo = zones_->CanUndo();
+  state.canRedo = zones_->CanRedo();
+  state.popup = zones_->PopupEntries();
+  return state;
+}
+
+void ClientZones::ShowMenus() { ShowZones(menus_, MenuState()); }
+
+void ClientZones::OnPageReady() {
+  if (zones_) zones_->OnPageReady();
+}
+
+void ClientZones::OnPageLost() {
+  if (zones_) zones_->OnPageLost();
+}
+
+void ClientZones::OnShapeFinished(const std::string& payload) {
+  if (zones_) zones_->OnShapeFinished(payload);
+}
+
+void ClientZones::OnShapeCancelled() {
+  if (zones_) zones_->OnShapeCancelled();
+}
+
+void ClientZones::OnShapeClosable() {
+  if (zones_) zones_->OnShapeClosable();
+}
+
+bool ClientZones::IsTopLevelAlerted() const {
+  return zones_ && zones_->Tree().TopLevelKind() == ZoneKind::kAlerted;
+}
+
+void ClientZones::OfferZoneAt(double lat, double lng) {
+  if (zones_) ShowZoneUnderPointer(menus_, MenuState(), zones_->ZoneAt(lat, lng));
+}
+
+void ClientZones::OfferNone() {
+  if (zones_) ShowZoneUnderPointer(menus_, MenuState(), ZoneTree::kNone);
+}
+
+}  // namespace pallomir

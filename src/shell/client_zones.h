@@ -1,0 +1,70 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "base/trace.h"
+#include "commands/command_handlers.h"
+#include "commands/zone_menu.h"
+#include "map/map_view.h"
+#include "platform/browser.h"
+#include "platform/event_loop.h"
+#include "platform/folders.h"
+#include "platform/menu_model.h"
+#include "ui/question_queue.h"
+#include "zones/zone_transfer.h"
+#include "zones/zones.h"
+
+namespace pallomir {
+
+/// The zones in the program: the room joined to the menus, the commands, the map page and the windows.
+class ClientZones {
+ public:
+  /// Whom it tells. All calls come from the event loop.
+  struct Host {
+    std::function<void(const WorldBox&)> zoomTo;
+    std::function<void()> endProgram;
+  };
+
+  /// Sets the handlers of the commands about zones. All that is given by reference outlives this object.
+  ClientZones(ZonesView& view, EventLoop& loop, QuestionQueue& questions, Trace& trace, Browser& browser,
+              MenuModel& menus, CommandHandlers& handlers, Host host);
+
+  /// Chooses the file, the user's own or a fresh copy of the demo's, and reads it. Once, before the page is
+  /// asked for.
+  void Open(const Folders& folders, bool isDemoMode);
+  void Close();
+
+  // What the page tells.
+  void OnPageReady();
+  void OnPageLost();
+  void OnShapeFinished(const std::string& payload);
+  void OnShapeCancelled();
+  void OnShapeClosable();
+
+  /// Whether positions outside all zones are the quiet ones.
+  bool IsTopLevelAlerted() const;
+
+  // The map's popup menu.
+  void OfferZoneAt(double lat, double lng);  ///< degrees; the popup is about to open there
+  void OfferNone();                          ///< it opens elsewhere, or has closed
+
+ private:
+  void HandleCommands(CommandHandlers& handlers);
+  void ShowMenus();
+  ZoneMenuState MenuState() const;
+
+  ZonesView& view_;
+  EventLoop& loop_;
+  QuestionQueue& questions_;
+  Trace& trace_;
+  Browser& browser_;
+  MenuModel& menus_;
+  Host host_;
+  // From Open on.
+  std::unique_ptr<Zones> zones_;
+  std::unique_ptr<ZoneTransfer> transfer_;
+};
+
+}  // namespace pallomir

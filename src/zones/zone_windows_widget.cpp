@@ -1,0 +1,106 @@
+#include "zones/zone_windows_widget.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QMetaObject>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <utility>
+
+#include "zones/formZoneOptions.h"
+
+namespace pallomir {
+namespace {
+
+constexpr char kGeoJsonFilter[] = "GeoJSON (*.geojson *.json)";
+constexpr char kKmlFilter[] = "KML (*.kml)";
+
+// Queued: the window that gave the answer has gone by the time that the next one opens.
+template <class Work>
+void Later(QWidget* owner, Work work) {
+  QMetaObject::invokeMethod(owner, std::move(work), Qt::QueuedConnection);
+}
+
+// In the file system's own bytes, which need not be UTF-8.
+std::filesystem::path PathOf(const QString& file) { return QFile::encodeName(file).toStdString(); }
+
+}  // namespace
+
+void ZoneWindows::Execute(OptionsMode mode, const ZoneOptionsModel& model, OptionsAnswer then) {
+  delete formZoneOptions_;
+  formZoneOptions_ = new formZoneOptions(owner_, mode, model);
+  formZoneOptions_->closed = [owner = owner_, then = std::move(then)](const std::string& button,
+                                                                      const ZoneOptions& options) {
+    Later(owner, [then, button, options] { then(button, options); });
+  };
+  formZoneOptions_->show();
+}
+
+// The dialog's own messages wait in an event loop of theirs, so that it must have none: whether a file is
+// there and may be replaced is asked by who gets the answer, and files can't be renamed or deleted here.
+QFileDialog* ZoneWindows::OpenFileDialog(const QString& title, FileAnswer then) {
+  delete fileDialog_;
+  if (folder_.isEmpty()) folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  auto* dialog = new QFileDialog(owner_, title, folder_);
+  dialog->setObjectName("zoneFileDialog");
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
+                     QFileDialog::ReadOnly);
+  dialog->setFileMode(QFileDialog::AnyFile);
+  QObject::connect(dialog, &QFileDialog::fileSelected, owner_,
+                   [this, then = std::move(then)](const QString& file) {
+                     folder_ = QFileInfo(file).path();
+                     Later(owner_, [then, path = PathOf(file)] { then(path); });
+                   });
+  return fileDialog_ = dialog;
+}
+
+void ZoneWindows::AskExportFile(FileAnswer then) {
+  QFileDialog* dialog = OpenFileDialog("Export Zones", std::move(then));
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setNameFilters({kGeoJsonFilter, kKmlFilter});
+  dialog->setDefaultSuffix("geojson");
+  QObject::connect(dialog, &QFileDialog::filterSelected, dialog, [dialog](const QString& filter) {
+    dialog->setDefaultSuffix(filter == kKmlFilter ? "kml" : "geojson");
+  });
+  dialog->selectFile("Zones");
+  dialog->show();
+}
+
+void ZoneWindows::AskImportFile(FileAnswer then) {
+  QFileDialog* dialog = OpenFileDialog("Import Zones", std::move(then));
+  dialog->setAcceptMode(QFileDialog::AcceptOpen);
+  dialog->setNameFilters({"Zones (*.geojson *.json *.kml)", kGeoJsonFilter, kKmlFilter});
+  dialog->show();
+}
+
+void ZoneWindows::AskAddOrReplace(const std::string& text, ImportAnswer then) {
+  delete importQuestion_;
+  auto* box = new QMessageBox(owner_);
+  box->setObjectName("importQuestion");
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setWindowTitle("Import Zones");
+  box->setIcon(QMessageBox::Question);
+  box->setTextFormat(Qt::PlainText);
+  box->setText(QString::fromStdString(text));
+  const auto* add = box->addButton("&Add", QMessageBox::AcceptRole);
+  const auto* replace = box->addButton("&Replace", QMessageBox::DestructiveRole);
+  box->setDefaultButton(box->addButton(QMessageBox::Cancel));
+  QObject::connect(box, &QDialog::finished, owner_, [this, box, add, replace, then = std::move(then)](int) {
+    const auto choice = box->clickedButton() == add       ? ImportChoice::kAdd
+                        : box->clickedButton() == replace ? ImportChoice::kReplace
+                                                          : ImportChoice::kCancel;
+    Later(owner_, [then, choice] { then(choice); });
+  });
+  importQuestion_ = box;
+  box->open();
+}
+
+void ZoneWindows::Close() {
+  delete formZoneOptions_;
+  delete fileDialog_;
+  delete importQuestion_;
+}
+
+}  // namespace pallomir
