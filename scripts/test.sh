@@ -7,4 +7,8 @@ preset=${1:-release}
 scripts/setup.sh
 cmake --preset "$preset" >/dev/null
 cmake --build --preset "$preset"
-ctest --preset "$preset" -j "$(nproc)"
+failed=0
+ctest --preset "$preset" -j "$(nproc)" || failed=$?
+# Why tests were skipped, which ctest keeps to itself.
+sed -n '/: Skipped$/{n;s/^/Skipped: /p}' "build/$preset/Testing/Temporary/LastTest.log" | sort -u
+exit $failed

@@ -152,7 +152,7 @@ void MapBridge::On(const page::MouseMoved& move) {
 
 void MapBridge::OnReady() {
   splashPause_->SetEnabled(false);
-  trace_.Line("map page ready");
+  trace_.Line(kPageReadyLine);
   form_.Restore(host_.choices());
   host_.ready();
 }

@@ -30,6 +30,9 @@ struct PageState {
   std::int32_t RightClickY = 0;
 };
 
+/// What the trace says when the page is complete. Scripts wait for it.
+inline constexpr char kPageReadyLine[] = "map page ready";
+
 /// The map page as the client works with it: whether the page is there, which view it shows, the tiles that
 /// are drawn for it, and what waits for them.
 ///

@@ -12,6 +12,7 @@
 #include "base/number_format.h"
 #include "e2e/process.h"
 #include "fakes/temporary_folder.h"
+#include "map/map_bridge.h"
 #include "map/map_view.h"
 #include "map/projection.h"
 #include "oracles/literal_rules.h"
@@ -265,7 +266,7 @@ TEST_F(FirstLight, ARecordingGoesFromTheFileToTheScreen) {
   const auto station = StartStation();
   StartDisplay();
   auto client = StartClient();
-  ASSERT_TRUE(client->Await("map page ready")) << client->Output();
+  ASSERT_TRUE(client->Await(kPageReadyLine)) << client->Output();
 
   const PixelSize map = MapSize(client->Output());
   ASSERT_GT(map.width, 500);
@@ -288,13 +289,12 @@ TEST_F(FirstLight, ARecordingGoesFromTheFileToTheScreen) {
     ended = second.Wait(std::chrono::milliseconds(200));
   }
   EXPECT_EQ(ended, 0) << second.Output();
-  EXPECT_TRUE(client->Await("another start asks for the window")) << client->Output();
 
   client->Signal(SIGKILL);
   EXPECT_EQ(client->Wait(), -SIGKILL);
   client = StartClient();
-  ASSERT_TRUE(client->Await("map page ready")) << "a killed client must not keep the next one out\n"
-                                               << client->Output();
+  ASSERT_TRUE(client->Await(kPageReadyLine)) << "a killed client must not keep the next one out\n"
+                                             << client->Output();
   client->Signal(SIGTERM);
   EXPECT_EQ(client->Wait(), 0) << client->Output();
   const ParsedSettings settings = ParseSettings(fakes::ReadFile(Registry()));

@@ -153,7 +153,8 @@ TEST_F(Importing, SeveralAtOnceLoseNothing) {
 TEST_F(Importing, TakesRealRecordings) {
   const char* const other = std::getenv("RECORDED_TRACKS");
   const fs::path folder = other != nullptr ? other : RECORDED_TRACKS;
-  if (!fs::exists(folder)) GTEST_SKIP() << "no recordings in " << folder;
+  if (!fs::exists(folder))
+    GTEST_SKIP() << "no recordings in " << folder << "; RECORDED_TRACKS may name another folder";
   const struct {
     const char* file;
     std::size_t points;
