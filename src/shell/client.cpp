@@ -26,7 +26,7 @@ Client::Client(const Ports& ports)
       demoSwitch_(choices_.demoMode, hold_, ports.settings, ports.questions, ports.programs, ports.folders),
       feed_({ports.wsClientA, ports.wsClientB, ports.wsClientC, ports.loop, ports.clock, ports.questions,
              ports.trace},
-            ports.views.feed, book_, FeedHost()),
+            ports.views.feed, book_, choices_.portBase, FeedHost()),
       zones_(ports.views.zones, ports.loop, ports.questions, ports.trace, ports.browser, menus_, handlers_,
              {.zoomTo = [this](const WorldBox& box) { map_->ZoomTo(box); },
               .endProgram = [this] { ports_.window.Close(); }}),

@@ -13,7 +13,6 @@ DataFeed::Host Client::FeedHost() {
     const TimeWindow& window = pickers_.Window();
     return DataFeed::UtcSpan{localClock_.ToUtc(window.start), localClock_.ToUtc(window.end)};
   };
-  host.portBase = [this] { return choices_.portBase.Value(); };
   host.isDrawing = [this] { return map_->IsRebuilding(); };
   host.hasUndrawnPoints = [this] { return map_->HasUndrawnPoints(); };
   host.note = [this] { return service_.Note(); };

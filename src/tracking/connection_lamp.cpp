@@ -18,6 +18,7 @@ LampMessage ConnectionMessage(const LampFacts& facts) {
               "The server has closed the connection: no new data comes.\nPress R to load the data again.",
               "Closed by the server: press R"};
     case State::kReporting:
+    case State::kClosed:
       return {LampColour::kQuiet, "Not connected", ""};
     case State::kIdle:
       return {LampColour::kQuiet, "Not connected: no data comes.\nPress R to try again.",

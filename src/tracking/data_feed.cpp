@@ -13,10 +13,12 @@ constexpr int kTellMilliseconds = 1000;
 
 }  // namespace
 
-DataFeed::DataFeed(const FeedPorts& ports, FeedView& view, const UnitBook& units, Host host)
+DataFeed::DataFeed(const FeedPorts& ports, FeedView& view, const UnitBook& units, const Choice<int>& portBase,
+                   Host host)
     : ports_(ports),
       view_(view),
       units_(units),
+      portBase_(portBase),
       host_(std::move(host)),
       connection_(ports.locator, ports.probe, ports.data, ports.loop, ports.trace, ConnectionHost()),
       retry_(view, ports.loop, [this] { RetryNow(); }) {
@@ -28,8 +30,7 @@ ServerConnection::Host DataFeed::ConnectionHost() {
   ServerConnection::Host host;
   host.locatorRequest = [this] { return units_.requestText; };
   host.dataRequest = [this] { return DataRequest(); };
-  host.portBase = [this] { return host_.portBase(); };
-  host.isClosing = [this] { return isClosed_; };
+  host.portBase = [this] { return portBase_.Value(); };
   host.caption = [this](const std::string& text) { view_.SetCaption(text); };
   host.message = [this](const std::string& text) { ports_.questions.Tell(text); };
   host.report = [this](const std::string& code, const std::string& message) {
@@ -83,7 +84,6 @@ void DataFeed::EndSession() {
 }
 
 void DataFeed::Close() {
-  isClosed_ = true;
   retry_.Hide();
   dataPause_->SetEnabled(false);
   lastUpdateTimer_->SetEnabled(false);
@@ -102,7 +102,7 @@ void DataFeed::TakeInHeld() {
 }
 
 void DataFeed::TakeArrival(ByteView bytes) {
-  if (isClosed_ || (bytes.empty() && stream_.IsEmpty())) return;
+  if (bytes.empty() && stream_.IsEmpty()) return;
   stream_.Take(bytes);
   // What is not decoded yet is held to a bound, by holding the sender up.
   const std::size_t waiting = stream_.IsHeld() ? stream_.PendingSize() : newBytes_ += bytes.size();
@@ -128,10 +128,7 @@ void DataFeed::Decode() {
   const std::size_t leftOutBefore = batch_.leftOut;
   bool hasMoved = false;
   const auto outcome = stream_.Decode([this, &hasMoved](std::string_view unitId, ByteView records) {
-    const std::size_t k = units_.EnabledPositionOf(unitId);
-    if (k == 0) return;
-    hasMoved = true;
-    Merge(k, records);
+    if (Merge(units_.EnabledPositionOf(unitId), records)) hasMoved = true;
   });
   store_.Settle();
   if (hasMoved) host_.pointsMoved();
@@ -148,13 +145,17 @@ void DataFeed::Decode() {
   FinishBatch();
 }
 
-void DataFeed::Merge(std::size_t k, ByteView records) {
+// Whether there was something to merge.
+bool DataFeed::Merge(std::size_t k, ByteView records) {
+  if (k == 0) return false;
   const DecodedRecords decoded = DecodeRecords(records);
   batch_.leftOut += decoded.leftOut;
-  if (!decoded.rows.empty()) batch_.units.insert(k);
+  if (decoded.rows.empty()) return false;
+  batch_.units.insert(k);
   if (!store_.Gather(k, decoded.rows) && !std::exchange(isStoreFullTold_, true)) {
     ports_.trace.Line("the store is full: what comes now is left out");
   }
+  return true;
 }
 
 void DataFeed::FinishBatch() {

@@ -13,6 +13,7 @@
 #include "platform/clock.h"
 #include "platform/endpoint.h"
 #include "platform/event_loop.h"
+#include "settings/choice.h"
 #include "tracking/feed_view.h"
 #include "tracking/mobile_units.h"
 #include "tracking/packet_stream.h"
@@ -55,7 +56,6 @@ class DataFeed {
   /// What the feed asks and whom it tells. All calls come from the event loop.
   struct Host {
     std::function<UtcSpan()> window;  ///< of the points that are wanted
-    std::function<int()> portBase;
     std::function<bool()> isDrawing;  ///< the points are being read: none is decoded meanwhile
     std::function<bool()> hasUndrawnPoints;
     std::function<std::string()> note;  ///< what else the lamp says; may be empty
@@ -72,7 +72,8 @@ class DataFeed {
   };
 
   /// `units` are those whose points are stored and asked for, as they are at each call.
-  DataFeed(const FeedPorts& ports, FeedView& view, const UnitBook& units, Host host);
+  DataFeed(const FeedPorts& ports, FeedView& view, const UnitBook& units, const Choice<int>& portBase,
+           Host host);
 
   /// Drops what has not been decoded, closes the retry dialog and asks for the data anew. The points stay.
   void Restart();
@@ -102,15 +103,15 @@ class DataFeed {
   void TakeArrival(ByteView bytes);
   void OnPause();
   void Decode();
-  void Merge(std::size_t k, ByteView records);
+  bool Merge(std::size_t k, ByteView records);
   void FinishBatch();
   void TellAge();
 
   FeedPorts ports_;
   FeedView& view_;
   const UnitBook& units_;
+  const Choice<int>& portBase_;
   Host host_;
-  bool isClosed_ = false;
 
   PacketStream stream_;
   PointStore store_;

@@ -8,6 +8,9 @@
 #include "tracking/packets.h"
 
 namespace pallomir {
+
+using namespace connection_phase;
+
 namespace {
 
 constexpr std::size_t kServerEntrySize = 12;
@@ -81,19 +84,27 @@ ServerConnection::ServerConnection(DatagramEndpoint& locator, StreamEndpoint& pr
   data_.closedByPeer = [this] { OnClosedByPeer("WS_Client_C"); };
 }
 
+void ServerConnection::Enter(Phase phase) {
+  phase_ = std::move(phase);
+  tmrLocator_->SetEnabled(false);
+  tmrLocator_->SetEnabled(IsIn<Locating>());
+}
+
 void ServerConnection::Restart() {
+  if (const auto* report = std::get_if<Reporting>(&phase_); report && report->isOfLocator) unretried_ = true;
+  AskLocator();
+}
+
+void ServerConnection::AskLocator() {
+  if (IsIn<Closed>()) return;
   CloseAll();
-  unusable_.clear();
-  retryClearsReported_ = false;
-  state_ = State::kIdle;
-  if (const std::size_t units = host_.locatorRequest().size() / kUnitIdSize; units > kMostUnitsPerRequest)
+  if (const std::size_t units = host_.locatorRequest().size() / kUnitIdSize; units > kMostUnitsPerRequest) {
+    Enter(Idle{});
     return host_.message(TooManyUnitsText(units));
-  state_ = State::kLocating;
+  }
+  Enter(Locating{});
   locator_.Connect(host_.locatorHost, kLocatorPort);
-  if (host_.isClosing()) return;
   SendQuestion();
-  silentSeconds_ = 0;
-  tmrLocator_->SetEnabled(true);
 }
 
 void ServerConnection::SendQuestion() {
@@ -105,38 +116,36 @@ void ServerConnection::SendQuestion() {
 
 // An answer to each question may come: those that are not waited for any more are left out.
 void ServerConnection::OnLocatorSecond() {
-  ++silentSeconds_;
-  if (std::ranges::count(kAskAgainAfter, silentSeconds_) > 0) {
+  auto& question = std::get<Locating>(phase_);
+  ++question.silentSeconds;
+  if (std::ranges::count(kAskAgainAfter, question.silentSeconds) > 0) {
     trace_.Line("no answer of the locator: asked again");
     SendQuestion();
   }
-  if (silentSeconds_ < kGiveUpAfter) return;
-  OnDatagramError({kErrorTimedOut,
-                   unusable_.empty()
-                       ? "The Pallomir Website Server does not answer."
-                       : "The Pallomir Website Server answered, but its answer can't be used: " + unusable_,
-                   kErrorTimedOut});
+  if (question.silentSeconds < kGiveUpAfter) return;
+  OnDatagramError(
+      {kErrorTimedOut,
+       question.unusable.empty()
+           ? "The Pallomir Website Server does not answer."
+           : "The Pallomir Website Server answered, but its answer can't be used: " + question.unusable,
+       kErrorTimedOut});
 }
 
-void ServerConnection::Retry() {
-  const bool clearsReported = retryClearsReported_;
-  Restart();
-  if (clearsReported) reported_ = false;
-}
+void ServerConnection::Retry() { AskLocator(); }
 
 void ServerConnection::StopRetrying() {
-  if (state_ != State::kReporting) return;
-  retryClearsReported_ = false;
-  state_ = State::kIdle;
+  const auto* report = std::get_if<Reporting>(&phase_);
+  if (!report) return;
+  if (report->isOfLocator) unretried_ = true;
+  Enter(Idle{});
 }
 
 void ServerConnection::Close() {
   CloseAll();
-  state_ = State::kIdle;
+  Enter(Closed{});
 }
 
 void ServerConnection::CloseAll() {
-  tmrLocator_->SetEnabled(false);
   for (Endpoint* endpoint :
        {static_cast<Endpoint*>(&locator_), static_cast<Endpoint*>(&probe_), static_cast<Endpoint*>(&data_)}) {
     if (!endpoint->IsClosed()) endpoint->Close();
@@ -144,14 +153,13 @@ void ServerConnection::CloseAll() {
 }
 
 void ServerConnection::OnLocatorReply(ByteView datagram) {
-  if (host_.isClosing()) return;
   // A datagram may come twice, or when its question was given up already.
-  if (state_ != State::kLocating) return trace_.Line("locator reply left out: none was waited for");
+  if (!IsIn<Locating>()) return trace_.Line("locator reply left out: none was waited for");
   const LocatorReply reply = ParseLocatorReply(datagram);
   using Kind = LocatorReply::Kind;
   switch (reply.kind) {
     case Kind::kNoServer:
-      if (!reported_ || reply.expectedCheck.empty()) return OnNoServer();
+      if (!unretried_ || reply.expectedCheck.empty()) return OnNoServer();
       break;
     case Kind::kWrongLength:
       return OnWrongLength(datagram.size());
@@ -168,17 +176,17 @@ void ServerConnection::OnLocatorReply(ByteView datagram) {
 }
 
 void ServerConnection::OnNoServer() {
-  if (WantsNothing() || !reported_) {
-    ReportLocator("634298",
-                  "Pallomir server had no match for your base request.\n"
-                  "Verify that Pallomir Server is running.\n"
-                  "This can also occur for a few minutes after Pallomir Server first starts up.\n"
-                  "\n" +
-                      FaqLine());
+  if (WantsNothing() || !unretried_) {
+    Report("634298",
+           "Pallomir server had no match for your base request.\n"
+           "Verify that Pallomir Server is running.\n"
+           "This can also occur for a few minutes after Pallomir Server first starts up.\n"
+           "\n" +
+               FaqLine(),
+           Reporting{.isOfLocator = true});
     return;
   }
-  tmrLocator_->SetEnabled(false);
-  state_ = State::kIdle;
+  Enter(Idle{});
   host_.message(
       "Error 501332: The request to the Pallomir Website Server returned no data. This can mean:\n"
       "- Your Pallomir Data Server program is not running, so the Pallomir Website Server is not aware "
@@ -190,44 +198,44 @@ void ServerConnection::OnNoServer() {
 
 // One problem of the locator is reported once; a later one waits for a usable answer until the time is over.
 void ServerConnection::OnWrongLength(std::size_t size) {
-  if (reported_) return OnUnusable("it has " + std::to_string(size) + " characters; there should be 18.");
-  ReportLocator("166308",
-                "Wrong string length; should be 18, not " + std::to_string(size) +
-                    "\n"
-                    "The Pallomir website is not properly setting up your connection to your Pallomir "
-                    "Base Server...\n"
-                    "wait a few moments and retry.\n"
-                    "\n" +
-                    FaqLine());
+  if (unretried_) return OnUnusable("it has " + std::to_string(size) + " characters; there should be 18.");
+  Report("166308",
+         "Wrong string length; should be 18, not " + std::to_string(size) +
+             "\n"
+             "The Pallomir website is not properly setting up your connection to your Pallomir "
+             "Base Server...\n"
+             "wait a few moments and retry.\n"
+             "\n" +
+             FaqLine(),
+         Reporting{.isOfLocator = true});
 }
 
 void ServerConnection::OnUnusable(const std::string& reason) {
-  unusable_ = reason;
+  std::get<Locating>(phase_).unusable = reason;
   trace_.Line("locator reply left out: " + reason);
 }
 
 void ServerConnection::OnServer(const std::string& address) {
-  tmrLocator_->SetEnabled(false);
-  serverAddress_ = address;
   const int probePort = host_.portBase() - 2;
-  host_.caption("IP Address of Home Server = " + serverAddress_ +
-                ", Port Number = " + std::to_string(probePort));
-  state_ = State::kProbing;
+  host_.caption("IP Address of Home Server = " + address + ", Port Number = " + std::to_string(probePort));
+  Enter(Probing{address});
   if (!probe_.IsClosed()) probe_.Close();
-  probe_.Connect(serverAddress_, probePort);
+  probe_.Connect(address, probePort);
 }
 
 void ServerConnection::OnProbeConnected() {
-  if (host_.isClosing()) return;
-  state_ = State::kConnecting;
+  const auto* probing = std::get_if<Probing>(&phase_);
+  if (!probing) return;
+  const std::string server = probing->server;
+  Enter(Connecting{});
   if (!data_.IsClosed()) data_.Close();
-  data_.Connect(serverAddress_, host_.portBase() - 1);
+  data_.Connect(server, host_.portBase() - 1);
   probe_.Close();
 }
 
 void ServerConnection::OnDataConnected() {
-  if (host_.isClosing()) return;
-  state_ = State::kStreaming;
+  if (!IsIn<Connecting>()) return;
+  Enter(Streaming{});
   const std::string request = host_.dataRequest();
   if (!request.empty()) data_.Send(AsBytes(request));
 }
@@ -267,22 +275,19 @@ void ServerConnection::OnStreamError(const char* endpoint, const EndpointError& 
 
 void ServerConnection::OnClosedByPeer(const char* endpoint) {
   trace_.Line(std::string(endpoint) + " closed by the server");
-  if (state_ == State::kStreaming) state_ = State::kClosedByServer;
+  if (IsIn<Streaming>()) Enter(ClosedByServer{});
 }
 
-void ServerConnection::ReportLocator(const std::string& code, const std::string& message) {
-  if (!WantsNothing()) reported_ = retryClearsReported_ = true;
-  Report(code, message);
-}
-
-void ServerConnection::Report(const std::string& code, const std::string& message) {
-  tmrLocator_->SetEnabled(false);
-  if (host_.isClosing()) return;
+void ServerConnection::Report(const std::string& code, const std::string& message, Reporting report) {
+  if (IsIn<Closed>()) return;
   if (WantsNothing()) {
     trace_.Line("error " + code + " left out: no unit is enabled");
-    return Close();
+    CloseAll();
+    return Enter(Idle{});
   }
-  state_ = State::kReporting;
+  // A retry is the answer to all that has been reported until then.
+  if (const auto* open = std::get_if<Reporting>(&phase_); open && open->isOfLocator) report = *open;
+  Enter(report);
   host_.report(code, message);
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <variant>
 
 #include "base/bytes.h"
 #include "base/civil_time.h"
@@ -41,23 +42,52 @@ struct LocatorReply {
 /// checked too: kNoServer with an expected check means a mismatch.
 LocatorReply ParseLocatorReply(ByteView datagram);
 
+/// How far a connection is, and what it has to know there. The order is that of ServerConnection::State.
+namespace connection_phase {
+
+struct Idle {};
+struct Locating {
+  int silentSeconds = 0;  ///< since the locator was asked first
+  std::string unusable;   ///< why an answer could not be used; the question is still open
+};
+struct Probing {
+  std::string server;  ///< dotted IPv4
+};
+struct Connecting {};
+struct Streaming {};
+struct ClosedByServer {};
+struct Reporting {
+  bool isOfLocator = false;  ///< one of the problems of which only the first is reported until it is retried
+};
+struct Closed {};
+
+}  // namespace connection_phase
+
 /// Finds the Base Server and keeps the connection to it: the locator is asked by a datagram (WS_Client_A),
 /// the server is probed on the port below the data port (WS_Client_B), then asked for data (WS_Client_C).
 ///
-///     Restart -> locating -> probing -> connecting -> streaming
+///     Restart -> locating -> probing -> connecting -> streaming -> closed by the server
 ///                    \__________\___________\____________\__ any failure: `report`
 ///
 /// Without an enabled unit it goes the same way but asks for no data, and a failure bothers nobody.
 class ServerConnection {
  public:
-  enum class State { kIdle, kLocating, kProbing, kConnecting, kStreaming, kClosedByServer, kReporting };
+  enum class State {
+    kIdle,
+    kLocating,
+    kProbing,
+    kConnecting,
+    kStreaming,
+    kClosedByServer,
+    kReporting,  ///< a failure has been reported and not answered
+    kClosed,     ///< for good
+  };
 
   /// What the connection needs to know and whom it tells. All calls come from the event loop.
   struct Host {
     std::function<std::string()> locatorRequest;  ///< "D" and the IDs of the enabled units
     std::function<std::string()> dataRequest;     ///< empty when no unit is enabled
     std::function<int()> portBase;
-    std::function<bool()> isClosing;
     std::function<void(const std::string&)> caption;
     std::function<void(const std::string&)> message;
     /// A failure for the retry dialog. Its answer comes back through Retry or StopRetrying; a Restart makes
@@ -79,12 +109,23 @@ class ServerConnection {
   void Retry();
   void StopRetrying();
 
-  /// Closes every endpoint that is not closed, for good.
+  /// Closes every endpoint that is not closed, for good: neither restarts nor retries follow.
   void Close();
 
-  State CurrentState() const { return state_; }
+  State CurrentState() const { return static_cast<State>(phase_.index()); }
 
  private:
+  using Phase =
+      std::variant<connection_phase::Idle, connection_phase::Locating, connection_phase::Probing,
+                   connection_phase::Connecting, connection_phase::Streaming,
+                   connection_phase::ClosedByServer, connection_phase::Reporting, connection_phase::Closed>;
+
+  template <class T>
+  bool IsIn() const {
+    return std::holds_alternative<T>(phase_);
+  }
+  void Enter(Phase phase);
+  void AskLocator();
   void CloseAll();
   void SendQuestion();
   void OnLocatorSecond();
@@ -99,8 +140,7 @@ class ServerConnection {
   void OnProbeError(const EndpointError& error);
   void OnStreamError(const char* endpoint, const EndpointError& error);
   void OnClosedByPeer(const char* endpoint);
-  void ReportLocator(const std::string& code, const std::string& message);
-  void Report(const std::string& code, const std::string& message);
+  void Report(const std::string& code, const std::string& message, connection_phase::Reporting report = {});
   std::string FaqLine() const;
   bool WantsNothing() const { return host_.dataRequest().empty(); }
 
@@ -109,13 +149,9 @@ class ServerConnection {
   StreamEndpoint& data_;
   Trace& trace_;
   Host host_;
-  std::unique_ptr<Timer> tmrLocator_;
-  int silentSeconds_ = 0;  // since the locator was asked first
-  std::string unusable_;   // why an answer of the locator could not be used; the question is still open
-  State state_ = State::kIdle;
-  std::string serverAddress_;
-  bool reported_ = false;             // a locator problem was reported and not retried yet
-  bool retryClearsReported_ = false;  // the open report is of such a problem
+  std::unique_ptr<Timer> tmrLocator_;  // each second while the locator is asked
+  Phase phase_;
+  bool unretried_ = false;  // a locator problem was reported, and nothing but a reload or a stop followed
 };
 
 }  // namespace pallomir

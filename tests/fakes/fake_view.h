@@ -5,10 +5,10 @@
 #include <string>
 
 #include "commands/menu_view.h"
+#include "fakes/fake_feed_view.h"
 #include "hotspots/hotspot_view.h"
 #include "timeline/picker_panel.h"
 #include "timeline/timeline_panel.h"
-#include "tracking/feed_view.h"
 #include "tracking/unit_view.h"
 #include "window/boxes_view.h"
 #include "window/client_view.h"
@@ -20,15 +20,13 @@ namespace pallomir::fakes {
 class FakeView : public ClientView,
                  public FrameView,
                  public BoxesView,
-                 public FeedView,
+                 public FakeFeedView,
                  public UnitView,
                  public HotspotView,
                  public MenuView,
                  public PickerView,
                  public TimelineView {
  public:
-  void SetCaption(const std::string& text) override { caption = text; }
-  void ShowLamp(const LampMessage& shown) override { lamp = shown; }
   void ShowDemoMode(bool on) override { demoMode = on; }
   void ShowCaption(bool visible) override { captionVisible = visible; }
   void LayOut() override { ++layouts; }
@@ -41,9 +39,6 @@ class FakeView : public ClientView,
   void HideSplash() override { splash = false; }
   void ShowMapUpdating() override { mapUpdating = true; }
   void HideMapUpdating() override { mapUpdating = false; }
-  void ShowRetry(const std::string& message) override { retry = message; }
-  void SetRetryProgress(int, const std::string& label) override { retryLabel = label; }
-  void HideRetry() override { retry.reset(); }
   void LayOutTimeline(std::size_t rows) override { timelineRows = rows; }
   int TimelineWidth() const override { return 1000; }
   void ShowTimelinePicture(const TimelinePicture& drawn) override { picture = drawn; }
@@ -79,10 +74,8 @@ class FakeView : public ClientView,
     bool visible = false;
   };
 
-  std::string caption;
   std::string menuLabel = "Menu";
   bool captionVisible = true;
-  LampMessage lamp;
   bool demoMode = false;
   int layouts = 0;
   PixelSize browser{1018, 700};
@@ -90,8 +83,6 @@ class FakeView : public ClientView,
   bool splash = false;
   std::set<int> ticked;
   bool mapUpdating = false;
-  std::optional<std::string> retry;
-  std::string retryLabel;
   WindowMode mode = WindowMode::kNormal;
   std::optional<std::vector<MobileUnit>> editedUnits;
   std::vector<MobileUnit> unitFlags;

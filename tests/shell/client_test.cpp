@@ -226,71 +226,6 @@ TEST_F(ClientTest, AHeldBatchWaitsForTheUsersFit) {
   EXPECT_EQ(beeper.beeps, 1);
 }
 
-TEST_F(ClientTest, APacketSplitAnywhereIsDecodedWhenTheRestArrives) {
-  const Bytes packet = PacketOf({Record(0, 40.60, -75.40), Record(60, 40.61, -75.41)});
-  for (std::size_t cut = 1; cut < packet.size(); ++cut) {
-    ClientHarness harness;
-    harness.UseUnits(kTwoUnits);
-    harness.client->Load();
-    harness.Connect();
-    harness.data.arrived(ByteView(packet).first(cut));
-    harness.loop.Advance(60);
-    harness.data.arrived(ByteView(packet).subspan(cut));
-    harness.loop.Advance(100);
-    ASSERT_EQ(harness.client->Points().PointCount(), 2u) << cut;
-    ASSERT_EQ(harness.Trouble(), "") << cut;
-  }
-}
-
-TEST_F(ClientTest, HeadersSplitAgainAndAgainCostNothing) {
-  Bytes stream;
-  for (int i = 0; i < 4; ++i) Append(stream, PacketOf({Record(i, 40.60, -75.40)}));
-  const std::size_t packet = stream.size() / 4;
-  StartStreaming();
-  std::size_t at = 0;
-  for (const std::size_t cut : {packet + 3, 2 * packet + 4, 3 * packet + 7, 4 * packet}) {
-    Arrive(Bytes(stream.begin() + static_cast<std::ptrdiff_t>(at),
-                 stream.begin() + static_cast<std::ptrdiff_t>(cut)));
-    at = cut;
-  }
-  EXPECT_EQ(Trouble(), "");
-  EXPECT_EQ(client->Points().PointCount(), 4u);
-}
-
-TEST_F(ClientTest, AFitDuringThePauseEndsTheBatchOnce) {
-  StartStreaming();
-  ReportMapReady();
-  data.arrived(PacketOf({Record(0, 40.60, -75.40)}));
-  client->FitByUser(1);
-  EXPECT_EQ(client->Points().PointCount(), 1u);
-  const int raised = window.raised;
-  loop.Advance(100);
-  EXPECT_EQ(window.raised, raised);
-  client->FitByUser(1);
-  data.arrived(Bytes{1, 2, 3});
-  client->FitByUser(1);
-  EXPECT_EQ(Trouble(), "") << "a split header still has its pause";
-}
-
-TEST_F(ClientTest, OnlyTheUserEndsTheHold) {
-  StartStreaming();
-  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
-  client->Feed().RetryNow();
-  Connect();
-  Arrive(PacketOf({Record(60, 40.60, -75.40)}));
-  EXPECT_EQ(client->Points().PointCount(), 1u);
-  client->FitByUser(0);
-  EXPECT_EQ(client->Points().PointCount(), 2u);
-}
-
-TEST_F(ClientTest, ALocatorReplyThatNobodyWaitsForIsLeftOut) {
-  StartStreaming();
-  AnswerLocator();
-  locator.arrived(ShortCheckForm({}));
-  EXPECT_THAT(probe.connections, SizeIs(1));
-  EXPECT_FALSE(view.retry);
-}
-
 TEST_F(ClientTest, ThePageIsNotPannedBeforeACentreIsKnown) {
   client->Load();
   view.browser = {900, 600};
@@ -298,63 +233,6 @@ TEST_F(ClientTest, ThePageIsNotPannedBeforeACentreIsKnown) {
   Command("S1");
   EXPECT_EQ(browser.Written("TxtX").back(), "879");
   EXPECT_THAT(browser.Written("TxtP"), IsEmpty());
-}
-
-TEST_F(ClientTest, BrokenStreamsAreReportedAndForgotten) {
-  Bytes odd = PacketOf({Record(0, 40, -75)});
-  odd[7] = 41;
-  Bytes negative = odd;
-  negative[4] = 0xFF;
-  Bytes tooLong = odd;
-  tooLong[4] = 0x7F;
-  Bytes flipped = PacketOf({Record(0, 40, -75)});
-  flipped[25] ^= 1;
-  Bytes tail = PacketOf({Record(0, 40, -75)});
-  Append(tail, Bytes{1, 2, 3});
-  const struct {
-    Bytes stream;
-    const char* message;
-    std::size_t points;
-  } cases[] = {
-      {{1, 2, 3}, "Error: Packet size of 3 is less than 8", 0},
-      {odd, "Error: Packet size of 41 is not a multiple of 14", 0},
-      {negative, "Error: Packet size of -16777175 is not a multiple of 14", 0},
-      {tooLong, "Error: Packet size of 2130706473 is not a multiple of 14", 0},
-      {flipped, "", 0},
-      {tail, "Error: Packet size of 3 is less than 8", 1},
-  };
-  for (const auto& c : cases) {
-    ClientHarness harness;
-    harness.UseUnits(kTwoUnits);
-    harness.client->Load();
-    harness.Connect();
-    harness.Arrive(c.stream);
-    harness.loop.Advance(100);
-    EXPECT_EQ(harness.Trouble(), c.message);
-    EXPECT_EQ(harness.client->Points().PointCount(), c.points) << c.message;
-  }
-}
-
-TEST_F(ClientTest, TheSenderIsHeldUpWhilePendingTextIsAtItsBound) {
-  StartStreaming();
-  Arrive(PacketOf({Record(0, 40.60, -75.40)}));
-  data.arrived(Bytes(PacketStream::kMaxPending - 1));
-  EXPECT_TRUE(data.reading);
-  data.arrived(Bytes(1));
-  EXPECT_FALSE(data.reading);
-  client->MapReload();
-  EXPECT_TRUE(data.reading);
-}
-
-TEST_F(ClientTest, UnknownAndDisabledUnitsAreConsumed) {
-  StartStreaming();
-  Bytes stream = PacketOf({Record(0, 40, -75)}, "0123456789AC");
-  Append(stream, PacketOf({Record(0, 40, -75)}, "FFFFFFFFFFFF"));
-  Append(stream, PacketOf({}));
-  Append(stream, PacketOf({Record(0, 40, -75)}));
-  Arrive(stream);
-  EXPECT_EQ(client->Points().PointCount(), 1u);
-  EXPECT_EQ(Trouble(), "");
 }
 
 TEST_F(ClientTest, AReloadForgetsTheDataAndAsksAgain) {
@@ -610,79 +488,12 @@ TEST_F(ClientTest, ALostPageIsToldOfAndTriedAgain) {
   EXPECT_THAT(browser.navigations, SizeIs(4)) << "a restart of the connection tries at once";
 }
 
-TEST_F(ClientTest, FailuresGoThroughTheRetryDialog) {
+TEST_F(ClientTest, TheRetryDialogEndsTheSession) {
   StartStreaming();
   data.failed({10054, "The connection was reset.", 104});
   ASSERT_TRUE(view.retry);
-  EXPECT_EQ(*view.retry, "Error 855713/10054-1: \n\nWS_Client_C\nThe connection was reset.\nScode = 104");
-  EXPECT_EQ(view.retryLabel, "Retrying in 10 Seconds");
-  loop.Advance(93 * 94);
-  EXPECT_EQ(view.retryLabel, "Retrying in 1 Seconds");
-  EXPECT_THAT(locator.sent, SizeIs(1));
-  loop.Advance(7 * 94);
-  EXPECT_FALSE(view.retry);
-  EXPECT_THAT(locator.sent, SizeIs(2));
-  client->Feed().StopRetrying();
-  probe.failed({kErrorRefused, "", 111});
-  EXPECT_THAT(*view.retry, HasSubstr("Error 855712/10061-2: \nThe Pallomir Base Server is rejecting"));
   client->Feed().EndSession();
   EXPECT_EQ(window.closeWanted, 1);
-}
-
-TEST_F(ClientTest, ADeadLocatorIsReportedAfterFifteenSeconds) {
-  client->Load();
-  loop.Advance(14'999);
-  EXPECT_FALSE(view.retry);
-  loop.Advance(1);
-  ASSERT_TRUE(view.retry);
-  EXPECT_THAT(*view.retry, HasSubstr("Error 843898/10060-1: "));
-}
-
-TEST_F(ClientTest, AnEmptyLocatorReplyIsReportedOnceUntilRetried) {
-  client->Load();
-  const Bytes empty = ShortCheckForm({});
-  locator.arrived(empty);
-  ASSERT_TRUE(view.retry);
-  EXPECT_THAT(*view.retry,
-              HasSubstr("Error 634298-1: Pallomir server had no match for your base request.\n"));
-  client->Feed().StopRetrying();
-  client->MapReload();
-  locator.arrived(empty);
-  EXPECT_FALSE(view.retry);
-  EXPECT_THAT(Trouble(), HasSubstr("Error 501332: "));
-}
-
-TEST_F(ClientTest, LocatorRepliesOfWrongLengthOrCode) {
-  for (const std::size_t length : {0u, 1u, 5u, 7u, 17u, 19u, 29u}) {
-    ClientHarness harness;
-    harness.client->Load();
-    harness.locator.arrived(Bytes(length, '0'));
-    ASSERT_TRUE(harness.view.retry) << length;
-    EXPECT_THAT(*harness.view.retry, HasSubstr("Error 166308-1: Wrong string length; should be 18, not " +
-                                               std::to_string(length) + "\n"));
-  }
-  client->Load();
-  Bytes reply = ShortCheckForm(AsBytes("7F0000011234"));
-  Append(reply, AsBytes("7F0000021234"));
-  locator.arrived(reply);
-  EXPECT_THAT(view.caption, HasSubstr("Error: HashCode mismatch; should be "));
-  EXPECT_THAT(probe.connections, IsEmpty());
-  Bytes two = ShortCheckForm(AsBytes("7F00000112347F0000021234"));
-  Append(two, AsBytes("7F00000112347F0000021234"));
-  locator.arrived(two);
-  EXPECT_THAT(probe.connections, ElementsAre("127.0.0.1:18799"));
-  EXPECT_EQ(view.caption, "IP Address of Home Server = 127.0.0.1, Port Number = 18799");
-}
-
-TEST_F(ClientTest, TheCaptionTellsTheAgeOfTheNewestPoint) {
-  StartStreaming();
-  loop.Advance(1000);
-  EXPECT_EQ(view.caption, "Pallomir  0 Data Points");
-  clock.now = ToMillis({2026, 11, 22, 12, 1, 0}) + 4 * kMinute + 17 * kSecond;
-  Arrive(PacketOf({Record(0, 40, -75), Record(60, 40, -75), Record(86400, 40, -75)}));
-  loop.Advance(1000);
-  EXPECT_EQ(view.caption, "Pallomir  00:04:17  3 Data Points");
-  EXPECT_THAT(view.lamp.tip, HasSubstr("1 data point is dated later"));
 }
 
 TEST_F(ClientTest, AutoCentreFollowsTheNewestPoint) {

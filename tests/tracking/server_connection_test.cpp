@@ -24,15 +24,14 @@ Bytes Answer(const std::string& entries) {
   return answer;
 }
 
-class ServerConnectionTest : public testing::Test {
- protected:
-  static ServerConnection::Host HostOf(ServerConnectionTest& test) {
+// A connection with the ends of its wires, and what it told.
+struct Wired {
+  static ServerConnection::Host HostOf(Wired& test) {
     ServerConnection::Host host;
     host.locatorRequest = [&test] { return "D" + test.units; };
     host.dataRequest = [&test] { return test.units.empty() ? "" : test.units + "~~"; };
     host.portBase = [] { return 18801; };
-    host.isClosing = [] { return false; };
-    host.caption = [](const std::string&) {};
+    host.caption = [&test](const std::string& text) { test.caption = text; };
     host.message = [&test](const std::string& text) { test.messages.push_back(text); };
     host.report = [&test](const std::string& code, const std::string& text) {
       test.reports.push_back(code + text);
@@ -53,9 +52,12 @@ class ServerConnectionTest : public testing::Test {
   fakes::FakeStreamEndpoint probe, data;
   fakes::FakeEventLoop loop;
   Trace trace{[] { return 0.0; }, [](const std::string&) {}};
+  std::string caption;
   std::vector<std::string> messages, reports;
   ServerConnection connection{locator, probe, data, loop, trace, HostOf(*this)};
 };
+
+class ServerConnectionTest : public testing::Test, protected Wired {};
 
 TEST_F(ServerConnectionTest, AQuestionThatWasLostIsAskedAgain) {
   connection.Restart();
@@ -180,16 +182,87 @@ TEST_F(ServerConnectionTest, MoreUnitsThanADatagramHoldsAreToldBeforeItIsSent) {
   EXPECT_THAT(reports, IsEmpty());
 }
 
-TEST_F(ServerConnectionTest, AReloadLeavesTheReportOfALocatorProblemUnretried) {
-  connection.Restart();
-  locator.arrived(Answer(""));
-  connection.Restart();
-  Streaming();
-  data.failed({10054, "", 104});
+TEST_F(ServerConnectionTest, AnAnswerMayNameMoreServersOrNone) {
+  for (const std::size_t length : {0u, 1u, 5u, 7u, 17u, 19u, 29u}) {
+    connection.Retry();
+    locator.arrived(Bytes(length, '0'));
+    EXPECT_THAT(reports.back(),
+                HasSubstr("166308Wrong string length; should be 18, not " + std::to_string(length) + "\n"));
+  }
   connection.Retry();
+  Bytes reply = Answer("7F0000011234");
+  reply.back() = '5';
+  locator.arrived(reply);
+  EXPECT_THAT(caption, HasSubstr("Error: HashCode mismatch; should be "));
+  EXPECT_THAT(probe.connections, IsEmpty());
+  locator.arrived(Answer("7F00000112347F0000021234"));
+  EXPECT_THAT(probe.connections, ElementsAre("127.0.0.1:18799"));
+  EXPECT_EQ(caption, "IP Address of Home Server = 127.0.0.1, Port Number = 18799");
+  EXPECT_EQ(connection.CurrentState(), State::kProbing);
+  locator.arrived(Answer("7F0000021234"));
   locator.arrived(Answer(""));
-  EXPECT_THAT(reports, SizeIs(2)) << "the retry was of the lost connection";
-  EXPECT_THAT(messages, SizeIs(1));
+  EXPECT_THAT(probe.connections, SizeIs(1)) << "nobody waits for those any more";
+  EXPECT_EQ(connection.CurrentState(), State::kProbing);
+}
+
+TEST_F(ServerConnectionTest, ALocatorProblemIsReportedOnceUntilItIsRetried) {
+  const struct {
+    const char* between;
+    void (*happen)(Wired& wired);
+    std::vector<const char*> codes;  // reported
+    const char* message;             // told instead of a second report
+  } cases[] = {
+      {"retried", [](Wired& wired) { wired.connection.Retry(); }, {"634298", "634298"}, ""},
+      {"reloaded", [](Wired& wired) { wired.connection.Restart(); }, {"634298"}, "Error 501332: "},
+      {"stopped and reloaded",
+       [](Wired& wired) {
+         wired.connection.StopRetrying();
+         wired.connection.Restart();
+       },
+       {"634298"},
+       "Error 501332: "},
+      {"retried together with a later failure",
+       [](Wired& wired) {
+         wired.locator.failed({10061, "", 111});
+         wired.connection.Retry();
+       },
+       {"634298", "843898", "634298"},
+       ""},
+      {"another failure was retried",
+       [](Wired& wired) {
+         wired.connection.Restart();
+         wired.Streaming();
+         wired.data.failed({10054, "", 104});
+         wired.connection.Retry();
+       },
+       {"634298", "855713"},
+       "Error 501332: "},
+  };
+  for (const auto& c : cases) {
+    Wired wired;
+    wired.connection.Restart();
+    wired.locator.arrived(Answer(""));
+    c.happen(wired);
+    EXPECT_EQ(wired.connection.CurrentState(), State::kLocating) << c.between;
+    wired.locator.arrived(Answer(""));
+    ASSERT_THAT(wired.reports, SizeIs(c.codes.size())) << c.between;
+    for (std::size_t i = 0; i < c.codes.size(); ++i)
+      EXPECT_EQ(wired.reports[i].substr(0, 6), c.codes[i]) << c.between;
+    EXPECT_EQ(wired.messages.empty() ? "" : wired.messages[0].substr(0, 14), c.message) << c.between;
+    EXPECT_EQ(wired.connection.CurrentState(), *c.message ? State::kIdle : State::kReporting) << c.between;
+  }
+}
+
+TEST_F(ServerConnectionTest, ClosedItStaysClosed) {
+  connection.Restart();
+  connection.Close();
+  connection.Restart();
+  connection.Retry();
+  EXPECT_THAT(locator.sent, SizeIs(1));
+  EXPECT_EQ(connection.CurrentState(), State::kClosed);
+  EXPECT_TRUE(locator.closed);
+  loop.Advance(60'000);
+  EXPECT_THAT(reports, IsEmpty());
 }
 
 }  // namespace

@@ -1,0 +1,333 @@
+#include "tracking/data_feed.h"
+
+#include <gmock/gmock.h>
+
+#include "base/check_code.h"
+#include "fakes/fake_event_loop.h"
+#include "fakes/fake_feed_view.h"
+#include "fakes/fake_network.h"
+#include "fakes/fake_system.h"
+#include "tracking/packets.h"
+
+namespace pallomir {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+const Millis kNoon = ToMillis({2026, 11, 22, 12});
+
+// A packet of one unit with a point at each of the seconds after noon.
+Bytes Packet(const std::vector<int>& seconds, const char* unit = "0123456789AB", int latitude = 40) {
+  std::vector<WireRecord> records;
+  for (const int second : seconds)
+    records.push_back({*EncodePackedTime(kNoon + second * kSecond), latitude * 600'000, -75 * 600'000, 0});
+  return EncodePacket(unit, records);
+}
+
+Bytes Joined(std::initializer_list<Bytes> parts) {
+  Bytes all;
+  for (const Bytes& part : parts) Append(all, part);
+  return all;
+}
+
+// A feed of two enabled units and a disabled one, with its ports and what it told.
+struct Fed {
+  Fed() {
+    DataFeed::Host host;
+    host.window = [] { return DataFeed::UtcSpan{kNoon, kNoon + kDay}; };
+    host.isDrawing = [this] { return isDrawing; };
+    host.hasUndrawnPoints = [this] { return hasUndrawnPoints; };
+    host.note = [this] { return note; };
+    host.restarting = [this] { ++restarts; };
+    host.arrived = [this] { told += "arrived "; };
+    host.beforeDecoding = [this] { told += "decoding "; };
+    host.pointsMoved = [this] { told += "moved "; };
+    host.batchMerged = [this](const MergedBatch& merged) {
+      told += "merged ";
+      batch = merged;
+      newest = merged.newest ? std::optional(*merged.newest) : std::nullopt;
+    };
+    host.endSession = [this] { told += "end "; };
+    feed.emplace(FeedPorts{locator, probe, data, loop, clock, questions, trace}, view, units, portBase,
+                 std::move(host));
+    feed->Forget();
+    feed->Restart();
+    Connect();
+  }
+
+  void Connect() {
+    Bytes answer = ShortCheckForm(AsBytes("7F0000091234"));
+    Append(answer, AsBytes("7F0000091234"));
+    locator.arrived(answer);
+    probe.connected();
+    data.connected();
+  }
+  // An arrival and the pause behind it.
+  void Arrive(const Bytes& bytes) {
+    data.arrived(bytes);
+    loop.Advance(100);
+  }
+  std::size_t Points() const { return feed->Points().PointCount(); }
+  std::string Trouble() const { return box.shown.empty() ? "" : box.shown.back().text; }
+
+  fakes::FakeDatagramEndpoint locator;
+  fakes::FakeStreamEndpoint probe, data;
+  fakes::FakeEventLoop loop;
+  fakes::FakeClock clock;
+  fakes::FakeQuestionBox box;
+  QuestionQueue questions{box};
+  std::vector<std::string> traced;
+  Trace trace{[] { return 0.0; }, [this](const std::string& line) { traced.push_back(line); }};
+  fakes::FakeFeedView view;
+  UnitBook units =
+      EnumerateUnits(ParseMobileUnits("-0123456789AAOff~X0123456789ABFirst~X0123456789ACSecond~"));
+  fakes::FakeSettings settings;
+  ChoiceRow<int> row{"port", 18801, 0, 65535};
+  ChoiceComplaint complain = [](const std::string&) {};
+  Choice<int> portBase{settings, row, complain};
+  bool isDrawing = false;
+  bool hasUndrawnPoints = false;
+  std::string note;
+  int restarts = 0;
+  std::string told;
+  MergedBatch batch;
+  std::optional<DataPoint> newest;
+  std::optional<DataFeed> feed;
+};
+
+class DataFeedTest : public testing::Test, protected Fed {};
+
+TEST_F(DataFeedTest, AsksForTheUnitsAndTheWindow) {
+  EXPECT_EQ(locator.sent.back().substr(6), "D0123456789AB0123456789AC");
+  EXPECT_THAT(probe.connections, ElementsAre("127.0.0.9:18799"));
+  EXPECT_THAT(data.sent, ElementsAre("0123456789AB0123456789AC~2026-11-22 12:00:00~2026-11-23 12:00:00~~"));
+  EXPECT_EQ(restarts, 1);
+}
+
+TEST_F(DataFeedTest, ABatchIsToldAsOne) {
+  data.arrived(Joined({Packet({30, 31}, "0123456789AC"), Packet({20}, "0123456789AA"),
+                       Packet({40, 41}, "0123456789AC", 91), Packet({}, "FFFFFFFFFFFF")}));
+  EXPECT_EQ(Points(), 0u) << "the rest of what was split may still come";
+  loop.Advance(100);
+  EXPECT_EQ(told, "arrived decoding moved merged ");
+  EXPECT_EQ(Points(), 2u);
+  EXPECT_THAT(batch.units, ElementsAre(2u));
+  EXPECT_EQ(batch.leftOut, 2u);
+  EXPECT_EQ(newest, feed->Points().Track(2).Points().back());
+  EXPECT_EQ(view.caption, "pallomir: 2 Data Points");
+  EXPECT_THAT(traced, testing::Contains(HasSubstr(" 2 record(s) without a possible place or date left out")));
+  EXPECT_EQ(Trouble(), "");
+  feed->Forget();
+  told.clear();
+  Arrive(Packet({}));
+  EXPECT_EQ(told, "arrived decoding merged ");
+  EXPECT_THAT(batch.units, IsEmpty());
+  EXPECT_EQ(batch.leftOut, 0u);
+  EXPECT_FALSE(newest);
+}
+
+TEST_F(DataFeedTest, ABatchThatComesInPartsIsOneToo) {
+  const Bytes second = Packet({30, 31}, "0123456789AC");
+  Arrive(Joined({Packet({10}), Bytes(second.begin(), second.begin() + 30)}));
+  EXPECT_EQ(told, "arrived decoding moved ");
+  EXPECT_EQ(Points(), 1u);
+  Arrive(Bytes(second.begin() + 30, second.begin() + 40));
+  EXPECT_EQ(told, "arrived decoding moved arrived decoding ") << "no point has moved for that";
+  Arrive(Bytes(second.begin() + 40, second.end()));
+  EXPECT_THAT(batch.units, ElementsAre(1u, 2u));
+}
+
+TEST_F(DataFeedTest, APacketSplitAnywhereIsDecodedWhenTheRestArrives) {
+  const Bytes packet = Packet({0, 60});
+  for (std::size_t cut = 1; cut < packet.size(); ++cut) {
+    Fed fed;
+    fed.data.arrived(ByteView(packet).first(cut));
+    fed.loop.Advance(60);
+    fed.data.arrived(ByteView(packet).subspan(cut));
+    fed.loop.Advance(100);
+    ASSERT_EQ(fed.Points(), 2u) << cut;
+    ASSERT_EQ(fed.Trouble(), "") << cut;
+  }
+}
+
+TEST_F(DataFeedTest, HeadersSplitAgainAndAgainCostNothing) {
+  const Bytes stream = Joined({Packet({0}), Packet({1}), Packet({2}), Packet({3})});
+  const std::size_t packet = stream.size() / 4;
+  std::size_t at = 0;
+  for (const std::size_t cut : {packet + 3, 2 * packet + 4, 3 * packet + 7, 4 * packet}) {
+    Arrive(Bytes(stream.begin() + static_cast<std::ptrdiff_t>(at),
+                 stream.begin() + static_cast<std::ptrdiff_t>(cut)));
+    at = cut;
+  }
+  EXPECT_EQ(Trouble(), "");
+  EXPECT_EQ(Points(), 4u);
+}
+
+TEST_F(DataFeedTest, BrokenStreamsAreToldAndForgotten) {
+  Bytes odd = Packet({0});
+  odd[7] = 41;
+  Bytes negative = odd;
+  negative[4] = 0xFF;
+  Bytes tooLong = odd;
+  tooLong[4] = 0x7F;
+  Bytes flipped = Packet({0});
+  flipped[25] ^= 1;
+  const struct {
+    Bytes stream;
+    const char* message;
+    std::size_t points;
+  } cases[] = {
+      {{1, 2, 3}, "Error: Packet size of 3 is less than 8", 0},
+      {odd, "Error: Packet size of 41 is not a multiple of 14", 0},
+      {negative, "Error: Packet size of -16777175 is not a multiple of 14", 0},
+      {tooLong, "Error: Packet size of 2130706473 is not a multiple of 14", 0},
+      {flipped, "", 0},
+      {Joined({Packet({0}), {1, 2, 3}}), "Error: Packet size of 3 is less than 8", 1},
+  };
+  for (const auto& c : cases) {
+    Fed fed;
+    fed.Arrive(c.stream);
+    fed.loop.Advance(100);
+    EXPECT_EQ(fed.Trouble(), c.message);
+    EXPECT_EQ(fed.Points(), c.points) << c.message;
+  }
+}
+
+TEST_F(DataFeedTest, OnlyTheUserEndsTheHold) {
+  Arrive(Packet({0}));
+  told.clear();
+  Arrive(Packet({60}));
+  EXPECT_EQ(Points(), 1u);
+  EXPECT_EQ(told, "");
+  feed->TakeInHeld();
+  EXPECT_EQ(Points(), 2u) << "at once";
+  feed->RetryNow();
+  Connect();
+  Arrive(Packet({120}));
+  EXPECT_EQ(Points(), 2u);
+  feed->Restart();
+  Connect();
+  feed->TakeInHeld();
+  EXPECT_EQ(Points(), 2u) << "what came over the old connection is gone";
+  Arrive(Packet({180}));
+  Arrive(Packet({181}));
+  EXPECT_EQ(Points(), 3u);
+  feed->Forget();
+  EXPECT_EQ(Points(), 0u);
+  Arrive(Packet({182}));
+  EXPECT_EQ(Points(), 2u) << "both";
+}
+
+TEST_F(DataFeedTest, WhatIsTakenInDuringThePauseEndsTheBatchOnce) {
+  data.arrived(Packet({0}));
+  feed->TakeInHeld();
+  EXPECT_EQ(Points(), 1u);
+  told.clear();
+  loop.Advance(100);
+  EXPECT_EQ(told, "");
+  feed->TakeInHeld();
+  data.arrived(Bytes{1, 2, 3});
+  feed->TakeInHeld();
+  EXPECT_EQ(Trouble(), "") << "a split header still has its pause";
+}
+
+TEST_F(DataFeedTest, NothingIsDecodedWhileThePointsAreDrawn) {
+  isDrawing = true;
+  Arrive(Packet({0}));
+  loop.Advance(300);
+  EXPECT_EQ(Points(), 0u);
+  isDrawing = false;
+  loop.Advance(100);
+  EXPECT_EQ(Points(), 1u);
+}
+
+TEST_F(DataFeedTest, TheSenderIsHeldUpWhereTooMuchWaits) {
+  const auto fill = [this] {
+    data.arrived(Bytes(PacketStream::kMaxPending - 1));
+    EXPECT_TRUE(data.reading);
+    data.arrived(Bytes(1));
+    EXPECT_FALSE(data.reading);
+  };
+  fill();  // a pause that is repeated while tiles are drawn
+  loop.Advance(100);
+  EXPECT_TRUE(data.reading);
+  box.AnswerIt();
+  feed->Restart();
+  Connect();
+  Arrive(Packet({0}));
+  fill();  // the hold
+  feed->Restart();
+  EXPECT_TRUE(data.reading);
+}
+
+TEST_F(DataFeedTest, FailuresGoThroughTheRetryDialog) {
+  const std::size_t asked = locator.sent.size();
+  data.failed({10054, "The connection was reset.", 104});
+  ASSERT_TRUE(view.retry);
+  EXPECT_EQ(*view.retry, "Error 855713/10054-1: \n\nWS_Client_C\nThe connection was reset.\nScode = 104");
+  EXPECT_EQ(view.retryLabel, "Retrying in 10 Seconds");
+  EXPECT_EQ(view.retryBar, 0);
+  loop.Advance(93 * 94);
+  EXPECT_EQ(view.retryLabel, "Retrying in 1 Seconds");
+  EXPECT_EQ(view.retryBar, 93);
+  EXPECT_THAT(locator.sent, SizeIs(asked));
+  loop.Advance(7 * 94);
+  EXPECT_FALSE(view.retry);
+  EXPECT_THAT(locator.sent, SizeIs(asked + 1));
+  probe.failed({kErrorRefused, "", 111});
+  EXPECT_THAT(*view.retry, HasSubstr("Error 855712/10061-2: \nThe Pallomir Base Server is rejecting"));
+  EXPECT_EQ(view.retryBar, 0) << "each counts from the beginning";
+  feed->StopRetrying();
+  EXPECT_FALSE(view.retry);
+  loop.Advance(20'000);
+  EXPECT_THAT(locator.sent, SizeIs(asked + 1)) << "no countdown is left";
+  feed->Restart();
+  probe.failed({kErrorTimedOut, "", 110});
+  EXPECT_THAT(*view.retry, HasSubstr("Error 855711/10060-3: "));
+  feed->EndSession();
+  EXPECT_FALSE(view.retry);
+  EXPECT_EQ(told, "end ");
+}
+
+TEST_F(DataFeedTest, CaptionAndLampTellEachSecondHowItStands) {
+  loop.Advance(5000);
+  EXPECT_EQ(view.lamp.tip, "");
+  feed->BeginTelling();
+  clock.now = kNoon + 5 * kMinute + 17 * kSecond;
+  Arrive(Packet({0, 60, 86'400}));
+  hasUndrawnPoints = true;
+  note = "Starting";
+  loop.Advance(1000);
+  EXPECT_EQ(view.caption, "Pallomir  00:04:17  3 Data Points");
+  EXPECT_EQ(view.lamp.tip, "Not drawn yet: press F\n1 data point is dated later than now\nStarting");
+  Arrive(Packet({61}));
+  loop.Advance(1000);
+  EXPECT_THAT(view.lamp.tip, HasSubstr("New data waits: press F"));
+  units = EnumerateUnits({});
+  feed->Forget();
+  view.caption = "as it was";
+  loop.Advance(1000);
+  EXPECT_EQ(view.caption, "as it was");
+  EXPECT_THAT(view.lamp.tip, HasSubstr("No mobile units enabled"));
+}
+
+TEST_F(DataFeedTest, AfterTheEndNothingIsToldOrAsked) {
+  feed->BeginTelling();
+  data.arrived(Packet({0}));
+  data.failed({10054, "", 104});
+  feed->Close();
+  EXPECT_FALSE(view.retry);
+  EXPECT_TRUE(locator.closed && probe.closed && data.closed);
+  const std::size_t asked = locator.sent.size();
+  told.clear();
+  view.caption.clear();
+  loop.Advance(60'000);
+  EXPECT_EQ(told + view.caption, "");
+  EXPECT_THAT(locator.sent, SizeIs(asked));
+}
+
+}  // namespace
+}  // namespace pallomir
