@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace pallomir {
 namespace {
 
@@ -68,16 +66,6 @@ TEST(PageCommands, GeocodeTextEndsWithTwoFillers) {
                {"caf%E9%FF%BF", "caf\xC3\xA9"},
                {"%80%20%20", "\xC2\x80"}};
   for (const auto& c : cases) EXPECT_EQ(DecodeGeocode(c.encoded), c.text) << c.encoded;
-}
-
-TEST(PageCommands, NoTextBreaksTheParser) {
-  std::mt19937 random(7);
-  for (int i = 0; i < 20000; ++i) {
-    std::string text(random() % 40, ' ');
-    for (char& c : text)
-      c = random() % 3 ? "0123456789+-,.%TZzMmFSG~"[random() % 24] : static_cast<char>(random());
-    ParsePageCommand(text);
-  }
 }
 
 }  // namespace

@@ -83,7 +83,7 @@ TEST(GpxReader, FindsSpeedAndCourseWhereverTheyAre) {
     std::optional<double> speed, course;
   } cases[] = {
       {"1.0", Gpx(Point(noon, "<speed>12.5</speed><course>350</course>"), "gpx version=\"1.0\""), 12.5, 350},
-      {"none", Gpx(Point(noon)), {}, {}},
+      {"none", Gpx(Point("\n " + noon + "\t ")), {}, {}},
       {"extension",
        Gpx(Point(noon,
                  "<extensions><x:TPX><x:speed> 3.5 </x:speed><x:course>7</x:course></x:TPX></extensions>")),
