@@ -90,26 +90,26 @@ void Program::Start() {
   window_ = std::make_unique<formMain>(browser_->Widget());
   zoneWindows_ = std::make_unique<ZoneWindows>(window_.get());
   questionBox_.SetWindow(window_.get());
-  client_ = std::make_unique<Client>(Ports{*window_,
-                                           {*window_, *window_, window_->Hotspots(), *window_,
-                                            window_->Units(), *window_, *window_, *window_, *zoneWindows_},
-                                           window_->System(),
-                                           *browser_,
-                                           locator_,
-                                           probe_,
-                                           data_,
-                                           loop_,
-                                           clock_,
-                                           questions_,
-                                           settings_,
-                                           registry_,
-                                           mutex_,
-                                           signal_,
-                                           beeper_,
-                                           programs_,
-                                           trace_,
-                                           folders_,
-                                           ReadDeployment(folders_, trace_)});
+  client_ =
+      std::make_unique<Client>(Ports{{*window_, *window_, window_->Hotspots(), *window_, window_->Units(),
+                                      *window_, *window_, *window_, *window_, *zoneWindows_},
+                                     window_->System(),
+                                     *browser_,
+                                     locator_,
+                                     probe_,
+                                     data_,
+                                     loop_,
+                                     clock_,
+                                     questions_,
+                                     settings_,
+                                     registry_,
+                                     mutex_,
+                                     signal_,
+                                     beeper_,
+                                     programs_,
+                                     trace_,
+                                     folders_,
+                                     ReadDeployment(folders_, trace_)});
   window_->Attach(client_->RoomsOfWindow());
   client_->Load();
 }

@@ -34,6 +34,7 @@ Client::Client(const Ports& ports)
       pickers_(ports.views.pickers, ports.loop, localClock_, choices_.onStartup, PickerHost()),
       timeline_(ports.views.timeline, ports.loop, ports.trace, points_, pickers_.Window(), localClock_,
                 TimelineHost()),
+      marks_(ports.views.marks, ports.loop, view_, points_, pickers_.Window(), MarksHost()),
       frame_(ports.views.frame, ports.window, choices_.window, ports.loop, ports.trace),
       focus_(ports.views.frame, ports.loop),
       mapUpdating_(ports.views.boxes, ports.trace,
@@ -51,7 +52,6 @@ Client::Client(const Ports& ports)
       ports_.browser, ports_.loop, ports_.trace, ports_.folders, ports_.deployment.webSite, view_,
       [this](const std::string& text) { ports_.questions.Tell(text); }, MapHost());
   mapCommands_ = std::make_unique<MapCommands>(menus_, handlers_, map_->Form(), ports_.views.menu);
-  CreateTimers();
 }
 
 Client::~Client() = default;
@@ -68,14 +68,6 @@ void Client::JoinServices() {
   demoSwitch_.started = [this] { ports_.window.Close(); };
 }
 
-void Client::CreateTimers() {
-  const auto create = [this](const char* name, int interval, void (Client::*tick)()) {
-    return ports_.loop.CreateTimer(name, interval, [this, tick] { (this->*tick)(); });
-  };
-  boxTimer_ = create("BoxTimer", 1000, &Client::OnBoxTick);
-  tmrP_ = create("tmrP", 100, &Client::OnCaptureTick);
-}
-
 void Client::Unload() {
   if (closing_) return;
   frame_.Store();
@@ -86,12 +78,9 @@ void Client::Unload() {
   hotspots_.Close();
   demoSwitch_.Close();
   Run(seams.stopSound);
-  HidePointMarker();
   pickers_.Close();
   timeline_.Close();
-  for (Timer* timer : {boxTimer_.get(), tmrP_.get()}) {
-    timer->SetEnabled(false);
-  }
+  marks_.Close();
   zones_.Close();
   ports_.views.boxes.CloseWindows();
   hold_.StopListening();

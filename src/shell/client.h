@@ -24,6 +24,7 @@
 #include "shell/instance_hold.h"
 #include "shell/ports.h"
 #include "timeline/displayed_points.h"
+#include "timeline/map_marks.h"
 #include "timeline/picker_panel.h"
 #include "timeline/timeline_panel.h"
 #include "tracking/data_feed.h"
@@ -40,10 +41,8 @@ namespace pallomir {
 
 /// Where rooms that are not built yet will be joined on. An empty one is skipped.
 struct Seams {
-  std::function<void()> startAlert;                     ///< a batch of data has been processed
-  std::function<void()> stopSound;                      ///< the window was resized or closes
-  std::function<void()> closeReports;                   ///< the data of the report tables and pop-ups changes
-  std::function<void(const std::string&)> showGeocode;  ///< the page's address of the clicked point
+  std::function<void()> startAlert;  ///< a batch of data has been processed
+  std::function<void()> stopSound;   ///< the window was resized or closes
 };
 
 /// The client: owns the state of the program and is the one place where its rooms meet. The window calls it
@@ -71,21 +70,8 @@ class Client {
     mapCommands_->MenuButtonClicked();
   }
   void MenuChosen(const MenuItem& item);
-  /// The pointer moved over the caption line; x in the window.
-  void PointerOverCaption(int x) { ShowPointAtShare(x); }
-  /// The pointer left the map and the caption line, or the window is no longer active.
-  void HidePointInfos();
-
-  /// A box was drawn on the map with Shift held: the map is zoomed to it. Corners in view pixels.
-  void RubberBandDrawn(ViewPoint a, ViewPoint b);
-
   /// Clears the data of every unit and asks for it again.
   void MapReload();
-  /// Marks point `index` (from 1) of the enabled unit k on the map until the next tick of BoxTimer.
-  void ShowPointMarker(std::size_t k, std::size_t index);
-  /// Hides the mark and closes the report tables: the map under them has moved, or their data changes.
-  void HidePointMarker();
-
   /// The user's fit: takes in what has arrived meanwhile, then shows all units (0) or the enabled unit k.
   void FitByUser(std::size_t k);
 
@@ -100,6 +86,7 @@ class Client {
   const TrackTiles& Tiles() const { return map_->Tiles(); }
   PickerPanel& Pickers() { return pickers_; }
   TimelinePanel& Timeline() { return timeline_; }
+  MapMarks& Marks() { return marks_; }
   const TimeWindow& Window() const { return pickers_.Window(); }
   const ServerConnection& Connection() const { return feed_.Connection(); }
   bool IsDemoMode() const { return choices_.demoMode.Value(); }
@@ -112,7 +99,6 @@ class Client {
   void PrepareFolders();
   void CheckUnits();
   void ShowWindow();
-  void CreateTimers();
   void JoinServices();
 
   // Data (client_data.cpp)
@@ -135,18 +121,14 @@ class Client {
   // Map (client_map.cpp)
   MapBridge::Host MapHost();
   TrackDrawing Drawing();
-  void OnPointerMoved(ViewPoint at);
   WorldBox BeginFit(std::size_t k);
-  void OnBoxTick();
-
-  void ShowPointAtShare(int x);
-  void OnCaptureTick();
 
   // Layout (client_window.cpp)
   void OnLaidOut();
 
   PickerPanel::Host PickerHost();
   TimelinePanel::Host TimelineHost();
+  MapMarks::Host MarksHost();
 
   template <class... Arguments>
   static void Run(const std::function<void(Arguments...)>& seam,
@@ -181,13 +163,11 @@ class Client {
   DisplayedPoints points_;
   PickerPanel pickers_;
   TimelinePanel timeline_;
+  MapMarks marks_;
 
   WindowFrame frame_;
   FocusHolder focus_;
   MapUpdating mapUpdating_;
-
-  std::unique_ptr<Timer> boxTimer_;
-  std::unique_ptr<Timer> tmrP_;
 };
 
 }  // namespace pallomir

@@ -17,7 +17,7 @@ DataFeed::Host Client::FeedHost() {
   host.hasUndrawnPoints = [this] { return map_->HasUndrawnPoints(); };
   host.note = [this] { return service_.Note(); };
   host.restarting = [this] { map_->OpenIfLost(); };
-  host.arrived = [this] { HidePointMarker(); };
+  host.arrived = [this] { marks_.HidePointMarker(); };
   host.beforeDecoding = [this] { map_->DropRebuild(); };
   host.pointsMoved = [this] { timeline_.PointsMoved(); };
   host.batchMerged = [this](const MergedBatch& batch) { OnBatch(batch); };

@@ -26,7 +26,7 @@ void Client::Load() {
   hotspots_.HotSpotsChange(false);
   choiceCommands_.ShowOthers();
   menus_.At(Command::kDemoMode).checked = choices_.demoMode.Value();
-  ports_.view.ShowDemoMode(choices_.demoMode.Value());
+  ports_.views.frame.ShowDemoMode(choices_.demoMode.Value());
   units_.Load(choices_.demoMode.Value());
   hotspots_.ReadLists();
   ReadZone();
@@ -92,7 +92,7 @@ void Client::ShowWindow() {
   ports_.views.frame.ReturnFocus();
   feed_.BeginTelling();
   focus_.Open();
-  tmrP_->SetEnabled(true);
+  marks_.Open();
   timeline_.Timeline_Resize();
 }
 

@@ -1,6 +1,6 @@
 #include "shell/client.h"
 
-// What the pickers and the timeline ask of the rest of the program.
+// What the pickers, the timeline and the marks over the map ask of the rest of the program.
 
 namespace pallomir {
 
@@ -15,7 +15,14 @@ TimelinePanel::Host Client::TimelineHost() {
   TimelinePanel::Host host;
   host.isMinimised = [this] { return frame_.IsMinimised(); };
   host.settled = [this] { mapUpdating_.HideWhenDone(); };
-  host.pointHovered = [this](std::size_t k, std::size_t index) { ShowPointMarker(k, index + 1); };
+  host.pointHovered = [this](std::size_t k, std::size_t index) { marks_.ShowPointMarker(k, index); };
+  return host;
+}
+
+MapMarks::Host Client::MarksHost() {
+  MapMarks::Host host;
+  host.browserSize = [this] { return ports_.views.frame.BrowserSize(); };
+  host.boxDrawn = [this](const WorldBox& box) { map_->ZoomTo(box); };
   return host;
 }
 

@@ -32,7 +32,7 @@ void Client::MapReload() {
 
 void Client::OnLaidOut() {
   Run(seams.stopSound);
-  HidePointMarker();
+  marks_.HidePointMarker();
   if (frame_.IsMinimised()) return;
   ports_.views.frame.LayOut();
   map_->SendSize();
@@ -47,8 +47,7 @@ MainWindowRooms Client::RoomsOfWindow() {
           ports_.questions,
           pickers_,
           timeline_,
-          {[this](int x) { PointerOverCaption(x); }, [this] { HidePointInfos(); },
-           [this](ViewPoint a, ViewPoint b) { RubberBandDrawn(a, b); }},
+          marks_,
           feed_,
           units_,
           hotspots_,

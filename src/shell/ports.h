@@ -16,13 +16,13 @@
 #include "platform/settings.h"
 #include "platform/user_registry.h"
 #include "shell/deployment.h"
+#include "timeline/map_marks.h"
 #include "timeline/picker_panel.h"
 #include "timeline/timeline_panel.h"
 #include "tracking/feed_view.h"
 #include "tracking/unit_view.h"
 #include "ui/question_queue.h"
 #include "window/boxes_view.h"
-#include "window/client_view.h"
 #include "window/frame_view.h"
 #include "zones/zones_view.h"
 
@@ -38,12 +38,12 @@ struct Views {
   MenuView& menu;
   PickerView& pickers;
   TimelineView& timeline;
+  MarksView& marks;
   ZonesView& zones;
 };
 
 /// Everything outside the core that the client works with. All of it outlives the client.
 struct Ports {
-  ClientView& view;
   Views views;
   MainWindow& window;
   Browser& browser;

@@ -105,7 +105,9 @@ void formMain::Attach(MainWindowRooms rooms) {
   ConnectPickers();
   ConnectTimeline();
   ConnectDialogs();
-  picP_->drawn = [this](QPoint a, QPoint b) { rooms_->pointer.boxDrawn({a.x(), a.y()}, {b.x(), b.y()}); };
+  picP_->drawn = [this](QPoint a, QPoint b) {
+    rooms_->marks.RubberBandDrawn({a.x(), a.y()}, {b.x(), b.y()});
+  };
   qApp->installEventFilter(this);
 }
 
@@ -120,8 +122,8 @@ void formMain::ConnectCaptionLine() {
   captionLine_->showKeyboard = [this] { help_->ShowKeyboard(); };
   captionLine_->readKeyboard = [this] { help_->ReadKeyboard(); };
   captionLine_->showKeyList = [this] { help_->ShowKeyList(); };
-  captionLine_->pointerMoved = Told([](auto& rooms, int x) { rooms.pointer.overCaption(x); });
-  captionLine_->pointerLeft = Told([](auto& rooms) { rooms.pointer.left(); });
+  captionLine_->pointerMoved = Told([](auto& rooms, int x) { rooms.marks.PointerOverCaption(x); });
+  captionLine_->pointerLeft = Told([](auto& rooms) { rooms.marks.HidePointInfos(); });
 }
 
 void formMain::ConnectPickers() {

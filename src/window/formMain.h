@@ -5,11 +5,11 @@
 #include <optional>
 
 #include "commands/menu_view.h"
+#include "timeline/map_marks.h"
 #include "timeline/picker_panel.h"
 #include "timeline/timeline_panel.h"
 #include "tracking/feed_view.h"
 #include "window/boxes_view.h"
-#include "window/client_view.h"
 #include "window/editors_widget.h"
 #include "window/frame_view.h"
 #include "window/main_window_rooms.h"
@@ -45,7 +45,7 @@ class formMain : public QWidget,
                  public FeedView,
                  public PickerView,
                  public TimelineView,
-                 public ClientView {
+                 public MarksView {
  public:
   /// `browser` becomes the map, `WB`.
   explicit formMain(QWidget* browser);
@@ -61,6 +61,7 @@ class formMain : public QWidget,
   // FrameView
   void LayOut() override;
   PixelSize BrowserSize() const override;
+  void ShowDemoMode(bool on) override;
   void ShowWindowMode(WindowMode mode) override;
   void ReturnFocus() override;
 
@@ -100,8 +101,7 @@ class formMain : public QWidget,
   void ShowTimelineInfo(const std::string& text) override;
   void HideTimelineInfo() override;
 
-  // ClientView
-  void ShowDemoMode(bool on) override;
+  // MarksView
   void ShowPointMarker(ViewPoint at) override;
   void ShowPointInfos(const std::vector<std::string>& texts) override;
   void HidePointInfos() override;

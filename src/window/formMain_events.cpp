@@ -36,7 +36,7 @@ void formMain::changeEvent(QEvent* event) {
     if (isActiveWindow()) {
       rooms_->frame.MinimiseEnded();
     } else {
-      rooms_->pointer.left();
+      rooms_->marks.HidePointInfos();
     }
   }
   QWidget::changeEvent(event);
@@ -59,7 +59,7 @@ bool formMain::eventFilter(QObject* watched, QEvent* event) {
   auto& widget = *static_cast<QWidget*>(watched);
   if (event->type() == QEvent::KeyPress && FilterKey(widget, *static_cast<QKeyEvent*>(event))) return true;
   if (event->type() == QEvent::MouseButtonPress && widget.window() == this) FilterMousePress(widget);
-  if (event->type() == QEvent::Leave && watched == mapArea_) rooms_->pointer.left();
+  if (event->type() == QEvent::Leave && watched == mapArea_) rooms_->marks.HidePointInfos();
   if (event->type() == QEvent::FocusOut && watched == FocusGetter_) {
     QTimer::singleShot(0, this, Told([](auto& rooms) { rooms.focus.Return(); }));
   }

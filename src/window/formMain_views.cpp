@@ -108,5 +108,4 @@ void formMain::CloseWindows() {
 
 void formMain::EndApplication(int exitCode) { QCoreApplication::exit(exitCode); }
 
-
 }  // namespace pallomir

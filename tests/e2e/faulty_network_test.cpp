@@ -131,9 +131,8 @@ class FaultyNetworkTest : public testing::Test {
                         {"WindowPos_W", "900"},
                         {"WindowPos_H", "600"}};
     client_ = std::make_unique<Client>(
-        Ports{window_,
-              {window_, window_, window_.Hotspots(), window_, window_.Units(), window_, window_, window_,
-               zoneWindows_},
+        Ports{{window_, window_, window_.Hotspots(), window_, window_.Units(), window_, window_, window_,
+               window_, zoneWindows_},
               window_.System(),
               browser_,
               locator_,

@@ -26,8 +26,7 @@ class ClientHarness {
     WriteFile(folders.Path() / "app" / "ZoneMenus_Demo.txt", "\"Alerted\"\r\n");
     mutex.owned = true;
     client = std::make_unique<Client>(
-        Ports{view,
-              {view, view, view, view, view, view, view, view, zonesView},
+        Ports{{view, view, view, view, view, view, view, view, view, zonesView},
               window,
               browser,
               locator,

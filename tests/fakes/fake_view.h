@@ -7,25 +7,25 @@
 #include "commands/menu_view.h"
 #include "fakes/fake_feed_view.h"
 #include "hotspots/hotspot_view.h"
+#include "timeline/map_marks.h"
 #include "timeline/picker_panel.h"
 #include "timeline/timeline_panel.h"
 #include "tracking/unit_view.h"
 #include "window/boxes_view.h"
-#include "window/client_view.h"
 #include "window/frame_view.h"
 
 namespace pallomir::fakes {
 
 /// Keeps what the client shows.
-class FakeView : public ClientView,
-                 public FrameView,
+class FakeView : public FrameView,
                  public BoxesView,
                  public FakeFeedView,
                  public UnitView,
                  public HotspotView,
                  public MenuView,
                  public PickerView,
-                 public TimelineView {
+                 public TimelineView,
+                 public MarksView {
  public:
   void ShowDemoMode(bool on) override { demoMode = on; }
   void ShowCaption(bool visible) override { captionVisible = visible; }

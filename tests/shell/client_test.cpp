@@ -513,21 +513,21 @@ TEST_F(ClientTest, AutoCentreFollowsTheNewestPoint) {
 TEST_F(ClientTest, APointIsMarkedUntilTheNextTickOrTheMapMoves) {
   StartStreaming();
   Arrive(PacketOf({Record(0, 40.62, -75.37), Record(60, 40.63, -75.37)}));
-  client->ShowPointMarker(1, 1);
+  client->Marks().ShowPointMarker(1, 0);
   EXPECT_FALSE(view.marker) << "no zoom is known";
   ReportMapReady();
-  client->ShowPointMarker(1, 1);
+  client->Marks().ShowPointMarker(1, 0);
   EXPECT_EQ(view.marker, (ViewPoint{500, 350}));
   loop.Advance(700);
-  client->ShowPointMarker(1, 2);
+  client->Marks().ShowPointMarker(1, 1);
   EXPECT_TRUE(view.marker);
   loop.Advance(300);
   EXPECT_FALSE(view.marker) << "a running timer keeps its period";
-  client->ShowPointMarker(1, 2);
+  client->Marks().ShowPointMarker(1, 1);
   Command("M40.620000,-75.380000");
   EXPECT_FALSE(view.marker);
-  for (const auto& [k, index] : {std::pair{0, 1}, {1, 0}, {1, 3}, {2, 1}}) {
-    client->ShowPointMarker(static_cast<std::size_t>(k), static_cast<std::size_t>(index));
+  for (const auto& [k, index] : {std::pair{0, 0}, {1, -1}, {1, 2}, {2, 0}}) {
+    client->Marks().ShowPointMarker(static_cast<std::size_t>(k), static_cast<std::size_t>(index));
     EXPECT_FALSE(view.marker);
   }
 }
@@ -588,7 +588,7 @@ TEST_F(ClientTest, ThePointersShareOfTheWidthDescribesThePointsOfThatTime) {
                {20 + 978 * 71 / 240, "01:00:00 PM"},
                {998, "01:00:00 PM"}};
   for (const auto& c : cases) {
-    client->PointerOverCaption(c.x);
+    client->Marks().PointerOverCaption(c.x);
     ASSERT_THAT(view.pointInfos, SizeIs(2)) << c.x;
     EXPECT_THAT(view.pointInfos[0], HasSubstr(c.time)) << c.x;
     EXPECT_THAT(view.pointInfos[1], HasSubstr("2: Second")) << c.x;
@@ -600,11 +600,11 @@ TEST_F(ClientTest, ThePointersShareOfTheWidthDescribesThePointsOfThatTime) {
   EXPECT_FALSE(view.marker);
   EXPECT_THAT(view.pointInfos, SizeIs(2)) << "the texts stay while the pointer does";
   for (const int outside : {0, 19, 999, 5000}) {
-    client->PointerOverCaption(300);
-    client->PointerOverCaption(outside);
+    client->Marks().PointerOverCaption(300);
+    client->Marks().PointerOverCaption(outside);
     EXPECT_THAT(view.pointInfos, IsEmpty()) << outside;
   }
-  client->PointerOverCaption(300);
+  client->Marks().PointerOverCaption(300);
   Command("M40.620000,-75.380000");
   EXPECT_THAT(view.pointInfos, IsEmpty()) << "a pan hides them";
 }
@@ -613,9 +613,9 @@ TEST_F(ClientTest, ABoxDrawnOnTheMapIsFittedWithoutRedrawing) {
   StartStreaming();
   ReportMapReady(12);
   const int generation = client->Tiles().TileGeneration();
-  client->RubberBandDrawn({100, 100}, {102, 300});
+  client->Marks().RubberBandDrawn({100, 100}, {102, 300});
   EXPECT_THAT(browser.Written("TxtF"), IsEmpty()) << "a click";
-  client->RubberBandDrawn({636, 262}, {382, 438});
+  client->Marks().RubberBandDrawn({636, 262}, {382, 438});
   ASSERT_THAT(browser.Written("TxtF"), SizeIs(1));
   EXPECT_EQ(browser.Written("TxtF")[0].substr(0, 2), "13");
   EXPECT_NEAR(client->View().CentreLat, 40.62, 1e-4);

@@ -14,6 +14,7 @@ class FakeFrameView : public FrameView {
  public:
   void LayOut() override {}
   PixelSize BrowserSize() const override { return {}; }
+  void ShowDemoMode(bool) override {}
   void ShowWindowMode(WindowMode shown) override { mode = shown; }
   void ReturnFocus() override { ++focusReturns; }
 

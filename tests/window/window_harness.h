@@ -19,9 +19,8 @@ class WindowHarness : public testing::Test {
     ports_.settings.values["WindowPos_W"] = "900";
     ports_.settings.values["WindowPos_H"] = "600";
     client_ =
-        std::make_unique<Client>(Ports{window_,
-                                       {window_, window_, window_.Hotspots(), window_, window_.Units(),
-                                        window_, window_, window_, ports_.zonesView},
+        std::make_unique<Client>(Ports{{window_, window_, window_.Hotspots(), window_, window_.Units(),
+                                        window_, window_, window_, window_, ports_.zonesView},
                                        window_.System(),
                                        ports_.browser,
                                        ports_.locator,
