@@ -90,26 +90,16 @@ void Program::Start() {
   window_ = std::make_unique<formMain>(browser_->Widget());
   zoneWindows_ = std::make_unique<ZoneWindows>(window_.get());
   questionBox_.SetWindow(window_.get());
-  client_ =
-      std::make_unique<Client>(Ports{{*window_, *window_, window_->Hotspots(), *window_, window_->Units(),
-                                      *window_, *window_, *window_, *window_, *zoneWindows_},
-                                     window_->System(),
-                                     *browser_,
-                                     locator_,
-                                     probe_,
-                                     data_,
-                                     loop_,
-                                     clock_,
-                                     questions_,
-                                     settings_,
-                                     registry_,
-                                     mutex_,
-                                     signal_,
-                                     beeper_,
-                                     programs_,
-                                     trace_,
-                                     folders_,
-                                     ReadDeployment(folders_, trace_)});
+  client_ = std::make_unique<Client>(
+      Ports{.views = ViewsOf(*window_, *zoneWindows_),
+            .network = {locator_, probe_, data_},
+            .desktop = {window_->System(), *browser_, questions_, beeper_, programs_},
+            .storage = {settings_, registry_, folders_},
+            .instance = {mutex_, signal_},
+            .loop = loop_,
+            .clock = clock_,
+            .trace = trace_,
+            .deployment = ReadDeployment(folders_, trace_)});
   window_->Attach(client_->RoomsOfWindow());
   client_->Load();
 }

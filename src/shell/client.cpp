@@ -13,29 +13,32 @@ namespace pallomir {
 Client::Client(const Ports& ports)
     : ports_(ports),
       choices_(
-          ports.settings, [this](const std::string& complaint) { ports_.trace.Line(complaint); },
+          ports.storage.settings, [this](const std::string& complaint) { ports_.trace.Line(complaint); },
           [this](const std::string&) {
-            ports_.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\"");
+            ports_.desktop.questions.Tell("Internal error 664201: illegal value for \"AlertMethod\"");
           }),
-      units_(choices_.units, ports.views.units, ports.questions),
-      choiceCommands_(menus_, handlers_, choices_, ports.questions),
+      units_(choices_.units, ports.views.units, ports.desktop.questions),
+      choiceCommands_(menus_, handlers_, choices_, ports.desktop.questions),
       hotspots_(ports.views.hotspots, choices_.hotspots),
       localClock_(ports.clock),
-      service_(ports.programs, ports.loop, ports.questions, ports.trace, ports.folders.application),
-      hold_(ports.mutex, ports.instanceSignal, ports.questions, ports.trace),
-      demoSwitch_(choices_.demoMode, hold_, ports.settings, ports.questions, ports.programs, ports.folders),
-      feed_({ports.wsClientA, ports.wsClientB, ports.wsClientC, ports.loop, ports.clock, ports.questions,
-             ports.trace},
+      service_(ports.desktop.programs, ports.loop, ports.desktop.questions, ports.trace,
+               ports.storage.folders.application),
+      hold_(ports.instance.mutex, ports.instance.signal, ports.desktop.questions, ports.trace),
+      demoSwitch_(choices_.demoMode, hold_, ports.storage.settings, ports.desktop.questions,
+                  ports.desktop.programs, ports.storage.folders),
+      feed_({ports.network.locator, ports.network.probe, ports.network.data, ports.loop, ports.clock,
+             ports.desktop.questions, ports.trace},
             ports.views.feed, book_, choices_.portBase, FeedHost()),
-      zones_(ports.views.zones, ports.loop, ports.questions, ports.trace, ports.browser, menus_, handlers_,
+      zones_(ports.views.zones, ports.loop, ports.desktop.questions, ports.trace, ports.desktop.browser,
+             menus_, handlers_,
              {.zoomTo = [this](const WorldBox& box) { map_->ZoomTo(box); },
-              .endProgram = [this] { ports_.window.Close(); }}),
+              .endProgram = [this] { ports_.desktop.window.Close(); }}),
       points_(feed_.Points(), book_, localClock_, choices_.unitOfMeasure),
       pickers_(ports.views.pickers, ports.loop, localClock_, choices_.onStartup, PickerHost()),
       timeline_(ports.views.timeline, ports.loop, ports.trace, points_, pickers_.Window(), localClock_,
                 TimelineHost()),
       marks_(ports.views.marks, ports.loop, view_, points_, pickers_.Window(), MarksHost()),
-      frame_(ports.views.frame, ports.window, choices_.window, ports.loop, ports.trace),
+      frame_(ports.views.frame, ports.desktop.window, choices_.window, ports.loop, ports.trace),
       focus_(ports.views.frame, ports.loop),
       mapUpdating_(ports.views.boxes, ports.trace,
                    [this] { return map_->IsRebuilding() || timeline_.IsRedrawDue(); }) {
@@ -49,8 +52,8 @@ Client::Client(const Ports& ports)
   menus_.chosen = [this](const MenuItem& item) { MenuChosen(item); };
   menus_.closed = [this] { zones_.OfferNone(); };
   map_ = std::make_unique<MapBridge>(
-      ports_.browser, ports_.loop, ports_.trace, ports_.folders, ports_.deployment.webSite, view_,
-      [this](const std::string& text) { ports_.questions.Tell(text); }, MapHost());
+      ports_.desktop.browser, ports_.loop, ports_.trace, ports_.storage.folders, ports_.deployment.webSite,
+      view_, [this](const std::string& text) { ports_.desktop.questions.Tell(text); }, MapHost());
   mapCommands_ = std::make_unique<MapCommands>(menus_, handlers_, map_->Form(), ports_.views.menu);
 }
 
@@ -65,7 +68,7 @@ void Client::JoinServices() {
   };
   demoSwitch_.leaving = [this] { frame_.Store(); };
   demoSwitch_.changed = [this] { menus_.At(Command::kDemoMode).checked = choices_.demoMode.Value(); };
-  demoSwitch_.started = [this] { ports_.window.Close(); };
+  demoSwitch_.started = [this] { ports_.desktop.window.Close(); };
 }
 
 void Client::Unload() {
@@ -84,7 +87,7 @@ void Client::Unload() {
   zones_.Close();
   ports_.views.boxes.CloseWindows();
   hold_.StopListening();
-  FlushSettings(ports_.settings, ports_.questions,
+  FlushSettings(ports_.storage.settings, ports_.desktop.questions,
                 [this] { hold_.Release([this] { ports_.views.boxes.EndApplication(0); }); });
   feed_.Close();
   map_->Close();

@@ -20,7 +20,7 @@ void Client::HandleCommands() {
   const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
   handle(Command::kFaqs, [this](int) { OpenFaqs(); });
   handle(Command::kAbout, [this](int) { ports_.views.boxes.ShowAbout(); });
-  handle(Command::kExit, [this](int) { ports_.window.Close(); });
+  handle(Command::kExit, [this](int) { ports_.desktop.window.Close(); });
 }
 
 void Client::HandleViewCommands() {
@@ -58,7 +58,7 @@ bool Client::KeyDown(int modifiers, char key) {
     // Unlike the menu entry, the key takes pickers and title along.
     pickers_.ShowAll(menus_.At(Command::kTrackingData).checked);
   }
-  if (hasActed && IsBuilt(given->command)) ports_.beeper.Beep();
+  if (hasActed && IsBuilt(given->command)) ports_.desktop.beeper.Beep();
   return true;
 }
 
@@ -74,7 +74,7 @@ bool Client::Toggle(Command command, int index) {
 }
 
 void Client::OpenFaqs() {
-  if (!ports_.programs.OpenPage(FaqAddress()))
+  if (!ports_.desktop.programs.OpenPage(FaqAddress()))
     ports_.trace.Line("no program to show " + FaqAddress() + " with");
 }
 

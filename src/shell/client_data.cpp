@@ -21,14 +21,14 @@ DataFeed::Host Client::FeedHost() {
   host.beforeDecoding = [this] { map_->DropRebuild(); };
   host.pointsMoved = [this] { timeline_.PointsMoved(); };
   host.batchMerged = [this](const MergedBatch& batch) { OnBatch(batch); };
-  host.endSession = [this] { ports_.window.Close(); };
+  host.endSession = [this] { ports_.desktop.window.Close(); };
   host.locatorHost = ports_.deployment.websiteServer;
   host.faqAddress = FaqAddress();
   return host;
 }
 
 void Client::OnBatch(const MergedBatch& batch) {
-  ports_.window.BringToForeground();
+  ports_.desktop.window.BringToForeground();
   Run(seams.startAlert);
   if (batch.newest) {
     view_.LatestLat = WorldYToLat(batch.newest->y);

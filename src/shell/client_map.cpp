@@ -14,8 +14,9 @@ MapBridge::Host Client::MapHost() {
   host.isTopLevelAlerted = [this] { return zones_.IsTopLevelAlerted(); };
   host.viewMoved = [this] { marks_.HidePointMarker(); };
   host.rebuildFailed = [this](const DeleteError& error) {
-    ports_.questions.Tell("Error " + std::to_string(error.number) + ":\n" + error.description, "Pallomir",
-                          Question::Icon::kError, [this](const Answer&) { ports_.window.Close(); });
+    ports_.desktop.questions.Tell("Error " + std::to_string(error.number) + ":\n" + error.description,
+                                  "Pallomir", Question::Icon::kError,
+                                  [this](const Answer&) { ports_.desktop.window.Close(); });
   };
   host.rebuildEnded = [this] { mapUpdating_.HideWhenDone(); };
   host.reached = [this](int line) { ports_.views.boxes.TickStatus(line); };

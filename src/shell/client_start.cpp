@@ -13,11 +13,11 @@
 namespace pallomir {
 
 void Client::Load() {
-  ports_.registry.Save(kWindowHandleKey, std::to_string(ports_.window.Handle()));
-  ports_.instanceSignal.raiseWanted = [this] {
+  ports_.storage.registry.Save(kWindowHandleKey, std::to_string(ports_.desktop.window.Handle()));
+  ports_.instance.signal.raiseWanted = [this] {
     ports_.trace.Line("another start asks for the window");
-    if (loaded_) ports_.window.Activate();
-    ports_.questions.BringForward();  // those of the start-up stand there before the window does
+    if (loaded_) ports_.desktop.window.Activate();
+    ports_.desktop.questions.BringForward();  // those of the start-up stand there before the window does
   };
   hold_.Listen();
   frame_.Restore();
@@ -39,7 +39,7 @@ void Client::ReadZone() {
   question.title = "Pallomir";
   question.text = "Enter timezone offset in hours (example shown for Eastern Standard Time):";
   question.defaultText = "5.0";
-  ports_.questions.Ask(question, [this](const Answer& answer) {
+  ports_.desktop.questions.Ask(question, [this](const Answer& answer) {
     // No zone lies farther out than 14 hours; what is no number counts as Greenwich.
     const double hours = std::clamp(ParseNumber(answer.text).value_or(0), -14.0, 14.0);
     localClock_.SetOffset(static_cast<int>(std::lround(hours * 60)));
@@ -57,7 +57,7 @@ void Client::ContinueLoad() {
 }
 
 void Client::PrepareFolders() {
-  const TileFolders folders = FoldersOfTiles(ports_.folders);
+  const TileFolders folders = FoldersOfTiles(ports_.storage.folders);
   const std::filesystem::path parent = folders.track.parent_path();
   for (const auto& folder : {parent.parent_path(), parent, folders.track, folders.zone}) MakeFolder(folder);
   DeleteFiles(folders.track);
@@ -79,12 +79,12 @@ void Client::CheckUnits() {
 
 void Client::ShowWindow() {
   if (closing_) return;
-  ports_.window.Show();
+  ports_.desktop.window.Show();
   ports_.views.frame.LayOut();
   map_->Open();
   CosLatTable();
   ports_.views.frame.ReturnFocus();
-  zones_.Open(ports_.folders, choices_.demoMode.Value());
+  zones_.Open(ports_.storage.folders, choices_.demoMode.Value());
   loaded_ = true;
   frame_.Open();
   pickers_.LostFocus(0);

@@ -20,7 +20,7 @@ void Client::EnumerateMUs() {
 void Client::MapReload() {
   if (closing_ || !loaded_) return;
   ports_.trace.Line("MapReload begin...");
-  ports_.beeper.Beep();
+  ports_.desktop.beeper.Beep();
   map_->DropRebuild();
   feed_.Forget();
   map_->Rebuild();  // of empty tracks, so that they may be replaced meanwhile
@@ -44,7 +44,7 @@ MainWindowRooms Client::RoomsOfWindow() {
   return {menus_,
           frame_,
           focus_,
-          ports_.questions,
+          ports_.desktop.questions,
           pickers_,
           timeline_,
           marks_,

@@ -42,25 +42,60 @@ struct Views {
   ZonesView& zones;
 };
 
+/// Those of the main window.
+template <class Window>
+Views ViewsOf(Window& window, ZonesView& zones) {
+  return {.frame = window,
+          .boxes = window,
+          .hotspots = window.Hotspots(),
+          .feed = window,
+          .units = window.Units(),
+          .menu = window,
+          .pickers = window,
+          .timeline = window,
+          .marks = window,
+          .zones = zones};
+}
+
+/// The road to the server.
+struct NetworkPorts {
+  DatagramEndpoint& locator;  ///< asks the Website Server where the Base Server is
+  StreamEndpoint& probe;      ///< tries whether the Base Server can be reached
+  StreamEndpoint& data;       ///< brings its points
+};
+
+/// What the user sees and hears, and the programs beside ours.
+struct DesktopPorts {
+  MainWindow& window;
+  Browser& browser;
+  QuestionQueue& questions;
+  Beeper& beeper;
+  ProgramStarter& programs;
+};
+
+/// What outlasts the run.
+struct StoragePorts {
+  Settings& settings;
+  UserRegistry& registry;
+  Folders folders;
+};
+
+/// What makes this instance the only one.
+struct InstancePorts {
+  NamedMutex& mutex;
+  InstanceSignal& signal;
+};
+
 /// Everything outside the core that the client works with. All of it outlives the client.
 struct Ports {
   Views views;
-  MainWindow& window;
-  Browser& browser;
-  DatagramEndpoint& wsClientA;
-  StreamEndpoint& wsClientB;
-  StreamEndpoint& wsClientC;
+  NetworkPorts network;
+  DesktopPorts desktop;
+  StoragePorts storage;
+  InstancePorts instance;
   EventLoop& loop;
   Clock& clock;
-  QuestionQueue& questions;
-  Settings& settings;
-  UserRegistry& registry;
-  NamedMutex& mutex;
-  InstanceSignal& instanceSignal;
-  Beeper& beeper;
-  ProgramStarter& programs;
   Trace& trace;
-  Folders folders;
   Deployment deployment;
 };
 

@@ -131,25 +131,17 @@ class FaultyNetworkTest : public testing::Test {
                         {"WindowPos_W", "900"},
                         {"WindowPos_H", "600"}};
     client_ = std::make_unique<Client>(
-        Ports{{window_, window_, window_.Hotspots(), window_, window_.Units(), window_, window_, window_,
-               window_, zoneWindows_},
-              window_.System(),
-              browser_,
-              locator_,
-              probe_,
-              data_,
-              loop_,
-              clock_,
-              questions_,
-              settings_,
-              registry_,
-              mutex_,
-              signal_,
-              beeper_,
-              programs_,
-              trace_,
-              Folders{folder_.Path() / "app", folder_.Path() / "data", folder_.Path() / "home"},
-              Deployment{stationSide_, clientSide_ + ":2480"}});
+        Ports{.views = ViewsOf(window_, zoneWindows_),
+              .network = {locator_, probe_, data_},
+              .desktop = {window_.System(), browser_, questions_, beeper_, programs_},
+              .storage = {settings_,
+                          registry_,
+                          {folder_.Path() / "app", folder_.Path() / "data", folder_.Path() / "home"}},
+              .instance = {mutex_, signal_},
+              .loop = loop_,
+              .clock = clock_,
+              .trace = trace_,
+              .deployment = {stationSide_, clientSide_ + ":2480"}});
     window_.Attach(client_->RoomsOfWindow());
     client_->Load();
     // The page is there and knows its zoom.

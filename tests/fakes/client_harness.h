@@ -26,24 +26,22 @@ class ClientHarness {
     WriteFile(folders.Path() / "app" / "ZoneMenus_Demo.txt", "\"Alerted\"\r\n");
     mutex.owned = true;
     client = std::make_unique<Client>(
-        Ports{{view, view, view, view, view, view, view, view, view, zonesView},
-              window,
-              browser,
-              locator,
-              probe,
-              data,
-              loop,
-              clock,
-              questions,
-              settings,
-              registry,
-              mutex,
-              signal,
-              beeper,
-              programs,
-              trace,
-              Folders{folders.Path() / "app", folders.Path() / "data", folders.Path() / "home"},
-              {}});
+        PortsFor({view, view, view, view, view, view, view, view, view, zonesView}, window));
+  }
+
+  /// These fakes behind other views and another window.
+  Ports PortsFor(const Views& views, MainWindow& main) {
+    return {.views = views,
+            .network = {locator, probe, data},
+            .desktop = {main, browser, questions, beeper, programs},
+            .storage = {settings,
+                        registry,
+                        {folders.Path() / "app", folders.Path() / "data", folders.Path() / "home"}},
+            .instance = {mutex, signal},
+            .loop = loop,
+            .clock = clock,
+            .trace = trace,
+            .deployment = {}};
   }
 
   /// Only these units, outside demo mode.

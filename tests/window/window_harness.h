@@ -18,27 +18,7 @@ class WindowHarness : public testing::Test {
     ports_.settings.values["WindowState"] = "0";
     ports_.settings.values["WindowPos_W"] = "900";
     ports_.settings.values["WindowPos_H"] = "600";
-    client_ =
-        std::make_unique<Client>(Ports{{window_, window_, window_.Hotspots(), window_, window_.Units(),
-                                        window_, window_, window_, window_, ports_.zonesView},
-                                       window_.System(),
-                                       ports_.browser,
-                                       ports_.locator,
-                                       ports_.probe,
-                                       ports_.data,
-                                       ports_.loop,
-                                       ports_.clock,
-                                       ports_.questions,
-                                       ports_.settings,
-                                       ports_.registry,
-                                       ports_.mutex,
-                                       ports_.signal,
-                                       ports_.beeper,
-                                       ports_.programs,
-                                       ports_.trace,
-                                       Folders{ports_.folders.Path() / "app", ports_.folders.Path() / "data",
-                                               ports_.folders.Path() / "home"},
-                                       {}});
+    client_ = std::make_unique<Client>(ports_.PortsFor(ViewsOf(window_, ports_.zonesView), window_.System()));
     window_.Attach(client_->RoomsOfWindow());
     client_->Load();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
