@@ -22,14 +22,23 @@ int PositionOf(const std::string& utf8, std::size_t byte) {
   return static_cast<int>(QString::fromStdString(utf8.substr(0, byte)).size());
 }
 
+bool HasText(const QKeyEvent& key) {
+  return !key.text().isEmpty() && (key.text().front().isPrint() || key.text().front().isSurrogate());
+}
+
+Qt::KeyboardModifiers CommandKeys(const QKeyEvent& key) {
+  return key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+}
+
 bool IsText(const QKeyEvent& key) {
-  const Qt::KeyboardModifiers held =
-      key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+  const Qt::KeyboardModifiers held = CommandKeys(key);
   // Some layouts report their third level as Ctrl+Alt.
   const bool isPlain = held == Qt::NoModifier || held == (Qt::ControlModifier | Qt::AltModifier);
-  return isPlain && !key.text().isEmpty() &&
-         (key.text().front().isPrint() || key.text().front().isSurrogate());
+  return isPlain && HasText(key);
 }
+
+// The access key of a button that is grey, which Qt would enter as text.
+bool IsIdleAccessKey(const QKeyEvent& key) { return CommandKeys(key) == Qt::AltModifier && HasText(key); }
 
 }  // namespace
 
@@ -148,6 +157,7 @@ void ListGridBox::keyPressEvent(QKeyEvent* event) {
     return event->accept();
   }
   if (key == Qt::Key_Backspace) return Backspace();  // with Shift too
+  if (IsIdleAccessKey(*event)) return event->ignore();
   if (!IsText(*event)) return QLineEdit::keyPressEvent(event);
   event->accept();
   if (isReadOnly() && key == Qt::Key_Space && clicked) return clicked();

@@ -191,6 +191,9 @@ TEST_F(UnitEditorWindowTest, ArrowsWalkTheRowsAndAccessKeysActOnTheCurrentOne) {
   EXPECT_EQ(press(Qt::Key_D, Qt::AltModifier), "txtDesc(18)");
   EXPECT_EQ(Find("txtDesc(18)")->text(), "Van 18");
   EXPECT_EQ(press(Qt::Key_Home, Qt::ControlModifier), "txtDesc(1)");
+  ASSERT_FALSE(Find<QPushButton>("cmdMoveRowUp")->isEnabled());
+  press(Qt::Key_U, Qt::AltModifier);
+  EXPECT_EQ(Find("txtDesc(1)")->text(), "Van 1") << "the letter of a grey button is no text";
   press(Qt::Key_Backtab);
   press(Qt::Key_Backtab);
   EXPECT_EQ(press(Qt::Key_Down), "chkEnabled(2)");
