@@ -75,17 +75,28 @@ QSize DateTimePicker::sizeHint() const {
 void DateTimePicker::FocusDay() {
   setFocus(Qt::ShortcutFocusReason);
   // The weekday is a section of the day too, but the first of them, and nothing changes it.
-  for (int section = sectionCount() - 1; section >= 0; --section) {
-    if (sectionAt(section) != DaySection) continue;
-    setCurrentSectionIndex(section);
-    setSelectedSection(DaySection);
-    return;
-  }
+  for (int section = sectionCount() - 1; section >= 0; --section)
+    if (sectionAt(section) == DaySection) return SelectSection(section);
 }
+
+void DateTimePicker::SelectSection(int index) {
+  setCurrentSectionIndex(index);
+  setSelectedSection(sectionAt(index));
+}
+
+// Of its sections Tab leaves out the weekday, which keys can't change.
+int DateTimePicker::FirstStop() const { return displayFormat().startsWith("ddd") ? 1 : 0; }
 
 void DateTimePicker::focusInEvent(QFocusEvent* event) {
   QDateTimeEdit::focusInEvent(event);
-  if (!std::exchange(told_, true) && gotFocus) gotFocus();
+  if (!std::exchange(told_, true) && gotFocus) gotFocus();  // which changes the sections
+  if (event->reason() == Qt::TabFocusReason) SelectSection(FirstStop());
+  if (event->reason() == Qt::BacktabFocusReason) SelectSection(sectionCount() - 1);
+}
+
+bool DateTimePicker::focusNextPrevChild(bool next) {
+  if (!next && currentSectionIndex() <= FirstStop()) setCurrentSectionIndex(0);
+  return QDateTimeEdit::focusNextPrevChild(next);
 }
 
 void DateTimePicker::focusOutEvent(QFocusEvent* event) {

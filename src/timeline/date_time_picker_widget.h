@@ -38,8 +38,11 @@ class DateTimePicker : public QDateTimeEdit {
   void changeEvent(QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
 
  private:
+  int FirstStop() const;
+  void SelectSection(int index);
   void TellLost();
   Millis Value() const { return dateTime().toMSecsSinceEpoch(); }
 

@@ -6,6 +6,7 @@
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionComboBox>
@@ -131,6 +132,28 @@ TEST_F(PickerRowTest, ReloadStaysUnderAPressWhateverIsShownMeanwhile) {
   Release(before.center());
   EXPECT_EQ(reloads_, 1);
   EXPECT_TRUE(QTest::qWaitFor([&] { return !Picker(1)->isVisible(); })) << "made up for";
+}
+
+TEST_F(PickerRowTest, TabStopsAtWhatKeysCanChange) {
+  Show(0, kEditingFormat);
+  Show(1, kEditingFormat);
+  Reload()->show();
+  QStringList stops;
+  const auto note = [&] {
+    const auto* picker = qobject_cast<QDateTimeEdit*>(window_.focusWidget());
+    stops += picker ? picker->findChild<QLineEdit*>()->selectedText() : "elsewhere";
+  };
+  Reload()->setFocus();
+  Picker(0)->setFocus(Qt::TabFocusReason);
+  for (int i = 0; i < 7; ++i, QTest::keyClick(window_.focusWidget(), Qt::Key_Tab)) note();
+  EXPECT_EQ(stops.join(" ").toStdString(), "11 16 26 12 00 00 AM");
+  stops.clear();
+  for (int i = 0; i < 7; ++i, QTest::keyClick(window_.focusWidget(), Qt::Key_Tab)) note();
+  EXPECT_EQ(stops.join(" ").toStdString(), "11 17 26 12 00 00 AM");
+  stops.clear();
+  QTest::keyClick(window_.focusWidget(), Qt::Key_Backtab);
+  for (int i = 0; i < 8; ++i, QTest::keyClick(window_.focusWidget(), Qt::Key_Backtab)) note();
+  EXPECT_EQ(stops.join(" ").toStdString(), "AM 00 00 12 26 17 11 AM");
 }
 
 TEST_F(PickerRowTest, EnterPressesReloadWhereThereIsOneAndTakesOverWhatWasTyped) {
