@@ -8,6 +8,7 @@
 #include "timeline/strip_images_widget.h"
 #include "timeline/timeline_cursor.h"
 #include "ui/accessible_widget.h"
+#include "ui/keyboard_tip_widget.h"
 
 namespace pallomir {
 namespace {
@@ -181,6 +182,7 @@ ReloadImage::ReloadImage(QWidget* parent) : QAbstractButton(parent) {
   setToolTip("Reload Timeline");
   setAccessibleName("Reload Timeline");
   setFocusPolicy(Qt::TabFocus);
+  ShowTipByKeyboard(this);
 }
 
 void ReloadImage::paintEvent(QPaintEvent*) {

@@ -5,6 +5,8 @@
 #include <QStylePainter>
 #include <QSvgRenderer>
 
+#include "ui/keyboard_tip_widget.h"
+
 // The icons are in a static library, of which the linker takes only what is named. The macro must stand
 // outside of any namespace.
 static void LoadIcons() { Q_INIT_RESOURCE(icons); }
@@ -25,6 +27,7 @@ IconButton::IconButton(QWidget* parent, const QString& name, const QString& icon
   setToolTip(text);
   setAutoRaise(true);
   setFocusPolicy(Qt::TabFocus);
+  ShowTipByKeyboard(this);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   connect(this, &QToolButton::clicked, this, [this] {
     if (chosen) chosen();

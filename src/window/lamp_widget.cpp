@@ -2,9 +2,9 @@
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QToolTip>
 
 #include "ui/accessible_widget.h"
+#include "ui/keyboard_tip_widget.h"
 
 namespace pallomir {
 namespace {
@@ -44,6 +44,7 @@ Lamp::Lamp(QWidget* parent) : QWidget(parent) {
   setObjectName("picLamp");
   SetAccessible(this, {.role = QAccessible::StaticText});
   setFocusPolicy(Qt::TabFocus);
+  ShowTipByKeyboard(this);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -68,11 +69,6 @@ void Lamp::paintEvent(QPaintEvent*) {
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(palette().color(QPalette::Highlight), 1.5));
   painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
-}
-
-void Lamp::focusInEvent(QFocusEvent* event) {
-  QWidget::focusInEvent(event);
-  QToolTip::showText(mapToGlobal(QPoint(0, height())), toolTip(), this);
 }
 
 }  // namespace pallomir

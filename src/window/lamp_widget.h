@@ -19,7 +19,6 @@ class Lamp : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
 
  private:
   LampState state_ = LampState::kQuiet;

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QMenu>
+#include <QToolTip>
 
 #include "window/window_harness.h"
 
@@ -66,6 +67,25 @@ TEST_F(AccessibilityTest, TabGoesAsTheEyeReads) {
   auto stops = TabStops();
   stops.resize(5);
   EXPECT_THAT(stops, ElementsAre("lblMenu", "DTP(0)", "DTP(1)", "cmdOK_Reload", "picLamp"));
+}
+
+TEST_F(AccessibilityTest, WhatHasNoTextTellsItsTipToTheKeyboardToo) {
+  Start();
+  ShowTimeline();
+  QTest::keyClick(Find<QWidget>("FocusGetter"), Qt::Key_Tab);  // from now on the focus stays where it is
+  window_.ShowLamp({LampColour::kAmber, "new data", ""});
+  for (const char* name : {"picLamp", "pctButton_Minimize", "imgReload"}) {
+    QToolTip::hideText();
+    auto* widget = Find<QWidget>(name);
+    widget->setFocus(Qt::MouseFocusReason);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(QToolTip::isVisible()) << name << ": whoever has a pointer sees it by pointing";
+    widget->clearFocus();
+    widget->setFocus(Qt::TabFocusReason);
+    QTest::qWait(50);  // it is not to go at once
+    EXPECT_TRUE(QToolTip::isVisible()) << name;
+    EXPECT_EQ(QToolTip::text(), widget->toolTip());
+  }
 }
 
 TEST_F(AccessibilityTest, TheWindowAndItsControlsSayWhatTheyAre) {
