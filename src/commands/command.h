@@ -36,6 +36,7 @@ enum class Command : int {
   kTrackingData,
   kZones,
   kTimeline,
+  kZoneList,
   kMapType,  ///< 1 map, 2 satellite, 3 hybrid, 4 terrain
 
   // Options

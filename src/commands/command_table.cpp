@@ -120,6 +120,7 @@ constexpr CommandRow kTable[] = {
     Checked(Entry(kZones, "mnuViewZones", kView, "Alert &Zones",
                   WithCtrl(Key("Z", "Toggle alert zones visibility", 18, " "), "<Ctrl>Z"))),
     Checked(Entry(kTimeline, "mnuViewTimeline", kView, "Time&line")),
+    Entry(kZoneList, "mnuViewZoneList", kView, "Z&one List"),
     Menu(kMapTypes, "mnuViewMapType", kView, "Map T&ype"),
     Checked(MapType(1, "&Map View", "Map", Key("M", "Display \"map view\" of map", 10, " "))),
     MapType(2, "&Satellite View", "Satellite", Key("S", "Display \"satellite view\" of map", 15, " ")),

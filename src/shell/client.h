@@ -129,6 +129,7 @@ class Client {
   PickerPanel::Host PickerHost();
   TimelinePanel::Host TimelineHost();
   MapMarks::Host MarksHost();
+  ClientZones::Host ZonesHost();
 
   template <class... Arguments>
   static void Run(const std::function<void(Arguments...)>& seam,

@@ -32,6 +32,9 @@ MapBridge::Host Client::MapHost() {
   host.pointerMoved = [this](ViewPoint at) {
     timeline_.HideInfo();
     marks_.PointerOverMap(at);
+    const PageState& page = map_->Page();
+    zones_.PointerMoved(page.LastMouseLat / kPositionUnitsPerDegree,
+                        page.LastMouseLng / kPositionUnitsPerDegree);
   };
   host.menuWanted = [this] {
     zones_.OfferNone();
@@ -44,6 +47,14 @@ MapBridge::Host Client::MapHost() {
   host.shapeFinished = [this](const std::string& payload) { zones_.OnShapeFinished(payload); };
   host.shapeCancelled = [this] { zones_.OnShapeCancelled(); };
   host.shapeClosable = [this] { zones_.OnShapeClosable(); };
+  return host;
+}
+
+ClientZones::Host Client::ZonesHost() {
+  ClientZones::Host host;
+  host.zoomTo = [this](const WorldBox& box) { map_->ZoomTo(box); };
+  host.endProgram = [this] { ports_.desktop.window.Close(); };
+  host.inKilometers = [this] { return choices_.unitOfMeasure.Value() == 1; };
   return host;
 }
 

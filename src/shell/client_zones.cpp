@@ -9,6 +9,8 @@
 namespace pallomir {
 namespace {
 
+constexpr int kRestMilliseconds = 600;
+
 // Demo zones start every time as they were delivered.
 std::filesystem::path ZoneFileIn(const Folders& folders, bool isDemoMode, Trace& trace) {
   constexpr char kDemoFile[] = "ZoneMenus_Demo.txt";
@@ -42,7 +44,8 @@ ClientZones::ClientZones(ZonesView& view, EventLoop& loop, QuestionQueue& questi
       trace_(trace),
       browser_(browser),
       menus_(menus),
-      host_(std::move(host)) {
+      host_(std::move(host)),
+      pointerRest_(loop.CreateTimer("ZonePointerRest", kRestMilliseconds, [this] { OnPointerRests(); })) {
   HandleCommands(handlers);
 }
 
@@ -55,10 +58,14 @@ void ClientZones::Open(const Folders& folders, bool isDemoMode) {
   zones_ = std::make_unique<Zones>(view_, loop_, questions_, trace_, ZoneFileIn(folders, isDemoMode, trace_),
                                    std::move(host));
   transfer_ = std::make_unique<ZoneTransfer>(view_, questions_, *zones_);
+  list_ = std::make_unique<ZoneListModel>(zones_->Tree());
+  list_->inKilometers = host_.inKilometers;
+  list_->mayChange = [this] { return !zones_->IsDrawing(); };
   zones_->LoadZones();
 }
 
 void ClientZones::Close() {
+  PointerLeft();
   if (zones_) zones_->Close();
   view_.Close();
 }
@@ -77,6 +84,7 @@ void ClientZones::HandleCommands(CommandHandlers& handlers) {
   handle(Command::kFinishZone, &Zones::FinishShape);
   handle(Command::kCancelZone, &Zones::CancelShape);
   handle(Command::kDeleteVertex, &Zones::TellHowToDeleteVertices);
+  handlers.Set(Command::kZoneList, [this](int) { ShowList(); });
   handlers.Set(Command::kExportZones, [this](int) {
     if (transfer_) transfer_->Export();
   });
@@ -105,7 +113,19 @@ ZoneMenuState ClientZones::MenuState() const {
   return state;
 }
 
-void ClientZones::ShowMenus() { ShowZones(menus_, MenuState()); }
+void ClientZones::ShowMenus() {
+  ShowZones(menus_, MenuState());
+  view_.RefreshList();
+}
+
+void ClientZones::ShowList() {
+  if (!zones_) return;
+  ZonesView::ListActions actions;
+  actions.zoom = [this](ZoneOrdinal zone) { zones_->Run(ZoneOperation::kZoom, zone); };
+  actions.remove = [this](ZoneOrdinal zone) { zones_->Run(ZoneOperation::kDel, zone); };
+  actions.rename = [this](ZoneOrdinal zone, const std::string& name) { zones_->Rename(zone, name); };
+  view_.ShowList(*list_, std::move(actions));
+}
 
 void ClientZones::OnPageReady() {
   if (zones_) zones_->OnPageReady();
@@ -129,6 +149,25 @@ void ClientZones::OnShapeClosable() {
 
 bool ClientZones::IsTopLevelAlerted() const {
   return zones_ && zones_->Tree().TopLevelKind() == ZoneKind::kAlerted;
+}
+
+void ClientZones::PointerMoved(double lat, double lng) {
+  PointerLeft();
+  if (!zones_ || zones_->IsDrawing() || zones_->Tree().IsEmpty()) return;
+  pointerLat_ = lat;
+  pointerLng_ = lng;
+  pointerRest_->SetEnabled(true);
+}
+
+void ClientZones::PointerLeft() {
+  pointerRest_->SetEnabled(false);
+  view_.HidePath();
+}
+
+void ClientZones::OnPointerRests() {
+  pointerRest_->SetEnabled(false);
+  const std::string path = zones_->ShortPathText(zones_->ZoneAt(pointerLat_, pointerLng_));
+  if (!path.empty()) view_.ShowPath(path);
 }
 
 void ClientZones::OfferZoneAt(double lat, double lng) {

@@ -25,6 +25,7 @@ class ClientZones {
   struct Host {
     std::function<void(const WorldBox&)> zoomTo;
     std::function<void()> endProgram;
+    std::function<bool()> inKilometers;  ///< how areas are told
   };
 
   /// Sets the handlers of the commands about zones. All that is given by reference outlives this object.
@@ -46,6 +47,10 @@ class ClientZones {
   /// Whether positions outside all zones are the quiet ones.
   bool IsTopLevelAlerted() const;
 
+  // The pointer over the map.
+  void PointerMoved(double lat, double lng);  ///< degrees
+  void PointerLeft();
+
   // The map's popup menu.
   void OfferZoneAt(double lat, double lng);  ///< degrees; the popup is about to open there
   void OfferNone();                          ///< it opens elsewhere, or has closed
@@ -53,6 +58,8 @@ class ClientZones {
  private:
   void HandleCommands(CommandHandlers& handlers);
   void ShowMenus();
+  void ShowList();
+  void OnPointerRests();
   ZoneMenuState MenuState() const;
 
   ZonesView& view_;
@@ -65,6 +72,11 @@ class ClientZones {
   // From Open on.
   std::unique_ptr<Zones> zones_;
   std::unique_ptr<ZoneTransfer> transfer_;
+  std::unique_ptr<ZoneListModel> list_;
+
+  double pointerLat_ = 0;
+  double pointerLng_ = 0;
+  std::unique_ptr<Timer> pointerRest_;
 };
 
 }  // namespace pallomir

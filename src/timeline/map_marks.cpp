@@ -31,8 +31,13 @@ void MapMarks::ShowPointMarker(std::size_t k, std::size_t index) {
   boxTimer_->SetEnabled(true);
 }
 
-void MapMarks::HidePointMarker() {
+void MapMarks::HidePointInfos() {
+  host_.pointerLeft();
   view_.HidePointInfos();
+}
+
+void MapMarks::HidePointMarker() {
+  HidePointInfos();
   view_.HidePointMarker();
 }
 

@@ -37,6 +37,8 @@ class MapMarks {
   struct Host {
     std::function<PixelSize()> browserSize;
     std::function<void(const WorldBox&)> boxDrawn;  ///< the map is to be zoomed to it
+    /// What else was shown for the pointer's place goes too.
+    std::function<void()> pointerLeft = [] {};
   };
 
   /// `map` is what the page shows, `window` the time window, local. All arguments outlive the marks.
@@ -58,7 +60,7 @@ class MapMarks {
   void PointerOverMap(ViewPoint at);
   void PointerOverCaption(int x) { ShowPointAtShare(x); }
   /// The pointer left both, or the window is no longer active.
-  void HidePointInfos() { view_.HidePointInfos(); }
+  void HidePointInfos();
 
   /// A box was drawn on the map with Shift held. Corners in view pixels.
   void RubberBandDrawn(ViewPoint a, ViewPoint b);

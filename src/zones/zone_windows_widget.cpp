@@ -8,7 +8,9 @@
 #include <QStandardPaths>
 #include <utility>
 
+#include "zones/formZoneList.h"
 #include "zones/formZoneOptions.h"
+#include "zones/zone_path_widget.h"
 
 namespace pallomir {
 namespace {
@@ -97,7 +99,31 @@ void ZoneWindows::AskAddOrReplace(const std::string& text, ImportAnswer then) {
   box->open();
 }
 
+void ZoneWindows::ShowList(const ZoneListModel& model, ListActions actions) {
+  if (!formZoneList_) {
+    formZoneList_ = new formZoneList(owner_, model, std::move(actions));
+    formZoneList_->show();
+  }
+  formZoneList_->raise();
+  formZoneList_->activateWindow();
+}
+
+void ZoneWindows::RefreshList() {
+  if (formZoneList_) formZoneList_->Refresh();
+}
+
+void ZoneWindows::ShowPath(const std::string& path) {
+  if (!pathTip_) pathTip_ = new ZonePathTip(owner_);
+  pathTip_->ShowText(QString::fromStdString(path));
+}
+
+void ZoneWindows::HidePath() {
+  if (pathTip_) pathTip_->hide();
+}
+
 void ZoneWindows::Close() {
+  HidePath();
+  delete formZoneList_;
   delete formZoneOptions_;
   delete fileDialog_;
   delete importQuestion_;

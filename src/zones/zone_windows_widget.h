@@ -10,6 +10,8 @@ class QMessageBox;
 
 namespace pallomir {
 
+class ZonePathTip;
+class formZoneList;
 class formZoneOptions;
 
 /// The windows of the zones over the main window. No two of a kind are open at a time: who asks anew takes
@@ -23,6 +25,10 @@ class ZoneWindows : public ZonesView {
   void AskExportFile(FileAnswer then) override;
   void AskImportFile(FileAnswer then) override;
   void AskAddOrReplace(const std::string& text, ImportAnswer then) override;
+  void ShowList(const ZoneListModel& model, ListActions actions) override;
+  void RefreshList() override;
+  void ShowPath(const std::string& path) override;
+  void HidePath() override;
   void Close() override;
 
  private:
@@ -30,8 +36,10 @@ class ZoneWindows : public ZonesView {
 
   QWidget* owner_;
   QPointer<formZoneOptions> formZoneOptions_;
+  QPointer<formZoneList> formZoneList_;
   QPointer<QFileDialog> fileDialog_;
   QPointer<QMessageBox> importQuestion_;
+  QPointer<ZonePathTip> pathTip_;
   QString folder_;  // where the last file lay
 };
 

@@ -54,6 +54,16 @@ std::string Zones::PathText(ZoneOrdinal zone, const std::string& end) const {
   return text;
 }
 
+std::string Zones::ShortPathText(ZoneOrdinal zone) const {
+  constexpr int kMostNames = 6;
+  std::string text;
+  for (int names = 0; zone != ZoneTree::kNone; zone = Tree().At(zone).parent) {
+    if (++names > kMostNames) return "… › " + text;
+    text = Tree().At(zone).options.Description + (text.empty() ? "" : " › ") + text;
+  }
+  return text;
+}
+
 Zones::Reference Zones::ReferenceTo(ZoneOrdinal zone) const {
   if (zone == ZoneTree::kNone) return {kTopLevel, {}};
   return {Tree().Section(zone), Tree().ContentOf(zone)};

@@ -88,6 +88,8 @@ class Zones {
   bool IsAlertPosition(double lat, double lng) { return store_.Projected().AlertPosition(lat, lng).isAlert; }
   /// The descriptions of the zones on the way to this one, outermost first, each followed by `end`.
   std::string PathText(ZoneOrdinal zone, const std::string& end = "\r\n") const;
+  /// The same in a line, the innermost few: "Depot › Loading bay". Empty for kNone.
+  std::string ShortPathText(ZoneOrdinal zone) const;
 
  private:
   /// A zone of the list as it was when something was asked about it. The list may be another one when the

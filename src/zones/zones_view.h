@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "zones/zone_list_model.h"
 #include "zones/zone_options_model.h"
 
 namespace pallomir {
@@ -24,6 +25,19 @@ class ZonesView {
   enum class ImportChoice { kCancel, kAdd, kReplace };
   using ImportAnswer = std::function<void(ImportChoice choice)>;
   virtual void AskAddOrReplace(const std::string& text, ImportAnswer then) = 0;
+  /// What is done with a zone of the list.
+  struct ListActions {
+    std::function<void(ZoneOrdinal)> zoom;
+    std::function<void(ZoneOrdinal)> remove;
+    std::function<void(ZoneOrdinal, const std::string& description)> rename;
+  };
+  /// `formZoneList`, modeless; one that is open comes forward. The model outlives it.
+  virtual void ShowList(const ZoneListModel& model, ListActions actions) = 0;
+  /// The list, or what can be done with it, is another one now.
+  virtual void RefreshList() = 0;
+  /// A line beside the pointer.
+  virtual void ShowPath(const std::string& path) = 0;
+  virtual void HidePath() = 0;
   /// Takes all windows away; none of them answers any more.
   virtual void Close() = 0;
 };

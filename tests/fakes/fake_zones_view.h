@@ -21,6 +21,13 @@ class FakeZonesView : public ZonesView {
     importText = text;
     importChoice = std::move(then);
   }
+  void ShowList(const ZoneListModel& model, ListActions does) override {
+    list = &model;
+    listActions = std::move(does);
+  }
+  void RefreshList() override { ++listRefreshes; }
+  void ShowPath(const std::string& text) override { path = text; }
+  void HidePath() override { path.clear(); }
   void Close() override { answer = {}; }
 
   /// Presses a button of the options dialog, with another name than it showed.
@@ -36,6 +43,10 @@ class FakeZonesView : public ZonesView {
   FileAnswer importAnswer;
   std::string importText;
   ImportAnswer importChoice;
+  const ZoneListModel* list = nullptr;
+  ListActions listActions;
+  int listRefreshes = 0;
+  std::string path;
 };
 
 }  // namespace pallomir::fakes

@@ -201,6 +201,61 @@ TEST_F(ClientZonesTest, ZonesLeaveAndEnterByFiles) {
   }
 }
 
+TEST_F(ClientZonesTest, APointerAtRestIsToldItsZone) {
+  Start(std::string(kDepotAndYard) +
+        "1,2,\"\",\"Bay\",\"SMTWTFS\",\"0000\",\"0000\"\r\n"
+        "1,10.5,5\r\n1,11,5\r\n0,11,5.9\r\n");
+  ReportReady();
+  const auto moveTo = [&](double lat, double lng) {
+    char text[60];
+    std::snprintf(text, sizeof text, "m0010000100%010d%010d012", static_cast<int>(lat * 600000),
+                  static_cast<int>(lng * 600000));
+    Command(text);
+    Command(text);  // every second one counts
+  };
+  moveTo(10.9, 5.05);
+  loop.Advance(500);
+  EXPECT_EQ(zonesView.path, "");
+  loop.Advance(200);
+  EXPECT_EQ(zonesView.path, "Yard › Bay");
+  moveTo(10.1, 5.05);
+  EXPECT_EQ(zonesView.path, "") << "it moves";
+  loop.Advance(700);
+  EXPECT_EQ(zonesView.path, "Yard");
+  client->RoomsOfWindow().marks.HidePointInfos();
+  EXPECT_EQ(zonesView.path, "") << "it left";
+  for (const auto& [lat, lng] : {std::pair(50.0, 5.0), {10.1, 5.05}}) {
+    moveTo(lat, lng);
+    if (lat == 10.1) {
+      Choose(Command::kAddZone);
+      zonesView.Press("Edit Shape");
+      moveTo(lat, lng);
+    }
+    loop.Advance(700);
+    EXPECT_EQ(zonesView.path, "") << "outside, or while drawing";
+  }
+}
+
+TEST_F(ClientZonesTest, TheListOfZonesActs) {
+  Start();
+  ReportReady();
+  Choose(Command::kZoneList);
+  ASSERT_TRUE(zonesView.list);
+  EXPECT_EQ(zonesView.list->Text(1, ZoneListModel::kZone), "2 Yard");
+  EXPECT_THAT(zonesView.list->Text(1, ZoneListModel::kArea), testing::EndsWith("sq mi"));
+  Choose(Command::kUnitOfMeasureChoice, 1);
+  EXPECT_THAT(zonesView.list->Text(1, ZoneListModel::kArea), testing::EndsWith("km²"));
+  zonesView.listRefreshes = 0;
+  zonesView.listActions.rename(1, "Court");
+  EXPECT_THAT(ReadFile(File()), HasSubstr("\"Court\""));
+  EXPECT_GT(zonesView.listRefreshes, 0);
+  zonesView.listActions.zoom(1);
+  EXPECT_THAT(LastWrite(), testing::StartsWith("TxtF="));
+  zonesView.listActions.remove(1);
+  box.AnswerIt({true, ""});
+  EXPECT_THAT(ReadFile(File()), Not(HasSubstr("Court")));
+}
+
 TEST_F(ClientZonesTest, ALostPageEndsTheDrawing) {
   Start();
   ReportReady();
