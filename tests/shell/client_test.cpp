@@ -82,37 +82,6 @@ TEST_F(ClientTest, NonsenseInTheSettingsFallsBackToDefaults) {
   EXPECT_TRUE(window.shown);
 }
 
-TEST_F(ClientTest, TheFirstWindowFollowsTheOnStartupChoice) {
-  const struct {
-    const char* choice;
-    CivilTime nowUtc;
-    TimeWindow window;
-  } cases[] = {
-      {"Load Data Since Midnight",
-       {2026, 11, 22, 20, 30},
-       {ToMillis({2026, 11, 22}), ToMillis({2026, 11, 23})}},
-      {"Load Data Since 3 AM",
-       {2026, 11, 22, 6, 30},
-       {ToMillis({2026, 11, 21, 3}), ToMillis({2026, 11, 22, 3})}},
-      {"Load Last 24 Hrs Data",
-       {2026, 11, 22, 20, 30},
-       {ToMillis({2026, 11, 21, 15, 30}), ToMillis({2026, 11, 22, 15, 30})}},
-      {"Load Nothing",
-       {2026, 11, 22, 20, 30},
-       {ToMillis({2026, 11, 22, 15, 30}), ToMillis({2026, 11, 23, 15, 30})}},
-      {"Load Most Recent 1000 Data Points",
-       {2026, 11, 22, 20, 30},
-       {ToMillis({2026, 11, 22, 15, 30}), ToMillis({2026, 11, 23, 15, 30})}},
-  };
-  for (const auto& c : cases) {
-    ClientHarness harness;
-    harness.settings.values["LoadOnStartup"] = c.choice;
-    harness.clock.now = ToMillis(c.nowUtc);
-    harness.client->Load();
-    EXPECT_EQ(harness.client->Window(), c.window) << c.choice;
-  }
-}
-
 TEST_F(ClientTest, WithoutAZoneTheOffsetIsAskedAndTheRestFollowsTheAnswer) {
   clock.zone.reset();
   client->Load();
@@ -510,111 +479,45 @@ TEST_F(ClientTest, AutoCentreFollowsTheNewestPoint) {
   EXPECT_THAT(browser.Written("TxtF"), IsEmpty());
 }
 
-TEST_F(ClientTest, APointIsMarkedUntilTheNextTickOrTheMapMoves) {
+TEST_F(ClientTest, MarksAndTextsGoWhenTheMapMovesOrDataCome) {
   StartStreaming();
-  Arrive(PacketOf({Record(0, 40.62, -75.37), Record(60, 40.63, -75.37)}));
-  client->Marks().ShowPointMarker(1, 0);
-  EXPECT_FALSE(view.marker) << "no zoom is known";
   ReportMapReady();
-  client->Marks().ShowPointMarker(1, 0);
-  EXPECT_EQ(view.marker, (ViewPoint{500, 350}));
-  loop.Advance(700);
-  client->Marks().ShowPointMarker(1, 1);
-  EXPECT_TRUE(view.marker);
-  loop.Advance(300);
-  EXPECT_FALSE(view.marker) << "a running timer keeps its period";
-  client->Marks().ShowPointMarker(1, 1);
-  Command("M40.620000,-75.380000");
-  EXPECT_FALSE(view.marker);
-  for (const auto& [k, index] : {std::pair{0, 0}, {1, -1}, {1, 2}, {2, 0}}) {
-    client->Marks().ShowPointMarker(static_cast<std::size_t>(k), static_cast<std::size_t>(index));
-    EXPECT_FALSE(view.marker);
+  Arrive(PacketOf({Record(0, 40.62, -75.37), Record(60, 40.63, -75.37)}));
+  for (const bool isPan : {true, false}) {
+    client->Marks().PointerOverCaption(300);
+    EXPECT_THAT(view.pointInfos, SizeIs(1));
+    EXPECT_TRUE(view.marker);
+    if (isPan) {
+      Command("M40.620000,-75.371000");
+    } else {
+      client->MapReload();
+    }
+    EXPECT_THAT(view.pointInfos, IsEmpty()) << isPan;
+    EXPECT_FALSE(view.marker) << isPan;
   }
 }
 
-TEST_F(ClientTest, TheTimelineIsDrawnWithTheRedrawAndDescribesItsPoints) {
+TEST_F(ClientTest, APointOfTheTimelineIsMarkedOnTheMapUntilThePointsMove) {
   StartStreaming();
   ReportMapReady();
   Arrive(PacketOf({Record(0, 40.62, -75.37, 100), Record(3600, 40.63, -75.37)}));
-  EXPECT_FALSE(view.picture);
   loop.Advance(1000);
   ASSERT_TRUE(view.picture);
-  EXPECT_EQ(view.timelineRows, 1u);
-  ASSERT_THAT(view.picture->rows, SizeIs(1));
-  // 12:00 UTC is 7:00, four hours into a window of a day from 3:00: column 1000 / 6.
   client->Timeline().Hovered(1, 166);
   EXPECT_EQ(view.timelineInfo, "Unit #1 First\n11/22/26 07:00:00 AM\n34.5 mph\n0.00 mi");
   EXPECT_TRUE(view.marker);
-  client->Timeline().Hovered(1, 500);
-  EXPECT_EQ(view.timelineInfo, "Unit #1 First");
-  loop.Advance(10'000);
-  EXPECT_FALSE(view.timelineInfo);
+  Command("m00500000340024000000-045000000012");
+  EXPECT_FALSE(view.timelineInfo) << "the pointer is over the map";
+  EXPECT_THAT(view.pointInfos, SizeIs(1));
   client->MapReload();
   client->Timeline().Hovered(1, 166);
   EXPECT_EQ(view.timelineInfo, "Unit #1 First") << "the picture is older than the data";
-  client->Timeline().Hovered(2, 166);
-  client->Timeline().Hovered(0, 166);
-  client->Timeline().HideInfo();
-  EXPECT_FALSE(view.timelineInfo);
-}
-
-TEST_F(ClientTest, ADragOnTheTimelineLoadsItsPart) {
-  StartStreaming();
-  client->Pickers().Changed(1, ToMillis({2026, 11, 23, 3}));
-  client->Pickers().ZoomTo(0.25, 0.5);
-  EXPECT_EQ(client->Window(), (TimeWindow{ToMillis({2026, 11, 22, 9}), ToMillis({2026, 11, 22, 15})}));
-  EXPECT_EQ(view.pickers[0].format, "ddd,MMMd, h tt");
-  EXPECT_TRUE(view.pickers[1].visible);
-  EXPECT_FALSE(view.reload) << "navigation hides the button";
-  EXPECT_THAT(locator.sent, SizeIs(2));
-}
-
-TEST_F(ClientTest, ThePointersShareOfTheWidthDescribesThePointsOfThatTime) {
-  UseUnits("X0123456789ABFirst~X0123456789ACSecond~");
-  client->Load();
-  Connect();
-  ReportMapReady();
-  Bytes stream = PacketOf({Record(0, 40.62, -75.37), Record(6 * 3600, 40.63, -75.37, 100)});
-  Append(stream, PacketOf({Record(60, 40.62, -75.30)}, "0123456789AC"));
-  Arrive(stream);
-  Command("M40.620000,-75.370000");
-  Command("Z12");
-  // The window is 08:00 to 08:00 UTC; 978 pixels stand for it behind the margin of 20.
-  const struct {
-    int x;
-    const char* time;
-  } cases[] = {{20 + 978 * 4 / 24, "07:00:00 AM"},
-               {20 + 978 * 69 / 240, "07:00:00 AM"},
-               {20 + 978 * 71 / 240, "01:00:00 PM"},
-               {998, "01:00:00 PM"}};
-  for (const auto& c : cases) {
-    client->Marks().PointerOverCaption(c.x);
-    ASSERT_THAT(view.pointInfos, SizeIs(2)) << c.x;
-    EXPECT_THAT(view.pointInfos[0], HasSubstr(c.time)) << c.x;
-    EXPECT_THAT(view.pointInfos[1], HasSubstr("2: Second")) << c.x;
-  }
-  EXPECT_EQ(view.pointInfos[0], "1: First\n11/22/26 01:00:00 PM\n34.5 mph\n0.69 mi");
-  ASSERT_TRUE(view.marker);
-  EXPECT_GT(view.marker->x, 600) << "the second unit's point is nearer to the pointer";
-  loop.Advance(1000);
-  EXPECT_FALSE(view.marker);
-  EXPECT_THAT(view.pointInfos, SizeIs(2)) << "the texts stay while the pointer does";
-  for (const int outside : {0, 19, 999, 5000}) {
-    client->Marks().PointerOverCaption(300);
-    client->Marks().PointerOverCaption(outside);
-    EXPECT_THAT(view.pointInfos, IsEmpty()) << outside;
-  }
-  client->Marks().PointerOverCaption(300);
-  Command("M40.620000,-75.380000");
-  EXPECT_THAT(view.pointInfos, IsEmpty()) << "a pan hides them";
 }
 
 TEST_F(ClientTest, ABoxDrawnOnTheMapIsFittedWithoutRedrawing) {
   StartStreaming();
   ReportMapReady(12);
   const int generation = client->Tiles().TileGeneration();
-  client->Marks().RubberBandDrawn({100, 100}, {102, 300});
-  EXPECT_THAT(browser.Written("TxtF"), IsEmpty()) << "a click";
   client->Marks().RubberBandDrawn({636, 262}, {382, 438});
   ASSERT_THAT(browser.Written("TxtF"), SizeIs(1));
   EXPECT_EQ(browser.Written("TxtF")[0].substr(0, 2), "13");
@@ -717,25 +620,15 @@ TEST_F(ClientTest, ThePortBaseIsAskedUntilItIsOne) {
   EXPECT_EQ(probe.connections.back(), "127.0.0.9:28799");
 }
 
-TEST_F(ClientTest, PickersShowTheEndOnlyWhenTheWindowIsNotADay) {
+TEST_F(ClientTest, AWindowThatWasEditedIsAskedForWhenTheButtonIsPressed) {
   StartStreaming();
-  loop.Advance(5000);
-  EXPECT_FALSE(view.pickers[1].visible);
-  EXPECT_EQ(view.pickers[0].format, "ddd,MMMd, h tt");
-  client->Pickers().GotFocus(0);
-  EXPECT_TRUE(view.pickers[1].visible);
-  client->Pickers().Changed(0, ToMillis({2026, 11, 20, 6}));
-  EXPECT_EQ(view.pickers[1].value, ToMillis({2026, 11, 21, 6}));
-  EXPECT_TRUE(view.reload);
-  client->Pickers().Changed(1, ToMillis({2026, 11, 22, 6}));
-  client->Pickers().LostFocus(0);
-  loop.Advance(5000);
-  EXPECT_TRUE(view.pickers[1].visible);
-  EXPECT_THAT(locator.sent, SizeIs(1)) << "nothing is loaded before the button is pressed";
+  client->Pickers().Changed(1, ToMillis({2026, 11, 24, 3}));
+  EXPECT_THAT(locator.sent, SizeIs(1));
   client->Pickers().ReloadClicked();
   EXPECT_THAT(locator.sent, SizeIs(2));
   EXPECT_EQ(client->Window().Length(), 2 * kDay);
-  EXPECT_FALSE(view.reload);
+  Connect();
+  EXPECT_EQ(data.sent.back(), "0123456789AB~2026-11-22 08:00:00~2026-11-24 08:00:00~~");
 }
 
 TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
