@@ -38,7 +38,8 @@ TEST(NumberFormat, NumbersAreReadWholeOrNotAtAll) {
   }
   for (const char* bad : {"", "nan", "inf", "-inf", "1e999", "1,5"}) EXPECT_FALSE(ParseNumber(bad)) << bad;
   EXPECT_EQ(ParseHex("0aF"), 0xAFu);
-  for (const char* bad : {"", "-1", "0x1", "G", "12345678901234567"}) EXPECT_FALSE(ParseHex(bad)) << bad;
+  for (const char* bad : {"", "-1", "0x1", "G", "12345678901234567", "00000000000000001"})
+    EXPECT_FALSE(ParseHex(bad)) << bad;
 }
 
 }  // namespace

@@ -59,54 +59,10 @@ TEST(HotKeys, EachKeyDoesWhatItDoesAndAllOthersNothing) {
       }
     }
   }
-}
-
-TEST(HotKeys, DigitsReachOnlyUnitsThatExistButMoveTheWindowByAny) {
-  for (const int units : {0, 3, 9}) {
-    for (int n = 1; n <= 9; ++n) {
-      const char key = static_cast<char>('0' + n);
-      EXPECT_EQ(FindKeyCommand(kNoModifier, key, units).has_value(), n <= units) << units << " " << n;
-      EXPECT_EQ(FindKeyCommand(kShift, key, units).has_value(), n <= units) << units << " " << n;
-      EXPECT_EQ(FindKeyCommand(kCtrl, key, units), (GivenCommand{Command::kTimeBack, n}));
-      EXPECT_EQ(FindKeyCommand(kBoth, key, units), (GivenCommand{Command::kTimeForward, n}));
-    }
-  }
-}
-
-TEST(HotKeys, ThePictureHasItsKeysInOrderWithTheirTexts) {
-  const std::string digits =
-      "N: Display only mobile unit #N\r\n\r\n<shift>N: Toggle display of mobile unit #N\r\n\r\n"
-      "<ctrl>N: Move time interval back N intervals\r\n\r\n"
-      "<ctrl><shift>N: Move time interval forward N intervals";
-  std::map<std::string_view, std::string> texts = {
-      {"A", "Display all mobile units"},
-      {"C", "Toggle StreetView map overlay"},
-      {"F", "Fit map to all mobile units"},
-      {"H", "Display \"hybrid view\" of map"},
-      {"I", "Zoom in (in time) to 1/3 the interval"},
-      {"M", "Display \"map view\" of map"},
-      {"N", "Display nearby datapoints table"},
-      {"O", "Zoom out (in time) to 3x the interval"},
-      {"P", "Display max speed table"},
-      {"R", "Reload current data"},
-      {"S", "Display \"satellite view\" of map"},
-      {"T", "Toggle tracking data visibility"},
-      {"V", "Toggle StreetView 360\xC2\xBA Panorama"},
-      {"X", "Return to current day, 24-hr display"},
-      {"Z", "Toggle alert zones visibility"},
-      {"0", "Display all mobile units"},
-      {"[", "Move time interval back 1 period"},
-      {"]", "Move time interval forward 1 period"},
-  };
-  for (const char* digit : {"1", "2", "3", "4", "5", "6", "7", "8", "9"}) texts[digit] = digits;
-  std::string order;
-  for (const std::string_view caption : KeyCaptions()) {
-    order += std::string(caption) + " ";
-    EXPECT_EQ(KeyDescription(caption), texts[caption]) << caption;
-  }
-  EXPECT_EQ(order,
-            "A B C D E F G H I J K L M N O P Q R S T U V W X Y Z 0 1 2 3 4 5 6 7 8 9 ` - = [ ] \\ ; ' , . / "
-            "space ctl alt shft caps tab cr bk ");
+  EXPECT_TRUE(FindKeyCommand(kShift, '3', 3));
+  for (const int modifiers : {+kNoModifier, +kShift})
+    EXPECT_FALSE(FindKeyCommand(modifiers, '4', 3)) << "a unit that is not there";
+  EXPECT_TRUE(FindKeyCommand(kCtrl, '4', 3)) << "periods are";
   for (const char* unknown : {"", "a", "AB", "ctrl"}) EXPECT_EQ(KeyDescription(unknown), "") << unknown;
 }
 

@@ -150,6 +150,10 @@ TEST_F(ServiceControlTest, ClosingEndsTheWaitWithoutABox) {
   EXPECT_THAT(box_.shown, IsEmpty());
   control_.Run(ServiceCommand::kStop);
   EXPECT_THAT(programs_.started, SizeIs(1));
+  ServiceControl idle(programs_, loop_, questions_, trace_, folder_.Path());
+  idle.Close();
+  idle.Run(ServiceCommand::kStop);
+  EXPECT_THAT(programs_.started, SizeIs(1));
 }
 
 TEST(OpenResult, TellsWhyAProgramDidNotStart) {

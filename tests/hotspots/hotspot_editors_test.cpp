@@ -36,6 +36,12 @@ TEST(HotspotEditors, OnlyRowsWithANameAreStored) {
   EXPECT_THAT(HotspotsOfEditor(grid), IsEmpty());
 }
 
+TEST(HotspotEditors, AFullListTakesNoMore) {
+  ListGrid grid = OpenHotspotEditor(std::vector<std::string>(kMaxHotspots - 1, "home"));
+  for (int i = 0; i < 2; ++i) Type(grid, grid.RowCount(), 0, "more");
+  EXPECT_EQ(HotspotsOfEditor(grid).size(), kMaxHotspots);
+}
+
 TEST(HotspotEditors, LimitsCountBytes) {
   ListGrid grid = OpenSecureHotspotEditor({{"", "WEP", ""}});
   const struct {

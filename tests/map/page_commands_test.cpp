@@ -32,13 +32,16 @@ TEST(PageCommands, FieldsStandAtTheirPositions) {
   EXPECT_EQ(tile.zoom, 17);
   EXPECT_EQ(tile.suffix, "1100C800006000");
   EXPECT_EQ(Parsed<page::Zoomed>("Z9").zoom, 9);
+  EXPECT_EQ(Parsed<page::Zoomed>("Z2147483647").zoom, 2147483647);
+  EXPECT_EQ(Parsed<page::Zoomed>("Z-2147483648").zoom, -2147483647 - 1);
+  for (const char* edge : {"M0,-180", "M0,180", "M89.9,0"}) Parsed<page::Panned>(edge);
   EXPECT_EQ(Parsed<page::Status>("S99").number, 99);
   EXPECT_EQ(Parsed<page::ZoneEdit>("zF1~2~").payload, "1~2~");
 }
 
 TEST(PageCommands, NonsenseIsToldApart) {
-  for (const char* text : {"M", "M1", "M1,", "M,1", "M90,0", "M0,180.1", "Mnan,0", "F",
-                           "F0054000000+000000000", "Z", "Z1.5", "Z99999999999", "S", "m",
+  for (const char* text : {"M", "M1", "M1,", "M,1", "M90,0", "M-90,0", "M0,180.1", "M0,-180.1", "Z2147483648",
+                           "Mnan,0", "F", "F0054000000+000000000", "Z", "Z1.5", "Z99999999999", "S", "m",
                            "mxxxxxyyyyy00000000000000000000012", "m9e3000000000000000000000000000000012"}) {
     EXPECT_TRUE(std::holds_alternative<page::Malformed>(ParsePageCommand(text))) << text;
   }

@@ -1,9 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <png.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <random>
+#include <set>
 
 #include "base/number_format.h"
 #include "fakes/temporary_folder.h"
@@ -36,6 +38,12 @@ class TrackTilesTest : public testing::Test {
   Trace trace_{[] { return 0.0; }, [this](const std::string& line) { traced_.push_back(line); }};
   TrackTiles tiles_{{folder_.Path() / "t", folder_.Path() / "z", folder_.Path() / "p"}, trace_};
   const std::vector<DataPoint> point_{{1, 1000 * 256 + 7, 2000 * 256 + 9, 0}};
+
+  static ino_t FileAt(const fs::path& path) {
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+    return status.st_ino;
+  }
 
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
@@ -141,9 +149,14 @@ TEST_F(TrackTilesTest, FilesAreWrittenOverWithoutATraceOfTheOldSet) {
   fs::permissions(Tracks() / Wide("0002")[2], fs::perms::none);
   Rebuild(&wide);
   EXPECT_EQ(Names(), Wide("0003"));
+  std::set<ino_t> before, after;
+  for (const auto& name : Names()) before.insert(FileAt(Tracks() / name));
+  Rebuild(&wide);
+  for (const auto& name : Names()) after.insert(FileAt(Tracks() / name));
+  EXPECT_EQ(after, before) << "the same files under other names";
   for (const auto& name : Names()) EXPECT_EQ(ReadPng(Tracks() / name).size(), 65536u) << name;
   Rebuild(&narrow);
-  EXPECT_EQ(Names(), std::vector<std::string>{"0004160003E80007D0.png"});
+  EXPECT_EQ(Names(), std::vector<std::string>{"0005160003E80007D0.png"});
   EXPECT_EQ(ReadPng(Tracks() / Names()[0]), fresh);
   EXPECT_THAT(traced_, testing::IsEmpty());
 }

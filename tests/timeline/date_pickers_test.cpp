@@ -18,6 +18,8 @@ TEST(DatePickers, AChangeInAnOpenCalendarWaitsForItsEnd) {
   EXPECT_TRUE(pickers.IsReloadVisible());
   EXPECT_EQ(pickers.Window(), (TimeWindow{start + kHour, start + kHour + kDay}));
   EXPECT_TRUE(pickers.IsEndVisible());
+  EXPECT_EQ(pickers.Format(1), "ddd,MMMd, h tt");
+  pickers.DroppedDown(0);
   pickers.LostFocus(0);
   pickers.Reloaded();
   EXPECT_FALSE(pickers.IsReloadVisible() || pickers.IsEndVisible()) << "it is a day again";

@@ -160,6 +160,8 @@ TEST(TextRows, TextsKeepClearOfTheMapsControls) {
   EXPECT_EQ(wide, (PixelRect{64, 4, 960, 692}));
   const PixelRect narrow = AreaForTexts({600, 300});
   EXPECT_EQ(narrow, (PixelRect{4, 80, 592, 216})) << "below them";
+  EXPECT_EQ(AreaForTexts({640, 300}).left, 64);
+  EXPECT_EQ(AreaForTexts({639, 300}).left, 4);
   EXPECT_EQ(AreaForTexts({5, 5}), (PixelRect{4, 80, 0, 0}));
 }
 

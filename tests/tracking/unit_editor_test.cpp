@@ -32,6 +32,13 @@ TEST(UnitEditor, WhatIsOpenedAndAppliedUntouchedStaysExceptForItsNumber) {
   }
 }
 
+TEST(UnitEditor, AFullListTakesNoMore) {
+  std::vector<MobileUnit> units(kMaxMobileUnits - 1, {true, "0123456789AB", "Van"});
+  EXPECT_TRUE(OpenUnitEditor(units).Buttons().canAdd);
+  units.push_back(units[0]);
+  EXPECT_FALSE(OpenUnitEditor(units).Buttons().canAdd);
+}
+
 TEST(UnitEditor, AKeptDescriptionGoesWithItsRowUntilItIsTouched) {
   ListGrid grid = OpenUnitEditor({{true, "0123456789AB", "Unit #1 red"}, {true, "0123456789AC", "Unit #2"}});
   grid.Focus(1, kUnitIdColumn);

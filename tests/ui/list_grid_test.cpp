@@ -133,6 +133,7 @@ TEST(ListGridKeys, EachKeyGivesItsTextCursorColourAndMessage) {
       {kHex, "0|", {type("g"), undo}, "0|", red, 1},
       // Limits count bytes, and what is cut off is cut between characters.
       {kName, "Café |", {type("☕")}, "Café |", black, 1},
+      {kName, "ab|", {type("c"), undo, redo, undo}, "ab|", black, 0},
       {kName, "Caf |", {type("☕")}, "Caf ☕|", black, 0},
       {kName, "|", {paste("1234567éx")}, "1234567|", black, 1},
       {kName, "1234567[8]", {type("9")}, "12345679|", black, 0},
