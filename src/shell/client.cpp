@@ -78,7 +78,6 @@ void Client::Unload() {
   service_.Close();
   hotspots_.Close();
   demoSwitch_.Close();
-  Run(seams.stopSound);
   pickers_.Close();
   timeline_.Close();
   marks_.Close();

@@ -1,11 +1,7 @@
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
-#include <type_traits>
-#include <vector>
 
 #include "commands/choice_commands.h"
 #include "commands/command.h"
@@ -28,8 +24,6 @@
 #include "timeline/picker_panel.h"
 #include "timeline/timeline_panel.h"
 #include "tracking/data_feed.h"
-#include "tracking/point_store.h"
-#include "tracking/server_connection.h"
 #include "tracking/unit_register.h"
 #include "ui/question_queue.h"
 #include "window/focus_holder.h"
@@ -39,20 +33,12 @@
 
 namespace pallomir {
 
-/// Where rooms that are not built yet will be joined on. An empty one is skipped.
-struct Seams {
-  std::function<void()> startAlert;  ///< a batch of data has been processed
-  std::function<void()> stopSound;   ///< the window was resized or closes
-};
-
-/// The client: owns the state of the program and is the one place where its rooms meet. The window calls it
-/// with what the user does, the ports with what the outside does; it tells the view what to show.
+/// The conductor: makes the rooms of the program, joins what one of them reports to what another does, and
+/// runs start-up and shut-down in their order. What can be in a room's hands is not in its own.
 class Client {
  public:
   explicit Client(const Ports& ports);
   ~Client();
-
-  Seams seams;
 
   // Life (client.cpp, client_start.cpp)
   void Load();    ///< the start-up sequence; the window appears when it gets that far
@@ -65,10 +51,7 @@ class Client {
   WindowFrame& Frame() { return frame_; }
   /// True when the key was one of ours.
   bool KeyDown(int modifiers, char key);
-  void MenuButtonClicked() {
-    zones_.OfferNone();
-    mapCommands_->MenuButtonClicked();
-  }
+  void MenuButtonClicked();
   void MenuChosen(const MenuItem& item);
   /// Clears the data of every unit and asks for it again.
   void MapReload();
@@ -88,7 +71,6 @@ class Client {
   TimelinePanel& Timeline() { return timeline_; }
   MapMarks& Marks() { return marks_; }
   const TimeWindow& Window() const { return pickers_.Window(); }
-  const ServerConnection& Connection() const { return feed_.Connection(); }
   bool IsDemoMode() const { return choices_.demoMode.Value(); }
   Millis NowLocal() const { return localClock_.Now(); }
 
@@ -130,12 +112,6 @@ class Client {
   TimelinePanel::Host TimelineHost();
   MapMarks::Host MarksHost();
   ClientZones::Host ZonesHost();
-
-  template <class... Arguments>
-  static void Run(const std::function<void(Arguments...)>& seam,
-                  const std::common_type_t<Arguments>&... arguments) {
-    if (seam) seam(arguments...);
-  }
 
   Ports ports_;
   bool closing_ = false;

@@ -62,6 +62,11 @@ bool Client::KeyDown(int modifiers, char key) {
   return true;
 }
 
+void Client::MenuButtonClicked() {
+  zones_.OfferNone();
+  mapCommands_->MenuButtonClicked();
+}
+
 void Client::MenuChosen(const MenuItem& item) {
   if (closing_) return;
   focus_.HoldOff(false);

@@ -29,7 +29,6 @@ DataFeed::Host Client::FeedHost() {
 
 void Client::OnBatch(const MergedBatch& batch) {
   ports_.desktop.window.BringToForeground();
-  Run(seams.startAlert);
   if (batch.newest) {
     view_.LatestLat = WorldYToLat(batch.newest->y);
     view_.LatestLng = WorldXToLng(batch.newest->x);

@@ -31,7 +31,6 @@ void Client::MapReload() {
 }
 
 void Client::OnLaidOut() {
-  Run(seams.stopSound);
   marks_.HidePointMarker();
   if (frame_.IsMinimised()) return;
   ports_.views.frame.LayOut();
