@@ -52,6 +52,7 @@ MapBridge::Host Client::MapHost() {
 
 ClientZones::Host Client::ZonesHost() {
   ClientZones::Host host;
+  host.write = [this](const char* field, const std::string& text) { map_->Form().WriteZones(field, text); };
   host.zoomTo = [this](const WorldBox& box) { map_->ZoomTo(box); };
   host.endProgram = [this] { ports_.desktop.window.Close(); };
   host.inKilometers = [this] { return choices_.unitOfMeasure.Value() == 1; };

@@ -37,12 +37,11 @@ WorldBox BoxOf(const ZoneBounds& bounds) {
 }  // namespace
 
 ClientZones::ClientZones(ZonesView& view, EventLoop& loop, QuestionQueue& questions, Trace& trace,
-                         Browser& browser, MenuModel& menus, CommandHandlers& handlers, Host host)
+                         MenuModel& menus, CommandHandlers& handlers, Host host)
     : view_(view),
       loop_(loop),
       questions_(questions),
       trace_(trace),
-      browser_(browser),
       menus_(menus),
       host_(std::move(host)),
       pointerRest_(loop.CreateTimer("ZonePointerRest", kRestMilliseconds, [this] { OnPointerRests(); })) {
@@ -51,7 +50,7 @@ ClientZones::ClientZones(ZonesView& view, EventLoop& loop, QuestionQueue& questi
 
 void ClientZones::Open(const Folders& folders, bool isDemoMode) {
   Zones::Host host;
-  host.write = [this](const char* field, const std::string& text) { browser_.WriteField(field, text); };
+  host.write = host_.write;
   host.changed = [this] { ShowMenus(); };
   host.zoomTo = [this](const ZoneBounds& bounds) { host_.zoomTo(BoxOf(bounds)); };
   host.endProgram = host_.endProgram;

@@ -8,7 +8,6 @@
 #include "commands/command_handlers.h"
 #include "commands/zone_menu.h"
 #include "map/map_view.h"
-#include "platform/browser.h"
 #include "platform/event_loop.h"
 #include "platform/folders.h"
 #include "platform/menu_model.h"
@@ -23,14 +22,15 @@ class ClientZones {
  public:
   /// Whom it tells. All calls come from the event loop.
   struct Host {
+    ZoneListSender::Write write;  ///< into a field of the map page
     std::function<void(const WorldBox&)> zoomTo;
     std::function<void()> endProgram;
     std::function<bool()> inKilometers;  ///< how areas are told
   };
 
   /// Sets the handlers of the commands about zones. All that is given by reference outlives this object.
-  ClientZones(ZonesView& view, EventLoop& loop, QuestionQueue& questions, Trace& trace, Browser& browser,
-              MenuModel& menus, CommandHandlers& handlers, Host host);
+  ClientZones(ZonesView& view, EventLoop& loop, QuestionQueue& questions, Trace& trace, MenuModel& menus,
+              CommandHandlers& handlers, Host host);
 
   /// Chooses the file, the user's own or a fresh copy of the demo's, and reads it. Once, before the page is
   /// asked for.
@@ -66,7 +66,6 @@ class ClientZones {
   EventLoop& loop_;
   QuestionQueue& questions_;
   Trace& trace_;
-  Browser& browser_;
   MenuModel& menus_;
   Host host_;
   // From Open on.
