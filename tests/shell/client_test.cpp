@@ -87,10 +87,22 @@ TEST_F(ClientTest, WithoutAZoneTheOffsetIsAskedAndTheRestFollowsTheAnswer) {
   client->Load();
   EXPECT_FALSE(window.shown);
   ASSERT_TRUE(box.IsOpen());
+  EXPECT_EQ(box.shown[0].kind, Question::Kind::kInput);
   EXPECT_EQ(box.shown[0].defaultText, "5.0");
   box.AnswerIt({true, "-5.5"});
   EXPECT_TRUE(window.shown);
   EXPECT_EQ(client->NowLocal(), clock.now + 330 * kMinute);
+}
+
+TEST_F(ClientTest, TheSeasonOfTheZoneCountsFromTheStart) {
+  using Season = ZoneInfo::Season;
+  for (const auto& [season, offset] :
+       {std::pair{Season::kStandard, 290}, {Season::kDaylight, 240}, {Season::kNoDaylightRules, 300}}) {
+    ClientHarness harness;
+    harness.clock.zone = {300, -10, -60, season};
+    harness.client->Load();
+    EXPECT_EQ(harness.client->NowLocal(), harness.clock.now - offset * kMinute);
+  }
 }
 
 TEST_F(ClientTest, WithoutAnEnabledUnitItSaysSoAndNothingIsAskedOfTheNet) {
@@ -441,7 +453,9 @@ TEST_F(ClientTest, ALostPageIsToldOfAndTriedAgain) {
   ReportMapReady();
   Arrive(PacketOf({Record(0, 40.60, -75.40)}));
   browser.navigations.clear();
+  EXPECT_TRUE(view.splash);
   browser.pageLost("gone");
+  EXPECT_FALSE(view.splash) << "it would hide what is said about it";
   browser.pageLost("no placeholder either");
   ASSERT_THAT(browser.navigations, SizeIs(1));
   EXPECT_EQ(browser.navigations[0],
@@ -574,6 +588,10 @@ TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
   EXPECT_EQ(settings.saved["Unit Of Measure"], "1");
   choose("mnuViewMapTypeArray", 3);
   EXPECT_EQ(browser.Written("TxtMT").back(), "Hybrid");
+  choose("mnuViewTimeline");
+  EXPECT_FALSE(view.timelineVisible);
+  choose("mnuViewTimeline");
+  EXPECT_TRUE(view.timelineVisible);
   choose("mnuViewMapData");
   EXPECT_EQ(browser.Written("TxtM").back(), "F");
   choose("mnuViewZones");
@@ -641,6 +659,10 @@ TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
     view.browser = {width + 18, 600};
     client->Frame().Resized();
   }
+  EXPECT_THAT(browser.Written("TxtP"), IsEmpty());
+  Command("M40.620000,-75.370000");
+  client->Frame().Resized();
+  EXPECT_THAT(browser.Written("TxtP"), ElementsAre("+040.620000-075.370000"));
   EXPECT_EQ(browser.Written("TxtX").back(), "987");
   EXPECT_EQ(browser.Written("TxtY").back(), "595");
   EXPECT_THAT(settings.saved, IsEmpty());
