@@ -12,6 +12,15 @@ std::string CaptionOf(const MobileUnit& unit) { return unit.id + " - " + unit.de
 
 }  // namespace
 
+void JoinUnits(MenuModel& menus, CommandHandlers& handlers, UnitRegister& units) {
+  handlers.Set(Command::kAllUnits, [&units](int) { units.ShowAll(); });
+  handlers.Set(Command::kOnlyUnit, [&units](int i) { units.ShowOnly(static_cast<std::size_t>(i)); });
+  handlers.Set(Command::kToggleUnit, [&units](int i) { units.Toggle(static_cast<std::size_t>(i)); });
+  handlers.Set(Command::kEditUnits, [&units](int) { units.Edit(); });
+  units.listChanged = [&menus, &units] { ShowUnitsInMenu(menus, units.List()); };
+  units.flagsChanged = [&menus, &units] { ShowUnitFlags(menus, units.List()); };
+}
+
 void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units) {
   menus.TruncateArray(Command::kOnlyUnit, 1);
   menus.At(Command::kOnlyUnit).visible = units.empty();

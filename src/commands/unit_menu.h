@@ -2,10 +2,13 @@
 
 #include <vector>
 
-#include "commands/command.h"
-#include "tracking/mobile_units.h"
+#include "commands/command_handlers.h"
+#include "tracking/unit_register.h"
 
 namespace pallomir {
+
+/// What the units' entries and keys do; from now on the menu follows the list.
+void JoinUnits(MenuModel& menus, CommandHandlers& handlers, UnitRegister& units);
 
 /// The array of menu entries that holds the units: entry 0 is a template that shows only when there is no
 /// unit, entry i is unit i, its tag the record without its end, its check mark whether it is enabled.

@@ -5,7 +5,6 @@
 #include "commands/hotspot_menus.h"
 #include "commands/menus.h"
 #include "commands/service_commands.h"
-#include "commands/unit_menu.h"
 #include "shell/flush_settings.h"
 
 namespace pallomir {
@@ -26,9 +25,8 @@ Client::Client(const Ports& ports)
       hold_(ports.instance.mutex, ports.instance.signal, ports.desktop.questions, ports.trace),
       demoSwitch_(choices_.demoMode, hold_, ports.storage.settings, ports.desktop.questions,
                   ports.desktop.programs, ports.storage.folders),
-      feed_({ports.network.locator, ports.network.probe, ports.network.data, ports.loop, ports.clock,
-             ports.desktop.questions, ports.trace},
-            ports.views.feed, book_, choices_.portBase, FeedHost()),
+      feed_({ports.network, ports.loop, ports.clock, ports.desktop.questions, ports.trace}, ports.views.feed,
+            book_, choices_.portBase, FeedHost()),
       zones_(ports.views.zones, ports.loop, ports.desktop.questions, ports.trace, menus_, handlers_,
              ZonesHost()),
       points_(feed_.Points(), book_, localClock_, choices_.unitOfMeasure),
@@ -41,8 +39,6 @@ Client::Client(const Ports& ports)
       mapUpdating_(ports.views.boxes, ports.trace,
                    [this] { return map_->IsRebuilding() || timeline_.IsRedrawDue(); }) {
   frame_.laidOut = [this] { OnLaidOut(); };
-  units_.listChanged = [this] { ShowUnitsInMenu(menus_, units_.List()); };
-  units_.flagsChanged = [this] { ShowUnitFlags(menus_, units_.List()); };
   units_.displayedChanged = [this] { MapReload(); };
   JoinServices();
   BuildMenus(menus_);

@@ -6,6 +6,7 @@
 #include "commands/menus.h"
 #include "commands/service_commands.h"
 #include "commands/time_commands.h"
+#include "commands/unit_menu.h"
 #include "shell/client.h"
 
 // What the commands of menus and keys do.
@@ -32,14 +33,11 @@ void Client::HandleViewCommands() {
     ports_.views.timeline.ShowTimeline(Toggle(Command::kTimeline));
     MapReload();
   });
-  handle(Command::kAllUnits, [this](int) { units_.ShowAll(); });
-  handle(Command::kOnlyUnit, [this](int i) { units_.ShowOnly(static_cast<std::size_t>(i)); });
-  handle(Command::kToggleUnit, [this](int i) { units_.Toggle(static_cast<std::size_t>(i)); });
+  JoinUnits(menus_, handlers_, units_);
 }
 
 void Client::HandleOptionCommands() {
   const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
-  handle(Command::kEditUnits, [this](int) { units_.Edit(); });
   handle(Command::kContactPoint, [this](int index) {
     Toggle(Command::kContactPoint, index);
     map_->Rebuild();

@@ -6,7 +6,6 @@
 #include "platform/beeper.h"
 #include "platform/browser.h"
 #include "platform/clock.h"
-#include "platform/endpoint.h"
 #include "platform/event_loop.h"
 #include "platform/folders.h"
 #include "platform/instance_signal.h"
@@ -20,6 +19,7 @@
 #include "timeline/picker_panel.h"
 #include "timeline/timeline_panel.h"
 #include "tracking/feed_view.h"
+#include "tracking/server_connection.h"
 #include "tracking/unit_view.h"
 #include "ui/question_queue.h"
 #include "window/boxes_view.h"
@@ -57,13 +57,6 @@ Views ViewsOf(Window& window, ZonesView& zones) {
           .zones = zones};
 }
 
-/// The road to the server.
-struct NetworkPorts {
-  DatagramEndpoint& locator;  ///< asks the Website Server where the Base Server is
-  StreamEndpoint& probe;      ///< tries whether the Base Server can be reached
-  StreamEndpoint& data;       ///< brings its points
-};
-
 /// What the user sees and hears, and the programs beside ours.
 struct DesktopPorts {
   MainWindow& window;
@@ -89,7 +82,7 @@ struct InstancePorts {
 /// Everything outside the core that the client works with. All of it outlives the client.
 struct Ports {
   Views views;
-  NetworkPorts network;
+  ServerEndpoints network;
   DesktopPorts desktop;
   StoragePorts storage;
   InstancePorts instance;

@@ -1,5 +1,6 @@
 #include "tracking/data_feed.h"
 
+#include <cassert>
 #include <utility>
 
 #include "tracking/connection_lamp.h"
@@ -20,7 +21,7 @@ DataFeed::DataFeed(const FeedPorts& ports, FeedView& view, const UnitBook& units
       units_(units),
       portBase_(portBase),
       host_(std::move(host)),
-      connection_(ports.locator, ports.probe, ports.data, ports.loop, ports.trace, ConnectionHost()),
+      connection_(ports.network, ports.loop, ports.trace, ConnectionHost()),
       retry_(view, ports.loop, [this] { RetryNow(); }) {
   dataPause_ = ports.loop.CreateTimer("DataPause", kPauseMilliseconds, [this] { OnPause(); });
   lastUpdateTimer_ = ports.loop.CreateTimer("LastUpdateTimer", kTellMilliseconds, [this] { TellAge(); });
@@ -69,7 +70,7 @@ void DataFeed::DropStream() {
   isStoreFullTold_ = false;
   batch_ = {};
   stream_.Clear();
-  ports_.data.SetReading(true);
+  ports_.network.data.SetReading(true);
   host_.restarting();
 }
 
@@ -106,7 +107,7 @@ void DataFeed::TakeArrival(ByteView bytes) {
   stream_.Take(bytes);
   // What is not decoded yet is held to a bound, by holding the sender up.
   const std::size_t waiting = stream_.IsHeld() ? stream_.PendingSize() : newBytes_ += bytes.size();
-  if (waiting >= PacketStream::kMaxPending) ports_.data.SetReading(false);
+  if (waiting >= PacketStream::kMaxPending) ports_.network.data.SetReading(false);
   if (stream_.IsHeld()) return;
   host_.arrived();
   if (bytes.empty() && stream_.Size() >= kPacketHeaderSize) {
@@ -123,6 +124,7 @@ void DataFeed::OnPause() {
 }
 
 void DataFeed::Decode() {
+  assert(store_.UnitCount() == units_.enabledCount);  // who enumerates the units has the feed forget theirs
   dataPause_->SetEnabled(false);
   host_.beforeDecoding();
   const std::size_t leftOutBefore = batch_.leftOut;
@@ -136,7 +138,7 @@ void DataFeed::Decode() {
   if (const std::size_t count = batch_.leftOut - leftOutBefore; count > 0)
     ports_.trace.Line(std::to_string(count) + " record(s) without a possible place or date left out");
   newBytes_ = 0;
-  ports_.data.SetReading(true);
+  ports_.network.data.SetReading(true);
   if (outcome.end == PacketStream::End::kShortTail) dataPause_->SetEnabled(true);
   if (outcome.end != PacketStream::End::kDrained) return;
   if (!outcome.message.empty()) ports_.questions.Tell(outcome.message);

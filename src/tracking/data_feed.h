@@ -11,7 +11,6 @@
 #include "base/civil_time.h"
 #include "base/trace.h"
 #include "platform/clock.h"
-#include "platform/endpoint.h"
 #include "platform/event_loop.h"
 #include "settings/choice.h"
 #include "tracking/feed_view.h"
@@ -26,9 +25,7 @@ namespace pallomir {
 
 /// What the feed works with. All of it outlives the feed.
 struct FeedPorts {
-  DatagramEndpoint& locator;  ///< to the Website Server
-  StreamEndpoint& probe;      ///< whether the Base Server can be reached
-  StreamEndpoint& data;       ///< the points of the Base Server
+  ServerEndpoints network;
   EventLoop& loop;
   Clock& clock;
   QuestionQueue& questions;

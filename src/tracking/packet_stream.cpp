@@ -1,6 +1,7 @@
 #include "tracking/packet_stream.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "base/check_code.h"
 #include "tracking/packets.h"
@@ -77,6 +78,7 @@ PacketStream::Outcome PacketStream::Decode(const PacketHandler& packet) {
 
 void PacketStream::Drop(std::size_t count) {
   read_ += count;
+  assert(read_ <= buffer_.size());
   if (read_ == buffer_.size()) DropAll();
 }
 

@@ -1,7 +1,9 @@
 #include "tracking/point_store.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
+#include <functional>
 
 #include "map/bulk_projection.h"
 #include "tracking/record_rows.h"
@@ -74,6 +76,11 @@ std::size_t MergeInto(DataPoint* stored, std::size_t count, std::span<const Data
   return static_cast<std::size_t>(out - stored);
 }
 
+// The store's order: each row later than the one before.
+[[maybe_unused]] bool Ascends(std::span<const DataPoint> rows) {
+  return std::ranges::adjacent_find(rows, std::not_fn(Earlier)) == rows.end();
+}
+
 }  // namespace
 
 std::optional<std::size_t> UnitTrack::NearestTo(Millis utc) const {
@@ -96,6 +103,7 @@ void UnitTrack::Merge(std::span<const DataPoint> rows) {
 
 void UnitTrack::Gather(std::span<const DataPoint> rows) {
   if (rows.empty()) return;
+  assert(Ascends(rows));
   const bool isLatest = points_.Size() == 0 || Earlier(points_.View().back(), rows.front());
   const bool waits = !late_.empty() && !Earlier(latestWaiting_, rows.front());
   if (isLatest && !waits) return Place(rows);
@@ -115,6 +123,7 @@ void UnitTrack::Settle() {
 // Merges the rows into the points: those earlier than the first row stay as they are.
 void UnitTrack::Place(std::span<const DataPoint> rows) {
   if (rows.empty()) return;
+  assert(Ascends(rows));
   const auto points = Points();
   auto from = points.end();
   if (!points.empty() && !Earlier(points.back(), rows.front()))
@@ -127,6 +136,7 @@ void UnitTrack::Place(std::span<const DataPoint> rows) {
   if (merged < behind + rows.size()) points_.TrimReserve();  // of the room for times that are stored
   miles_.Resize(points_.Size());
   FillTravelledMiles(Points(), miles_.Data(), keep);
+  assert(Ascends(Points().subspan(keep > 0 ? keep - 1 : 0)));
 }
 
 // Joins the last runs, all of them or until each run is less than half as long as the one before: so there

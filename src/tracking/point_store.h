@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -84,7 +85,11 @@ class PointStore {
   void Settle();
 
   std::size_t UnitCount() const { return tracks_.size(); }
-  const UnitTrack& Track(std::size_t k) const { return tracks_[k - 1]; }
+  /// k from 1 to UnitCount().
+  const UnitTrack& Track(std::size_t k) const {
+    assert(k >= 1 && k <= tracks_.size());
+    return tracks_[k - 1];
+  }
   std::size_t PointCount() const { return pointCount_; }
 
   /// The newest point of all units; of equal times the first unit's. Null when there is none.

@@ -69,9 +69,12 @@ LocatorReply ParseLocatorReply(ByteView datagram) {
   return reply;
 }
 
-ServerConnection::ServerConnection(DatagramEndpoint& locator, StreamEndpoint& probe, StreamEndpoint& data,
-                                   EventLoop& loop, Trace& trace, Host host)
-    : locator_(locator), probe_(probe), data_(data), trace_(trace), host_(std::move(host)) {
+ServerConnection::ServerConnection(const ServerEndpoints& network, EventLoop& loop, Trace& trace, Host host)
+    : locator_(network.locator),
+      probe_(network.probe),
+      data_(network.data),
+      trace_(trace),
+      host_(std::move(host)) {
   tmrLocator_ = loop.CreateTimer("tmrLocator", 1000, [this] { OnLocatorSecond(); });
   locator_.arrived = [this](ByteView datagram) { OnLocatorReply(datagram); };
   locator_.failed = [this](const EndpointError& error) { OnDatagramError(error); };

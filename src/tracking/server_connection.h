@@ -42,6 +42,13 @@ struct LocatorReply {
 /// checked too: kNoServer with an expected check means a mismatch.
 LocatorReply ParseLocatorReply(ByteView datagram);
 
+/// The ends of the wire, by what they are for.
+struct ServerEndpoints {
+  DatagramEndpoint& locator;  ///< WS_Client_A, to the Website Server
+  StreamEndpoint& probe;      ///< WS_Client_B: whether the Base Server can be reached
+  StreamEndpoint& data;       ///< WS_Client_C: the points of the Base Server
+};
+
 /// How far a connection is, and what it has to know there. The order is that of ServerConnection::State.
 namespace connection_phase {
 
@@ -98,8 +105,7 @@ class ServerConnection {
     std::string faqAddress;
   };
 
-  ServerConnection(DatagramEndpoint& locator, StreamEndpoint& probe, StreamEndpoint& data, EventLoop& loop,
-                   Trace& trace, Host host);
+  ServerConnection(const ServerEndpoints& network, EventLoop& loop, Trace& trace, Host host);
 
   /// Closes all three endpoints and asks the locator anew. A request with too many units for one datagram is
   /// not sent: the message says so.

@@ -51,7 +51,7 @@ struct Fed {
       newest = merged.newest ? std::optional(*merged.newest) : std::nullopt;
     };
     host.endSession = [this] { told += "end "; };
-    feed.emplace(FeedPorts{locator, probe, data, loop, clock, questions, trace}, view, units, portBase,
+    feed.emplace(FeedPorts{{locator, probe, data}, loop, clock, questions, trace}, view, units, portBase,
                  std::move(host));
     feed->Forget();
     feed->Restart();

@@ -54,7 +54,7 @@ struct Wired {
   Trace trace{[] { return 0.0; }, [](const std::string&) {}};
   std::string caption;
   std::vector<std::string> messages, reports;
-  ServerConnection connection{locator, probe, data, loop, trace, HostOf(*this)};
+  ServerConnection connection{{locator, probe, data}, loop, trace, HostOf(*this)};
 };
 
 class ServerConnectionTest : public testing::Test, protected Wired {};
