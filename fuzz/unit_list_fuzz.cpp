@@ -7,7 +7,7 @@
 #include "tracking/mobile_units.h"
 #include "tracking/packets.h"
 
-// The stored list of mobile units, the menu that holds it, and the books kept of it.
+// The stored list of mobile units, the menu that shows it, and the books kept of it.
 //
 // Flags: -max_len=64
 
@@ -18,6 +18,17 @@ MenuModel UnitMenu() {
   MenuModel menus;
   BuildMenus(menus);
   return menus;
+}
+
+void CheckMenu(const MenuModel& menus, const std::vector<MobileUnit>& units) {
+  PALLOMIR_DEMAND(menus.Count(Command::kOnlyUnit) == static_cast<int>(units.size()) + 1);
+  menus.ForEach(Command::kOnlyUnit, [&units](const MenuItem& item) {
+    PALLOMIR_DEMAND(item.visible == (item.index > 0 || units.empty()));
+    if (item.index == 0) return;
+    MobileUnit unit = ParseMobileUnit(item.tag);
+    unit.enabled = item.checked;
+    PALLOMIR_DEMAND(unit == units[static_cast<std::size_t>(item.index) - 1]);
+  });
 }
 
 void CheckBook(const UnitBook& book, const std::vector<MobileUnit>& units) {
@@ -58,7 +69,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   // One menu for all inputs, as it is for all lists of a session.
   static MenuModel menus = fuzz::UnitMenu();
   ShowUnitsInMenu(menus, units);
-  PALLOMIR_DEMAND(UnitsFromMenu(menus) == units);
+  fuzz::CheckMenu(menus, units);
   fuzz::CheckBook(EnumerateUnits(units), units);
   return 0;
 }

@@ -121,7 +121,6 @@ class Client {
   MenuModel menus_;
   CommandHandlers handlers_;
   UnitRegister units_;
-  const UnitBook& book_ = units_.Book();
   ChoiceCommands choiceCommands_;
   HotspotRoom hotspots_;
   LocalClock localClock_;
@@ -130,7 +129,6 @@ class Client {
   DemoSwitch demoSwitch_;
 
   DataFeed feed_;
-  const PointStore& store_ = feed_.Points();
 
   MapView view_;
   std::unique_ptr<MapBridge> map_;

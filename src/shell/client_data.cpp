@@ -42,7 +42,7 @@ void Client::OnUpdateAction() {
     map_->FitToNewData(BeginFit(0));
     return;
   }
-  if (store_.PointCount() > 0) map_->NotePoints();
+  if (feed_.Points().PointCount() > 0) map_->NotePoints();
   if (choices_.onUpdate.Value() == 2) {
     map_->SendPan(view_.LatestLat, view_.LatestLng);
   }

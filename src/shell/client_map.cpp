@@ -61,7 +61,8 @@ ClientZones::Host Client::ZonesHost() {
 
 TrackDrawing Client::Drawing() {
   TrackDrawing drawing;
-  for (std::size_t k = 1; k <= store_.UnitCount(); ++k) drawing.units.push_back(store_.Track(k).Points());
+  for (std::size_t k = 1; k <= feed_.Points().UnitCount(); ++k)
+    drawing.units.push_back(feed_.Points().Track(k).Points());
   drawing.ringReceived = menus_.At(Command::kContactPoint, 0).checked;
   drawing.ringNotReceived = menus_.At(Command::kContactPoint, 1).checked;
   return drawing;
@@ -72,8 +73,8 @@ WorldBox Client::BeginFit(std::size_t k) {
   ports_.trace.Line("Fit begin...");
   mapUpdating_.Show();
   WorldBox box;
-  for (std::size_t unit = 1; unit <= store_.UnitCount(); ++unit) {
-    if (k == 0 || unit == k) box = BoxOf(store_.Track(unit).Points(), box);
+  for (std::size_t unit = 1; unit <= feed_.Points().UnitCount(); ++unit) {
+    if (k == 0 || unit == k) box = BoxOf(feed_.Points().Track(unit).Points(), box);
   }
   return box.IsEmpty() ? DefaultBox() : box;
 }

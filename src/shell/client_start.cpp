@@ -65,7 +65,7 @@ void Client::PrepareFolders() {
 }
 
 void Client::CheckUnits() {
-  if (book_.enabledCount > 0) {
+  if (units_.Book().enabledCount > 0) {
     feed_.Restart();
     ShowWindow();
     return;
