@@ -46,14 +46,14 @@ struct Views {
 template <class Window>
 Views ViewsOf(Window& window, ZonesView& zones) {
   return {.frame = window,
-          .boxes = window,
+          .boxes = window.Boxes(),
           .hotspots = window.Hotspots(),
           .feed = window,
           .units = window.Units(),
           .menu = window,
           .pickers = window,
-          .timeline = window,
-          .marks = window,
+          .timeline = window.Timeline(),
+          .marks = window.Marks(),
           .zones = zones};
 }
 

@@ -2,27 +2,22 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QFrame>
-#include <QVBoxLayout>
 #include <utility>
 
 #include "commands/command.h"
 #include "map/map_view.h"
 #include "platform/qt/qt_menu.h"
 #include "timeline/picker_row_widget.h"
-#include "timeline/timeline_info_widget.h"
 #include "timeline/timeline_strip_widget.h"
 #include "tracking/FormRetryAfterError.h"
 #include "ui/accessible_widget.h"
-#include "window/about_widget.h"
+#include "window/boxes_widget.h"
 #include "window/caption_line_widget.h"
-#include "window/capture_panel_widget.h"
-#include "window/formMapUpdating.h"
 #include "window/formSplash.h"
-#include "window/help_overlays_widget.h"
-#include "window/point_marker_widget.h"
+#include "window/map_overlays_widget.h"
 #include "window/size_grips_widget.h"
 #include "window/tab_order_widget.h"
+#include "window/timeline_frame_widget.h"
 
 namespace pallomir {
 namespace {
@@ -44,21 +39,15 @@ formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::Framele
   WB_->setParent(mapArea_);
   WB_->setObjectName("WB");
   BuildCaptionLine();
-  BuildTimelineFrame();
+  frameTimeLine_ = new TimelineFrame(this, mapArea_);
   FocusGetter_ = new QCheckBox(this);
   SetAccessible(FocusGetter_, {.role = QAccessible::ButtonMenu, .opensMenu = true});
   FocusGetter_->setObjectName("FocusGetter");
   FocusGetter_->setAccessibleName("Map keyboard");
   FocusGetter_->setGeometry(0, 0, 1, 1);
-  picP_ = new CapturePanel(mapArea_);
-  marker_ = std::make_unique<PointMarker>(mapArea_);
-  infos_ = new PointInfos(mapArea_);
-  frameTimelineInfo_ = new TimelineInfo(this);
-  help_ = std::make_unique<HelpOverlays>(mapArea_);
-  formSplash_ = new formSplash(this, VersionText(PALLOMIR_VERSION, ExecutableDate()));
-  formMapUpdating_ = new formMapUpdating(this);
+  overlays_ = std::make_unique<MapOverlays>(mapArea_);
+  boxes_ = std::make_unique<WindowBoxes>(this);
   FormRetryAfterError_ = new FormRetryAfterError(this);
-  about_ = new AboutBox(this, "Pallomir", PALLOMIR_VERSION, ExecutableDate());
   pctSizer_ = new SizeGrips(this);
   OrderTabs();
 }
@@ -76,25 +65,16 @@ void formMain::BuildCaptionLine() {
   for (QWidget* control : pickers_->Controls()) captionLine_->AddControl(control);
 }
 
-void formMain::BuildTimelineFrame() {
-  frameTimeLine_ = new QFrame(this);
-  frameTimeLine_->setObjectName("frameTimeLine");
-  strip_ = new TimelineStrip(frameTimeLine_);
-  auto* inside = new QVBoxLayout(frameTimeLine_);
-  inside->setContentsMargins(0, 0, 0, 0);
-  inside->addWidget(strip_);
-}
-
 // As the eye reads: the caption line from left to right, the keys where their button is, the map, the
 // timeline.
 void formMain::OrderTabs() {
   const auto control = [this](const char* name) { return captionLine_->findChild<QWidget*>(name); };
   const auto [start, end, reload] = pickers_->Controls();
   SetTabOrder({control("lblMenu"), start, end, reload, control("picLamp"), control("pctHelp_1"),
-               help_->Keyboard(), control("pctHelp_2"), control("pctButton_Minimize"),
+               overlays_->Help().Keyboard(), control("pctHelp_2"), control("pctButton_Minimize"),
                control("pctButton_Normal"), control("pctButton_Maximize"), control("pctButton_FullScreen"),
-               control("pctButton_Exit"), formSplash_->findChild<QWidget*>("cmdSplashOK"), FocusGetter_, WB_,
-               frameTimeLine_});
+               control("pctButton_Exit"), boxes_->Splash().findChild<QWidget*>("cmdSplashOK"), FocusGetter_,
+               WB_, frameTimeLine_});
 }
 
 void formMain::Attach(MainWindowRooms rooms) {
@@ -105,7 +85,7 @@ void formMain::Attach(MainWindowRooms rooms) {
   ConnectPickers();
   ConnectTimeline();
   ConnectDialogs();
-  picP_->drawn = [this](QPoint a, QPoint b) {
+  overlays_->Panel().drawn = [this](QPoint a, QPoint b) {
     rooms_->marks.RubberBandDrawn({a.x(), a.y()}, {b.x(), b.y()});
   };
   qApp->installEventFilter(this);
@@ -119,9 +99,9 @@ void formMain::ConnectCaptionLine() {
   captionLine_->fullScreen = Told([](auto& rooms) { rooms.frame.FullScreen(); });
   captionLine_->exit = [this] { close(); };
   captionLine_->doubleClicked = Told([](auto& rooms) { rooms.frame.ToggleMaximised(); });
-  captionLine_->showKeyboard = [this] { help_->ShowKeyboard(); };
-  captionLine_->readKeyboard = [this] { help_->ReadKeyboard(); };
-  captionLine_->showKeyList = [this] { help_->ShowKeyList(); };
+  captionLine_->showKeyboard = [this] { overlays_->Help().ShowKeyboard(); };
+  captionLine_->readKeyboard = [this] { overlays_->Help().ReadKeyboard(); };
+  captionLine_->showKeyList = [this] { overlays_->Help().ShowKeyList(); };
   captionLine_->pointerMoved = Told([](auto& rooms, int x) { rooms.marks.PointerOverCaption(x); });
   captionLine_->pointerLeft = Told([](auto& rooms) { rooms.marks.HidePointInfos(); });
 }
@@ -139,10 +119,11 @@ void formMain::ConnectPickers() {
 }
 
 void formMain::ConnectTimeline() {
-  strip_->dragFinished = Told([](auto& rooms, double from, double to) { rooms.pickers.ZoomTo(from, to); });
-  strip_->hovered = Told([](auto& rooms, int row, int column) { rooms.timeline.Hovered(row, column); });
-  strip_->left = Told([](auto& rooms) { rooms.timeline.HideInfo(); });
-  strip_->layoutClicked = Told([](auto& rooms) { rooms.timeline.Timeline_Resize(); });
+  TimelineStrip& strip = frameTimeLine_->Strip();
+  strip.dragFinished = Told([](auto& rooms, double from, double to) { rooms.pickers.ZoomTo(from, to); });
+  strip.hovered = Told([](auto& rooms, int row, int column) { rooms.timeline.Hovered(row, column); });
+  strip.left = Told([](auto& rooms) { rooms.timeline.HideInfo(); });
+  strip.layoutClicked = Told([](auto& rooms) { rooms.timeline.Timeline_Resize(); });
 }
 
 void formMain::ConnectDialogs() {
@@ -161,11 +142,14 @@ void formMain::ConnectDialogs() {
     if (FormRetryAfterError_->isVisible()) dialogs.push_back(FormRetryAfterError_);
     return dialogs;
   };
+  boxes_->closeOthers = [this] {
+    FormRetryAfterError_->hide();
+    for (QWidget* editor : editors_.Open()) editor->close();
+  };
 }
 
 void formMain::LayOut() {
-  strip_->setFixedHeight(strip_->HeightIn(height()));
-  const int frameHeight = frameTimeLine_->isHidden() ? 0 : strip_->height();
+  const int frameHeight = frameTimeLine_->FitHeight(height());
   const int captionHeight = captionLine_->sizeHint().height();
   const int mapHeight = std::max(0, height() - frameHeight - captionHeight);
   mapArea_->setGeometry(0, captionHeight, width(), mapHeight);
@@ -174,6 +158,10 @@ void formMain::LayOut() {
   captionLine_->setGeometry(0, 0, width(), captionHeight);
   pctSizer_->Raise();
 }
+
+BoxesView& formMain::Boxes() { return *boxes_; }
+TimelineView& formMain::Timeline() { return *frameTimeLine_; }
+MarksView& formMain::Marks() { return *overlays_; }
 
 PixelSize formMain::BrowserSize() const { return {WB_->width(), WB_->height()}; }
 

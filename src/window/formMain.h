@@ -5,47 +5,31 @@
 #include <optional>
 
 #include "commands/menu_view.h"
-#include "timeline/map_marks.h"
 #include "timeline/picker_panel.h"
-#include "timeline/timeline_panel.h"
 #include "tracking/feed_view.h"
-#include "window/boxes_view.h"
 #include "window/editors_widget.h"
 #include "window/frame_view.h"
 #include "window/main_window_rooms.h"
 #include "window/top_level_widget.h"
 
 class QCheckBox;
-class QFrame;
 class QKeyEvent;
 
 namespace pallomir {
 
-class AboutBox;
+class BoxesView;
+class WindowBoxes;
 class CaptionLine;
-class CapturePanel;
 class FormRetryAfterError;
-class HelpOverlays;
-class formMapUpdating;
+class MapOverlays;
 class PickerRow;
-class PointInfos;
-class PointMarker;
 class SizeGrips;
-class TimelineInfo;
-class TimelineStrip;
 class QtMenu;
-class formSplash;
+class TimelineFrame;
 
 /// The main window: the map in its browser, the caption line over it and the timeline under it. It has no
 /// frame of the system. It shows what the rooms say and tells them what the user does; it decides nothing.
-class formMain : public QWidget,
-                 public FrameView,
-                 public BoxesView,
-                 public MenuView,
-                 public FeedView,
-                 public PickerView,
-                 public TimelineView,
-                 public MarksView {
+class formMain : public QWidget, public FrameView, public MenuView, public FeedView, public PickerView {
  public:
   /// `browser` becomes the map, `WB`.
   explicit formMain(QWidget* browser);
@@ -57,6 +41,9 @@ class formMain : public QWidget,
   MainWindow& System() { return system_; }
   HotspotView& Hotspots() { return editors_; }
   UnitView& Units() { return editors_; }
+  BoxesView& Boxes();
+  TimelineView& Timeline();
+  MarksView& Marks();
 
   // FrameView
   void LayOut() override;
@@ -64,16 +51,6 @@ class formMain : public QWidget,
   void ShowDemoMode(bool on) override;
   void ShowWindowMode(WindowMode mode) override;
   void ReturnFocus() override;
-
-  // BoxesView
-  void ShowAbout() override;
-  void ShowSplash() override;
-  void TickStatus(int line) override;
-  void HideSplash() override;
-  void ShowMapUpdating() override;
-  void HideMapUpdating() override;
-  void CloseWindows() override;
-  void EndApplication(int exitCode) override;
 
   // MenuView
   void PopUpMenu(MenuPlace place) override;
@@ -92,23 +69,6 @@ class formMain : public QWidget,
   void MovePointerToReloadButton() override;
   void ShowCaption(bool visible) override;
 
-  // TimelineView
-  bool IsTimelineVisible() const override;
-  void ShowTimeline(bool visible) override;
-  void LayOutTimeline(std::size_t rows) override;
-  int TimelineWidth() const override;
-  void ShowTimelinePicture(const TimelinePicture& picture) override;
-  void ShowTimelineInfo(const std::string& text) override;
-  void HideTimelineInfo() override;
-
-  // MarksView
-  void ShowPointMarker(ViewPoint at) override;
-  void ShowPointInfos(const std::vector<std::string>& texts) override;
-  void HidePointInfos() override;
-  void HidePointMarker() override;
-  void ShowCapturePanel() override;
-  void PointerOverMap(ViewPoint at) override;
-
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void moveEvent(QMoveEvent* event) override;
@@ -126,7 +86,6 @@ class formMain : public QWidget,
   }
 
   void BuildCaptionLine();
-  void BuildTimelineFrame();
   void OrderTabs();
   void ConnectCaptionLine();
   void ConnectPickers();
@@ -143,20 +102,13 @@ class formMain : public QWidget,
   QWidget* WB_;
   CaptionLine* captionLine_;
   PickerRow* pickers_;
-  QFrame* frameTimeLine_;
-  TimelineStrip* strip_;
-  TimelineInfo* frameTimelineInfo_;
+  std::unique_ptr<MapOverlays> overlays_;
+  std::unique_ptr<WindowBoxes> boxes_;
+  TimelineFrame* frameTimeLine_;
   QCheckBox* FocusGetter_;
   std::unique_ptr<QtMenu> formMnu_;  // the menus; only their first one is ever shown, as the popup
-  formSplash* formSplash_;
-  formMapUpdating* formMapUpdating_;
   FormRetryAfterError* FormRetryAfterError_;
-  AboutBox* about_;
-  std::unique_ptr<HelpOverlays> help_;
-  CapturePanel* picP_;
   SizeGrips* pctSizer_;
-  std::unique_ptr<PointMarker> marker_;
-  PointInfos* infos_;
 };
 
 }  // namespace pallomir

@@ -7,10 +7,10 @@
 
 #include "commands/key_of_event_widget.h"
 #include "timeline/picker_row_widget.h"
+#include "window/boxes_widget.h"
 #include "window/caption_line_widget.h"
 #include "window/formMain.h"
-#include "window/formSplash.h"
-#include "window/help_overlays_widget.h"
+#include "window/map_overlays_widget.h"
 
 // What the system and the keyboard do with the main window.
 
@@ -84,8 +84,8 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       rooms_->menuButton();
       return true;
     case Qt::Key_Escape:
-      help_->Hide();
-      formSplash_->hide();
+      overlays_->Help().Hide();
+      boxes_->HideSplash();
       LeaveChrome();
       return false;
     default:

@@ -244,7 +244,7 @@ TEST_F(FormMainTest, ASplashWhosePageNeverGetsReadyGoesByItsButtonOrEscape) {
   QTest::mouseClick(ok, Qt::LeftButton);
   EXPECT_FALSE(splash->isVisible());
   EXPECT_FALSE(ok->hasFocus());
-  window_.ShowSplash();
+  window_.Boxes().ShowSplash();
   QTest::keyClick(&window_, Qt::Key_Escape);
   EXPECT_FALSE(splash->isVisible());
 }
