@@ -86,6 +86,10 @@ enum class Command : int {
   kFinishZone,
   kCancelZone,
   kDeleteVertex,
+  kSetCorner,      ///< at the crosshair; without one the shape is finished. 1: nothing attracts the corner
+  kUndoCorner,     ///< takes the last step of the drawing back
+  kMoveCrosshair,  ///< 0 left, 1 up, 2 right, 3 down; 4 more for a small step, 8 more for a large one
+  kGoToCorner,     ///< 0 the one before, 1 the next
   kPopupZoneLine,
   kBeenHere,
   kNearby,

@@ -61,9 +61,9 @@ constexpr CommandRow MapType(int index, const char* caption, const char* tag, Ho
   return Indexed(index, row);
 }
 
-constexpr CommandRow KeyOnly(Command command, HotKey key, HotKey other = {}) {
+constexpr CommandRow KeyOnly(Command command, HotKey key, HotKey other = {}, HotKey third = {}) {
   CommandRow row{command};
-  row.keys = {key, other};
+  row.keys = {key, other, third};
   return row;
 }
 
@@ -88,6 +88,22 @@ constexpr HotKey Numbered(int number, HotKey key) {
   key.number = number;
   return key;
 }
+
+/// A key for drawing.
+constexpr HotKey Drawing(int modifiers, const char* keys, const char* text, int number = 0) {
+  HotKey key = Unlisted(modifiers, keys, text);
+  key.whileDrawing = true;
+  key.number = number;
+  return key;
+}
+
+constexpr HotKey ByPosition(HotKey key) {
+  key.isPosition = true;
+  return key;
+}
+
+constexpr char kArrows[] = {special_key::kLeft, special_key::kUp, special_key::kRight, special_key::kDown, 0};
+constexpr char kPages[] = {special_key::kPageUp, special_key::kPageDown, 0};
 
 // The picture tells about a digit all that it does.
 constexpr const char* kDigitText =
@@ -187,7 +203,8 @@ constexpr CommandRow kTable[] = {
     Entry(kAbout, "mnuHelpAbout", kHelp, "&About Pallomir"),
 
     Hidden(Entry(kFinishZone, "mnuPopupZoneFinish", kPopup, "Finish Editing Zone")),
-    Hidden(Entry(kCancelZone, "mnuPopupZoneCancel", kPopup, "Cancel Editing Zone")),
+    Hidden(Entry(kCancelZone, "mnuPopupZoneCancel", kPopup, "Cancel Editing Zone",
+                 Drawing(kNoModifier, "\x1b", "While a zone is drawn: cancel"))),
     Hidden(Entry(kDeleteVertex, "mnuPopupZoneDeleteVertex", kPopup, "Delete This Vertex")),
     Hidden(Line(kPopupZoneLine, "mnuPopupZoneSeparator", kPopup)),
     Later(Entry(kBeenHere, "mnuPopupBeenHere", kPopup, "Been Here?")),
@@ -210,6 +227,16 @@ constexpr CommandRow kTable[] = {
             Digits(kCtrl, "Move time interval back N periods", 3, "<Ctrl>1-9", " ")),
     KeyOnly(kTimeForward, Numbered(1, Key("]", "Move time interval forward 1 period", 20, " ")),
             Digits(kCtrl | kShift, "Move time interval forward N periods", 4, "<Ctrl><Shift>", " ")),
+    KeyOnly(kSetCorner,
+            Drawing(kNoModifier, "\r", "While a zone is drawn: set, take up or put down a corner, or finish"),
+            Drawing(kAlt, "\r", "The same, but no other zone's corner attracts it", 1)),
+    KeyOnly(kUndoCorner, Drawing(kCtrl, "Z", "While a zone is drawn: take the last step back")),
+    KeyOnly(kMoveCrosshair,
+            ByPosition(Drawing(kNoModifier, kArrows, "While a zone is drawn: move the crosshair")),
+            ByPosition(Drawing(kShift, kArrows, "The same, by single pixels", 4)),
+            ByPosition(Drawing(kCtrl, kArrows, "The same, by large steps", 8))),
+    KeyOnly(kGoToCorner, ByPosition(Drawing(kNoModifier, kPages,
+                                            "While a zone is drawn: to the corner before, to the next"))),
     KeyOnly(kTimeZoomIn, Key("I", "Zoom in (in time) to 1/3 the interval", 9)),
     KeyOnly(kTimeZoomOut, Key("O", "Zoom out (in time) to 3x the interval", 12)),
     KeyOnly(kCurrentDay, Key("X", "Return to current day, 24-hr display", 19, " ")),

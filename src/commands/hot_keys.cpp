@@ -21,7 +21,31 @@ bool IsFor(const HotKey& hotKey, char key) {
 }
 
 std::string ModifierText(int modifiers) {
-  return std::string(modifiers & kCtrl ? "Ctrl+" : "") + (modifiers & kShift ? "Shift+" : "");
+  return std::string(modifiers & kCtrl ? "Ctrl+" : "") + (modifiers & kAlt ? "Alt+" : "") +
+         (modifiers & kShift ? "Shift+" : "");
+}
+
+std::string KeyName(char key) {
+  switch (key) {
+    case special_key::kEnter:
+      return "Enter";
+    case special_key::kEscape:
+      return "Escape";
+    case special_key::kLeft:
+      return "Left";
+    case special_key::kUp:
+      return "Up";
+    case special_key::kRight:
+      return "Right";
+    case special_key::kDown:
+      return "Down";
+    case special_key::kPageUp:
+      return "Page Up";
+    case special_key::kPageDown:
+      return "Page Down";
+    default:
+      return {key};
+  }
 }
 
 struct KeyOfCommand {
@@ -60,8 +84,9 @@ std::string KeysText(const HotKey& key) {
   std::string text;
   if (key.isNumber)
     return ModifierText(key.modifiers) + key.keys[0] + "–" + std::string_view(key.keys).back();
+  if (*key.keys == special_key::kLeft) return ModifierText(key.modifiers) + "arrows";
   for (const char* each = key.keys; *each; ++each)
-    text += (text.empty() ? "" : ", ") + ModifierText(key.modifiers) + *each;
+    text += (text.empty() ? "" : ", ") + ModifierText(key.modifiers) + KeyName(*each);
   return text;
 }
 
@@ -70,10 +95,21 @@ std::string KeysText(const HotKey& key) {
 std::optional<GivenCommand> FindKeyCommand(int modifiers, char key, int unitCount) {
   for (const CommandRow& row : CommandTable()) {
     for (const HotKey& hotKey : row.keys) {
-      if (hotKey.modifiers != modifiers || !IsFor(hotKey, key)) continue;
+      if (hotKey.whileDrawing || hotKey.modifiers != modifiers || !IsFor(hotKey, key)) continue;
       const int number = hotKey.isNumber ? key - '0' : hotKey.number;
       if (NeedsUnit(row.command) && number > unitCount) return std::nullopt;
       return GivenCommand{row.command, number};
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<GivenCommand> FindDrawingCommand(int modifiers, char key) {
+  for (const CommandRow& row : CommandTable()) {
+    for (const HotKey& hotKey : row.keys) {
+      if (!hotKey.whileDrawing || hotKey.modifiers != modifiers || !IsFor(hotKey, key)) continue;
+      const int position = static_cast<int>(std::string_view(hotKey.keys).find(key));
+      return GivenCommand{row.command, hotKey.number + (hotKey.isPosition ? position : 0)};
     }
   }
   return std::nullopt;
@@ -85,7 +121,7 @@ std::string MenuKeyText(Command command, int index) {
     if (row.command != command || !*key.keys) continue;
     if (key.isNumber && index >= 1 && index <= kUnitsWithKey)
       return ModifierText(key.modifiers) + std::to_string(index);
-    if (!key.isNumber && row.index == index) return ModifierText(key.modifiers) + key.keys[0];
+    if (!key.isNumber && row.index == index) return ModifierText(key.modifiers) + KeyName(key.keys[0]);
   }
   return {};
 }
@@ -111,8 +147,10 @@ KeyListText KeyList() {
 
 std::vector<KeyRow> KeyRows() {
   std::vector<KeyRow> rows;
-  for (const auto& [key, command] : KeysByLine())
-    if (IsBuilt(command)) rows.push_back({KeysText(*key), key->text});
+  for (const bool whileDrawing : {false, true}) {
+    for (const auto& [key, command] : KeysByLine())
+      if (IsBuilt(command) && key->whileDrawing == whileDrawing) rows.push_back({KeysText(*key), key->text});
+  }
   return rows;
 }
 

@@ -21,6 +21,9 @@ struct GivenCommand {
 /// these modifiers.
 std::optional<GivenCommand> FindKeyCommand(int modifiers, char key, int unitCount);
 
+/// The same for the keys that have another meaning while a zone is drawn.
+std::optional<GivenCommand> FindDrawingCommand(int modifiers, char key);
+
 /// The key of a menu entry as menus show it, "Ctrl+T"; empty where it has none.
 std::string MenuKeyText(Command command, int index = 0);
 

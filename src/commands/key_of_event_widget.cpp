@@ -1,6 +1,8 @@
 #include "commands/key_of_event_widget.h"
 
 #include <QChar>
+#include <algorithm>
+#include <iterator>
 
 #include "commands/hot_keys.h"
 
@@ -56,6 +58,29 @@ std::optional<char> KeyWithoutPlace(int key) {
   return std::nullopt;
 }
 
+struct SpecialKey {
+  Qt::Key key;
+  char character;
+  bool repeats;  // a held key goes on
+};
+constexpr SpecialKey kSpecialKeys[] = {
+    {Qt::Key_Return, special_key::kEnter, false},
+    {Qt::Key_Enter, special_key::kEnter, false},
+    {Qt::Key_Escape, special_key::kEscape, false},
+    {Qt::Key_Left, special_key::kLeft, true},
+    {Qt::Key_Up, special_key::kUp, true},
+    {Qt::Key_Right, special_key::kRight, true},
+    {Qt::Key_Down, special_key::kDown, true},
+    {Qt::Key_PageUp, special_key::kPageUp, true},
+    {Qt::Key_PageDown, special_key::kPageDown, true},
+};
+
+const SpecialKey* SpecialKeyOf(int key) {
+  const auto* found =
+      std::ranges::find(kSpecialKeys, key, [](const SpecialKey& each) { return int{each.key}; });
+  return found == std::end(kSpecialKeys) ? nullptr : found;
+}
+
 std::optional<char> CharacterOf(const QKeyEvent& event) {
   // First, for the layouts that have a letter where others have a bracket.
   if (const auto letter = LetterOf(event)) return letter;
@@ -69,9 +94,12 @@ std::optional<char> CharacterOf(const QKeyEvent& event) {
 
 std::optional<PressedKey> KeyOfEvent(const QKeyEvent& event) {
   const Qt::KeyboardModifiers held = event.modifiers();
-  if (event.isAutoRepeat() || held.testFlag(Qt::KeypadModifier) || held.testFlag(Qt::MetaModifier))
+  const SpecialKey* special = SpecialKeyOf(event.key());
+  // Special keys mean the same wherever on the keyboard they are.
+  if (held.testFlag(Qt::MetaModifier) || (!special && held.testFlag(Qt::KeypadModifier)) ||
+      (event.isAutoRepeat() && !(special && special->repeats)))
     return std::nullopt;
-  const auto key = CharacterOf(event);
+  const auto key = special ? std::optional(special->character) : CharacterOf(event);
   if (!key) return std::nullopt;
   int modifiers = kNoModifier;
   if (held.testFlag(Qt::ShiftModifier)) modifiers |= kShift;

@@ -49,6 +49,10 @@ void Client::HandleOptionCommands() {
 
 bool Client::KeyDown(int modifiers, char key) {
   if (closing_ || pickers_.IsEdited()) return false;
+  if (zones_.IsDrawing() && !focus_.IsHeldOff()) {
+    if (const auto drawing = FindDrawingCommand(modifiers, key))
+      return handlers_.Run(drawing->command, drawing->number);
+  }
   const auto given = FindKeyCommand(modifiers, key, static_cast<int>(units_.List().size()));
   if (!given) return false;
   const bool hasActed = handlers_.Run(given->command, given->number);

@@ -1,9 +1,12 @@
 #include "shell/client_zones.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <utility>
 
+#include "base/number_format.h"
+#include "map/page_fields.h"
 #include "map/projection.h"
 
 namespace pallomir {
@@ -32,6 +35,23 @@ WorldBox BoxOf(const ZoneBounds& bounds) {
   box.Widen(LngToWorldX(DegreesToPositionUnits(bounds.minLng)), y(bounds.minLat));
   box.Widen(LngToWorldX(DegreesToPositionUnits(bounds.maxLng)), y(bounds.maxLat));
   return box;
+}
+
+// In the page's form, as its field says: "+0010-0001", pixels to the right and down.
+std::string CrosshairMove(int number) {
+  constexpr int kSteps[] = {10, 1, 50};
+  const int step = kSteps[number / 4];
+  const auto text = [](int pixels) { return (pixels < 0 ? "-" : "+") + FormatInteger(std::abs(pixels), 4); };
+  switch (number % 4) {
+    case 0:
+      return text(-step) + text(0);
+    case 1:
+      return text(0) + text(-step);
+    case 2:
+      return text(step) + text(0);
+    default:
+      return text(0) + text(step);
+  }
 }
 
 }  // namespace
@@ -90,6 +110,7 @@ void ClientZones::HandleCommands(CommandHandlers& handlers) {
   handlers.Set(Command::kImportZones, [this](int) {
     if (transfer_) transfer_->Import();
   });
+  HandleDrawing(handlers);
   const auto handleOfZone = [&](Command command, ZoneOperation operation) {
     handlers.Set(command, [this, operation](int zone) {
       if (zones_) zones_->Run(operation, static_cast<ZoneOrdinal>(zone));
@@ -100,6 +121,19 @@ void ClientZones::HandleCommands(CommandHandlers& handlers) {
   handleOfZone(Command::kEditZone, ZoneOperation::kMod);
   handleOfZone(Command::kZoomToZone, ZoneOperation::kZoom);
   handleOfZone(Command::kBeenInZone, ZoneOperation::kBeen);
+}
+
+void ClientZones::HandleDrawing(CommandHandlers& handlers) {
+  const auto handle = [&](Command command, const char* field, std::string (*text)(int)) {
+    handlers.Set(command, [this, field, text](int number) {
+      if (IsDrawing()) host_.write(field, text(number));
+    });
+  };
+  handle(Command::kSetCorner, field::kZoneCorner, [](int free) -> std::string { return free ? "A" : " "; });
+  handle(Command::kUndoCorner, field::kZoneUndo, [](int) -> std::string { return " "; });
+  handle(Command::kMoveCrosshair, field::kZoneCrosshair, CrosshairMove);
+  handle(Command::kGoToCorner, field::kZoneCrosshair,
+         [](int next) -> std::string { return next ? "N" : "P"; });
 }
 
 ZoneMenuState ClientZones::MenuState() const {

@@ -44,6 +44,7 @@ class ClientZones {
   void OnShapeCancelled();
   void OnShapeClosable();
 
+  bool IsDrawing() const { return zones_ && zones_->IsDrawing(); }
   /// Whether positions outside all zones are the quiet ones.
   bool IsTopLevelAlerted() const;
 
@@ -57,6 +58,7 @@ class ClientZones {
 
  private:
   void HandleCommands(CommandHandlers& handlers);
+  void HandleDrawing(CommandHandlers& handlers);
   void ShowMenus();
   void ShowList();
   void OnPointerRests();

@@ -17,6 +17,7 @@ class FocusHolder {
 
   /// The user works with the caption line or a menu: the keyboard stays there for now.
   void HoldOff(bool hold) { held_ = hold; }
+  bool IsHeldOff() const { return held_; }
   /// The map may have lost the keyboard.
   void Return();
 

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <QWindow>
 
+#include "commands/command_table.h"
 #include "commands/key_of_event_widget.h"
 #include "timeline/picker_row_widget.h"
 #include "window/boxes_widget.h"
@@ -84,6 +85,7 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       rooms_->menuButton();
       return true;
     case Qt::Key_Escape:
+      if (!overlays_->Help().IsShown() && rooms_->keyDown(kNoModifier, special_key::kEscape)) return true;
       overlays_->Help().Hide();
       boxes_->HideSplash();
       LeaveChrome();

@@ -31,6 +31,8 @@ void HelpOverlays::Hide() {
   pctKeyList_->HideOverlay();
 }
 
+bool HelpOverlays::IsShown() const { return pctKeyboard_->isVisible() || pctKeyList_->isVisible(); }
+
 void HelpOverlays::Raise() {
   pctKeyboard_->raise();
   pctKeyList_->raise();

@@ -22,6 +22,7 @@ class HelpOverlays {
   void ShowKeyList();
   void ReadKeyboard();  ///< gives the keyboard to the picture's keys
   void Hide();
+  bool IsShown() const;
   void Raise();
   /// Where the pointer was seen over the map.
   void PointerOverMap(const QPoint& at);

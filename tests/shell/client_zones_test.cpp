@@ -107,6 +107,41 @@ TEST_F(ClientZonesTest, AShapeGoesToThePageAndBack) {
   EXPECT_EQ(ReadFile(File()), saved);
 }
 
+TEST_F(ClientZonesTest, KeysDrawWhileAShapeIsDrawn) {
+  using namespace special_key;
+  Start();
+  ReportReady();
+  struct Row {
+    int modifiers;
+    char key;
+    const char* write;
+  };
+  const Row rows[] = {{kNoModifier, kRight, "TxtZX=+0010+0000"},
+                      {kShift, kUp, "TxtZX=+0000-0001"},
+                      {kCtrl, kLeft, "TxtZX=-0050+0000"},
+                      {kNoModifier, kDown, "TxtZX=+0000+0010"},
+                      {kNoModifier, kPageUp, "TxtZX=P"},
+                      {kNoModifier, kPageDown, "TxtZX=N"},
+                      {kNoModifier, kEnter, "TxtZV= "},
+                      {kAlt, kEnter, "TxtZV=A"},
+                      {kCtrl, 'Z', "TxtZU= "},
+                      {kNoModifier, kEscape, "TxtZC= "}};
+  for (const Row& row : rows) {
+    if (row.key != 'Z') EXPECT_FALSE(client->KeyDown(row.modifiers, row.key)) << row.write;
+  }
+  Choose(Command::kAddZone);
+  zonesView.Press("Edit Shape");
+  beeper.beeps = 0;
+  for (const Row& row : rows) {
+    EXPECT_TRUE(client->KeyDown(row.modifiers, row.key)) << row.write;
+    EXPECT_EQ(LastWrite(), row.write);
+  }
+  EXPECT_EQ(beeper.beeps, 0);
+  EXPECT_TRUE(client->KeyDown(kNoModifier, 'S')) << "the others stay";
+  client->RoomsOfWindow().focus.HoldOff(true);
+  EXPECT_FALSE(client->KeyDown(kNoModifier, kEnter)) << "it is the caption line's";
+}
+
 TEST_F(ClientZonesTest, ARightClickOffersTheZoneThereUntilTheMenuIsGone) {
   Start();
   ReportReady();

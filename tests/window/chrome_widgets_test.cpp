@@ -94,6 +94,8 @@ TEST(KeyOfEvent, TellsKeysByPlaceAndLetter) {
     EXPECT_EQ(key ? std::to_string(key->modifiers) + key->key : "", row.expected) << row.name;
   }
   EXPECT_FALSE(KeyOfEvent(QKeyEvent(QEvent::KeyPress, Qt::Key_A, {}, QString(), true))) << "repeat";
+  EXPECT_FALSE(KeyOfEvent(QKeyEvent(QEvent::KeyPress, Qt::Key_Return, {}, QString(), true))) << "repeat";
+  EXPECT_TRUE(KeyOfEvent(QKeyEvent(QEvent::KeyPress, Qt::Key_Left, {}, QString(), true))) << "goes on";
 }
 
 TEST_F(ChromeTest, TheHelpsAreShownWholeInALowWindow) {
