@@ -20,13 +20,6 @@
 #include "window/timeline_frame_widget.h"
 
 namespace pallomir {
-namespace {
-
-// The page is told that it has 21 by 5 pixels less than the browser. Half of the 5, and of the 3 that are not
-// the unused width, lie before it: then its middle is the one that marks over the map are reckoned from.
-constexpr QPoint kPageInset(2, 3);
-
-}  // namespace
 
 formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), WB_(browser) {
   SetAccessible(this, {.role = QAccessible::Window});
@@ -153,7 +146,7 @@ void formMain::LayOut() {
   const int captionHeight = captionLine_->sizeHint().height();
   const int mapHeight = std::max(0, height() - frameHeight - captionHeight);
   mapArea_->setGeometry(0, captionHeight, width(), mapHeight);
-  WB_->setGeometry(kPageInset.x(), kPageInset.y(), width() + kUnusedBrowserWidth, mapHeight);
+  WB_->setGeometry(0, 0, width() + kUnusedBrowserWidth, mapHeight);
   frameTimeLine_->setGeometry(0, captionHeight + mapHeight, width(), frameHeight);
   captionLine_->setGeometry(0, 0, width(), captionHeight);
   pctSizer_->Raise();
