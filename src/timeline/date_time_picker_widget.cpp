@@ -74,7 +74,7 @@ QSize DateTimePicker::sizeHint() const {
 
 void DateTimePicker::FocusDay() {
   setFocus(Qt::ShortcutFocusReason);
-  // The weekday is a section of the day too, but the first of them, and nothing changes it.
+  // The weekday is a section of the day too, but the first of them, and stays within its week.
   for (int section = sectionCount() - 1; section >= 0; --section)
     if (sectionAt(section) == DaySection) return SelectSection(section);
 }
@@ -84,7 +84,7 @@ void DateTimePicker::SelectSection(int index) {
   setSelectedSection(sectionAt(index));
 }
 
-// Of its sections Tab leaves out the weekday, which keys can't change.
+// Tab leaves out the weekday, which follows the day.
 int DateTimePicker::FirstStop() const { return displayFormat().startsWith("ddd") ? 1 : 0; }
 
 void DateTimePicker::focusInEvent(QFocusEvent* event) {

@@ -134,7 +134,7 @@ TEST_F(PickerRowTest, ReloadStaysUnderAPressWhateverIsShownMeanwhile) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return !Picker(1)->isVisible(); })) << "made up for";
 }
 
-TEST_F(PickerRowTest, TabStopsAtWhatKeysCanChange) {
+TEST_F(PickerRowTest, TabLeavesOutTheWeekday) {
   Show(0, kEditingFormat);
   Show(1, kEditingFormat);
   Reload()->show();
