@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "commands/command_table.h"
 #include "fakes/client_harness.h"
 
 namespace pallomir {
