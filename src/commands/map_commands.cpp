@@ -1,9 +1,11 @@
 #include "commands/map_commands.h"
 
+#include <utility>
+
 namespace pallomir {
 
-MapCommands::MapCommands(MenuModel& menus, CommandHandlers& handlers, PageForm& form, MenuView& view)
-    : menus_(menus), form_(form), view_(view) {
+MapCommands::MapCommands(MenuModel& menus, CommandHandlers& handlers, MapBridge& map, MenuView& view)
+    : menus_(menus), map_(map), form_(map.Form()), view_(view) {
   const auto handleLayer = [&](Command command, PageLayer layer) {
     handlers.Set(command, [this, command, layer](int) { form_.ShowLayer(layer, Toggle(command)); });
   };
@@ -16,6 +18,10 @@ MapCommands::MapCommands(MenuModel& menus, CommandHandlers& handlers, PageForm& 
   });
   handlers.Set(Command::kStreetView, [this](int) { form_.ShowStreetView(Toggle(Command::kStreetView)); });
   handlers.Set(Command::kPanorama, [this](int) { SetPanorama(!IsChecked(Command::kPanorama)); });
+  handlers.Set(Command::kContactPoint, [this](int index) {
+    Toggle(Command::kContactPoint, index);
+    map_.Rebuild();
+  });
   handlers.Set(Command::kNearby, [this](int) { form_.AskForAddress(); });
 }
 
@@ -28,6 +34,14 @@ PageChoices MapCommands::Choices() const {
   choices.panorama = IsChecked(Command::kPanorama);
   choices.streetView = IsChecked(Command::kStreetView);
   return choices;
+}
+
+TrackDrawing MapCommands::Drawing(std::vector<std::span<const DataPoint>> tracks) const {
+  TrackDrawing drawing;
+  drawing.units = std::move(tracks);
+  drawing.ringReceived = IsChecked(Command::kContactPoint, 0);
+  drawing.ringNotReceived = IsChecked(Command::kContactPoint, 1);
+  return drawing;
 }
 
 void MapCommands::PopUpAtPointer(bool hasPlace) {
@@ -44,8 +58,8 @@ void MapCommands::MenuButtonClicked() {
   }
 }
 
-bool MapCommands::Toggle(Command command) {
-  MenuItem& entry = menus_.At(command);
+bool MapCommands::Toggle(Command command, int index) {
+  MenuItem& entry = menus_.At(command, index);
   return entry.checked = !entry.checked;
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <span>
 #include <string>
+#include <vector>
 
 #include "commands/command_handlers.h"
 #include "commands/menu_view.h"
-#include "map/page_form.h"
+#include "map/map_bridge.h"
 
 namespace pallomir {
 
@@ -12,9 +14,11 @@ namespace pallomir {
 class MapCommands {
  public:
   /// Takes over the commands. All arguments outlive it.
-  MapCommands(MenuModel& menus, CommandHandlers& handlers, PageForm& form, MenuView& view);
+  MapCommands(MenuModel& menus, CommandHandlers& handlers, MapBridge& map, MenuView& view);
 
   PageChoices Choices() const;
+  /// The tracks, with rings around the points that the user chose to mark.
+  TrackDrawing Drawing(std::vector<std::span<const DataPoint>> tracks) const;
 
   /// Opens the menu where the page was clicked; some entries need a place on the map.
   void PopUpAtPointer(bool hasPlace);
@@ -22,12 +26,13 @@ class MapCommands {
   void MenuButtonClicked();
 
  private:
-  bool IsChecked(Command command) const { return menus_.At(command).checked; }
-  bool Toggle(Command command);
+  bool IsChecked(Command command, int index = 0) const { return menus_.At(command, index).checked; }
+  bool Toggle(Command command, int index = 0);
   const std::string& MapType() const;
   void SetPanorama(bool on);
 
   MenuModel& menus_;
+  MapBridge& map_;
   PageForm& form_;
   MenuView& view_;
 };

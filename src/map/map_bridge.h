@@ -91,6 +91,8 @@ class MapBridge {
   const TrackTiles& Tiles() const { return tiles_; }
   const PageState& Page() const { return page_; }
   PageForm& Form() { return form_; }
+  /// Whom the bridge tells, for those that join it once it is made.
+  Host& Listeners() { return host_; }
 
   /// Points have arrived that no rebuild has drawn yet.
   void NotePoints() { notDrawn_ = true; }

@@ -19,6 +19,13 @@ TileFolders FoldersOfTiles(const Folders& folders) {
   return {parent / "Tiles", parent / "Tiles_Zones", folders.application};
 }
 
+void EmptyTileFolders(const TileFolders& folders) {
+  const std::filesystem::path parent = folders.track.parent_path();
+  for (const auto& folder : {parent.parent_path(), parent, folders.track, folders.zone}) MakeFolder(folder);
+  DeleteFiles(folders.track);
+  DeleteFiles(folders.zone);
+}
+
 TrackTiles::TrackTiles(TileFolders folders, Trace& trace) : folders_(std::move(folders)), trace_(trace) {}
 
 void TrackTiles::Begin(std::optional<TrackDrawing> drawing) {

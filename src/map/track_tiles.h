@@ -26,6 +26,9 @@ struct TileFolders {
 /// executable.
 TileFolders FoldersOfTiles(const Folders& folders);
 
+/// Makes the folders of the tiles and deletes what an earlier run left in them.
+void EmptyTileFolders(const TileFolders& folders);
+
 inline constexpr char kBlankTile[] = "blank_x.png";
 inline constexpr char kAlertedTile[] = "Red.png";
 inline constexpr char kNotAlertedTile[] = "Grn.png";

@@ -1,24 +1,22 @@
 #pragma once
 
-#include <memory>
-#include <string>
+#include <cstddef>
+#include <vector>
 
-#include "commands/choice_commands.h"
 #include "commands/command.h"
 #include "commands/command_handlers.h"
 #include "commands/map_commands.h"
-#include "dataserver/service_control.h"
-#include "hotspots/hotspot_room.h"
 #include "map/map_bridge.h"
 #include "map/map_view.h"
 #include "platform/event_loop.h"
 #include "platform/local_clock.h"
 #include "platform/menu_model.h"
 #include "settings/stored_choices.h"
-#include "shell/client_zones.h"
-#include "shell/demo_switch.h"
 #include "shell/instance_hold.h"
+#include "shell/joint.h"
+#include "shell/option_joints.h"
 #include "shell/ports.h"
+#include "shell/zone_joints.h"
 #include "timeline/displayed_points.h"
 #include "timeline/map_marks.h"
 #include "timeline/picker_panel.h"
@@ -65,8 +63,8 @@ class Client {
   DataFeed& Feed() { return feed_; }
   const PointStore& Points() const { return feed_.Points(); }
   const MapView& View() const { return view_; }
-  const PageState& Page() const { return map_->Page(); }
-  const TrackTiles& Tiles() const { return map_->Tiles(); }
+  const PageState& Page() const { return map_.Page(); }
+  const TrackTiles& Tiles() const { return map_.Tiles(); }
   PickerPanel& Pickers() { return pickers_; }
   TimelinePanel& Timeline() { return timeline_; }
   MapMarks& Marks() { return marks_; }
@@ -76,12 +74,9 @@ class Client {
 
  private:
   // Start-up in its order (client_start.cpp)
-  void ReadZone();
   void ContinueLoad();
-  void PrepareFolders();
   void CheckUnits();
   void ShowWindow();
-  void JoinServices();
 
   // Data (client_data.cpp)
   DataFeed::Host FeedHost();
@@ -91,18 +86,12 @@ class Client {
   // Commands of menus and keys (client_commands.cpp)
   void HandleCommands();
   void HandleViewCommands();
-  void HandleOptionCommands();
-  bool Toggle(Command command, int index = 0);  ///< its check mark; gives the new one
-
-  void OpenFaqs();
-  std::string FaqAddress() const { return "http://" + ports_.deployment.webSite + "/faq"; }
 
   // Units (client_window.cpp)
   void EnumerateMUs();
 
   // Map (client_map.cpp)
   MapBridge::Host MapHost();
-  TrackDrawing Drawing();
   WorldBox BeginFit(std::size_t k);
 
   // Layout (client_window.cpp)
@@ -111,7 +100,7 @@ class Client {
   PickerPanel::Host PickerHost();
   TimelinePanel::Host TimelineHost();
   MapMarks::Host MarksHost();
-  ClientZones::Host ZonesHost();
+  JoinedRooms Rooms();
 
   Ports ports_;
   bool closing_ = false;
@@ -121,19 +110,14 @@ class Client {
   MenuModel menus_;
   CommandHandlers handlers_;
   UnitRegister units_;
-  ChoiceCommands choiceCommands_;
-  HotspotRoom hotspots_;
   LocalClock localClock_;
-  ServiceControl service_;
   InstanceHold hold_;
-  DemoSwitch demoSwitch_;
 
   DataFeed feed_;
 
   MapView view_;
-  std::unique_ptr<MapBridge> map_;
-  std::unique_ptr<MapCommands> mapCommands_;
-  ClientZones zones_;
+  MapBridge map_;
+  MapCommands mapCommands_;
 
   DisplayedPoints points_;
   PickerPanel pickers_;
@@ -143,6 +127,11 @@ class Client {
   WindowFrame frame_;
   FocusHolder focus_;
   MapUpdating mapUpdating_;
+
+  // What works with all of these.
+  OptionJoints options_;
+  ZoneJoints zones_;
+  const std::vector<Joint*> joints_{&options_, &zones_};
 };
 
 }  // namespace pallomir

@@ -2,9 +2,7 @@
 
 #include "commands/command_table.h"
 #include "commands/hot_keys.h"
-#include "commands/hotspot_menus.h"
 #include "commands/menus.h"
-#include "commands/service_commands.h"
 #include "commands/time_commands.h"
 #include "commands/unit_menu.h"
 #include "shell/client.h"
@@ -13,13 +11,16 @@
 
 namespace pallomir {
 
-// What is not about the map page (commands/map_commands.h) has its handler here.
+// What concerns several rooms has its handler here, the rest with its room.
 void Client::HandleCommands() {
   HandleViewCommands();
-  HandleOptionCommands();
   HandleTimeCommands(handlers_, pickers_);
   const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
-  handle(Command::kFaqs, [this](int) { OpenFaqs(); });
+  handle(Command::kFaqs, [this](int) {
+    const std::string address = ports_.deployment.FaqAddress();
+    if (!ports_.desktop.programs.OpenPage(address))
+      ports_.trace.Line("no program to show " + address + " with");
+  });
   handle(Command::kAbout, [this](int) { ports_.views.boxes.ShowAbout(); });
   handle(Command::kExit, [this](int) { ports_.desktop.window.Close(); });
 }
@@ -30,21 +31,11 @@ void Client::HandleViewCommands() {
   handle(Command::kFitAll, [this](int) { FitByUser(0); });
   handle(Command::kFitUnit, [this](int k) { FitByUser(static_cast<std::size_t>(k)); });
   handle(Command::kTimeline, [this](int) {
-    ports_.views.timeline.ShowTimeline(Toggle(Command::kTimeline));
+    bool& isShown = menus_.At(Command::kTimeline).checked;
+    ports_.views.timeline.ShowTimeline(isShown = !isShown);
     MapReload();
   });
   JoinUnits(menus_, handlers_, units_);
-}
-
-void Client::HandleOptionCommands() {
-  const auto handle = [this](Command command, auto handler) { handlers_.Set(command, handler); };
-  handle(Command::kContactPoint, [this](int index) {
-    Toggle(Command::kContactPoint, index);
-    map_->Rebuild();
-  });
-  handle(Command::kDemoMode, [this](int) { demoSwitch_.Ask(); });
-  HandleHotspotCommands(handlers_, hotspots_);
-  HandleServiceCommands(handlers_, service_);
 }
 
 bool Client::KeyDown(int modifiers, char key) {
@@ -66,23 +57,13 @@ bool Client::KeyDown(int modifiers, char key) {
 
 void Client::MenuButtonClicked() {
   zones_.OfferNone();
-  mapCommands_->MenuButtonClicked();
+  mapCommands_.MenuButtonClicked();
 }
 
 void Client::MenuChosen(const MenuItem& item) {
   if (closing_) return;
   focus_.HoldOff(false);
   handlers_.Run(item.command, item.index);
-}
-
-bool Client::Toggle(Command command, int index) {
-  MenuItem& item = menus_.At(command, index);
-  return item.checked = !item.checked;
-}
-
-void Client::OpenFaqs() {
-  if (!ports_.desktop.programs.OpenPage(FaqAddress()))
-    ports_.trace.Line("no program to show " + FaqAddress() + " with");
 }
 
 }  // namespace pallomir

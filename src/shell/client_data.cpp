@@ -13,17 +13,17 @@ DataFeed::Host Client::FeedHost() {
     const TimeWindow& window = pickers_.Window();
     return DataFeed::UtcSpan{localClock_.ToUtc(window.start), localClock_.ToUtc(window.end)};
   };
-  host.isDrawing = [this] { return map_->IsRebuilding(); };
-  host.hasUndrawnPoints = [this] { return map_->HasUndrawnPoints(); };
-  host.note = [this] { return service_.Note(); };
-  host.restarting = [this] { map_->OpenIfLost(); };
+  host.isDrawing = [this] { return map_.IsRebuilding(); };
+  host.hasUndrawnPoints = [this] { return map_.HasUndrawnPoints(); };
+  host.note = [this] { return options_.ServiceNote(); };
+  host.restarting = [this] { map_.OpenIfLost(); };
   host.arrived = [this] { marks_.HidePointMarker(); };
-  host.beforeDecoding = [this] { map_->DropRebuild(); };
+  host.beforeDecoding = [this] { map_.DropRebuild(); };
   host.pointsMoved = [this] { timeline_.PointsMoved(); };
   host.batchMerged = [this](const MergedBatch& batch) { OnBatch(batch); };
   host.endSession = [this] { ports_.desktop.window.Close(); };
   host.locatorHost = ports_.deployment.websiteServer;
-  host.faqAddress = FaqAddress();
+  host.faqAddress = ports_.deployment.FaqAddress();
   return host;
 }
 
@@ -33,24 +33,25 @@ void Client::OnBatch(const MergedBatch& batch) {
     view_.LatestLat = WorldYToLat(batch.newest->y);
     view_.LatestLng = WorldXToLng(batch.newest->x);
   }
+  for (Joint* joint : joints_) joint->OnBatch(batch);
   OnUpdateAction();
   timeline_.DataCame();
 }
 
 void Client::OnUpdateAction() {
-  if (choices_.onUpdate.Value() == 1 || !map_->MayFit()) {
-    map_->FitToNewData(BeginFit(0));
+  if (choices_.onUpdate.Value() == 1 || !map_.MayFit()) {
+    map_.FitToNewData(BeginFit(0));
     return;
   }
-  if (feed_.Points().PointCount() > 0) map_->NotePoints();
+  if (feed_.Points().PointCount() > 0) map_.NotePoints();
   if (choices_.onUpdate.Value() == 2) {
-    map_->SendPan(view_.LatestLat, view_.LatestLng);
+    map_.SendPan(view_.LatestLat, view_.LatestLng);
   }
 }
 
 void Client::FitByUser(std::size_t k) {
   feed_.TakeInHeld();
-  map_->FitToData(BeginFit(k));
+  map_.FitToData(BeginFit(k));
   timeline_.Timeline_Resize();  // the redraw takes the notice away, also where there was nothing new
 }
 

@@ -22,7 +22,7 @@ TimelinePanel::Host Client::TimelineHost() {
 MapMarks::Host Client::MarksHost() {
   MapMarks::Host host;
   host.browserSize = [this] { return ports_.views.frame.BrowserSize(); };
-  host.boxDrawn = [this](const WorldBox& box) { map_->ZoomTo(box); };
+  host.boxDrawn = [this](const WorldBox& box) { map_.ZoomTo(box); };
   host.pointerLeft = [this] { zones_.PointerLeft(); };
   return host;
 }

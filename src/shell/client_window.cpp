@@ -21,9 +21,10 @@ void Client::MapReload() {
   if (closing_ || !loaded_) return;
   ports_.trace.Line("MapReload begin...");
   ports_.desktop.beeper.Beep();
-  map_->DropRebuild();
+  for (Joint* joint : joints_) joint->OnReload();
+  map_.DropRebuild();
   feed_.Forget();
-  map_->Rebuild();  // of empty tracks, so that they may be replaced meanwhile
+  map_.Rebuild();  // of empty tracks, so that they may be replaced meanwhile
   EnumerateMUs();
   frame_.LayOut();
   feed_.Restart();
@@ -34,8 +35,8 @@ void Client::OnLaidOut() {
   marks_.HidePointMarker();
   if (frame_.IsMinimised()) return;
   ports_.views.frame.LayOut();
-  map_->SendSize();
-  map_->SendCentre();
+  map_.SendSize();
+  map_.SendCentre();
   timeline_.Timeline_Resize();
 }
 
@@ -49,7 +50,7 @@ MainWindowRooms Client::RoomsOfWindow() {
           marks_,
           feed_,
           units_,
-          hotspots_,
+          options_.Hotspots(),
           [this](int modifiers, char key) { return KeyDown(modifiers, key); },
           [this] { MenuButtonClicked(); },
           [this] { Unload(); }};

@@ -10,6 +10,8 @@ namespace pallomir {
 struct Deployment {
   std::string websiteServer = "127.0.0.1";  ///< host of the locator, port 2435
   std::string webSite = "127.0.0.1:2480";   ///< host, or host:port, of the map page
+
+  std::string FaqAddress() const { return "http://" + webSite + "/faq"; }
 };
 
 /// Reads `Key=Value` lines; "#" and ";" begin comments. Each line that means nothing is described in

@@ -4,6 +4,20 @@
 
 namespace pallomir {
 
+std::vector<std::span<const DataPoint>> DisplayedPoints::Tracks() const {
+  std::vector<std::span<const DataPoint>> tracks;
+  for (std::size_t k = 1; k <= UnitCount(); ++k) tracks.push_back(Points(k));
+  return tracks;
+}
+
+WorldBox DisplayedPoints::BoxOfUnit(std::size_t k) const {
+  WorldBox box;
+  for (std::size_t unit = 1; unit <= UnitCount(); ++unit) {
+    if (k == 0 || unit == k) box = BoxOf(Points(unit), box);
+  }
+  return box.IsEmpty() ? DefaultBox() : box;
+}
+
 const DataPoint* DisplayedPoints::Find(std::size_t k, std::size_t index) const {
   if (k == 0 || k > UnitCount() || index >= Points(k).size()) return nullptr;
   return &Points(k)[index];

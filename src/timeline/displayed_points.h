@@ -4,7 +4,9 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
+#include "map/map_view.h"
 #include "platform/local_clock.h"
 #include "settings/choice.h"
 #include "timeline/point_text.h"
@@ -25,6 +27,9 @@ class DisplayedPoints {
   std::size_t UnitCount() const { return store_.UnitCount(); }
   const std::string& Description(std::size_t k) const { return units_.descriptions[k]; }
   std::span<const DataPoint> Points(std::size_t k) const { return store_.Track(k).Points(); }
+  std::vector<std::span<const DataPoint>> Tracks() const;
+  /// The box of unit k's points, of all for k = 0; without points a default one.
+  WorldBox BoxOfUnit(std::size_t k) const;
   /// Null where there is no such unit or point: who asks may have heard of it before the points moved.
   const DataPoint* Find(std::size_t k, std::size_t index) const;
   /// The index of the point nearest to a local time.

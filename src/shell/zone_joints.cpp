@@ -1,4 +1,4 @@
-#include "shell/client_zones.h"
+#include "shell/zone_joints.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -56,40 +56,58 @@ std::string CrosshairMove(int number) {
 
 }  // namespace
 
-ClientZones::ClientZones(ZonesView& view, EventLoop& loop, QuestionQueue& questions, Trace& trace,
-                         MenuModel& menus, CommandHandlers& handlers, Host host)
-    : view_(view),
-      loop_(loop),
-      questions_(questions),
-      trace_(trace),
-      menus_(menus),
-      host_(std::move(host)),
-      pointerRest_(loop.CreateTimer("ZonePointerRest", kRestMilliseconds, [this] { OnPointerRests(); })) {
-  HandleCommands(handlers);
+ZoneJoints::ZoneJoints(const JoinedRooms& rooms)
+    : ports_(rooms.ports),
+      view_(ports_.views.zones),
+      choices_(rooms.choices),
+      menus_(rooms.menus),
+      map_(rooms.map),
+      pointerRest_(
+          ports_.loop.CreateTimer("ZonePointerRest", kRestMilliseconds, [this] { OnPointerRests(); })) {
+  HandleCommands(rooms.handlers);
+  JoinPage(map_.Listeners());
 }
 
-void ClientZones::Open(const Folders& folders, bool isDemoMode) {
-  Zones::Host host;
-  host.write = host_.write;
-  host.changed = [this] { ShowMenus(); };
-  host.zoomTo = [this](const ZoneBounds& bounds) { host_.zoomTo(BoxOf(bounds)); };
-  host.endProgram = host_.endProgram;
-  zones_ = std::make_unique<Zones>(view_, loop_, questions_, trace_, ZoneFileIn(folders, isDemoMode, trace_),
-                                   std::move(host));
-  transfer_ = std::make_unique<ZoneTransfer>(view_, questions_, *zones_);
+void ZoneJoints::Open() {
+  zones_ = std::make_unique<Zones>(
+      view_, ports_.loop, ports_.desktop.questions, ports_.trace,
+      ZoneFileIn(ports_.storage.folders, choices_.demoMode.Value(), ports_.trace), ZonesHost());
+  transfer_ = std::make_unique<ZoneTransfer>(view_, ports_.desktop.questions, *zones_);
   list_ = std::make_unique<ZoneListModel>(zones_->Tree());
-  list_->inKilometers = host_.inKilometers;
+  list_->inKilometers = [this] { return choices_.unitOfMeasure.Value() == 1; };
   list_->mayChange = [this] { return !zones_->IsDrawing(); };
   zones_->LoadZones();
 }
 
-void ClientZones::Close() {
+Zones::Host ZoneJoints::ZonesHost() {
+  Zones::Host host;
+  host.write = [this](const char* field, const std::string& text) { Write(field, text); };
+  host.changed = [this] { ShowMenus(); };
+  host.zoomTo = [this](const ZoneBounds& bounds) { map_.ZoomTo(BoxOf(bounds)); };
+  host.endProgram = [this] { ports_.desktop.window.Close(); };
+  return host;
+}
+
+void ZoneJoints::JoinPage(MapBridge::Host& host) {
+  host.isTopLevelAlerted = [this] { return zones_ && zones_->Tree().TopLevelKind() == ZoneKind::kAlerted; };
+  host.shapeFinished = [this](const std::string& payload) {
+    if (zones_) zones_->OnShapeFinished(payload);
+  };
+  host.shapeCancelled = [this] {
+    if (zones_) zones_->OnShapeCancelled();
+  };
+  host.shapeClosable = [this] {
+    if (zones_) zones_->OnShapeClosable();
+  };
+}
+
+void ZoneJoints::Close() {
   PointerLeft();
   if (zones_) zones_->Close();
   view_.Close();
 }
 
-void ClientZones::HandleCommands(CommandHandlers& handlers) {
+void ZoneJoints::HandleCommands(CommandHandlers& handlers) {
   const auto handle = [&](Command command, void (Zones::*act)()) {
     handlers.Set(command, [this, act](int) {
       if (zones_) (*zones_.*act)();
@@ -123,10 +141,10 @@ void ClientZones::HandleCommands(CommandHandlers& handlers) {
   handleOfZone(Command::kBeenInZone, ZoneOperation::kBeen);
 }
 
-void ClientZones::HandleDrawing(CommandHandlers& handlers) {
+void ZoneJoints::HandleDrawing(CommandHandlers& handlers) {
   const auto handle = [&](Command command, const char* field, std::string (*text)(int)) {
     handlers.Set(command, [this, field, text](int number) {
-      if (IsDrawing()) host_.write(field, text(number));
+      if (IsDrawing()) Write(field, text(number));
     });
   };
   handle(Command::kSetCorner, field::kZoneCorner, [](int free) -> std::string { return free ? "A" : " "; });
@@ -136,7 +154,7 @@ void ClientZones::HandleDrawing(CommandHandlers& handlers) {
          [](int next) -> std::string { return next ? "N" : "P"; });
 }
 
-ZoneMenuState ClientZones::MenuState() const {
+ZoneMenuState ZoneJoints::MenuState() const {
   ZoneMenuState state;
   state.tree = &zones_->Tree();
   state.mayChange = !zones_->IsDrawing();
@@ -146,12 +164,12 @@ ZoneMenuState ClientZones::MenuState() const {
   return state;
 }
 
-void ClientZones::ShowMenus() {
+void ZoneJoints::ShowMenus() {
   ShowZones(menus_, MenuState());
   view_.RefreshList();
 }
 
-void ClientZones::ShowList() {
+void ZoneJoints::ShowList() {
   if (!zones_) return;
   ZonesView::ListActions actions;
   actions.zoom = [this](ZoneOrdinal zone) { zones_->Run(ZoneOperation::kZoom, zone); };
@@ -160,31 +178,15 @@ void ClientZones::ShowList() {
   view_.ShowList(*list_, std::move(actions));
 }
 
-void ClientZones::OnPageReady() {
+void ZoneJoints::OnPageReady() {
   if (zones_) zones_->OnPageReady();
 }
 
-void ClientZones::OnPageLost() {
+void ZoneJoints::OnPageLost() {
   if (zones_) zones_->OnPageLost();
 }
 
-void ClientZones::OnShapeFinished(const std::string& payload) {
-  if (zones_) zones_->OnShapeFinished(payload);
-}
-
-void ClientZones::OnShapeCancelled() {
-  if (zones_) zones_->OnShapeCancelled();
-}
-
-void ClientZones::OnShapeClosable() {
-  if (zones_) zones_->OnShapeClosable();
-}
-
-bool ClientZones::IsTopLevelAlerted() const {
-  return zones_ && zones_->Tree().TopLevelKind() == ZoneKind::kAlerted;
-}
-
-void ClientZones::PointerMoved(double lat, double lng) {
+void ZoneJoints::PointerMoved(double lat, double lng) {
   PointerLeft();
   if (!zones_ || zones_->IsDrawing() || zones_->Tree().IsEmpty()) return;
   pointerLat_ = lat;
@@ -192,22 +194,22 @@ void ClientZones::PointerMoved(double lat, double lng) {
   pointerRest_->SetEnabled(true);
 }
 
-void ClientZones::PointerLeft() {
+void ZoneJoints::PointerLeft() {
   pointerRest_->SetEnabled(false);
   view_.HidePath();
 }
 
-void ClientZones::OnPointerRests() {
+void ZoneJoints::OnPointerRests() {
   pointerRest_->SetEnabled(false);
   const std::string path = zones_->ShortPathText(zones_->ZoneAt(pointerLat_, pointerLng_));
   if (!path.empty()) view_.ShowPath(path);
 }
 
-void ClientZones::OfferZoneAt(double lat, double lng) {
+void ZoneJoints::OfferZoneAt(double lat, double lng) {
   if (zones_) ShowZoneUnderPointer(menus_, MenuState(), zones_->ZoneAt(lat, lng));
 }
 
-void ClientZones::OfferNone() {
+void ZoneJoints::OfferNone() {
   if (zones_) ShowZoneUnderPointer(menus_, MenuState(), ZoneTree::kNone);
 }
 

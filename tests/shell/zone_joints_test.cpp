@@ -19,7 +19,7 @@ constexpr char kDepotAndYard[] =
     "1,1,\"\",\"Yard\",\"SMTWTFS\",\"0000\",\"0000\"\r\n1,10,5\r\n1,11,5\r\n0,11,6\r\n";
 
 // The client with zones in its file, up to the page.
-class ClientZonesTest : public testing::Test, public fakes::ClientHarness {
+class ZoneJointsTest : public testing::Test, public fakes::ClientHarness {
  protected:
   void Start(const std::string& file = kDepotAndYard) {
     UseUnits("X0123456789ABFirst~");
@@ -57,7 +57,7 @@ class ClientZonesTest : public testing::Test, public fakes::ClientHarness {
   }
 };
 
-TEST_F(ClientZonesTest, TheMenuShowsTheFileAtOnceAndThePageHearsOfItWhenItIsReady) {
+TEST_F(ZoneJointsTest, TheMenuShowsTheFileAtOnceAndThePageHearsOfItWhenItIsReady) {
   Start();
   EXPECT_EQ(Menu(Command::kAddZone).caption, "Add Alerted Zone 3");
   EXPECT_THAT(browser.Written("TxtZL"), IsEmpty());
@@ -71,7 +71,7 @@ TEST_F(ClientZonesTest, TheMenuShowsTheFileAtOnceAndThePageHearsOfItWhenItIsRead
   EXPECT_THAT(browser.Written("TxtZD"), ElementsAre("1 R&D\n2 Yard\n"));
 }
 
-TEST_F(ClientZonesTest, TheDemoHasItsOwnZonesAfreshEveryTime) {
+TEST_F(ZoneJointsTest, TheDemoHasItsOwnZonesAfreshEveryTime) {
   std::filesystem::create_directory(File().parent_path());
   WriteFile(File(), kDepotAndYard);
   WriteFile(File().parent_path() / "ZoneMenus_Demo.txt", "\"Non-Alert\"\r\n");
@@ -82,7 +82,7 @@ TEST_F(ClientZonesTest, TheDemoHasItsOwnZonesAfreshEveryTime) {
   EXPECT_EQ(ReadFile(File()), kDepotAndYard);
 }
 
-TEST_F(ClientZonesTest, AShapeGoesToThePageAndBack) {
+TEST_F(ZoneJointsTest, AShapeGoesToThePageAndBack) {
   Start();
   ReportReady();
   Choose(Command::kAddSubzone, 0);
@@ -108,7 +108,7 @@ TEST_F(ClientZonesTest, AShapeGoesToThePageAndBack) {
   EXPECT_EQ(ReadFile(File()), saved);
 }
 
-TEST_F(ClientZonesTest, KeysDrawWhileAShapeIsDrawn) {
+TEST_F(ZoneJointsTest, KeysDrawWhileAShapeIsDrawn) {
   using namespace special_key;
   Start();
   ReportReady();
@@ -144,7 +144,7 @@ TEST_F(ClientZonesTest, KeysDrawWhileAShapeIsDrawn) {
   EXPECT_FALSE(client->KeyDown(kNoModifier, kEnter)) << "it is the caption line's";
 }
 
-TEST_F(ClientZonesTest, ARightClickOffersTheZoneThereUntilTheMenuIsGone) {
+TEST_F(ZoneJointsTest, ARightClickOffersTheZoneThereUntilTheMenuIsGone) {
   Start();
   ReportReady();
   const auto offer = ElementsAre("-", "&Delete R&&D", "&Edit R&&D", "&Zoom To R&&D", "&Been To R&&D ?");
@@ -173,7 +173,7 @@ TEST_F(ClientZonesTest, ARightClickOffersTheZoneThereUntilTheMenuIsGone) {
   EXPECT_THAT(ReadFile(File()), Not(HasSubstr("R&D")));
 }
 
-TEST_F(ClientZonesTest, ZoomingShowsTheZonesBox) {
+TEST_F(ZoneJointsTest, ZoomingShowsTheZonesBox) {
   Start();
   ReportReady();
   Choose(Command::kZoomToZone, 0);
@@ -196,7 +196,7 @@ TEST(ZoneTiles, ThoseThatAreNotThereHaveTheColourOfTheTopLevel) {
   }
 }
 
-TEST_F(ClientZonesTest, ZonesLeaveAndEnterByFiles) {
+TEST_F(ZoneJointsTest, ZonesLeaveAndEnterByFiles) {
   Start();
   const auto file = folders.Path() / "zones.kml";
   Choose(Command::kExportZones);
@@ -238,7 +238,7 @@ TEST_F(ClientZonesTest, ZonesLeaveAndEnterByFiles) {
   }
 }
 
-TEST_F(ClientZonesTest, APointerAtRestIsToldItsZone) {
+TEST_F(ZoneJointsTest, APointerAtRestIsToldItsZone) {
   Start(std::string(kDepotAndYard) +
         "1,2,\"\",\"Bay\",\"SMTWTFS\",\"0000\",\"0000\"\r\n"
         "1,10.5,5\r\n1,11,5\r\n0,11,5.9\r\n");
@@ -273,7 +273,7 @@ TEST_F(ClientZonesTest, APointerAtRestIsToldItsZone) {
   }
 }
 
-TEST_F(ClientZonesTest, TheListOfZonesActs) {
+TEST_F(ZoneJointsTest, TheListOfZonesActs) {
   Start();
   ReportReady();
   Choose(Command::kZoneList);
@@ -293,7 +293,7 @@ TEST_F(ClientZonesTest, TheListOfZonesActs) {
   EXPECT_THAT(ReadFile(File()), Not(HasSubstr("Court")));
 }
 
-TEST_F(ClientZonesTest, ALostPageEndsTheDrawing) {
+TEST_F(ZoneJointsTest, ALostPageEndsTheDrawing) {
   Start();
   ReportReady();
   Choose(Command::kEditZone, 1);
@@ -306,7 +306,7 @@ TEST_F(ClientZonesTest, ALostPageEndsTheDrawing) {
   EXPECT_EQ(ReadFile(File()), kDepotAndYard);
 }
 
-TEST_F(ClientZonesTest, AnIllegalDepthEndsTheProgramAndLeavesTheFile) {
+TEST_F(ZoneJointsTest, AnIllegalDepthEndsTheProgramAndLeavesTheFile) {
   const std::string file = std::string(kDepotAndYard) + "1,3,\"\",\"Deep\",\"SMTWTFS\",\"0000\",\"0000\"\r\n";
   Start(file);
   ReportReady();
