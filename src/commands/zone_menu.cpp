@@ -1,5 +1,9 @@
 #include "commands/zone_menu.h"
 
+#include <algorithm>
+#include <iterator>
+#include <list>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -49,7 +53,26 @@ void AddMenuItem(MenuItem& menu, MenuItem item, bool enabled = true) {
   menu.children.push_back(std::move(item));
 }
 
+// No toolkit shows ten thousand entries of a menu at once, and nobody finds one among them: more siblings
+// than these stand in groups of a hundred, the groups in groups where there are too many of them.
+constexpr std::size_t kMostSiblings = 500;
+constexpr std::size_t kGroupSize = 100;
+
 MenuItem AddZone(const ZoneMenuState& state, ZoneOrdinal zone);
+MenuItem AddGroup(const ZoneMenuState& state, std::span<const ZoneOrdinal> zones);
+
+// The entries of siblings: their own, or groups of them.
+std::list<MenuItem> ZoneEntries(const ZoneMenuState& state, std::span<const ZoneOrdinal> zones) {
+  const bool isGrouped = zones.size() > kMostSiblings;
+  std::size_t step = isGrouped ? kGroupSize : 1;
+  while (isGrouped && zones.size() > step * kMostSiblings) step *= kGroupSize;
+  std::list<MenuItem> entries;
+  for (std::size_t at = 0; at < zones.size(); at += step) {
+    const auto part = zones.subspan(at, std::min(step, zones.size() - at));
+    entries.push_back(isGrouped ? AddGroup(state, part) : AddZone(state, part.front()));
+  }
+  return entries;
+}
 
 // The submenu of a zone, when it opens.
 void FillZone(MenuItem& menu, const ZoneMenuState& state, ZoneOrdinal zone) {
@@ -65,7 +88,7 @@ void FillZone(MenuItem& menu, const ZoneMenuState& state, ZoneOrdinal zone) {
     AddMenuItem(menu, MakeItem(command, zone, offset, std::move(caption)), enabled);
   };
   add(Command::kZoneHeader, kHeaderAt, hasSubzones ? subzone + "s:" : "(No " + subzone + "s Defined)", false);
-  for (const ZoneOrdinal child : subzones) AddMenuItem(menu, AddZone(state, child));
+  menu.children.splice(menu.children.end(), ZoneEntries(state, subzones));
   add(Command::kZoneLine, kLineAt, "-", true);
   add(Command::kAddSubzone, kAddAt,
       std::string(hasSubzones ? "Add " : "&Add ") + subzone + " " + section + "." +
@@ -84,6 +107,22 @@ MenuItem AddZone(const ZoneMenuState& state, ZoneOrdinal zone) {
                            KindAndLabel(tree, tree.At(zone).depth) + " &" + tree.Section(zone) + ": " +
                                Doubled(tree.At(zone).options.Description));
   item.fill = [state, zone](MenuItem& menu) { FillZone(menu, state, zone); };
+  return item;
+}
+
+// "Alerted Zones 101 to 200". A group is told from the zone that it begins with, and from a group in it that
+// begins with the same one, by its name.
+MenuItem AddGroup(const ZoneMenuState& state, std::span<const ZoneOrdinal> zones) {
+  const ZoneTree& tree = *state.tree;
+  const ZoneTree::Node& first = tree.At(zones.front());
+  MenuItem item = MakeItem(Command::kZoneEntry, zones.front(), kHeaderAt,
+                           KindAndLabel(tree, first.depth) + "s &" + tree.Section(zones.front()) + " to " +
+                               tree.Section(zones.back()));
+  item.name = "mnuZones" + std::to_string(zones.size());
+  item.fill = [state, parent = first.parent, from = first.number - 1, count = zones.size()](MenuItem& menu) {
+    const auto siblings = state.tree->ChildrenOf(parent);
+    menu.children = ZoneEntries(state, std::span(siblings).subspan(from, count));
+  };
   return item;
 }
 
@@ -107,9 +146,7 @@ void ShowZones(MenuModel& menus, const ZoneMenuState& state) {
   const auto topLevel = tree.ChildrenOf(ZoneTree::kNone);
   const bool hasZones = !topLevel.empty();
   menus.At(Command::kZoneHeader).caption = hasZones ? kind + " Zones:" : "( No " + kind + " Zones Defined)";
-  auto behindHeader = menu.children.begin();
-  ++behindHeader;
-  for (const ZoneOrdinal zone : topLevel) menu.children.insert(behindHeader, AddZone(state, zone));
+  menu.children.splice(std::next(menu.children.begin()), ZoneEntries(state, topLevel));
 
   const auto show = [&](Command command, bool enabled) -> MenuItem& {
     MenuItem& item = menus.At(command);

@@ -16,8 +16,9 @@ struct ZoneMenuState {
 };
 
 /// Shows the list: an entry for each top-level zone, whose submenu is made when it opens, with the entries of
-/// its subzones. What an entry acts on is its `index`, the zone's place in the list. Its `identifier` lies
-/// within 0x2000..0x3FFF, eight for a zone, and repeats after 1024 zones.
+/// its subzones. More than 500 siblings stand in groups, which are made when they open too. What an entry
+/// acts on is its `index`, the zone's place in the list. Its `identifier` lies within 0x2000..0x3FFF, eight
+/// for a zone, and repeats after 1024 zones.
 void ShowZones(MenuModel& menus, const ZoneMenuState& state);
 
 /// The entries of the zone under a clicked place stand behind all others, until the next call of this or of

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <numeric>
+
 #include "commands/menus.h"
 
 namespace pallomir {
@@ -89,11 +92,50 @@ TEST_F(ZoneMenuTest, ZonesAndTheirSubmenus) {
 
 TEST_F(ZoneMenuTest, IdentifiersRepeatButEntriesActOnTheirOwnZone) {
   Show(std::vector<std::pair<int, const char*>>(1025, {1, "Z"}));
-  MenuItem& last = Opened(Entry(menus_.At(Command::kZoneMenu), 1025));
+  MenuItem& group = Opened(Entry(menus_.At(Command::kZoneMenu), 11));
+  EXPECT_EQ(group.caption, "Alerted Zones &1001 to 1025");
+  MenuItem& last = Opened(group.children.back());
   EXPECT_EQ(last.identifier, 0x2007);
   EXPECT_EQ(Entry(last, 3).identifier, 0x2003);
   EXPECT_EQ(Entry(last, 3).index, 1024);
-  EXPECT_EQ(Entry(menus_.At(Command::kZoneMenu), 1024).identifier, 0x2007 + 8 * 1023);
+  EXPECT_EQ(Entry(group, 23).identifier, 0x2007 + 8 * 1023);
+}
+
+// Opens all groups, and gathers the zones of their entries.
+void Gather(MenuItem& item, std::vector<int>& zones, int& mostEntries) {
+  mostEntries = std::max(mostEntries, static_cast<int>(item.children.size()));
+  for (MenuItem& child : item.children) {
+    if (child.command != Command::kZoneEntry) continue;
+    if (child.name.empty()) {
+      zones.push_back(child.index);
+    } else {
+      child.fill(child);
+      Gather(child, zones, mostEntries);
+    }
+  }
+}
+
+TEST_F(ZoneMenuTest, ManySiblingsStandInGroups) {
+  for (const int depth : {1, 2}) {
+    for (const int count : {500, 501, 10'000, 50'001}) {
+      std::vector<std::pair<int, const char*>> list(static_cast<std::size_t>(count), {depth, "Z"});
+      if (depth == 2) list.insert(list.begin(), {1, "Depot"});
+      Show(list);
+      MenuItem& menu = menus_.At(Command::kZoneMenu);
+      std::vector<int> zones;
+      int mostEntries = 0;
+      Gather(depth == 1 ? menu : Opened(Entry(menu, 1)), zones, mostEntries);
+      std::vector<int> expected(static_cast<std::size_t>(count));
+      std::iota(expected.begin(), expected.end(), depth - 1);
+      EXPECT_EQ(zones, expected) << depth << " " << count;
+      EXPECT_LE(mostEntries, 509);
+      EXPECT_EQ(mostEntries >= 500, count == 500) << "as few as that stand in no groups";
+      EXPECT_EQ(menus_.At(Command::kAddZone).caption,
+                depth == 1 ? "Add Alerted Zone " + std::to_string(count + 1) : "Add Alerted Zone 2");
+    }
+  }
+  Show({{1, "A"}});
+  EXPECT_EQ(ZonesMenu().size(), 6 + kRest.size()) << "the groups are gone";
 }
 
 TEST_F(ZoneMenuTest, WhileAShapeIsDrawnTheListStaysAsItIs) {

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QDateTimeEdit>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 
 namespace pallomir {
@@ -51,6 +52,16 @@ TEST(ContrastStyle, BoxesFieldsAndButtonsHaveAnEdgeUnderAnyPalette) {
   QDateTimeEdit picker;
   picker.setDisplayFormat(" ");
   EXPECT_GT(EdgeContrast(picker, black, ours), 200);
+}
+
+TEST(ContrastStyle, AMenuHigherThanTheScreenIsOneColumnThatScrolls) {
+  ContrastStyle style;
+  QMenu menu;
+  menu.setStyle(&style);
+  for (int i = 0; i < 500; ++i) menu.addAction("Alerted Zone " + QString::number(i));
+  menu.popup({0, 0});
+  EXPECT_EQ(menu.actionGeometry(menu.actions().back()).left(),
+            menu.actionGeometry(menu.actions().front()).left());
 }
 
 }  // namespace

@@ -52,4 +52,9 @@ void ContrastStyle::drawComplexControl(ComplexControl control, const QStyleOptio
     DrawEdge(*option, *painter);
 }
 
+int ContrastStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                             QStyleHintReturn* returned) const {
+  return hint == SH_Menu_Scrollable ? 1 : QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
 }  // namespace pallomir
