@@ -8,10 +8,10 @@
 #include <limits>
 
 #include "base/packed_time.h"
-#include "e2e/process.h"
 #include "fakes/fake_programs.h"
 #include "fakes/fake_system.h"
 #include "fakes/fake_zones_view.h"
+#include "fakes/process.h"
 #include "fakes/temporary_folder.h"
 #include "platform/qt/qt_clock.h"
 #include "platform/qt/qt_endpoints.h"
@@ -28,6 +28,7 @@ namespace pallomir::e2e {
 namespace {
 
 namespace fs = std::filesystem;
+using fakes::Process;
 
 constexpr char kUnits[][kUnitIdSize + 1] = {"0013A20040B1", "0013A20040B2"};
 constexpr std::size_t kPointsAUnit = 1000;  // two packets each

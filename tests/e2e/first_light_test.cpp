@@ -10,7 +10,7 @@
 #include <set>
 
 #include "base/number_format.h"
-#include "e2e/process.h"
+#include "fakes/process.h"
 #include "fakes/temporary_folder.h"
 #include "map/map_bridge.h"
 #include "map/map_view.h"
@@ -25,6 +25,7 @@ namespace pallomir::e2e {
 namespace {
 
 namespace fs = std::filesystem;
+using fakes::Process;
 
 constexpr char kAddress[] = "127.0.11.1";  // this test's own
 constexpr char kUnit[] = "0013A20040B1";
@@ -160,7 +161,7 @@ class FirstLight : public testing::Test {
   }
 
   std::map<std::string, std::string> Environment() const {
-    auto environment = ClientEnvironment(folder_.Path(), "xcb");
+    auto environment = fakes::ClientEnvironment(folder_.Path(), "xcb");
     environment.emplace("DISPLAY", displayName_);
     return environment;
   }

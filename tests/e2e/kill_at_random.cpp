@@ -12,7 +12,7 @@
 #include <thread>
 
 #include "base/packed_time.h"
-#include "e2e/process.h"
+#include "fakes/process.h"
 #include "fakes/temporary_folder.h"
 #include "settings/settings_file.h"
 #include "station/store/data_files.h"
@@ -26,6 +26,7 @@ namespace pallomir::e2e {
 namespace {
 
 namespace fs = std::filesystem;
+using fakes::Process;
 using Clock = std::chrono::steady_clock;
 using std::chrono::microseconds;
 using std::chrono::milliseconds;
@@ -208,7 +209,7 @@ class Run {
     MUST(station.Await("pallomir-station ready"), "%s", station.Output().c_str());
     const auto start = Clock::now();
     Process client({(folder_.Path() / "app/pallomir").string()},
-                   ClientEnvironment(folder_.Path(), "offscreen"));
+                   fakes::ClientEnvironment(folder_.Path(), "offscreen"));
     if (whileEnding) {
       MUST(client.Await("map page "), "%s", client.Output().c_str());
       startTime_ = std::chrono::duration_cast<microseconds>(Clock::now() - start);

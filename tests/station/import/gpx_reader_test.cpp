@@ -58,21 +58,11 @@ TEST(GpxTime, ReadsWhatDevicesWrite) {
     ASSERT_TRUE(time) << c.text;
     EXPECT_EQ(*time - kNoon, c.millisecondsAfterNoon) << c.text;
   }
-  const char* const unreadable[] = {"",
-                                    "noon",
-                                    "2026-11-22",
-                                    "2026-11-22T12:00Z",
-                                    "2026-11-22T12:00:00.Z",
-                                    "2026-11-22T12:00:00+",
-                                    "2026-11-22T12:00:00+2",
-                                    "2026-11-22T12:00:00+02:00x",
-                                    "2026-11-22T12:00:00 GMT",
-                                    "2026-02-29T12:00:00Z",
-                                    "2026-11-22T24:00:00Z",
-                                    "2026-11-22T12:00:60Z",
-                                    "26-11-22T12:00:00Z",
-                                    "2026-11-22T-1:00:00Z"};
-  for (const char* text : unreadable) EXPECT_FALSE(ParseGpxTime(text)) << text;
+  for (const char* text : {"", "noon", "2026-11-22", "2026-11-22T12:00Z", "2026-11-22T12:00:00.Z",
+                           "2026-11-22T12:00:00+", "2026-11-22T12:00:00+2", "2026-11-22T12:00:00+02:00x",
+                           "2026-11-22T12:00:00 GMT", "2026-02-29T12:00:00Z", "2026-11-22T24:00:00Z",
+                           "2026-11-22T12:00:60Z", "26-11-22T12:00:00Z", "2026-11-22T-1:00:00Z"})
+    EXPECT_FALSE(ParseGpxTime(text)) << text;
 }
 
 TEST(GpxReader, FindsSpeedAndCourseWhereverTheyAre) {
@@ -88,7 +78,6 @@ TEST(GpxReader, FindsSpeedAndCourseWhereverTheyAre) {
        Gpx(Point(noon,
                  "<extensions><x:TPX><x:speed> 3.5 </x:speed><x:course>7</x:course></x:TPX></extensions>")),
        3.5, 7},
-      {"extension without a prefix", Gpx(Point(noon, "<extensions><speed>4</speed></extensions>")), 4, {}},
       {"prefixed root",
        "<g:gpx><g:trk><g:trkseg><g:trkpt lat='40.5' lon='-75.25'><g:time>" + noon +
            "</g:time><g:speed>1</g:speed></g:trkpt></g:trkseg></g:trk></g:gpx>",
@@ -137,25 +126,13 @@ TEST(GpxReader, FindsSpeedAndCourseWhereverTheyAre) {
 }
 
 TEST(GpxReader, CountsWhatItLeavesOut) {
-  const std::string time = "<time>2026-11-22T12:00:00Z</time>";
-  const auto [track, error] =
-      Read(Gpx("<trkpt lat='1' lon='2'></trkpt>"
-               "<trkpt lat='1' lon='2'><time/></trkpt>"
-               "<trkpt lat='1' lon='2'><time>yesterday</time></trkpt>"
-               "<trkpt lat='90.1' lon='2'>" +
-               time +
-               "</trkpt>"
-               "<trkpt lat='1' lon='-180.5'>" +
-               time +
-               "</trkpt>"
-               "<trkpt lat='x' lon='2'>" +
-               time +
-               "</trkpt>"
-               "<trkpt lat='1'>" +
-               time +
-               "</trkpt>"
-               "<trkpt lat='-90' lon='180'>" +
-               time + "</trkpt>"));
+  std::string points =
+      "<trkpt lat='1' lon='2'></trkpt><trkpt lat='1' lon='2'><time/></trkpt>"
+      "<trkpt lat='1' lon='2'><time>yesterday</time></trkpt>";
+  for (const char* place :
+       {"lat='90.1' lon='2'", "lat='1' lon='-180.5'", "lat='x' lon='2'", "lat='1'", "lat='-90' lon='180'"})
+    points += std::string("<trkpt ") + place + "><time>2026-11-22T12:00:00Z</time></trkpt>";
+  const auto [track, error] = Read(Gpx(points));
   EXPECT_EQ(track.leftOut.withoutTime, 2u);
   EXPECT_EQ(track.leftOut.unreadableTime, 1u);
   EXPECT_EQ(track.leftOut.impossiblePosition, 4u);

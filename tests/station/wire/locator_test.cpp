@@ -59,6 +59,8 @@ class LocatorOnASocket : public testing::Test {
  protected:
   // The reply to `question`; the locator gets a turn after it was sent.
   std::string Ask(const Bytes& question, std::optional<asio::ip::address_v4> advertised = {}) {
+    context_.restart();
+    context_.poll();  // the end of the locator before
     udp::socket server(context_, udp::endpoint(asio::ip::address_v4::any(), 0));
     port_ = server.local_endpoint().port();
     Locator locator(
@@ -83,23 +85,22 @@ class LocatorOnASocket : public testing::Test {
   std::vector<std::string> log_;
 };
 
-TEST_F(LocatorOnASocket, NamesTheAddressThatItWasAskedAt) {
-  const std::string reply = Ask(LocatorRequest({kUnknown, kKnown}));
-  EXPECT_EQ(reply, AsText(LocatorReply(0x7F004801, port_)));
-}
-
-TEST_F(LocatorOnASocket, NamesTheAdvertisedAddress) {
-  const std::string reply = Ask(LocatorRequest({kKnown}), asio::ip::make_address_v4("192.0.2.7"));
-  EXPECT_EQ(reply, AsText(LocatorReply(0xC0000207, port_)));
-}
-
-TEST_F(LocatorOnASocket, NamesTheAddressWithoutAnyUnit) {
-  const std::string reply = Ask(LocatorRequest({}));
-  EXPECT_EQ(reply, AsText(LocatorReply(0x7F004801, port_)));
-}
-
-TEST_F(LocatorOnASocket, SaysWhenItKnowsNone) {
-  EXPECT_EQ(Ask(LocatorRequest({kUnknown})), AsText(EmptyLocatorReply()));
+TEST_F(LocatorOnASocket, NamesTheAddressOfAUnitThatItKnows) {
+  const std::uint32_t asked = 0x7F004801, advertised = 0xC0000207;
+  const struct {
+    std::vector<std::string> units;
+    std::optional<asio::ip::address_v4> advertised;
+    std::optional<std::uint32_t> address;
+  } cases[] = {
+      {{kUnknown, kKnown}, {}, asked},
+      {{}, {}, asked},
+      {{kKnown}, asio::ip::address_v4(advertised), advertised},
+      {{kUnknown}, {}, {}},
+  };
+  for (const auto& c : cases) {
+    const std::string reply = Ask(LocatorRequest(c.units), c.advertised);
+    EXPECT_EQ(reply, AsText(c.address ? LocatorReply(*c.address, port_) : EmptyLocatorReply()));
+  }
   EXPECT_TRUE(log_.empty());
 }
 

@@ -1,4 +1,4 @@
-#include "e2e/process.h"
+#include "fakes/process.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -11,7 +11,7 @@
 #include <cerrno>
 #include <cstdlib>
 
-namespace pallomir::e2e {
+namespace pallomir::fakes {
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -117,4 +117,4 @@ std::map<std::string, std::string> ClientEnvironment(const std::filesystem::path
   return environment;
 }
 
-}  // namespace pallomir::e2e
+}  // namespace pallomir::fakes

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace pallomir::e2e {
+namespace pallomir::fakes {
 
 /// A program that the test started. What it writes to its standard output and error is read line by line. The
 /// process ends with the object, at the latest.
@@ -51,4 +51,4 @@ class Process {
 std::map<std::string, std::string> ClientEnvironment(const std::filesystem::path& folder,
                                                      const std::string& platform);
 
-}  // namespace pallomir::e2e
+}  // namespace pallomir::fakes
