@@ -24,7 +24,7 @@ const fs::path kTop = HOUSE_FOLDER;
 const std::vector<std::vector<std::string>> kFloors{
     {"src/base"},
     {"src/platform"},
-    {"src/ui", "src/settings", "src/platform/qt"},
+    {"src/ui", "src/settings", "src/platform/qt", "src/platform/alsa"},
     {"src/map"},
     {"src/tracking"},
     {"src/timeline", "src/zones", "src/hotspots", "src/dataserver"},
