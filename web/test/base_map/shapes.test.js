@@ -37,29 +37,16 @@ for (const [name, ring, expected] of rings) {
 
 test('segments', () => {
   const table = [
-    [
-      [2, 2, 8, 8],
-      [2, 2, 8, 8],
-    ],
-    [
-      [-10, 5, 20, 5],
-      [0, 5, 10, 5],
-    ],
-    [
-      [5, -10, 5, 20],
-      [5, 0, 5, 10],
-    ],
-    [
-      [-5, 5, 5, -5],
-      [0, 0, 0, 0],
-    ],
-    [[-5, 4, 4, -5], null],
-    [[-5, 11, 15, 11], null],
-    [[12, 5, 20, 5], null],
+    [[2, 2, 8, 8], '2,2,8,8'],
+    [[-10, 5, 20, 5], '0,5,10,5'],
+    [[5, -10, 5, 20], '5,0,5,10'],
+    [[-5, 5, 5, -5], '0,0,0,0'],
+    [[-5, 4, 4, -5], undefined],
+    [[-5, 11, 15, 11], undefined],
+    [[12, 5, 20, 5], undefined],
   ];
   for (const [segment, expected] of table) {
-    const clipped = clipSegment(...segment, BOX);
-    assert.deepEqual(clipped && clipped.map((value) => value + 0), expected, String(segment));
+    assert.equal(clipSegment(...segment, BOX)?.join(), expected, String(segment));
   }
 });
 
@@ -82,47 +69,28 @@ test('the unit world', () => {
   assert.ok(Math.abs(worldY(-90) - 1) < 1e-12);
 });
 
+/** Places from longitudes and latitudes in turn. */
+function places(...numbers) {
+  return numbers.flatMap((number, at) => (at % 2 === 0 ? [[number, numbers[at + 1]]] : []));
+}
+
 test('a line across the date line goes on beyond the edge of the world', () => {
-  const { points, box } = lineShape([
-    [170, 0],
-    [-170, 0],
-    [170, 0],
-  ]);
+  const { points, box } = lineShape(places(170, 0, -170, 0, 170, 0));
   assert.equal(points[2], worldX(-170) + 1);
   assert.equal(points[4], worldX(170));
   assert.ok(box.right - box.left < 0.1);
 });
 
 test('a ring around the pole is closed below the world, any other as it is', () => {
-  const polar = ringShape([
-    [-90, -70],
-    [0, -70],
-    [90, -70],
-    [180, -70],
-    [-90, -70],
-  ]);
+  const polar = ringShape(places(-90, -70, 0, -70, 90, -70, 180, -70, -90, -70));
   assert.equal(polar.points.length / 2, 5 + 2);
   assert.ok(polar.box.bottom > 1);
-  assert.equal(
-    ringShape([
-      [0, 0],
-      [10, 0],
-      [10, 10],
-      [0, 0],
-    ]).points.length / 2,
-    3,
-  );
+  assert.equal(ringShape(places(0, 0, 10, 0, 10, 10, 0, 0)).points.length / 2, 3);
 });
 
 /** A land of 40 by 40 degrees across the date line, with a coast around it. */
 function regionsOfOneLand() {
-  const corners = [
-    [160, -20],
-    [-160, -20],
-    [-160, 20],
-    [160, 20],
-    [160, -20],
-  ];
+  const corners = places(160, -20, -160, -20, -160, 20, 160, 20, 160, -20);
   return new ShapeRegions({
     land: { kind: 'ring', shapes: [ringShape(corners)] },
     coasts: { kind: 'line', shapes: [lineShape(corners)] },
@@ -136,12 +104,8 @@ test('regions: a tile amid the land is all land at every zoom, on both sides of 
     for (const column of [0, 2 ** zoom - 1]) {
       const { land, coasts } = regions.forTile(zoom, column, row);
       const size = 2 ** -zoom;
-      const tile = {
-        left: column * size,
-        right: (column + 1) * size,
-        top: row * size,
-        bottom: (row + 1) * size,
-      };
+      const [left, top] = [column * size, row * size];
+      const tile = { left, right: left + size, top, bottom: top + size };
       const inTile = clipRing(land.shapes[0].points, tile);
       assert.ok(Math.abs(area(inTile) / size ** 2 - 1) < 1e-6, `zoom ${zoom} column ${column}`);
       assert.ok(land.shapes[0].points.length <= 16);

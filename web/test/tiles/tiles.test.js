@@ -12,33 +12,21 @@ test('tile names: suffixes', () => {
 });
 
 const answers = [
-  [
-    '/home/u/Tiles/00011100C800006000.png',
-    '00011100C800006000.png',
-    { generation: '0001', suffix: '1100C800006000' },
-  ],
-  [
-    'C:\\Users\\u\\Tiles\\FFFF00000000000000.png',
-    'FFFF00000000000000.png',
-    { generation: 'FFFF', suffix: '00000000000000' },
-  ],
-  [
-    '/home/u\\Application Data\\pallomir\\Tiles\\00020C0004A5000604.png',
-    '00020C0004A5000604.png',
-    { generation: '0002', suffix: '0C0004A5000604' },
-  ],
-  ['/opt/pallomir\\blank_x.png', 'blank_x.png', null],
-  ['Red.png', 'Red.png', null],
-  ['/x/00011100C80000600.png', '00011100C80000600.png', null],
-  ['/x/00011100C800006000.png.tmp', '00011100C800006000.png.tmp', null],
-  ['', '', null],
+  ['/home/u/Tiles/00011100C800006000.png', '0001 1100C800006000'],
+  ['C:\\Users\\u\\Tiles\\FFFF00000000000000.png', 'FFFF 00000000000000'],
+  ['/home/u\\Application Data\\pallomir\\Tiles\\00020C0004A5000604.png', '0002 0C0004A5000604'],
+  ['/opt/pallomir\\blank_x.png', null],
+  ['Red.png', null],
+  ['/x/00011100C80000600.png', null],
+  ['/x/00011100C800006000.png.tmp', null],
+  ['', null],
 ];
 
-for (const [path, name, tile] of answers) {
+for (const [path, expected] of answers) {
   test(`tile names: answer "${path}"`, () => {
-    assert.equal(fileNameOf(path), name);
-    assert.deepEqual(parseTileFile(name), tile);
-    assert.equal(isBlank(name), name === 'blank_x.png');
+    const tile = parseTileFile(fileNameOf(path));
+    assert.equal(tile && `${tile.generation} ${tile.suffix}`, expected);
+    assert.equal(isBlank(fileNameOf(path)), path.endsWith('blank_x.png'));
   });
 }
 
