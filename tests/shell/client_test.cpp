@@ -41,7 +41,7 @@ TEST_F(ClientTest, FirstStartUsesDefaultsAndAsksTheLocatorForTheEnabledDemoUnits
   EXPECT_EQ(window.bounds, (PixelRect{0, 20, 1600, 1000}));
   EXPECT_EQ(window.state, WindowMode::kMaximised);
   EXPECT_TRUE(window.shown);
-  EXPECT_TRUE(client->IsDemoMode());
+  EXPECT_TRUE(client->IsDemoMode() && view.demoMode);
   EXPECT_EQ(client->Menus().CheckedIndex(Command::kStartupChoice), 2);
   EXPECT_EQ(client->Menus().At("mnuOptionsOnUpdate").caption, "On Update: Auto &Fit");
   // 20:30 UTC is 15:30 in a zone five hours west.
@@ -94,17 +94,6 @@ TEST_F(ClientTest, WithoutAZoneTheOffsetIsAskedAndTheRestFollowsTheAnswer) {
   EXPECT_EQ(client->NowLocal(), clock.now + 330 * kMinute);
 }
 
-TEST_F(ClientTest, TheSeasonOfTheZoneCountsFromTheStart) {
-  using Season = ZoneInfo::Season;
-  for (const auto& [season, offset] :
-       {std::pair{Season::kStandard, 290}, {Season::kDaylight, 240}, {Season::kNoDaylightRules, 300}}) {
-    ClientHarness harness;
-    harness.clock.zone = {300, -10, -60, season};
-    harness.client->Load();
-    EXPECT_EQ(harness.client->NowLocal(), harness.clock.now - offset * kMinute);
-  }
-}
-
 TEST_F(ClientTest, WithoutAnEnabledUnitItSaysSoAndNothingIsAskedOfTheNet) {
   UseUnits("-0123456789ABOnly~");
   client->Load();
@@ -112,6 +101,7 @@ TEST_F(ClientTest, WithoutAnEnabledUnitItSaysSoAndNothingIsAskedOfTheNet) {
   EXPECT_FALSE(window.shown) << "the window follows the answer";
   box.AnswerIt();
   EXPECT_TRUE(window.shown);
+  EXPECT_FALSE(view.demoMode);
   EXPECT_TRUE(view.editedUnits);
   EXPECT_THAT(locator.connections, IsEmpty());
   EXPECT_FALSE(view.mapUpdating) << "no redraw follows that would take the notice away";
@@ -123,14 +113,6 @@ TEST_F(ClientTest, TileFoldersAreEmptyAfterEveryStart) {
   fakes::WriteFile(TileFolder() / "foreign.txt", "x");
   client->Load();
   EXPECT_THAT(TileFiles(), IsEmpty());
-}
-
-TEST_F(ClientTest, TheDataRequestNamesUnitsAndTheWindowInUtc) {
-  StartStreaming();
-  EXPECT_THAT(probe.connections, ElementsAre("127.0.0.9:18799"));
-  EXPECT_THAT(data.connections, ElementsAre("127.0.0.9:18800"));
-  EXPECT_TRUE(probe.closed);
-  EXPECT_THAT(data.sent, ElementsAre("0123456789AB~2026-11-22 08:00:00~2026-11-23 08:00:00~~"));
 }
 
 TEST_F(ClientTest, TheFirstBatchIsFittedWhenThePageReportsItsMap) {
@@ -207,15 +189,6 @@ TEST_F(ClientTest, AHeldBatchWaitsForTheUsersFit) {
   EXPECT_EQ(beeper.beeps, 1);
 }
 
-TEST_F(ClientTest, ThePageIsNotPannedBeforeACentreIsKnown) {
-  client->Load();
-  view.browser = {900, 600};
-  client->Frame().Resized();
-  Command("S1");
-  EXPECT_EQ(browser.Written("TxtX").back(), "879");
-  EXPECT_THAT(browser.Written("TxtP"), IsEmpty());
-}
-
 TEST_F(ClientTest, AReloadForgetsTheDataAndAsksAgain) {
   StartStreaming();
   ReportMapReady();
@@ -242,11 +215,8 @@ TEST_F(ClientTest, DigitsChooseUnitsAndAreSilentWithoutOne) {
   const auto enabled = [this] { return client->Units().Book().requestText; };
   EXPECT_TRUE(client->KeyDown(0, '2'));
   EXPECT_EQ(enabled(), "D0123456789AC");
-  EXPECT_EQ(settings.saved["Mobile Units"], "-0123456789ABFirst~X0123456789ACSecond~");
   EXPECT_TRUE(client->KeyDown(1, '1'));
   EXPECT_EQ(enabled(), "D0123456789AB0123456789AC");
-  ASSERT_THAT(view.unitFlags, SizeIs(2)) << "for an editor that is open";
-  EXPECT_TRUE(view.unitFlags[0].enabled && view.unitFlags[1].enabled);
   const int beeps = beeper.beeps;
   EXPECT_FALSE(client->KeyDown(0, '3'));
   EXPECT_FALSE(client->KeyDown(4, 'A'));
@@ -364,17 +334,6 @@ class DrawingTest : public ClientTest {
 
   int generation_ = 0;
 };
-
-TEST_F(DrawingTest, FitsAndQuestionsWaitForItsEnd) {
-  BeginToDraw();
-  CommandMeanwhile("TT" + TileFiles().front().substr(4, 14));
-  EXPECT_THAT(browser.writes, IsEmpty());
-  EXPECT_TRUE(view.mapUpdating);
-  loop.Advance(0);
-  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtF", "TxtTT"));
-  EXPECT_THAT(browser.Written("TxtTT").back(), HasSubstr(TileFiles().front()));
-  EXPECT_EQ(client->Tiles().TileGeneration(), generation_ + 1);
-}
 
 TEST_F(DrawingTest, ALaterChangeBeginsAnew) {
   BeginToDraw();
@@ -618,19 +577,14 @@ TEST_F(ClientTest, ThePortBaseIsAskedUntilItIsOne) {
     box.AnswerIt({true, answer});
     ASSERT_TRUE(box.IsOpen()) << answer;
   }
-  box.AnswerIt({true, "28801"});
-  EXPECT_FALSE(box.IsOpen());
-  EXPECT_EQ(settings.saved["PortBase"], "28801");
-  EXPECT_EQ(client->Menus().At("mnuOptionsPortBase").caption, "Local Port Range Base = 28801");
   for (const auto& [typed, stored] :
        {std::pair("18801.7", "18802"), {"18802.5", "18802"}, {"28801", "28801"}}) {
-    client->MenuChosen(client->Menus().At("mnuOptionsPortBase"));
     box.AnswerIt({true, typed});
     EXPECT_EQ(settings.saved["PortBase"], stored);
     EXPECT_EQ(client->Menus().At("mnuOptionsPortBase").caption,
               std::string("Local Port Range Base = ") + typed);
+    client->MenuChosen(client->Menus().At("mnuOptionsPortBase"));
   }
-  client->MenuChosen(client->Menus().At("mnuOptionsPortBase"));
   box.AnswerIt({false, ""});
   EXPECT_EQ(settings.saved["PortBase"], "28801");
   client->MapReload();
@@ -646,20 +600,20 @@ TEST_F(ClientTest, AWindowThatWasEditedIsAskedForWhenTheButtonIsPressed) {
   EXPECT_THAT(locator.sent, SizeIs(2));
   EXPECT_EQ(client->Window().Length(), 2 * kDay);
   Connect();
-  EXPECT_EQ(data.sent.back(), "0123456789AB~2026-11-22 08:00:00~2026-11-24 08:00:00~~");
+  EXPECT_EQ(data.connections.back(), "127.0.0.9:18800");
+  EXPECT_THAT(data.sent, ElementsAre("0123456789AB~2026-11-22 08:00:00~2026-11-23 08:00:00~~",
+                                     "0123456789AB~2026-11-22 08:00:00~2026-11-24 08:00:00~~"));
 }
 
-TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
+TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementLater) {
   settings.values["WindowState"] = "0";
   StartStreaming();
   browser.writes.clear();
   settings.saved.clear();
-  for (int width = 900; width < 1000; width += 10) {
-    window.bounds = {10, 20, width, 700};
-    view.browser = {width + 18, 600};
-    client->Frame().Resized();
-  }
-  EXPECT_THAT(browser.Written("TxtP"), IsEmpty());
+  window.bounds = {10, 20, 990, 700};
+  view.browser = {1008, 600};
+  client->Frame().Resized();
+  EXPECT_THAT(browser.Written("TxtP"), IsEmpty()) << "no centre is known";
   Command("M40.620000,-75.370000");
   client->Frame().Resized();
   EXPECT_THAT(browser.Written("TxtP"), ElementsAre("+040.620000-075.370000"));
@@ -668,11 +622,6 @@ TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementOnce) {
   EXPECT_THAT(settings.saved, IsEmpty());
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_W"], "990");
-  client->Frame().Maximise();
-  window.bounds = {0, 0, 1600, 1000};
-  client->Frame().Resized();
-  loop.Advance(250);
-  EXPECT_EQ(settings.saved["WindowPos_W"], "990") << "the maximised size is not the normal one";
 }
 
 TEST_F(ClientTest, ASecondStartBringsTheMessageOfTheStartForward) {
@@ -690,15 +639,11 @@ TEST_F(ClientTest, ASecondStartBringsTheMessageOfTheStartForward) {
 
 TEST_F(ClientTest, TheLampTellsWhatIsUnseen) {
   settings.values["OnUpdate"] = "Do &Nothing";
-  UseUnits(kTwoUnits);
-  client->Load();
+  StartStreaming();
   const auto lamp = [this] {
     loop.Advance(1000);
     return view.lamp.tip;
   };
-  EXPECT_EQ(lamp(), "Looking for the server");
-  Connect();
-  EXPECT_EQ(lamp(), "No data yet");
   ReportMapReady();
   Arrive(PacketOf({Record(0, 40.62, -75.37)}));
   EXPECT_EQ(lamp(), "Connected");
@@ -710,46 +655,6 @@ TEST_F(ClientTest, TheLampTellsWhatIsUnseen) {
   Connect();
   Arrive(PacketOf({Record(0, 40.62, -75.37)}));
   EXPECT_EQ(lamp(), "Not drawn yet: press F");
-  client->FitByUser(0);
-  data.closedByPeer();
-  EXPECT_THAT(lamp(), HasSubstr("The server has closed the connection"));
-  EXPECT_EQ(view.lamp.word, "Closed by the server: press R");
-}
-
-TEST_F(ClientTest, SwitchingTheLastUnitOffLeavesAQuietConnection) {
-  StartStreaming();
-  ASSERT_TRUE(client->KeyDown(1, '1'));
-  EXPECT_EQ(locator.sent.back().substr(6), "D");
-  Connect();
-  loop.Advance(1000);
-  EXPECT_THAT(data.sent, SizeIs(1)) << "that of the unit before";
-  EXPECT_EQ(view.lamp.tip, "No mobile units enabled");
-  ASSERT_TRUE(client->KeyDown(0, 'R'));
-  locator.arrived(ShortCheckForm({}));
-  loop.Advance(60'000);
-  EXPECT_FALSE(view.retry);
-  EXPECT_EQ(Trouble(), "");
-}
-
-TEST_F(ClientTest, AReloadEndsTheRetryDialog) {
-  StartStreaming();
-  data.failed({10054, "The connection was reset.", 104});
-  client->Units().Apply({{true, "00000000000F", "New"}});
-  box.AnswerIt({true, ""});
-  EXPECT_FALSE(view.retry);
-  Connect();
-  const std::size_t asked = locator.sent.size();
-  loop.Advance(20'000);
-  EXPECT_THAT(locator.sent, SizeIs(asked)) << "no countdown is left that would begin again";
-}
-
-TEST_F(ClientTest, DemoUnitsAreMarkedAsSuch) {
-  client->Load();
-  EXPECT_TRUE(view.demoMode);
-  ClientHarness own;
-  own.UseUnits(kTwoUnits);
-  own.client->Load();
-  EXPECT_FALSE(own.view.demoMode);
 }
 
 TEST_F(ClientTest, AppliedUnitsAreReloadedOnYes) {
