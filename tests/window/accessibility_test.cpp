@@ -15,7 +15,6 @@ namespace pallomir {
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 
 class AccessibilityTest : public WindowHarness {
  protected:
@@ -46,27 +45,19 @@ class AccessibilityTest : public WindowHarness {
 TEST_F(AccessibilityTest, TabGoesAsTheEyeReads) {
   Start();
   ShowTimeline();
-  const std::vector<std::string> expected = {"lblMenu",
-                                             "DTP(0)",
-                                             "picLamp",
-                                             "pctHelp_1",
-                                             "pctHelp_2",
-                                             "pctButton_Minimize",
-                                             "pctButton_Normal",
-                                             "pctButton_Maximize",
-                                             "pctButton_FullScreen",
-                                             "pctButton_Exit",
-                                             "cmdSplashOK",
-                                             "FocusGetter",
-                                             "imgReload",
-                                             "picData(1)"};
-  EXPECT_THAT(TabStops(), ElementsAreArray(expected));
+  const auto stops = [this](int count) {
+    QStringList names;
+    for (const std::string& name : TabStops()) names += QString::fromStdString(name);
+    return names.mid(0, count).join(' ').toStdString();
+  };
+  EXPECT_EQ(
+      stops(-1),
+      "lblMenu DTP(0) picLamp pctHelp_1 pctHelp_2 pctButton_Minimize pctButton_Normal pctButton_Maximize "
+      "pctButton_FullScreen pctButton_Exit cmdSplashOK FocusGetter imgReload picData(1)");
   Find<QWidget>("DTP(0)")->setFocus();
   client_->Pickers().Changed(0, ToMillis({2026, 11, 20}));
   ports_.loop.Advance(0);
-  auto stops = TabStops();
-  stops.resize(5);
-  EXPECT_THAT(stops, ElementsAre("lblMenu", "DTP(0)", "DTP(1)", "cmdOK_Reload", "picLamp"));
+  EXPECT_EQ(stops(5), "lblMenu DTP(0) DTP(1) cmdOK_Reload picLamp");
 }
 
 TEST_F(AccessibilityTest, WhatHasNoTextTellsItsTipToTheKeyboardToo) {
