@@ -38,11 +38,14 @@ inline constexpr ChoiceRow<std::string> kPhoneNumber{"Mobile Phone Number", "123
 inline constexpr ChoiceRow<std::string> kEmailAddress{"Email Address", "you@example.com"};
 inline constexpr const char* kAlertMethodTexts[] = {"", "Email", "Text Message"};
 inline constexpr ChoiceRow<int> kAlertMethod{"Alert Method", 0, 0, 2, {}, kAlertMethodTexts};
+inline constexpr ChoiceRow<std::string> kAlertAddress{"Email/Text Address", ""};  ///< for whoever sends
 inline constexpr ChoiceRow<int> kAlertStaleIndex{"Alert Stale Index", 2, 1, 5};
 inline constexpr ChoiceRow<int> kUnitOfMeasure{"Unit Of Measure", 0, 0, 1};  ///< 0 miles, 1 kilometers
 inline constexpr ChoiceRow<int> kPortBase{"PortBase", 18801, 0, 65535};
 inline constexpr ChoiceRow<int> kAlertSound{"AlertSound", 4, 1, 7};
 inline constexpr ChoiceRow<int> kAlertEnabled{"AlertEnabled", 1, 0, 2};  ///< disabled, once, persistent
+inline constexpr ChoiceRow<bool> kZoneAlertsOnly{"Zone Alerts Only", false};
+inline constexpr ChoiceRow<std::string> kMuteUntil{"Mute Until", ""};  ///< or "Switched On", or a time as UTC
 inline constexpr ChoiceRow<bool> kDemoMode{"Demo Mode", true};
 
 // Lists, in the form that their rooms give them.

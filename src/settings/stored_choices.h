@@ -35,10 +35,13 @@ struct AlertChoices {
   Choice<bool> reportNow;
   Choice<std::string> phoneNumber;
   Choice<std::string> emailAddress;
-  Choice<int> method;  ///< 0 none, 1 email, 2 text message
+  Choice<int> method;           ///< 0 none, 1 email, 2 text message
+  Choice<std::string> address;  ///< written only
   Choice<int> staleIndex;
   Choice<int> sound;
   Choice<int> enabled;  ///< 0 disabled, 1 once, 2 persistent
+  Choice<bool> zoneAlertsOnly;
+  Choice<std::string> muteUntil;
 };
 
 /// All that the user chose and the settings file keeps. Each room gets its own by reference.
