@@ -10,12 +10,6 @@
 namespace pallomir {
 namespace {
 
-// Coordinates lie between 0 and 1, so that no rounding of the rule moves an edge by as much.
-constexpr double kMargin = 1e-12;
-
-// Cells that an edge passes within this part of a cell's size, or within kMargin, count as touched by it.
-constexpr double kCellMargin = 1e-6;
-
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // Whether the edge from a to b counts for the place. The quotients stay as they are: computed in another way
@@ -53,13 +47,13 @@ void ProjectedZoneTree::Project(const ZoneTree& tree) {
     const ZoneTree::Node& node = tree.At(zone);
     nodes_.push_back(
         {node.subtreeEnd, node.firstVertex, node.vertexCount, tree.KindOf(zone) == ZoneKind::kAlerted});
-    Box box{kInfinity, -kInfinity, kInfinity, -kInfinity};
+    PlaneBox box{kInfinity, -kInfinity, kInfinity, -kInfinity};
     bool isFinite = true;
     for (std::uint32_t v = node.firstVertex; v < node.firstVertex + node.vertexCount; ++v) {
       const PlanePoint& at = vertices_[v];
       isFinite = isFinite && std::isfinite(at.y);
-      box = {std::min(box.left, at.x - kMargin), std::max(box.right, at.x + kMargin),
-             std::min(box.top, at.y - kMargin), std::max(box.bottom, at.y + kMargin)};
+      box = {std::min(box.left, at.x - kPlaneMargin), std::max(box.right, at.x + kPlaneMargin),
+             std::min(box.top, at.y - kPlaneMargin), std::max(box.bottom, at.y + kPlaneMargin)};
     }
     // A corner at a pole has no place: the rule decides, without a box.
     if (!isFinite) box = {-kInfinity, kInfinity, -kInfinity, kInfinity};
@@ -83,10 +77,7 @@ ZoneOrdinal ProjectedZoneTree::DeepestByRule(PlanePoint place) const {
   ZoneOrdinal deepest = ZoneTree::kNone;
   ZoneOrdinal end = static_cast<ZoneOrdinal>(nodes_.size());
   for (ZoneOrdinal zone = 0; zone < end;) {
-    const Box& box = boxes_[zone];
-    const bool isNear =
-        place.x >= box.left && place.x <= box.right && place.y >= box.top && place.y <= box.bottom;
-    if (isNear && Contains(nodes_[zone], place)) {
+    if (boxes_[zone].Contains(place) && Contains(nodes_[zone], place)) {
       deepest = zone;
       end = nodes_[zone].subtreeEnd;
       ++zone;
@@ -100,88 +91,54 @@ ZoneOrdinal ProjectedZoneTree::DeepestByRule(PlanePoint place) const {
 ProjectedZoneTree::Answer ProjectedZoneTree::AlertPosition(PlanePoint place) const {
   if (!std::isfinite(place.x) || !std::isfinite(place.y)) return {isAlertOutside_, ZoneTree::kNone};
   std::uint32_t deepest = kNearEdge;
-  if (cellsAcross_ > 0) {
-    const bool isInside =
-        place.x >= area_.left && place.x < area_.right && place.y >= area_.top && place.y < area_.bottom;
-    if (!isInside) return {isAlertOutside_, ZoneTree::kNone};
-    const auto column = std::min(static_cast<long>((place.x - area_.left) * cellsPerX_), cellsAcross_ - 1);
-    const auto row = std::min(static_cast<long>((place.y - area_.top) * cellsPerY_), cellsAcross_ - 1);
-    deepest = cells_[static_cast<std::size_t>(row * cellsAcross_ + column)];
+  if (!grid_.IsEmpty()) {
+    const auto cell = grid_.CellOf(place);
+    if (!cell) return {isAlertOutside_, ZoneTree::kNone};
+    deepest = cells_[*cell];
   }
   if (deepest == kNearEdge) deepest = DeepestByRule(place);
   return {deepest == ZoneTree::kNone ? isAlertOutside_ : nodes_[deepest].isAlert, deepest};
 }
 
 void ProjectedZoneTree::BuildGrid() {
-  area_ = {kInfinity, -kInfinity, kInfinity, -kInfinity};
-  for (const Box& box : boxes_) {
+  PlaneBox area{kInfinity, -kInfinity, kInfinity, -kInfinity};
+  for (const PlaneBox& box : boxes_) {
     if (box.left > box.right) continue;  // no corners
     if (!std::isfinite(box.left)) return;
-    area_ = {std::min(area_.left, box.left), std::max(area_.right, box.right), std::min(area_.top, box.top),
-             std::max(area_.bottom, box.bottom)};
+    area = {std::min(area.left, box.left), std::max(area.right, box.right), std::min(area.top, box.top),
+            std::max(area.bottom, box.bottom)};
   }
   // So many that most cells are touched by no edge.
   constexpr long kFewest = 16, kMost = 512;
-  cellsAcross_ =
-      std::clamp(std::lround(2 * std::sqrt(static_cast<double>(vertices_.size()))), kFewest, kMost);
-  cellsPerX_ = static_cast<double>(cellsAcross_) / (area_.right - area_.left);
-  cellsPerY_ = static_cast<double>(cellsAcross_) / (area_.bottom - area_.top);
-  cellMargin_ = std::max(kCellMargin, kMargin * std::max(cellsPerX_, cellsPerY_));
-  cells_.assign(static_cast<std::size_t>(cellsAcross_ * cellsAcross_), kUnknown);
-  for (const Node& zone : nodes_) {
-    for (std::uint32_t v = 0; v < zone.vertexCount; ++v) {
-      const std::uint32_t previous = (v == 0 ? zone.vertexCount : v) - 1;
-      MarkEdge(vertices_[zone.firstVertex + previous], vertices_[zone.firstVertex + v]);
-    }
-  }
+  grid_ = PlaneGrid(area, std::clamp(std::lround(2 * std::sqrt(static_cast<double>(vertices_.size()))),
+                                     kFewest, kMost));
+  cells_.assign(grid_.CellCount(), kUnknown);
+  MarkEdges();
   FillFaces();
 }
 
-// Marks the cells that the edge touches, row by row. All in units of cells from here on.
-void ProjectedZoneTree::MarkEdge(PlanePoint a, PlanePoint b) {
-  if (a.y > b.y) std::swap(a, b);
-  const double ax = (a.x - area_.left) * cellsPerX_, bx = (b.x - area_.left) * cellsPerX_;
-  const double ay = (a.y - area_.top) * cellsPerY_, by = (b.y - area_.top) * cellsPerY_;
-  const auto firstRow = static_cast<long>(std::floor(ay - cellMargin_));
-  const auto lastRow = static_cast<long>(std::floor(by + cellMargin_));
-  const double slope = by - ay > cellMargin_ ? (bx - ax) / (by - ay) : 0;
-  for (long row = firstRow; row <= lastRow; ++row) {
-    double left = std::min(ax, bx), right = std::max(ax, bx);
-    if (slope != 0) {
-      const double atTop = ax + (std::max(static_cast<double>(row) - cellMargin_, ay) - ay) * slope;
-      const double atBottom = ax + (std::min(static_cast<double>(row) + 1 + cellMargin_, by) - ay) * slope;
-      left = std::max(left, std::min(atTop, atBottom));
-      right = std::min(right, std::max(atTop, atBottom));
+void ProjectedZoneTree::MarkEdges() {
+  std::vector<std::uint32_t> touched;
+  for (const Node& zone : nodes_) {
+    for (std::uint32_t v = 0; v < zone.vertexCount; ++v) {
+      const std::uint32_t previous = (v == 0 ? zone.vertexCount : v) - 1;
+      touched.clear();
+      grid_.AddCellsAlong(vertices_[zone.firstVertex + previous], vertices_[zone.firstVertex + v], touched);
+      for (const std::uint32_t cell : touched) cells_[cell] = kNearEdge;
     }
-    MarkRow(row, left, right);
   }
-}
-
-void ProjectedZoneTree::MarkRow(long row, double left, double right) {
-  if (row < 0 || row >= cellsAcross_) return;
-  const long first = std::max(static_cast<long>(std::floor(left - cellMargin_)), 0L);
-  const long last = std::min(static_cast<long>(std::floor(right + cellMargin_)), cellsAcross_ - 1);
-  for (long column = first; column <= last; ++column)
-    cells_[static_cast<std::size_t>(row * cellsAcross_ + column)] = kNearEdge;
-}
-
-PlanePoint ProjectedZoneTree::MiddleOf(std::size_t cell) const {
-  const auto across = static_cast<std::size_t>(cellsAcross_);
-  const std::size_t row = cell / across, column = cell % across;
-  return {area_.left + (static_cast<double>(column) + 0.5) / cellsPerX_,
-          area_.top + (static_cast<double>(row) + 0.5) / cellsPerY_};
 }
 
 // The rule is asked once for each face, that is for cells that hang together without an edge between them.
 void ProjectedZoneTree::FillFaces() {
   std::vector<std::size_t> pending;
   for (std::size_t cell = 0; cell < cells_.size(); ++cell) {
-    if (cells_[cell] == kUnknown) FillFace(cell, DeepestByRule(MiddleOf(cell)), pending);
+    if (cells_[cell] == kUnknown) FillFace(cell, DeepestByRule(grid_.MiddleOf(cell)), pending);
   }
 }
 
 void ProjectedZoneTree::FillFace(std::size_t cell, std::uint32_t answer, std::vector<std::size_t>& pending) {
-  const auto across = static_cast<std::size_t>(cellsAcross_);
+  const std::size_t across = grid_.CellsAcross();
   const auto take = [&](std::size_t next) {
     if (cells_[next] != kUnknown) return;
     cells_[next] = answer;

@@ -4,15 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "zones/plane_grid.h"
 #include "zones/zone_tree.h"
 
 namespace pallomir {
-
-/// A place on the projected plane: x from 0 at longitude -180 to 1 at 180, y from about 0 in the north to 1.
-struct PlanePoint {
-  double x = 0;
-  double y = 0;
-};
 
 /// Degrees projected as the zones are. A place that has no projection (the poles) gives a y that is no finite
 /// number.
@@ -49,9 +44,6 @@ class ProjectedZoneTree {
   Answer AlertPosition(PlanePoint place) const;
 
  private:
-  struct Box {
-    double left, right, top, bottom;
-  };
   struct Node {
     ZoneOrdinal subtreeEnd;
     std::uint32_t firstVertex;
@@ -61,11 +53,9 @@ class ProjectedZoneTree {
 
   void Project(const ZoneTree& tree);
   void BuildGrid();
-  void MarkEdge(PlanePoint a, PlanePoint b);
-  void MarkRow(long row, double left, double right);
+  void MarkEdges();
   void FillFaces();
   void FillFace(std::size_t cell, std::uint32_t answer, std::vector<std::size_t>& pending);
-  PlanePoint MiddleOf(std::size_t cell) const;
   ZoneOrdinal DeepestByRule(PlanePoint place) const;
   bool Contains(const Node& zone, PlanePoint place) const;
 
@@ -74,13 +64,9 @@ class ProjectedZoneTree {
 
   bool isAlertOutside_ = false;
   std::vector<Node> nodes_;
-  std::vector<Box> boxes_;  // widened
+  std::vector<PlaneBox> boxes_;  // widened
   std::vector<PlanePoint> vertices_;
-  Box area_{};            // of the grid: all zones
-  long cellsAcross_ = 0;  // 0: no grid
-  double cellsPerX_ = 0;
-  double cellsPerY_ = 0;
-  double cellMargin_ = 0;  // cells
+  PlaneGrid grid_;  // over all zones; empty where one has no end
   std::vector<std::uint32_t> cells_;
 };
 
