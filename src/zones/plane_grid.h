@@ -46,9 +46,16 @@ class PlaneGrid {
     const long column = static_cast<long>((place.x - area_.left) * cellsPerX_);
     const long row = static_cast<long>((place.y - area_.top) * cellsPerY_);
     const long last = cellsAcross_ - 1;
-    return static_cast<std::size_t>((row < last ? row : last) * cellsAcross_ + (column < last ? column : last));
+    return static_cast<std::size_t>((row < last ? row : last) * cellsAcross_ +
+                                    (column < last ? column : last));
   }
   PlanePoint MiddleOf(std::size_t cell) const;
+
+  /// Whether the line from `a` to `b` lies on one side of the box.
+  bool PassesBeside(PlanePoint a, PlanePoint b) const {
+    return (a.x < area_.left && b.x < area_.left) || (a.x > area_.right && b.x > area_.right) ||
+           (a.y < area_.top && b.y < area_.top) || (a.y > area_.bottom && b.y > area_.bottom);
+  }
 
   /// Adds the cells that the line from `a` to `b` comes near. "Near" is more than rounding can move the line.
   void AddCellsAlong(PlanePoint a, PlanePoint b, std::vector<std::uint32_t>& cells) const;
