@@ -2,7 +2,6 @@
 #include <signal.h>
 #include <sys/stat.h>
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <cerrno>
 
@@ -137,11 +136,8 @@ TEST_F(Instance, SecondStartRaisesTheFirstAndPassesItsToken) {
   EXPECT_THAT(lines_, testing::IsEmpty());
 }
 
-TEST_F(Instance, AskingNobodyIsTracedAndShort) {
-  QElapsedTimer elapsed;
-  elapsed.start();
+TEST_F(Instance, AskingNobodyIsTraced) {
   LocalInstanceSignal(Folder(), kName, trace_).AskToRaise(1);
-  EXPECT_LT(elapsed.elapsed(), 1500);
   EXPECT_THAT(lines_, testing::ElementsAre(testing::HasSubstr("does not listen")));
 }
 
