@@ -1,3 +1,6 @@
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 
 #include <csignal>
@@ -5,6 +8,7 @@
 #include "host_testing.h"
 #include "servicehost/bounded_log.h"
 #include "servicehost/command_lock.h"
+#include "servicehost/descriptor.h"
 #include "servicehost/restart_policy.h"
 #include "servicehost/spawn.h"
 #include "servicehost/station_program.h"
@@ -27,6 +31,32 @@ TEST(UnitFile, QuotesEveryWord) {
   // The colon keeps systemd from expanding the dollar sign.
   EXPECT_THAT(UnitText({"/a b", "--config", "/$x"}),
               testing::HasSubstr("\nExecStart=:\"/a b\" \"--config\" \"/$x\"\n"));
+}
+
+TEST(Ports, EachOneThatIsTakenIsNamed) {
+  station::Options options;
+  options.address = "127.0.43.2";
+  EXPECT_EQ(FindTakenPort(options) + FindUsedPort(options), "");
+  const struct {
+    int type, port;
+    const char* use;
+  } cases[] = {{SOCK_DGRAM, 2435, "locator"},
+               {SOCK_STREAM, 18799, "Base Server's probe"},
+               {SOCK_STREAM, 18800, "Base Server's data"},
+               {SOCK_STREAM, 2480, "web site"}};
+  for (const auto& [type, port, use] : cases) {
+    const Descriptor other(::socket(AF_INET, type, 0));
+    sockaddr_in place{};
+    place.sin_family = AF_INET;
+    place.sin_port = htons(static_cast<std::uint16_t>(port));
+    ::inet_pton(AF_INET, "127.0.43.2", &place.sin_addr);
+    ASSERT_EQ(::bind(other.Get(), reinterpret_cast<const sockaddr*>(&place), sizeof place), 0);
+    if (type == SOCK_STREAM) ::listen(other.Get(), 1);
+    const std::string number = "port " + std::to_string(port) + " on 127.0.43.2";
+    EXPECT_EQ(FindTakenPort(options), "can't open " + number + " for the " + use +
+                                          ": Address already in use (another station may be running)");
+    EXPECT_EQ(FindUsedPort(options), number + " (" + use + ")");
+  }
 }
 
 TEST(RestartPolicy, GrowsAndGivesUp) {

@@ -335,6 +335,14 @@ class DrawingTest : public ClientTest {
   int generation_ = 0;
 };
 
+TEST_F(DrawingTest, TheNoticeStaysUntilTilesAndTimelineAreDrawn) {
+  BeginToDraw();
+  loop.Tick("tmrRedraw");
+  EXPECT_TRUE(view.mapUpdating) << "the tiles outlast the timeline";
+  loop.Advance(0);
+  EXPECT_FALSE(view.mapUpdating);
+}
+
 TEST_F(DrawingTest, ALaterChangeBeginsAnew) {
   BeginToDraw();
   client->FitByUser(1);
@@ -373,10 +381,12 @@ TEST_F(ClientTest, RightClicksOpenTheMenu) {
   client->Load();
   Command("C");
   EXPECT_THAT(view.popups, ElementsAre(MenuView::MenuPlace::kAtPointer));
-  EXPECT_FALSE(client->Menus().At("mnuPopupBeenHere").enabled);
+  const MenuItem& beenHere = client->Menus().At(Command::kBeenHere);
+  const MenuItem& dataPoints = client->Menus().At(Command::kNearby);
+  EXPECT_FALSE(beenHere.enabled || dataPoints.enabled);
   Command("F00000000000000000000");
   EXPECT_THAT(view.popups, SizeIs(2));
-  EXPECT_TRUE(client->Menus().At("mnuPopupBeenHere").enabled);
+  EXPECT_TRUE(beenHere.enabled && dataPoints.enabled);
   EXPECT_EQ(client->Page().RightClickX, 536870912);
 }
 
@@ -473,9 +483,12 @@ TEST_F(ClientTest, MarksAndTextsGoWhenTheMapMovesOrDataCome) {
 TEST_F(ClientTest, APointOfTheTimelineIsMarkedOnTheMapUntilThePointsMove) {
   StartStreaming();
   ReportMapReady();
-  Arrive(PacketOf({Record(0, 40.62, -75.37, 100), Record(3600, 40.63, -75.37)}));
   loop.Advance(1000);
   ASSERT_TRUE(view.picture);
+  EXPECT_EQ(view.picture->rows[0].pointCount, 0u);
+  Arrive(PacketOf({Record(0, 40.62, -75.37, 100), Record(3600, 40.63, -75.37)}));
+  loop.Advance(1000);
+  EXPECT_EQ(view.picture->rows[0].pointCount, 2u);
   client->Timeline().Hovered(1, 166);
   EXPECT_EQ(view.timelineInfo, "Unit #1 First\n11/22/26 07:00:00 AM\n34.5 mph\n0.00 mi");
   EXPECT_TRUE(view.marker);

@@ -57,7 +57,14 @@ TEST_F(Importing, TakesSeveralFilesAsOneUnit) {
   EXPECT_EQ(Stored().size(), 15u);
   EXPECT_EQ(Described(kUnit), "Morning drive");
 
-  EXPECT_NE(ImportFiles({a}).text.find("0 points taken, 10 left out"), std::string::npos);
+  const auto c = temporary_.Write("c.gpx",
+                                  "<gpx><trk><trkseg><trkpt lat='40' lon='-75'/>"
+                                  "<trkpt lat='40' lon='-75'><time>noon</time></trkpt>"
+                                  "<trkpt lat='91' lon='-75'><time>2026-11-22T12:01:00Z</time></trkpt>"
+                                  "<trkpt lat='40' lon='-75'><time>1999-11-22T12:01:00Z</time></trkpt>"
+                                  "</trkseg></trk></gpx>");
+  EXPECT_NE(ImportFiles({a, b, c}).text.find("0 points taken, 24 left out"), std::string::npos)
+      << "5 of one second, 15 that were there, one of each other kind";
   EXPECT_EQ(Stored().size(), 15u);
 }
 

@@ -1,6 +1,14 @@
 #include "station/web/web_site.h"
 
+#include <array>
+#include <asio/ip/tcp.hpp>
+#include <asio/write.hpp>
+#include <chrono>
+#include <memory>
+#include <set>
+
 #include "station/station_testing.h"
+#include "station/web/web_connection.h"
 #include "station/web/web_files.h"
 
 namespace pallomir::station {
@@ -167,6 +175,29 @@ TEST_F(WebSiteOnDisk, RefusesWhatNoBrowserSends) {
     EXPECT_TRUE(answer.empty() || answer.starts_with(std::string("HTTP/1.1 ") + c.status)) << answer;
   }
   EXPECT_TRUE(Ask("/fullscreen/map.js").ends_with("let x;"));
+}
+
+// A piece of a file may last longer on a slow line than a stall may: each part of it that is taken counts.
+TEST_F(WebSiteOnDisk, GivesASlowBrowserTimeAsLongAsItTakesSomething) {
+  using asio::ip::tcp;
+  folder_.Write("web/piece.js", std::string(60'000, 'x'));
+  const SiteContent content{root_, "", {}};
+  asio::io_context context;
+  tcp::acceptor acceptor(context, {asio::ip::make_address("127.0.72.4"), 0});
+  acceptor.set_option(tcp::socket::send_buffer_size(2048));
+  tcp::socket browser(context, tcp::v4());
+  browser.set_option(tcp::socket::receive_buffer_size(2048));
+  browser.connect(acceptor.local_endpoint());
+  const auto connection = std::make_shared<WebConnection>(acceptor.accept(), content);
+  connection->Start();
+  asio::write(browser, asio::buffer("GET /piece.js HTTP/1.1\r\n\r\n"));
+  std::array<char, 2048> part;
+  std::set<std::chrono::steady_clock::time_point> deadlines;
+  for (std::size_t taken = 0; taken < 60'000; taken += browser.read_some(asio::buffer(part))) {
+    while (browser.available() == 0) ASSERT_GT(context.run_one_for(std::chrono::seconds(20)), 0u);
+    deadlines.insert(connection->Deadline());
+  }
+  EXPECT_GT(deadlines.size(), 5u);
 }
 
 TEST_F(WebSiteOnDisk, GivesUpStalledConnectionsBeforeFreshOnes) {
