@@ -1,15 +1,13 @@
 #include "tracking/FormRetryAfterError.h"
 
-#include <QApplication>
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QVBoxLayout>
-#include <QWindow>
 
+#include "platform/qt/owner_block.h"
 #include "platform/qt/wrapped_label.h"
 #include "tracking/retry_countdown.h"
 
@@ -24,27 +22,10 @@ QString WithLink(const QString& message) {
   return "<div style=\"white-space: pre-wrap\">" + text + "</div>";
 }
 
-// What begins something. The end of a drag that has begun before reaches its widget.
-bool IsInput(QEvent::Type type) {
-  switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
-    case QEvent::ContextMenu:
-    case QEvent::TouchBegin:
-    case QEvent::TabletPress:
-    case QEvent::DragEnter:
-    case QEvent::KeyPress:
-    case QEvent::ShortcutOverride:
-      return true;
-    default:
-      return false;
-  }
-}
-
 }  // namespace
 
 FormRetryAfterError::FormRetryAfterError(QWidget* owner) : QDialog(owner) {
+  new OwnerBlock(*this);
   setObjectName("FormRetryAfterError");
   setWindowTitle("Pallomir");
   message_ = new QLabel(this);
@@ -96,10 +77,7 @@ void FormRetryAfterError::ShowOver(bool takesKeyboard) {
     adjustSize();
     move(parentWidget()->geometry().center() - rect().center());
   }
-  setAttribute(Qt::WA_ShowWithoutActivating, !takesKeyboard);
-  // The attribute is looked at only when the window is made, which it is once.
-  winId();
-  windowHandle()->setProperty("_q_showWithoutActivating", !takesKeyboard);
+  AskForKeyboard(*this, takesKeyboard);
   show();
   // No attempt takes longer than that.
   constexpr qint64 kSoonMilliseconds = 60'000;
@@ -110,22 +88,9 @@ void FormRetryAfterError::ShowOver(bool takesKeyboard) {
   }
 }
 
-void FormRetryAfterError::showEvent(QShowEvent* event) {
-  QDialog::showEvent(event);
-  qApp->installEventFilter(this);
-}
-
 void FormRetryAfterError::hideEvent(QHideEvent* event) {
-  qApp->removeEventFilter(this);
   sinceHidden_.start();
   QDialog::hideEvent(event);
-}
-
-bool FormRetryAfterError::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::WindowActivate && watched == parentWidget()) activateWindow();
-  return (IsInput(event->type()) && watched->isWidgetType() &&
-          static_cast<QWidget*>(watched)->window() == parentWidget()) ||
-         QDialog::eventFilter(watched, event);
 }
 
 void FormRetryAfterError::SetProgress(int bar, const QString& label) {

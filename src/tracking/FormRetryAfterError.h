@@ -7,13 +7,12 @@
 class QHideEvent;
 class QLabel;
 class QProgressBar;
-class QShowEvent;
 
 namespace pallomir {
 
 /// The retry dialog: the message of a network failure, a countdown, and what to do about it. Escape and
-/// closing it are "Stop Retrying". While it is there its owner takes no input. It is not modal: a modal
-/// window asks for the keyboard whenever it is shown, whatever the user is doing elsewhere.
+/// closing it are "Stop Retrying". While it is there its owner takes no input. It is not modal
+/// (see OwnerBlock).
 class FormRetryAfterError : public QDialog {
  public:
   explicit FormRetryAfterError(QWidget* owner);
@@ -35,8 +34,6 @@ class FormRetryAfterError : public QDialog {
   void reject() override;
 
  protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-  void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
 
  private:

@@ -11,6 +11,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QWindow>
 
 #include "platform/qt/qt_question_box.h"
 #include "platform/wait.h"
@@ -56,7 +57,6 @@ TEST_F(QuestionBoxTest, EachButtonAndEachWayOutGivesItsAnswer) {
     Show(row.kind);
     auto* dialog = qobject_cast<QMessageBox*>(Open());
     ASSERT_TRUE(dialog);
-    EXPECT_EQ(dialog->windowModality(), Qt::WindowModal);
     for (auto* button : dialog->buttons()) EXPECT_TRUE(button->focusPolicy() & Qt::TabFocus);
     if (row.button == QMessageBox::NoButton) {
       QTest::keyClick(dialog, Qt::Key_Escape);
@@ -143,6 +143,46 @@ TEST_F(QuestionBoxTest, ABoxStandsOverTheWindowThatHasTheKeyboardAndOutlivesIt) 
     EXPECT_EQ(WaitForAnswer().text, kind == Kind::kInput ? "typed" : "");
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
+}
+
+TEST_F(QuestionBoxTest, ABoxLeavesTheKeyboardToAnotherProgramAndStillBlocksTheWindow) {
+  QLineEdit line(&window_);
+  line.show();
+  for (const Kind kind : {Kind::kMessage, Kind::kInput}) {
+    for (const bool isElsewhere : {false, true}) {
+      answers_.clear();
+      line.clear();
+      window_.activateWindow();
+      ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+      if (isElsewhere) QApplication::setActiveWindow(nullptr);
+      Show(kind, "The map was lost", "before");
+      QDialog* dialog = Open();
+      ASSERT_TRUE(dialog && dialog->isVisible());
+      EXPECT_EQ(dialog->windowModality(), isElsewhere ? Qt::NonModal : Qt::WindowModal);
+      EXPECT_EQ(dialog->windowHandle()->property("_q_showWithoutActivating").toBool(), isElsewhere);
+      if (isElsewhere) {
+        QTest::keyClick(&line, Qt::Key_A);
+        EXPECT_EQ(line.text(), "");
+        ASSERT_TRUE(QTest::qWaitForWindowActive(dialog));
+        QApplication::setActiveWindow(&window_);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog)) << "the window hands the keyboard on";
+      }
+      QTest::keyClick(dialog, Qt::Key_Return);
+      EXPECT_TRUE(WaitForAnswer().yes);
+      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+      QTest::keyClick(&line, Qt::Key_A);
+      EXPECT_EQ(line.text(), "a");
+    }
+  }
+}
+
+TEST_F(QuestionBoxTest, ABoxThatComesBesideAModalWindowStandsOverThatOne) {
+  QDialog options(&window_);
+  options.open();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&options));
+  QApplication::setActiveWindow(nullptr);
+  Show(Kind::kMessage);
+  EXPECT_TRUE(options.findChild<QDialog*>("questionBox", Qt::FindDirectChildrenOnly));
 }
 
 TEST_F(QuestionBoxTest, ALongTextLeavesTheButtonsOnTheScreen) {

@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <utility>
 
+#include "platform/qt/owner_block.h"
 #include "platform/qt/wrapped_label.h"
 
 namespace pallomir {
@@ -102,10 +103,12 @@ QtQuestionBox::~QtQuestionBox() { Dismiss(); }
 
 void QtQuestionBox::SetWindow(QWidget* window) { window_ = window; }
 
-// Over the window of ours that has the keyboard: the answer is wanted there.
+// Over the window of ours that has the keyboard: the answer is wanted there. A modal one would block a box
+// beside it.
 QWidget* QtQuestionBox::Owner() const {
-  QWidget* active = QApplication::activeWindow();
-  return active && active != dialog_ && active->isVisible() ? active : window_.data();
+  for (QWidget* window : {QApplication::activeWindow(), QApplication::activeModalWidget()})
+    if (window && window != dialog_ && window->isVisible()) return window;
+  return window_;
 }
 
 void QtQuestionBox::Show(const Question& question, AnswerHandler then) {
@@ -129,7 +132,12 @@ void QtQuestionBox::ShowOver(QWidget* owner, const Question& question, AnswerHan
                    [this, dialog](int result) { Finish(AnswerOf(dialog, result)); });
   dialog_ = dialog;
   if (owner && owner != window_) owner->installEventFilter(this);
-  dialog->open();
+  // A program that is starting may take the keyboard, later only the one that the user works with.
+  if (QApplication::activeWindow() || !window_ || !window_->isVisible()) return dialog->open();
+  new OwnerBlock(*dialog);
+  AskForKeyboard(*dialog, false);
+  dialog->setModal(false);
+  dialog->show();
 }
 
 // A window that goes takes its boxes with it; the question stays.

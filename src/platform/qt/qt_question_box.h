@@ -12,7 +12,7 @@ namespace pallomir {
 
 /// Questions as message boxes and input boxes: over the window of this program that has the keyboard, else
 /// over the main one. A question that is shown while another one is open takes its place; the older one is
-/// answered as if it had been closed.
+/// answered as if it had been closed. One that comes while another program has the keyboard leaves it there.
 class QtQuestionBox : public QObject, public QuestionBox {
  public:
   /// The main window. A box blocks the window that it stands over and those that this one stands over;
