@@ -55,22 +55,33 @@ std::optional<std::string> ReadWholeFile(const std::filesystem::path& path, std:
   return error ? std::nullopt : std::optional(std::move(content));
 }
 
-std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view content,
-                            std::string_view suffix) {
-  std::filesystem::path beside = path;
-  beside += suffix;
-  Descriptor file(::open(beside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
+std::error_code WriteDurably(const std::filesystem::path& path, std::string_view content) {
+  Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
   if (file.Get() < 0) return LastError();
-  if (!WriteAll(file.Get(), content) || ::fsync(file.Get()) != 0 || !file.Close() ||
-      ::rename(beside.c_str(), path.c_str()) != 0) {
+  if (WriteAll(file.Get(), content) && ::fsync(file.Get()) == 0 && file.Close()) return {};
+  const std::error_code error = LastError();
+  ::unlink(path.c_str());
+  return error;
+}
+
+std::error_code MoveOver(const std::filesystem::path& from, const std::filesystem::path& path) {
+  if (::rename(from.c_str(), path.c_str()) != 0) {
     const std::error_code error = LastError();
-    ::unlink(beside.c_str());
+    ::unlink(from.c_str());
     return error;
   }
   // The rename itself reaches the disk with the folder.
   Descriptor folder(::open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (folder.Get() >= 0) ::fsync(folder.Get());
   return {};
+}
+
+std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view content,
+                            std::string_view suffix) {
+  std::filesystem::path beside = path;
+  beside += suffix;
+  if (const std::error_code error = WriteDurably(beside, content)) return error;
+  return MoveOver(beside, path);
 }
 
 }  // namespace pallomir

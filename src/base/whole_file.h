@@ -19,4 +19,8 @@ std::optional<std::string> ReadWholeFile(const std::filesystem::path& path, std:
 std::error_code ReplaceFile(const std::filesystem::path& path, std::string_view content,
                             std::string_view suffix = ".new");
 
+// The two halves of it, for content that is written long before it counts.
+std::error_code WriteDurably(const std::filesystem::path& path, std::string_view content);
+std::error_code MoveOver(const std::filesystem::path& from, const std::filesystem::path& path);
+
 }  // namespace pallomir

@@ -72,10 +72,10 @@ void ZoneJoints::Open() {
   zones_ = std::make_unique<Zones>(
       view_, ports_.loop, ports_.desktop.questions, ports_.trace,
       ZoneFileIn(ports_.storage.folders, choices_.demoMode.Value(), ports_.trace), ZonesHost());
-  transfer_ = std::make_unique<ZoneTransfer>(view_, ports_.desktop.questions, *zones_);
+  transfer_ = std::make_unique<ZoneTransfer>(view_, ports_.loop, ports_.desktop.questions, *zones_);
   list_ = std::make_unique<ZoneListModel>(zones_->Tree());
   list_->inKilometers = [this] { return choices_.unitOfMeasure.Value() == 1; };
-  list_->mayChange = [this] { return !zones_->IsDrawing(); };
+  list_->mayChange = [this] { return zones_->CanChange(); };
   zones_->LoadZones();
 }
 
@@ -103,6 +103,7 @@ void ZoneJoints::JoinPage(MapBridge::Host& host) {
 
 void ZoneJoints::Close() {
   PointerLeft();
+  if (transfer_) transfer_->Cancel();
   if (zones_) zones_->Close();
   view_.Close();
 }
@@ -157,7 +158,7 @@ void ZoneJoints::HandleDrawing(CommandHandlers& handlers) {
 ZoneMenuState ZoneJoints::MenuState() const {
   ZoneMenuState state;
   state.tree = &zones_->Tree();
-  state.mayChange = !zones_->IsDrawing();
+  state.mayChange = zones_->CanChange();
   state.canUndo = zones_->CanUndo();
   state.canRedo = zones_->CanRedo();
   state.popup = zones_->PopupEntries();

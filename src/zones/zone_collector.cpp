@@ -110,9 +110,11 @@ std::string ExportZones(const ZoneTree& tree, ZoneFormat format) {
   return format == ZoneFormat::kGeoJson ? WriteGeoJson(tree) : WriteKml(tree);
 }
 
-ImportedZones ImportZones(std::string_view file, ZoneFormat format) {
+ImportedZones ImportZones(std::string_view file, ZoneFormat format, WorkProgress* progress) {
   if (file.size() > kMaxImportSize) return {{}, false, "The file is larger than 64 MiB."};
-  return format == ZoneFormat::kGeoJson ? ReadGeoJson(file) : ReadKml(file);
+  WorkProgress unwatched;
+  WorkProgress& watched = progress ? *progress : unwatched;
+  return format == ZoneFormat::kGeoJson ? ReadGeoJson(file, watched) : ReadKml(file, watched);
 }
 
 ZoneTree WithZonesAppended(const ZoneTree& tree, const ZoneTree& more) {

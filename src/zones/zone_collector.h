@@ -41,8 +41,8 @@ class ZoneCollector {
 };
 
 std::string WriteGeoJson(const ZoneTree& tree);
-ImportedZones ReadGeoJson(std::string_view file);
+ImportedZones ReadGeoJson(std::string_view file, WorkProgress& progress);
 std::string WriteKml(const ZoneTree& tree);
-ImportedZones ReadKml(std::string_view file);
+ImportedZones ReadKml(std::string_view file, WorkProgress& progress);
 
 }  // namespace pallomir

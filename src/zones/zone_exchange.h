@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/work_progress.h"
 #include "zones/zone_tree.h"
 
 namespace pallomir {
@@ -30,8 +31,9 @@ struct ImportedZones {
 };
 
 /// Every polygon of the file becomes a zone, with the name that the file gives it. A polygon's holes become
-/// its subzones, which have the other kind. Places without an area (points, lines) are passed over.
-ImportedZones ImportZones(std::string_view file, ZoneFormat format);
+/// its subzones, which have the other kind. Places without an area (points, lines) are passed over. Once the
+/// work is cancelled nothing that matters is returned.
+ImportedZones ImportZones(std::string_view file, ZoneFormat format, WorkProgress* progress = nullptr);
 
 /// The zones of both: those of `more` behind those of `tree`, whose top-level kind stays.
 ZoneTree WithZonesAppended(const ZoneTree& tree, const ZoneTree& more);

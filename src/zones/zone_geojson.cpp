@@ -1,3 +1,4 @@
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <utility>
@@ -57,14 +58,54 @@ const Json& Member(const Json& object, const char* name) {
   return object.is_object() && object.contains(name) ? object[name] : kNone;
 }
 
+/// Goes through the file's bytes for the parser, which has no other way to tell how far it is. Work that is
+/// cancelled ends the file early.
+class WatchedBytes {
+ public:
+  using iterator_category = std::input_iterator_tag;
+  using value_type = char;
+  using difference_type = std::ptrdiff_t;
+  using pointer = const char*;
+  using reference = const char&;
+
+  WatchedBytes(std::string_view file, const char* at, WorkProgress& progress)
+      : file_(file), at_(at), progress_(&progress) {}
+  reference operator*() const { return *at_; }
+  WatchedBytes& operator++() {
+    constexpr std::ptrdiff_t kLook = 1 << 16;
+    if ((++at_ - file_.data()) % kLook == 0) Look();
+    return *this;
+  }
+  bool operator==(const WatchedBytes& other) const { return at_ == other.at_; }
+  bool operator!=(const WatchedBytes& other) const { return at_ != other.at_; }
+
+ private:
+  void Look() {
+    constexpr std::ptrdiff_t kShareOfParsing = 80;  // percent of the whole import
+    progress_->percent =
+        static_cast<int>((at_ - file_.data()) * kShareOfParsing / static_cast<std::ptrdiff_t>(file_.size()));
+    if (progress_->isCancelled) at_ = file_.data() + file_.size();
+  }
+
+  std::string_view file_;
+  const char* at_;
+  WorkProgress* progress_;
+};
+
 /// Reads features; stops at the first fault.
 class GeoJsonReader {
  public:
+  explicit GeoJsonReader(WorkProgress& progress) : progress_(progress) {}
+
   ImportedZones Read(std::string_view file) {
-    const Json json = Json::parse(file, nullptr, false);
+    const Json json = Json::parse(WatchedBytes(file, file.data(), progress_),
+                                  WatchedBytes(file, file.data() + file.size(), progress_), nullptr, false);
     if (json.is_discarded()) return {{}, false, "The file is no GeoJSON."};
     if (TextOf(json, "type") == "FeatureCollection") {
-      for (const Json& feature : Member(json, "features")) TakeFeature(feature);
+      for (const Json& feature : Member(json, "features")) {
+        if (progress_.isCancelled) break;
+        TakeFeature(feature);
+      }
     } else if (TextOf(json, "type") == "Feature") {
       TakeFeature(json);
     } else {
@@ -112,6 +153,7 @@ class GeoJsonReader {
     zones_.Take(std::move(polygon));
   }
 
+  WorkProgress& progress_;
   ZoneCollector zones_;
 };
 
@@ -127,6 +169,8 @@ std::string WriteGeoJson(const ZoneTree& tree) {
   return collection.dump(1, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
-ImportedZones ReadGeoJson(std::string_view file) { return GeoJsonReader().Read(file); }
+ImportedZones ReadGeoJson(std::string_view file, WorkProgress& progress) {
+  return GeoJsonReader(progress).Read(file);
+}
 
 }  // namespace pallomir

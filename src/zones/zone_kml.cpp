@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <pugixml.hpp>
@@ -108,15 +109,18 @@ std::optional<ZoneRing> RingOf(std::string_view text) {
 /// Reads placemarks wherever they lie; stops at the first fault.
 class KmlReader {
  public:
+  explicit KmlReader(WorkProgress& progress) : progress_(progress) {}
+
   ImportedZones Read(std::string_view file) {
     pugi::xml_document xml;
     const pugi::xml_parse_result result =
         xml.load_buffer(file.data(), file.size(), pugi::parse_default | pugi::parse_ws_pcdata_single);
     if (!result || xml.document_element().empty()) return {{}, false, "The file is no KML."};
     std::string kind;
-    for (pugi::xml_node node = Next(xml); node;) {
+    for (pugi::xml_node node = Next(xml); node && !progress_.isCancelled;) {
       if (kind.empty() && LocalName(node) == "Document") kind = DataOf(node, kKind);
       if (LocalName(node) == "Placemark") {
+        ShowProgress(node, file);
         TakePlacemark(node);
         node = Behind(node);
       } else {
@@ -127,6 +131,12 @@ class KmlReader {
   }
 
  private:
+  // The offset is none, or one in another encoding, where the file is not in UTF-8.
+  void ShowProgress(pugi::xml_node node, std::string_view file) {
+    const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, node.offset_debug()));
+    progress_.percent = static_cast<int>(std::min(offset, file.size()) * 100 / file.size());
+  }
+
   void TakePlacemark(pugi::xml_node placemark) {
     ZoneCollector::Polygon polygon;
     polygon.options.Description = placemark.child_value("name");
@@ -160,6 +170,7 @@ class KmlReader {
     zones_.Take(std::move(polygon));
   }
 
+  WorkProgress& progress_;
   ZoneCollector zones_;
 };
 
@@ -178,6 +189,8 @@ std::string WriteKml(const ZoneTree& tree) {
   return text.str();
 }
 
-ImportedZones ReadKml(std::string_view file) { return KmlReader().Read(file); }
+ImportedZones ReadKml(std::string_view file, WorkProgress& progress) {
+  return KmlReader(progress).Read(file);
+}
 
 }  // namespace pallomir

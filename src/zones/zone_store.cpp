@@ -13,7 +13,37 @@ constexpr std::size_t kMostSteps = 50;
 // Of all lists that are kept for undoing; a corner takes 16 bytes.
 constexpr std::size_t kMostKeptVertices = 4'000'000;
 
+constexpr char kSuffix[] = ".new";
+
+std::string NotSaved(const std::error_code& error) {
+  return "The zones could not be saved: " + error.message() + ".";
+}
+
 }  // namespace
+
+PendingZones::PendingZones(std::filesystem::path file, std::string suffix, ZoneTree next)
+    : file_(std::move(file)), beside_(file_), next_(std::move(next)) {
+  beside_ += suffix;
+}
+
+PendingZones::~PendingZones() {
+  std::error_code error;
+  if (isBeside_) std::filesystem::remove(beside_, error);
+}
+
+void PendingZones::Write() {
+  if (!problem_.empty()) return;
+  const std::string content = WriteZones(next_);
+  if (content.size() > kMaxZoneFileSize) {
+    problem_ = "The zones could not be saved: there are too many of them.";
+  } else if (const auto failed = damaged_.empty() ? std::error_code() : KeepDamagedCopy(file_, damaged_)) {
+    problem_ = "The damaged zone file could not be copied aside: " + failed.message() + ".";
+  } else if (const auto error = WriteDurably(beside_, content)) {
+    problem_ = NotSaved(error);
+  } else {
+    isBeside_ = true;
+  }
+}
 
 ZoneStore::ZoneStore(std::filesystem::path file) : file_(std::move(file)) {}
 
@@ -65,17 +95,18 @@ void ZoneStore::TakeOver(ZoneTree next) {
   projected_.reset();
 }
 
-std::string ZoneStore::Write(const ZoneTree& next) {
-  if (!readOnly_.empty()) return readOnly_;
-  if (!damaged_.empty()) {
-    if (const auto error = KeepDamagedCopy(file_, damaged_))
-      return "The damaged zone file could not be copied aside: " + error.message() + ".";
-    damaged_.clear();
-  }
-  const std::string content = WriteZones(next);
-  if (content.size() > kMaxZoneFileSize) return "The zones could not be saved: there are too many of them.";
-  if (const auto error = ReplaceFile(file_, content))
-    return "The zones could not be saved: " + error.message() + ".";
+std::unique_ptr<PendingZones> ZoneStore::Begin(ZoneTree next, const std::string& suffix) const {
+  std::unique_ptr<PendingZones> pending(new PendingZones(file_, suffix, std::move(next)));
+  pending->damaged_ = damaged_;
+  pending->problem_ = readOnly_;
+  return pending;
+}
+
+std::string ZoneStore::MoveIn(PendingZones& pending) {
+  if (!pending.problem_.empty()) return pending.problem_;
+  damaged_.clear();
+  pending.isBeside_ = false;
+  if (const auto error = MoveOver(pending.beside_, file_)) return NotSaved(error);
   return {};
 }
 
@@ -90,10 +121,17 @@ void ZoneStore::Remember(std::deque<ZoneTree>& history, ZoneTree tree) {
 }
 
 std::string ZoneStore::Save(ZoneTree next) {
-  if (std::string problem = Write(next); !problem.empty()) return problem;
+  const auto pending = Begin(std::move(next), kSuffix);
+  pending->Write();
+  return Commit(*pending);
+}
+
+std::string ZoneStore::Commit(PendingZones& pending) {
+  if (std::string problem = MoveIn(pending); !problem.empty()) return problem;
   Remember(undone_, std::exchange(tree_, {}));
   redone_.clear();
-  TakeOver(std::move(next));
+  TakeOver(std::move(pending.next_));
+  projected_ = std::move(pending.projected_);
   return {};
 }
 
@@ -109,9 +147,11 @@ std::string ZoneStore::DeleteAll() {
 
 std::string ZoneStore::Step(std::deque<ZoneTree>& from, std::deque<ZoneTree>& to) {
   if (from.empty()) return {};
-  if (std::string problem = Write(from.back()); !problem.empty()) return problem;
+  const auto pending = Begin(from.back(), kSuffix);
+  pending->Write();
+  if (std::string problem = MoveIn(*pending); !problem.empty()) return problem;
   Remember(to, std::exchange(tree_, {}));
-  TakeOver(std::move(from.back()));
+  TakeOver(std::move(pending->next_));
   from.pop_back();
   return {};
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <deque>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -10,6 +11,31 @@
 #include "zones/zone_tree.h"
 
 namespace pallomir {
+
+/// A list of zones on its way into the file: first it is written beside the file, on any thread, then the
+/// store takes it over. One that never gets there leaves nothing behind.
+class PendingZones {
+ public:
+  ~PendingZones();
+  PendingZones(const PendingZones&) = delete;
+  PendingZones& operator=(const PendingZones&) = delete;
+
+  void Write();
+  /// Makes the zones ready for the query, which else their first query does.
+  void Project() { projected_.emplace(next_); }
+
+ private:
+  friend class ZoneStore;
+  PendingZones(std::filesystem::path file, std::string suffix, ZoneTree next);
+
+  std::filesystem::path file_;
+  std::filesystem::path beside_;
+  ZoneTree next_;
+  std::string damaged_;  // content of the file that is to be kept aside
+  std::string problem_;  // why the file can't hold the list
+  bool isBeside_ = false;
+  std::optional<ProjectedZoneTree> projected_;
+};
 
 /// The zones in use and the file that holds them. The file is read whole by `Load` and replaced whole by
 /// every change, so that on disk there is always either the old list or the new one.
@@ -36,6 +62,10 @@ class ZoneStore {
   // Changes. Each is on disk when it returns. What could not be stored is not done: the sentence for the user
   // is returned, empty on success.
   std::string Save(ZoneTree next);
+  /// The same in two steps, with `PendingZones::Write` between them. `suffix` tells the file beside from
+  /// those of other changes meanwhile.
+  std::unique_ptr<PendingZones> Begin(ZoneTree next, const std::string& suffix) const;
+  std::string Commit(PendingZones& pending);
   /// Back to an empty list of the kind "Alerted". The file of before is kept beside it, "<name>.deleted".
   std::string DeleteAll();
   std::string Undo();
@@ -44,7 +74,7 @@ class ZoneStore {
   bool CanRedo() const { return !redone_.empty(); }
 
  private:
-  std::string Write(const ZoneTree& next);
+  std::string MoveIn(PendingZones& pending);
   void TakeOver(ZoneTree next);
   void Remember(std::deque<ZoneTree>& history, ZoneTree tree);
   std::string Step(std::deque<ZoneTree>& from, std::deque<ZoneTree>& to);

@@ -11,6 +11,7 @@
 #include "zones/formZoneList.h"
 #include "zones/formZoneOptions.h"
 #include "zones/zone_path_widget.h"
+#include "zones/zone_progress_widget.h"
 
 namespace pallomir {
 namespace {
@@ -99,6 +100,16 @@ void ZoneWindows::AskAddOrReplace(const std::string& text, ImportAnswer then) {
   box->open();
 }
 
+void ZoneWindows::ShowProgress(const std::string& text, int percent, std::function<void()> cancel) {
+  if (!progress_) progress_ = new ZoneProgress(owner_);
+  progress_->cancelled = std::move(cancel);
+  progress_->Show(QString::fromStdString(text), percent);
+}
+
+void ZoneWindows::HideProgress() {
+  if (progress_) progress_->hide();
+}
+
 void ZoneWindows::ShowList(const ZoneListModel& model, ListActions actions) {
   if (!formZoneList_) {
     formZoneList_ = new formZoneList(owner_, model, std::move(actions));
@@ -127,6 +138,7 @@ void ZoneWindows::Close() {
   delete formZoneOptions_;
   delete fileDialog_;
   delete importQuestion_;
+  delete progress_;
 }
 
 }  // namespace pallomir

@@ -11,6 +11,7 @@ class QMessageBox;
 namespace pallomir {
 
 class ZonePathTip;
+class ZoneProgress;
 class formZoneList;
 class formZoneOptions;
 
@@ -25,6 +26,8 @@ class ZoneWindows : public ZonesView {
   void AskExportFile(FileAnswer then) override;
   void AskImportFile(FileAnswer then) override;
   void AskAddOrReplace(const std::string& text, ImportAnswer then) override;
+  void ShowProgress(const std::string& text, int percent, std::function<void()> cancel) override;
+  void HideProgress() override;
   void ShowList(const ZoneListModel& model, ListActions actions) override;
   void RefreshList() override;
   void ShowPath(const std::string& path) override;
@@ -39,6 +42,7 @@ class ZoneWindows : public ZonesView {
   QPointer<formZoneList> formZoneList_;
   QPointer<QFileDialog> fileDialog_;
   QPointer<QMessageBox> importQuestion_;
+  QPointer<ZoneProgress> progress_;
   QPointer<ZonePathTip> pathTip_;
   QString folder_;  // where the last file lay
 };

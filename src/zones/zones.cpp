@@ -31,6 +31,7 @@ Zones::Zones(ZonesView& view, EventLoop& loop, QuestionQueue& questions, Trace& 
       sender_(loop, store_.Tree(), host_.write) {}
 
 void Zones::LoadZones() {
+  if (isImporting_) return ShowList();  // what is being imported stands on this list
   const ZoneStore::Loaded loaded = store_.Load();
   if (loaded.illegalDepth) {
     questions_.Tell("Internal Error 9703: NestingLevel = " + std::to_string(*loaded.illegalDepth), "Pallomir",
@@ -84,6 +85,8 @@ std::optional<ZoneOrdinal> Zones::Find(const Reference& reference) {
 
 bool Zones::MayChange() {
   if (drawing_) return false;
+  if (isImporting_) questions_.Tell("Zones are being imported. Try again when they are there.");
+  if (isImporting_) return false;
   if (store_.WhyReadOnly().empty()) return true;
   questions_.Tell(store_.WhyReadOnly(), "Pallomir", Question::Icon::kExclamation);
   return false;
@@ -219,8 +222,21 @@ void Zones::Rename(ZoneOrdinal zone, const std::string& description) {
   Stored(store_.Save(WithZoneChanged(Tree(), zone, std::move(content))));
 }
 
-void Zones::Import(const ZoneTree& zones, bool replace) {
-  if (MayChange()) Stored(store_.Save(replace ? zones : WithZonesAppended(Tree(), zones)));
+std::shared_ptr<PendingZones> Zones::BeginImport(const ZoneTree& zones, bool replace) {
+  if (!MayChange()) return nullptr;
+  isImporting_ = true;
+  host_.changed();
+  return store_.Begin(replace ? zones : WithZonesAppended(Tree(), zones), ".import");
+}
+
+void Zones::EndImport(PendingZones& pending) {
+  isImporting_ = false;
+  if (!Stored(store_.Commit(pending))) host_.changed();
+}
+
+void Zones::CancelImport() {
+  isImporting_ = false;
+  host_.changed();
 }
 
 void Zones::FinishShape() {

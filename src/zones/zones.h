@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -51,7 +52,8 @@ class Zones {
   const ZoneTree& Tree() const { return store_.Tree(); }
   bool CanUndo() const { return store_.CanUndo(); }
   bool CanRedo() const { return store_.CanRedo(); }
-  /// Whether the list can be changed: no shape is being drawn.
+  /// Whether the list can be changed: no shape is being drawn, nothing is being imported.
+  bool CanChange() const { return !drawing_ && !isImporting_; }
   bool IsDrawing() const { return drawing_.has_value(); }
   const ZonePopupEntries& PopupEntries() const { return popup_; }
 
@@ -69,8 +71,12 @@ class Zones {
   void Undo();
   void Redo();
   void Rename(ZoneOrdinal zone, const std::string& description);
-  /// Zones from elsewhere, behind the present ones or in their place.
-  void Import(const ZoneTree& zones, bool replace);
+  /// Zones from elsewhere, behind the present ones or in their place. Their list is written on another
+  /// thread; until it has been taken over or cancelled no other change begins. Null when it can't begin,
+  /// which the user is told.
+  std::shared_ptr<PendingZones> BeginImport(const ZoneTree& zones, bool replace);
+  void EndImport(PendingZones& pending);
+  void CancelImport();
   void FinishShape();
   void CancelShape();
   void TellHowToDeleteVertices();
@@ -132,6 +138,7 @@ class Zones {
   std::optional<Drawing> drawing_;
   ZonePopupEntries popup_;
   bool isPageThere_ = false;
+  bool isImporting_ = false;
 };
 
 }  // namespace pallomir

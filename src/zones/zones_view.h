@@ -25,6 +25,9 @@ class ZonesView {
   enum class ImportChoice { kCancel, kAdd, kReplace };
   using ImportAnswer = std::function<void(ImportChoice choice)>;
   virtual void AskAddOrReplace(const std::string& text, ImportAnswer then) = 0;
+  /// How far long work is, in percent; `cancel` when the user wants it no more. Again for each step.
+  virtual void ShowProgress(const std::string& text, int percent, std::function<void()> cancel) = 0;
+  virtual void HideProgress() = 0;
   /// What is done with a zone of the list.
   struct ListActions {
     std::function<void(ZoneOrdinal)> zoom;

@@ -22,6 +22,25 @@ class FakeEventLoop : public EventLoop {
 
   void Post(std::function<void()> work) override { posted_.push_back(std::move(work)); }
 
+  void RunBeside(std::function<void()> work, std::function<void()> then) override {
+    const auto whole = [work = std::move(work), then = std::move(then)] {
+      work();
+      then();
+    };
+    if (holdsWork) {
+      held.push_back(whole);
+    } else {
+      Post(whole);
+    }
+  }
+  /// Work beside the loop waits here while it is held.
+  bool holdsWork = false;
+  std::deque<std::function<void()>> held;
+  void LetWorkEnd() {
+    for (auto& work : std::exchange(held, {})) Post(std::move(work));
+    RunPosted();
+  }
+
   /// Runs what was posted, also what that posts.
   void RunPosted() {
     while (!posted_.empty()) {

@@ -21,6 +21,11 @@ class FakeZonesView : public ZonesView {
     importText = text;
     importChoice = std::move(then);
   }
+  void ShowProgress(const std::string& text, int percent, std::function<void()> stop) override {
+    progress = text + " " + std::to_string(percent);
+    cancelProgress = std::move(stop);
+  }
+  void HideProgress() override { progress.clear(); }
   void ShowList(const ZoneListModel& model, ListActions does) override {
     list = &model;
     listActions = std::move(does);
@@ -43,6 +48,8 @@ class FakeZonesView : public ZonesView {
   FileAnswer importAnswer;
   std::string importText;
   ImportAnswer importChoice;
+  std::string progress;
+  std::function<void()> cancelProgress;
   const ZoneListModel* list = nullptr;
   ListActions listActions;
   int listRefreshes = 0;

@@ -2,6 +2,9 @@
 
 #include <QCoreApplication>
 #include <QTimer>
+#include <atomic>
+#include <future>
+#include <thread>
 
 #include "platform/qt/qt_event_loop.h"
 #include "platform/wait.h"
@@ -27,6 +30,31 @@ TEST(EventLoop, DropsWhatItsEndOvertakes) {
   std::make_unique<QtEventLoop>()->Post([&] { ran = true; });
   QCoreApplication::processEvents();
   EXPECT_FALSE(ran);
+}
+
+TEST(EventLoop, WorkBesideItEndsBeforeItDoesAndTellsItInItsOwnThread) {
+  std::atomic<int> worked = 0;
+  std::vector<std::thread::id> told;
+  {
+    QtEventLoop loop;
+    std::promise<void> go;
+    std::thread::id worker;
+    loop.RunBeside(
+        [&] {
+          go.get_future().wait();
+          worker = std::this_thread::get_id();
+          ++worked;
+        },
+        [&] { told.push_back(std::this_thread::get_id()); });
+    EXPECT_EQ(worked, 0) << "the caller goes on";
+    go.set_value();
+    EXPECT_TRUE(WaitFor([&] { return !told.empty(); }));
+    EXPECT_NE(worker, std::this_thread::get_id());
+    loop.RunBeside([&] { ++worked; }, [&] { told.emplace_back(); });
+  }
+  EXPECT_EQ(worked, 2);
+  QCoreApplication::processEvents();
+  EXPECT_THAT(told, testing::ElementsAre(std::this_thread::get_id()));
 }
 
 TEST(Timer, TicksAgainAndAgainOnlyWhileEnabled) {

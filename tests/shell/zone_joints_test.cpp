@@ -48,6 +48,12 @@ class ZoneJointsTest : public testing::Test, public fakes::ClientHarness {
       offered.insert(offered.begin(), entry->caption);
     return offered;
   }
+  /// The user's choice, and all that it begins.
+  template <class Choice, class... Chosen>
+  void Answer(const Choice& choice, Chosen... chosen) {
+    choice(chosen...);
+    loop.Advance(0);
+  }
   std::string LastWrite() const { return browser.writes.back().first + "=" + browser.writes.back().second; }
   static std::string RightClickAt(double lat, double lng) {
     char text[40];
@@ -200,39 +206,39 @@ TEST_F(ZoneJointsTest, ZonesLeaveAndEnterByFiles) {
   Start();
   const auto file = folders.Path() / "zones.kml";
   Choose(Command::kExportZones);
-  zonesView.exportAnswer(folders.Path() / "zones.txt");
+  Answer(zonesView.exportAnswer, folders.Path() / "zones.txt");
   EXPECT_THAT(Trouble(), HasSubstr("ends in .geojson"));
   box.AnswerIt();
-  zonesView.exportAnswer(file);
+  Answer(zonesView.exportAnswer, file);
   EXPECT_EQ(Trouble(), "2 zones exported to " + file.string() + ".");
   box.AnswerIt();
   const std::string exported = ReadFile(file);
   Choose(Command::kSwapZoneKind);
-  zonesView.exportAnswer(file);
+  Answer(zonesView.exportAnswer, file);
   EXPECT_THAT(Trouble(), HasSubstr("exists already"));
   box.AnswerIt({false, ""});
   EXPECT_EQ(ReadFile(file), exported);
 
   Choose(Command::kImportZones);
-  zonesView.importAnswer(file);
+  Answer(zonesView.importAnswer, file);
   EXPECT_THAT(zonesView.importText, HasSubstr("The file has 2 zones. Add to the 2 zones in use"));
   EXPECT_THAT(zonesView.importText, HasSubstr("If they are added they become \"Non-Alert\"."));
   const std::string before = ReadFile(File());
-  zonesView.importChoice(ZonesView::ImportChoice::kCancel);
+  Answer(zonesView.importChoice, ZonesView::ImportChoice::kCancel);
   EXPECT_EQ(ReadFile(File()), before);
-  zonesView.importChoice(ZonesView::ImportChoice::kAdd);
+  Answer(zonesView.importChoice, ZonesView::ImportChoice::kAdd);
   EXPECT_EQ(Menu(Command::kAddZone).caption, "Add Non-Alert Zone 5");
-  zonesView.importChoice(ZonesView::ImportChoice::kReplace);
+  Answer(zonesView.importChoice, ZonesView::ImportChoice::kReplace);
   EXPECT_EQ(ReadFile(File()), kDepotAndYard) << "with the kind that the file names";
 
   Choose(Command::kSwapZoneKind);
   WriteFile(folders.Path() / "one.json",
             R"({"type":"Polygon","coordinates":[[[5,10],[6,10],[6,11],[5,10]]]})");
-  zonesView.importAnswer(folders.Path() / "one.json");
-  zonesView.importChoice(ZonesView::ImportChoice::kReplace);
+  Answer(zonesView.importAnswer, folders.Path() / "one.json");
+  Answer(zonesView.importChoice, ZonesView::ImportChoice::kReplace);
   EXPECT_EQ(Menu(Command::kAddZone).caption, "Add Non-Alert Zone 2") << "with the kind in use";
   for (const char* name : {"none.kml", "zones.txt"}) {
-    zonesView.importAnswer(folders.Path() / name);
+    Answer(zonesView.importAnswer, folders.Path() / name);
     EXPECT_THAT(Trouble(), testing::AnyOf(HasSubstr("can't be read"), HasSubstr("end in .geojson")));
     box.AnswerIt();
   }

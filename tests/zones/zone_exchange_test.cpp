@@ -117,5 +117,22 @@ TEST(ZoneExchange, FormatsAreKnownByTheirNames) {
   EXPECT_EQ(FormatOfName("zones.txt"), std::nullopt);
 }
 
+TEST(ZoneExchange, LargeFilesTellHowFarTheyAreAndCanBeLeft) {
+  ZoneTreeBuilder builder(ZoneKind::kAlerted);
+  for (int i = 0; i < 2000; ++i) builder.Append(1, {"", "Z"}, Square(i / 100.0, 1, 0.5));
+  const ZoneTree tree = builder.Build();
+  for (const ZoneFormat format : kFormats) {
+    const std::string file = ExportZones(tree, format);
+    WorkProgress progress;
+    EXPECT_EQ(ImportZones(file, format, &progress).tree, tree);
+    EXPECT_GT(progress.percent, 50);
+    EXPECT_LE(progress.percent, 100);
+    progress.isCancelled = true;
+    progress.percent = 0;
+    EXPECT_TRUE(ImportZones(file, format, &progress).tree.IsEmpty());
+    EXPECT_LT(progress.percent, 10);
+  }
+}
+
 }  // namespace
 }  // namespace pallomir

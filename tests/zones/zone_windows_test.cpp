@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 #include <QTreeView>
@@ -138,6 +139,27 @@ TEST_F(ZoneWindowsTest, FilesAreAskedForWithoutWaiting) {
       << "one that exists is asked about by who gets it";
   windows_.AskImportFile(take);
   EXPECT_THAT(choose("missing.json"), ElementsAre((folder.Path() / "missing.json").string()));
+}
+
+TEST_F(ZoneWindowsTest, ProgressIsShownUntilItIsCancelled) {
+  int cancelled = 0;
+  const auto show = [&](int percent) { windows_.ShowProgress("Reading", percent, [&] { ++cancelled; }); };
+  show(-1);
+  auto* bar = Find<QProgressBar>("");
+  EXPECT_EQ(bar->maximum(), 0) << "nobody knows how far it is";
+  show(40);
+  EXPECT_EQ(bar->value(), 40);
+  EXPECT_EQ(bar->maximum(), 100);
+  auto* window = Find<QDialog>("zoneProgress");
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+  Press(Qt::Key_Escape);
+  EXPECT_EQ(cancelled, 1);
+  EXPECT_FALSE(window->isVisible());
+  show(50);
+  EXPECT_TRUE(window->isVisible());
+  windows_.HideProgress();
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(cancelled, 1);
 }
 
 TEST_F(ZoneWindowsTest, AddOrReplace) {

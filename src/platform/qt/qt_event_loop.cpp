@@ -2,6 +2,7 @@
 
 #include <QMetaObject>
 #include <QTimer>
+#include <system_error>
 #include <utility>
 
 namespace pallomir {
@@ -49,6 +50,26 @@ std::unique_ptr<Timer> QtEventLoop::CreateTimer(const std::string& name, int int
 
 void QtEventLoop::Post(std::function<void()> work) {
   QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
+}
+
+QtEventLoop::~QtEventLoop() {
+  for (auto& [number, thread] : threads_) thread.join();
+}
+
+void QtEventLoop::RunBeside(std::function<void()> work, std::function<void()> then) {
+  const int number = ++lastThread_;
+  const auto whole = [this, number, work = std::move(work), then = std::move(then)] {
+    work();
+    Post([this, number, then] {
+      if (const auto thread = threads_.extract(number)) thread.mapped().join();
+      then();
+    });
+  };
+  try {
+    threads_.emplace(number, std::thread(whole));
+  } catch (const std::system_error&) {
+    whole();  // no more threads: it takes its time here
+  }
 }
 
 }  // namespace pallomir
