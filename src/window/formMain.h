@@ -92,6 +92,7 @@ class formMain : public QWidget, public FrameView, public MenuView, public FeedV
   void ConnectTimeline();
   void ConnectDialogs();
   bool FilterKey(QWidget& widget, const QKeyEvent& event);
+  bool FilterEscape(const QWidget& widget);
   void FilterMousePress(QWidget& widget);
   void LeaveChrome();
 

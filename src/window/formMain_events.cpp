@@ -85,11 +85,7 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       rooms_->menuButton();
       return true;
     case Qt::Key_Escape:
-      if (!overlays_->Help().IsShown() && rooms_->keyDown(kNoModifier, special_key::kEscape)) return true;
-      overlays_->Help().Hide();
-      boxes_->HideSplash();
-      LeaveChrome();
-      return false;
+      return FilterEscape(widget);
     default:
       break;
   }
@@ -98,6 +94,17 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
   if (!key || !rooms_->keyDown(key->modifiers, key->key)) return false;
   LeaveChrome();
   return true;
+}
+
+// It does one thing at a time: what a control and those around it leave of it is offered to each of them.
+bool formMain::FilterEscape(const QWidget& widget) {
+  const bool closesHelp = overlays_->Help().IsShown();
+  if (!closesHelp && &widget == focusWidget() && rooms_->keyDown(kNoModifier, special_key::kEscape))
+    return true;
+  overlays_->Help().Hide();
+  boxes_->HideSplash();
+  LeaveChrome();
+  return closesHelp;
 }
 
 // A click outside the caption line ends the editing of a date and gives the keyboard back.

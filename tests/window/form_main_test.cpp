@@ -73,6 +73,29 @@ TEST_F(FormMainTest, TheFocusHolderTakesTheKeyboardBackButNotFromAPicker) {
   EXPECT_TRUE(Find<QDateTimeEdit>("DTP(1)")->isVisible());
 }
 
+TEST_F(FormMainTest, EscapeCancelsADrawingUnlessItClosesAHelpFirst) {
+  Start();
+  ports_.Command("S99");
+  ports_.loop.Advance(500);
+  const auto cancels = [&] {
+    QTest::keyClick(window_.focusWidget() ? window_.focusWidget() : &window_, Qt::Key_Escape);
+    return ports_.browser.Written("TxtZC").size();
+  };
+  EXPECT_EQ(cancels(), 0u) << "nothing is drawn";
+  MenuItem add;
+  add.command = Command::kAddZone;
+  client_->MenuChosen(add);
+  ports_.zonesView.Press("Edit Shape");
+  ASSERT_THAT(ports_.browser.Written("TxtZN"), SizeIs(1));
+  Find<QAbstractButton>("pctHelp_1")->click();
+  EXPECT_EQ(cancels(), 0u) << "the help goes first";
+  EXPECT_FALSE(Find<QFrame>("pctKeyboard")->isVisible());
+  EXPECT_EQ(cancels(), 1u);
+  QTest::keyClick(&window_, Qt::Key_F6);
+  EXPECT_EQ(cancels(), 1u) << "it leaves the window's controls";
+  EXPECT_EQ(cancels(), 2u);
+}
+
 TEST_F(FormMainTest, APickerShowsItsValueShortAndLoadsWhatIsTyped) {
   Start();
   auto* start = Find<QDateTimeEdit>("DTP(0)");

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressBar>
@@ -160,6 +161,26 @@ TEST_F(ZoneWindowsTest, ProgressIsShownUntilItIsCancelled) {
   windows_.HideProgress();
   EXPECT_FALSE(window->isVisible());
   EXPECT_EQ(cancelled, 1);
+}
+
+TEST_F(ZoneWindowsTest, ThePathStandsBesideThePointerInsideTheWindow) {
+  const QRect room = owner_.rect();
+  const std::string endless(1000, 'x');
+  for (const QPoint& at : {QPoint(100, 100), room.bottomRight(), room.topLeft(), room.bottomLeft()}) {
+    for (const std::string& path : {std::string("R&D \"x\", <b> › Bay"), endless}) {
+      QCursor::setPos(owner_.mapToGlobal(at));
+      windows_.ShowPath(path);
+      auto* tip = Find<QLabel>("zonePath");
+      ASSERT_TRUE(tip->isVisible());
+      EXPECT_TRUE(room.contains(tip->geometry())) << at.x() << ' ' << at.y();
+      EXPECT_FALSE(tip->geometry().contains(at)) << "the pointer would be over it";
+      EXPECT_EQ(tip->accessibleName().toStdString(), path);
+      EXPECT_EQ(tip->text().toStdString() == path, path != endless);
+      EXPECT_EQ(tip->textFormat(), Qt::PlainText);
+      windows_.HidePath();
+      EXPECT_FALSE(tip->isVisible());
+    }
+  }
 }
 
 TEST_F(ZoneWindowsTest, AddOrReplace) {
