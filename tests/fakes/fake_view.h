@@ -41,7 +41,10 @@ class FakeView : public FrameView,
   void HideMapUpdating() override { mapUpdating = false; }
   void LayOutTimeline(std::size_t rows) override { timelineRows = rows; }
   int TimelineWidth() const override { return 1000; }
-  void ShowTimelinePicture(const TimelinePicture& drawn) override { picture = drawn; }
+  void ShowTimelinePicture(const TimelinePicture& drawn) override {
+    picture = drawn;
+    ++drawnPictures;
+  }
   void ShowTimelineInfo(const std::string& text) override { timelineInfo = text; }
   void HideTimelineInfo() override { timelineInfo.reset(); }
   void ShowWindowMode(WindowMode shown) override { mode = shown; }
@@ -94,6 +97,7 @@ class FakeView : public FrameView,
   std::vector<ViewPoint> pointersOverMap;
   std::size_t timelineRows = 0;
   std::optional<TimelinePicture> picture;
+  int drawnPictures = 0;
   std::optional<std::string> timelineInfo;
   Picker pickers[2];
   bool reload = false;

@@ -204,7 +204,7 @@ TEST(Stream, NewConnectionHasNothingOfTheOldOne) {
 }
 
 TEST(Stream, HoldsTheSenderUpWhileItDoesNotRead) {
-  constexpr std::size_t kTotal = 200 << 20;
+  constexpr std::size_t kTotal = 64 << 20;
   Connection link;
   link.client.endpoint->SetReading(false);
   const int socket = static_cast<int>(link.peer->socketDescriptor());

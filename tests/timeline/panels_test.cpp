@@ -4,6 +4,7 @@
 #include "base/packed_time.h"
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_system.h"
+#include "fakes/fake_view.h"
 #include "map/projection.h"
 #include "settings/choice_table.h"
 #include "timeline/map_marks.h"
@@ -16,48 +17,6 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-/// What the three rooms show.
-class Shown : public PickerView, public TimelineView, public MarksView {
- public:
-  void ShowPicker(int i, Millis value, const std::string& format, bool visible) override {
-    pickers[i] = {value, format, visible};
-  }
-  void ShowReloadButton(bool visible) override { reload = visible; }
-  void MovePointerToReloadButton() override { ++pointerMoves; }
-  void ShowCaption(bool visible) override { caption = visible; }
-  bool IsTimelineVisible() const override { return isTimelineVisible; }
-  void ShowTimeline(bool visible) override { isTimelineVisible = visible; }
-  void LayOutTimeline(std::size_t count) override { rows = count; }
-  int TimelineWidth() const override { return 1000; }
-  void ShowTimelinePicture(const TimelinePicture& drawn) override { pictures.push_back(drawn); }
-  void ShowTimelineInfo(const std::string& text) override { info = text; }
-  void HideTimelineInfo() override { info.reset(); }
-  void ShowPointMarker(ViewPoint at) override { marker = at; }
-  void HidePointMarker() override { marker.reset(); }
-  void ShowPointInfos(const std::vector<std::string>& texts) override { infos = texts; }
-  void HidePointInfos() override { infos.clear(); }
-  void ShowCapturePanel() override { ++capturePolls; }
-  void PointerOverMap(ViewPoint at) override { pointer = at; }
-
-  struct Picker {
-    Millis value = 0;
-    std::string format;
-    bool visible = false;
-  };
-  Picker pickers[2];
-  bool reload = false;
-  bool caption = false;
-  int pointerMoves = 0;
-  bool isTimelineVisible = true;
-  std::size_t rows = 0;
-  std::vector<TimelinePicture> pictures;
-  std::optional<std::string> info;
-  std::optional<ViewPoint> marker;
-  std::vector<std::string> infos;
-  int capturePolls = 0;
-  ViewPoint pointer;
-};
 
 /// It is 15:30 of 22 November, five hours west of Greenwich. The window is that day from 3:00.
 class PanelsTest : public testing::Test {
@@ -94,7 +53,7 @@ class PanelsTest : public testing::Test {
   std::vector<std::string> traced_;
   Trace trace_{[] { return 0.0; }, [this](const std::string& line) { traced_.push_back(line); }};
 
-  Shown shown_;
+  fakes::FakeView shown_;
   int reloads_ = 0;
   int editsEnded_ = 0;
   int settled_ = 0;
@@ -218,7 +177,7 @@ TEST_F(PanelsTest, NavigationDropsWhatIsEditedAndLoadsAtOnce) {
   pickers_.ReturnToCurrentDay();
   EXPECT_EQ(pickers_.Window().start, ToMillis({2026, 11, 22, 3}));
   pickers_.ShowAll(false);
-  EXPECT_FALSE(shown_.pickers[0].visible || shown_.caption);
+  EXPECT_FALSE(shown_.pickers[0].visible || shown_.captionVisible);
   pickers_.Close();
   EXPECT_FALSE(pickers_.ZoomOut());
   pickers_.LostFocus(0);
@@ -229,34 +188,33 @@ TEST_F(PanelsTest, TheTimelineIsDrawnASecondAfterEachCause) {
   Add(1, 0, 40.62, -75.37);
   timeline_.DataCame();
   loop_.Advance(999);
-  EXPECT_THAT(shown_.pictures, IsEmpty());
+  EXPECT_EQ(shown_.drawnPictures, 0);
   EXPECT_TRUE(timeline_.IsRedrawDue());
   loop_.Advance(1);
-  ASSERT_THAT(shown_.pictures, SizeIs(1));
-  EXPECT_EQ(shown_.rows, 2u);
-  EXPECT_EQ(shown_.pictures[0].rows[0].name, "First");
-  EXPECT_EQ(shown_.pictures[0].rows[0].pointCount, 1u);
+  ASSERT_TRUE(shown_.picture);
+  EXPECT_EQ(shown_.timelineRows, 2u);
+  EXPECT_EQ(shown_.picture->rows[0].name, "First");
+  EXPECT_EQ(shown_.picture->rows[0].pointCount, 1u);
   EXPECT_EQ(settled_, 1);
   loop_.Advance(5000);
-  EXPECT_THAT(shown_.pictures, SizeIs(1)) << "once";
+  EXPECT_EQ(shown_.drawnPictures, 1) << "once";
   Add(1, 60, 40.62, -75.37);
   timeline_.DataCame();
   loop_.Advance(1000);
-  ASSERT_THAT(shown_.pictures, SizeIs(2));
-  EXPECT_EQ(shown_.pictures[1].rows[0].pointCount, 2u);
+  EXPECT_EQ(shown_.picture->rows[0].pointCount, 2u);
   timeline_.Timeline_Resize();
   timeline_.Close();
   loop_.Advance(1000);
-  EXPECT_THAT(shown_.pictures, SizeIs(2));
+  EXPECT_EQ(shown_.drawnPictures, 2);
 }
 
 TEST_F(PanelsTest, WhereNothingIsRedrawnThatIsTold) {
-  shown_.isTimelineVisible = false;
+  shown_.timelineVisible = false;
   timeline_.DataCame();
   EXPECT_EQ(settled_, 1);
   timeline_.Timeline_Resize();
   EXPECT_EQ(settled_, 2);
-  shown_.isTimelineVisible = true;
+  shown_.timelineVisible = true;
   isMinimised_ = true;
   timeline_.Timeline_Resize();
   EXPECT_EQ(settled_, 3);
@@ -275,28 +233,28 @@ TEST_F(PanelsTest, AHoveredColumnIsDescribedForTenSeconds) {
   loop_.Advance(1000);
   // 7:00 is four hours into a day from 3:00: column 1000 / 6.
   timeline_.Hovered(1, 166);
-  EXPECT_EQ(shown_.info, "Unit #1 First\n11/22/26 07:00:00 AM\n34.5 mph\n0.00 mi");
+  EXPECT_EQ(shown_.timelineInfo, "Unit #1 First\n11/22/26 07:00:00 AM\n34.5 mph\n0.00 mi");
   EXPECT_EQ(shown_.marker, (ViewPoint{500, 350}));
   timeline_.Hovered(1, 208);
-  EXPECT_THAT(*shown_.info, HasSubstr("08:00:00 AM\n0.0 mph\n0.69 mi"));
+  EXPECT_THAT(*shown_.timelineInfo, HasSubstr("08:00:00 AM\n0.0 mph\n0.69 mi"));
   EXPECT_LT(shown_.marker->y, 350) << "the second point is farther north";
   shown_.marker.reset();
   timeline_.Hovered(1, 500);
-  EXPECT_EQ(shown_.info, "Unit #1 First");
+  EXPECT_EQ(shown_.timelineInfo, "Unit #1 First");
   EXPECT_FALSE(shown_.marker);
   loop_.Advance(6000);
   timeline_.HideInfo();
-  EXPECT_FALSE(shown_.info);
+  EXPECT_FALSE(shown_.timelineInfo);
   timeline_.Hovered(2, 0);
   loop_.Advance(9999);
-  EXPECT_EQ(shown_.info, "Unit #2 Second") << "ten seconds from when it was shown again";
+  EXPECT_EQ(shown_.timelineInfo, "Unit #2 Second") << "ten seconds from when it was shown again";
   loop_.Advance(1);
-  EXPECT_FALSE(shown_.info);
+  EXPECT_FALSE(shown_.timelineInfo);
   for (const int row : {0, 3}) timeline_.Hovered(row, 166);
-  EXPECT_FALSE(shown_.info);
+  EXPECT_FALSE(shown_.timelineInfo);
   timeline_.PointsMoved();
   timeline_.Hovered(1, 166);
-  EXPECT_EQ(shown_.info, "Unit #1 First") << "the picture is older than the points";
+  EXPECT_EQ(shown_.timelineInfo, "Unit #1 First") << "the picture is older than the points";
 }
 
 TEST_F(PanelsTest, APointIsMarkedUntilTheNextTick) {
@@ -332,26 +290,26 @@ TEST_F(PanelsTest, ThePointersShareOfTheWidthDescribesThePointsOfThatTime) {
               {998, "01:00:00 PM"}};
   for (const auto& row : rows) {
     marks_.PointerOverCaption(row.x);
-    ASSERT_THAT(shown_.infos, SizeIs(2)) << row.x;
-    EXPECT_THAT(shown_.infos[0], HasSubstr(row.time)) << row.x;
-    EXPECT_THAT(shown_.infos[1], HasSubstr("2: Second")) << row.x;
+    ASSERT_THAT(shown_.pointInfos, SizeIs(2)) << row.x;
+    EXPECT_THAT(shown_.pointInfos[0], HasSubstr(row.time)) << row.x;
+    EXPECT_THAT(shown_.pointInfos[1], HasSubstr("2: Second")) << row.x;
   }
-  EXPECT_EQ(shown_.infos[0], "1: First\n11/22/26 01:00:00 PM\n34.5 mph\n0.69 mi");
+  EXPECT_EQ(shown_.pointInfos[0], "1: First\n11/22/26 01:00:00 PM\n34.5 mph\n0.69 mi");
   EXPECT_GT(shown_.marker->x, 600) << "the second unit's point is nearer to the pointer";
   marks_.PointerOverMap({510, 99});
-  EXPECT_EQ(shown_.pointer, (ViewPoint{510, 99}));
+  EXPECT_EQ(shown_.pointersOverMap.back(), (ViewPoint{510, 99}));
   EXPECT_EQ(shown_.marker->x, 500);
   unitOfMeasure_.Store(1);
   marks_.PointerOverCaption(998);
-  EXPECT_THAT(shown_.infos[0], HasSubstr("55.6 kph\n1.11 km"));
+  EXPECT_THAT(shown_.pointInfos[0], HasSubstr("55.6 kph\n1.11 km"));
   for (const int outside : {19, 999}) {
     marks_.PointerOverCaption(300);
     marks_.PointerOverCaption(outside);
-    EXPECT_THAT(shown_.infos, IsEmpty()) << outside;
+    EXPECT_THAT(shown_.pointInfos, IsEmpty()) << outside;
   }
   browser_ = {40, 700};
   marks_.PointerOverCaption(20);
-  EXPECT_THAT(shown_.infos, IsEmpty()) << "the window is all margin";
+  EXPECT_THAT(shown_.pointInfos, IsEmpty()) << "the window is all margin";
 }
 
 TEST_F(PanelsTest, APointOffTheMapIsDescribedAndNotMarked) {
@@ -360,7 +318,7 @@ TEST_F(PanelsTest, APointOffTheMapIsDescribedAndNotMarked) {
     store_.Reset(2);
     Add(1, 0, lat, lng);
     marks_.PointerOverCaption(500);
-    EXPECT_THAT(shown_.infos, SizeIs(1));
+    EXPECT_THAT(shown_.pointInfos, SizeIs(1));
     EXPECT_FALSE(shown_.marker) << lat << " " << lng;
   }
 }
@@ -387,13 +345,13 @@ TEST_F(PanelsTest, ClosedMarksShowNothingMore) {
   EXPECT_TRUE(shown_.marker);
   marks_.Close();
   EXPECT_FALSE(shown_.marker);
-  EXPECT_THAT(shown_.infos, IsEmpty());
+  EXPECT_THAT(shown_.pointInfos, IsEmpty());
   marks_.PointerOverCaption(500);
   marks_.ShowPointMarker(1, 0);
   marks_.RubberBandDrawn({100, 100}, {300, 300});
   loop_.Advance(1000);
   EXPECT_FALSE(shown_.marker);
-  EXPECT_THAT(shown_.infos, IsEmpty());
+  EXPECT_THAT(shown_.pointInfos, IsEmpty());
   EXPECT_THAT(boxes_, IsEmpty());
   EXPECT_EQ(shown_.capturePolls, 3);
 }
