@@ -8,9 +8,7 @@
 #include <limits>
 
 #include "base/packed_time.h"
-#include "fakes/fake_programs.h"
-#include "fakes/fake_system.h"
-#include "fakes/fake_zones_view.h"
+#include "fakes/client_harness.h"
 #include "fakes/process.h"
 #include "fakes/temporary_folder.h"
 #include "platform/qt/qt_clock.h"
@@ -95,23 +93,20 @@ class Relay {
 class FaultyNetworkTest : public testing::Test {
  protected:
   void SetUp() override {
-    for (const char* name : {"app", "data", "home", "home/Application Data", "tracks"})
-      fs::create_directory(folder_.Path() / name);
-    fakes::WriteFile(folder_.Path() / "app/ZoneMenus_Demo.txt", "\"Alerted\"\r\n");
     StoreTracks();
     StartStation();
   }
 
   void StartStation() {
-    station_ = std::make_unique<Process>(
-        std::vector<std::string>{PALLOMIR_STATION, "--address", stationSide_, "--advertised-address",
-                                 clientSide_, "--data", folder_.Path() / "tracks", "--demo", "off"});
+    station_ = std::make_unique<Process>(std::vector<std::string>{PALLOMIR_STATION, "--address", stationSide_,
+                                                                  "--advertised-address", clientSide_,
+                                                                  "--data", tracks_.Path(), "--demo", "off"});
     ASSERT_TRUE(station_->Await("pallomir-station ready")) << station_->Output();
   }
 
   void StoreTracks() {
     const Millis last = clock_.NowUtc() / kSecond * kSecond - kMinute;
-    const station::ImportLock lock(folder_.Path() / "tracks", {});
+    const station::ImportLock lock(tracks_.Path(), {});
     ASSERT_EQ(lock.Problem(), "");
     for (const char* unit : kUnits) {
       std::vector<WireRecord> records;
@@ -125,29 +120,28 @@ class FaultyNetworkTest : public testing::Test {
   }
 
   void StartClient() {
-    settings_.values = {{"Demo Mode", "False"},
-                        {"LoadOnStartup", "Load Last 24 Hrs Data"},
-                        {"Mobile Units", std::string("X") + kUnits[0] + "A~X" + kUnits[1] + "B~"},
-                        {"WindowState", "0"},
-                        {"WindowPos_W", "900"},
-                        {"WindowPos_H", "600"}};
-    client_ = std::make_unique<Client>(
-        Ports{.views = ViewsOf(window_, zoneWindows_),
-              .network = {locator_, probe_, data_},
-              .desktop = {window_.System(), browser_, questions_, beeper_, programs_},
-              .storage = {settings_,
-                          registry_,
-                          {folder_.Path() / "app", folder_.Path() / "data", folder_.Path() / "home"}},
-              .instance = {mutex_, signal_},
-              .loop = loop_,
-              .clock = clock_,
-              .trace = trace_,
-              .deployment = {stationSide_, clientSide_ + ":2480"}});
+    fakes_.UseUnits(std::string("X") + kUnits[0] + "A~X" + kUnits[1] + "B~");
+    for (const auto& [key, value] : {std::pair("LoadOnStartup", "Load Last 24 Hrs Data"),
+                                     {"WindowState", "0"},
+                                     {"WindowPos_W", "900"},
+                                     {"WindowPos_H", "600"}})
+      fakes_.settings.values[key] = value;
+    const Views views = ViewsOf(window_, fakes_.zonesView);
+    const Ports ports = fakes_.PortsFor(views, window_.System());
+    client_ = std::make_unique<Client>(Ports{.views = views,
+                                             .network = {locator_, probe_, data_},
+                                             .desktop = ports.desktop,
+                                             .storage = ports.storage,
+                                             .instance = ports.instance,
+                                             .loop = loop_,
+                                             .clock = clock_,
+                                             .trace = fakes_.trace,
+                                             .deployment = {stationSide_, clientSide_ + ":2480"}});
     window_.Attach(client_->RoomsOfWindow());
     client_->Load();
     // The page is there and knows its zoom.
     for (const char* command : {"S1", "M40.0,-75.0", "Z12"})
-      browser_.beforeNavigate("http://" + clientSide_ + ":2480/dummy/" + command);
+      fakes_.browser.beforeNavigate("http://" + clientSide_ + ":2480/dummy/" + command);
   }
 
   void TearDown() override {
@@ -183,29 +177,17 @@ class FaultyNetworkTest : public testing::Test {
 
   const std::string clientSide_ = "127.0.61.1";  // addresses of this test's own
   const std::string stationSide_ = "127.0.61.2";
-  fakes::TemporaryFolder folder_;
+  fakes::TemporaryFolder tracks_;
+  fakes::ClientHarness fakes_;  // of all but network, clock and loop
   QtClock clock_;
   std::unique_ptr<Process> station_;
   Relay probes_{clientSide_, stationSide_, 18799};
   Relay way_{clientSide_, stationSide_, 18800};
   QtEventLoop loop_;
-  fakes::FakeBrowser browser_;
-  fakes::FakeQuestionBox box_;
-  QuestionQueue questions_{box_};
-  fakes::FakeSettings settings_;
-  fakes::FakeRegistry registry_;
-  fakes::FakeMutex mutex_;
-  fakes::FakeSignal signal_;
-  fakes::FakeBeeper beeper_;
-  fakes::FakeProgramStarter programs_;
-  std::string traced_;
-  Trace trace_{[this] { return clock_.Seconds(); },
-               [this](const std::string& line) { traced_ += line + "\n"; }};
   QtDatagramEndpoint locator_;
   QtStreamEndpoint probe_;
   QtStreamEndpoint data_;
   formMain window_{new QWidget};  // the widget stands for the browser
-  fakes::FakeZonesView zoneWindows_;
   std::unique_ptr<Client> client_;
 };
 
@@ -228,12 +210,12 @@ TEST_P(EveryFault, IsToldAndOverWhenTheNetworkIsWell) {
            Holds(Caption(), c.caption);
   })) << "retry: "
       << RetryText() << "\ncaption: " << Caption() << "\n"
-      << traced_;
+      << testing::PrintToString(fakes_.traced);
   way_.Set({});
   client_->Pickers().ReloadClicked();
   ExpectAllPoints();
   std::string told;
-  for (const Question& question : box_.shown) told += question.text;
+  for (const Question& question : fakes_.box.shown) told += question.text;
   EXPECT_EQ(told, c.message);
 }
 

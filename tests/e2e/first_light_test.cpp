@@ -68,14 +68,14 @@ std::vector<Fix> Recording() {
   return fixes;
 }
 
-std::string Gpx(const std::vector<Fix>& fixes) {
+std::string Gpx(const std::vector<Fix>& fixes, Millis start) {
   std::string gpx = "<gpx version=\"1.1\" xmlns=\"http://www.topografix.com/GPX/1/1\"><trk><trkseg>";
   for (std::size_t i = 0; i < fixes.size(); ++i) {
+    std::string time = IsoText(start + static_cast<Millis>(i) * 10 * kSecond);
+    time[10] = 'T';
     char point[200];
-    const CivilTime t = ToCivil(ToMillis({2020, 5, 4, 12}) + static_cast<Millis>(i) * 10 * kSecond);
-    std::snprintf(point, sizeof point,
-                  "<trkpt lat=\"%.7f\" lon=\"%.7f\"><time>2020-05-04T%02d:%02d:%02dZ</time></trkpt>",
-                  fixes[i].lat, fixes[i].lng, t.hour, t.minute, t.second);
+    std::snprintf(point, sizeof point, "<trkpt lat=\"%.7f\" lon=\"%.7f\"><time>%sZ</time></trkpt>",
+                  fixes[i].lat, fixes[i].lng, time.c_str());
     gpx += point;
   }
   return gpx + "</trkseg></trk></gpx>";
@@ -122,21 +122,7 @@ class FirstLight : public testing::Test {
   // The recording as a file of the last hour, whatever the day and zone.
   void ImportRecording() {
     const fs::path gpx = folder_.Path() / "spiral.gpx";
-    std::string text = Gpx(Recording());
-    const std::time_t start = std::time(nullptr) - 3000;
-    const Millis shift = static_cast<Millis>(start) * kSecond - ToMillis({2020, 5, 4, 12});
-    for (std::size_t at = 0; (at = text.find("2020-05-04T", at)) != std::string::npos; ++at) {
-      CivilTime time{2020,
-                     5,
-                     4,
-                     std::stoi(text.substr(at + 11, 2)),
-                     std::stoi(text.substr(at + 14, 2)),
-                     std::stoi(text.substr(at + 17, 2))};
-      std::string moved = IsoText(ToMillis(time) + shift);
-      moved[10] = 'T';
-      text.replace(at, moved.size(), moved);
-    }
-    fakes::WriteFile(gpx, text);
+    fakes::WriteFile(gpx, Gpx(Recording(), (std::time(nullptr) - 3000) * kSecond));
     Process import({PALLOMIR_STATION, "--data", Data(), "import", "--unit", kUnit, gpx});
     ASSERT_EQ(import.Wait(), 0) << import.Output();
     ASSERT_NE(import.Output().find("240 points taken, 0 left out"), std::string::npos) << import.Output();

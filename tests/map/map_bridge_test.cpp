@@ -155,19 +155,6 @@ TEST_F(MapBridgeTest, CommandsOfThePageBecomeCalls) {
   EXPECT_THAT(errors_, ElementsAre("System Error 3907"));
 }
 
-TEST_F(MapBridgeTest, CommandsThatAreNoneChangeNothing) {
-  ShowData();
-  const MapView before = view_;
-  for (const char* command : {"",    "c",     "M",  "Mx,y", "M91.0,0", "Z",        "Zx",
-                              "Z23", "Z-1",   "S",  "S0",   "S18",     "F",        "F12",
-                              "m",   "mxxxx", "r1", "t",    "q",       "M1e999,0", "Z99999999999999999999"})
-    Command(command);
-  EXPECT_EQ(view_.CentreX, before.CentreX);
-  EXPECT_EQ(view_.TileZoom, 12);
-  EXPECT_THAT(browser_.writes, IsEmpty());
-  EXPECT_THAT(calls_, IsEmpty());
-}
-
 TEST_F(MapBridgeTest, OnlyCommandNavigationsAreCancelled) {
   EXPECT_FALSE(browser_.beforeNavigate("http://127.0.0.1:2480/fullscreen/index.php?X=1&Y=1"));
   EXPECT_FALSE(browser_.beforeNavigate("http://127.0.0.1:2480/dummy"));
@@ -278,45 +265,6 @@ TEST_F(MapBridgeTest, ANewPageIsToldOnlyWhatItHasOtherwise) {
                                                       {"TxtZ", "F"},     {"TxtMT", "Terrain"},
                                                       {"txtPn", "True"}, {"TxtSV", "True"}};
   EXPECT_THAT(browser_.writes, testing::ElementsAreArray(told));
-}
-
-TEST(PendingFit, GoesFromStateToState) {
-  const WorldBox a{0, 1, 0, 1};
-  const WorldBox b{5, 6, 5, 6};
-  PendingFit fit;
-  const auto due = [](bool isFirst, const WorldBox& box, const std::optional<PendingFit::Due>& given) {
-    return given && given->isFirst == isFirst && given->box == box;
-  };
-  EXPECT_FALSE(fit.MapCreated());
-  fit.PageLost(b);
-  fit.Ask(a);
-  EXPECT_TRUE(fit.IsBeingDrawn());
-  EXPECT_FALSE(fit.Redirect(b));
-  EXPECT_FALSE(fit.Drawn(true));
-  EXPECT_FALSE(fit.IsBeingDrawn() || fit.HasData());
-  fit.AskForData(a);
-  EXPECT_TRUE(fit.HasData() && fit.IsBeingDrawn() && !fit.IsFirstSent());
-  fit.PageLost(b);
-  EXPECT_FALSE(fit.MapCreated()) << "the tiles are drawn first";
-  EXPECT_FALSE(fit.Drawn(false));
-  EXPECT_FALSE(fit.IsBeingDrawn() || fit.IsFirstSent());
-  fit.PageLost(b);
-  EXPECT_EQ(fit.MapCreated(), a) << "what waits is newer than what a page has shown";
-  EXPECT_TRUE(fit.IsFirstSent());
-  EXPECT_FALSE(fit.MapCreated());
-  fit.Ask(a);
-  EXPECT_TRUE(fit.Redirect(b));
-  EXPECT_TRUE(fit.IsFirstSent());
-  EXPECT_TRUE(due(false, b, fit.Drawn(false)));
-  EXPECT_FALSE(fit.Redirect(a));
-  EXPECT_FALSE(fit.Drawn(true)) << "once";
-  fit.PageLost(b);
-  EXPECT_FALSE(fit.IsFirstSent());
-  fit.Ask(a);
-  EXPECT_TRUE(due(true, a, fit.Drawn(true)));
-  fit.Ask(a);
-  fit.PageLost(b);
-  EXPECT_TRUE(due(true, a, fit.Drawn(true))) << "the next page's first";
 }
 
 }  // namespace

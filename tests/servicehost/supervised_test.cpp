@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <csignal>
-#include <thread>
 
 #include "host_testing.h"
 #include "servicehost/spawn.h"
@@ -168,17 +167,6 @@ TEST_F(SupervisedTest, ClosingTheCallerDoesNotEndIt) {
   }
 }
 
-TEST_F(SupervisedTest, CommandsAtOnceDoNoDamage) {
-  InstallAt("127.0.43.17");
-  std::vector<std::thread> callers;
-  std::vector<int> exitCodes(4, -1);
-  for (int& exitCode : exitCodes) callers.emplace_back([&] { exitCode = Start().exitCode; });
-  for (std::thread& caller : callers) caller.join();
-  EXPECT_THAT(exitCodes, testing::Each(0));
-  EXPECT_THAT(Stop(), Ended(0, "was stopped"));
-  EXPECT_TRUE(IsSilent()) << "there was only one";
-}
-
 TEST_F(SupervisedTest, FaultsAreTold) {
   const fs::path away = folder_.Path() / "away";
   fs::rename(station_, away);
@@ -204,14 +192,9 @@ TEST_F(SupervisedTest, FaultsAreTold) {
 }
 
 TEST_F(SupervisedTest, WrongArguments) {
-  for (const std::vector<std::string>& arguments :
-       std::vector<std::vector<std::string>>{{},
-                                             {"-x"},
-                                             {"-r"},
-                                             {"-k", "Other_Service"},
-                                             {"-i", "-u"},
-                                             {"-r", "Pallomir_Service", "x"},
-                                             {""}}) {
+  const std::vector<std::string> cases[] = {
+      {}, {""}, {"-x"}, {"-r"}, {"-k", "Other_Service"}, {"-i", "-u"}, {"-r", "Pallomir_Service", "x"}};
+  for (const auto& arguments : cases) {
     EXPECT_THAT(Host(arguments), Ended(2, "usage: ServiceName -i"));
     EXPECT_THAT(InstallLog(), HasSubstr("usage: ServiceName -i"));
   }

@@ -59,7 +59,7 @@ struct Packet {
   std::vector<WireRecord> oldestFirst;
 };
 
-/// The whole packets at the front of `stream`, which are taken out. Bad check codes fail the test.
+/// The whole packets at the front of `stream`, which are taken out. Bad check codes and sizes fail the test.
 inline std::vector<Packet> TakePackets(std::string& stream) {
   std::vector<Packet> packets;
   while (stream.size() >= kPacketHeaderSize) {
@@ -67,6 +67,8 @@ inline std::vector<Packet> TakePackets(std::string& stream) {
     if (size > stream.size()) break;
     const ByteView payload = AsBytes(stream).subspan(kPacketHeaderSize, size - kPacketHeaderSize);
     EXPECT_TRUE(std::ranges::equal(LongCheckForm(payload), AsBytes(stream).first(kPacketHeaderSize)));
+    EXPECT_GT(payload.size(), kUnitIdSize);
+    EXPECT_LE(payload.size(), kUnitIdSize + kRecordsPerPacket * kRecordSize);
     Packet packet{stream.substr(kPacketHeaderSize, kUnitIdSize), {}};
     for (std::size_t at = kUnitIdSize; at < payload.size(); at += kRecordSize)
       packet.oldestFirst.insert(packet.oldestFirst.begin(), DecodeRecord(payload, at));

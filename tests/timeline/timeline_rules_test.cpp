@@ -80,15 +80,6 @@ TEST(TimelineDrag, PressMoveAndRelease) {
   }
 }
 
-TEST(TimelineDrag, TheBandLiesBetweenAnchorAndPointer) {
-  TimelineDrag drag;
-  drag.TimelineMouse(MouseAction::kDown, true, 1500, kWidth);
-  drag.TimelineMouse(MouseAction::kMove, true, 900, kWidth);
-  EXPECT_EQ(drag.Band(), (RubberBand{915, 615}));
-  drag.TimelineMouse(MouseAction::kMove, true, 1530, kWidth);
-  EXPECT_FALSE(drag.Band()) << "back near the anchor";
-}
-
 TEST(TimelineDrag, OnlyTheLeftButtonDragsAndALostOneEndsIt) {
   TimelineDrag drag;
   const auto mouse = [&drag](MouseAction action, bool left, double x) {

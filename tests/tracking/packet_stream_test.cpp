@@ -57,27 +57,6 @@ TEST(PacketStream, HoldIsSetExactlyWhenAPacketEndsTheBuffer) {
   }
 }
 
-TEST(PacketStream, WhileHeldArrivalsWaitAndAreDecodedAheadOfNewOnes) {
-  PacketStream stream;
-  std::vector<std::size_t> sizes;
-  const auto note = [&sizes](std::string_view, ByteView bytes) {
-    sizes.push_back(bytes.size() / kRecordSize);
-  };
-  const auto packet = [](std::size_t records) {
-    return EncodePacket("0123456789AB", std::vector<WireRecord>(records));
-  };
-  stream.Take(packet(1));
-  stream.Decode(note);
-  stream.Take(packet(2));
-  EXPECT_EQ(stream.PendingSize(), packet(2).size());
-  stream.Decode(note);
-  EXPECT_EQ(sizes, (std::vector<std::size_t>{1}));
-  stream.ClearHold();
-  stream.Take(packet(3));
-  stream.Decode(note);
-  EXPECT_EQ(sizes, (std::vector<std::size_t>{1, 2, 3}));
-}
-
 TEST(PacketStream, ManyWholePacketsLeaveNoMoreMemoryThanOneTakes) {
   const Bytes packet = EncodePacket("0123456789AB", std::vector<WireRecord>(kRecordsPerPacket));
   PacketStream stream;
@@ -87,20 +66,6 @@ TEST(PacketStream, ManyWholePacketsLeaveNoMoreMemoryThanOneTakes) {
   stream.Take(Bytes(std::size_t{2} << 20));  // waits behind the batch
   stream.Clear();
   EXPECT_LE(stream.ReservedBytes(), std::size_t{1} << 20);
-}
-
-// Dates are looked at where the day changes: in a packet that is in order otherwise, too.
-TEST(PointStore, DatesThatDoNotExistAreLeftOut) {
-  std::vector<WireRecord> records(3);
-  const auto lastOfNovember = *EncodePackedTime(ToMillis({2026, 11, 30, 23}));
-  records[0].time = lastOfNovember;
-  records[1].time = lastOfNovember + (1u << 17);
-  records[2].time = *EncodePackedTime(ToMillis({2026, 12, 1}));
-  const Bytes packet = EncodePacket("0123456789AB", records);
-  const auto decoded = DecodeRecords(ByteView(packet).subspan(kPacketHeaderSize + kUnitIdSize));
-  EXPECT_EQ(decoded.leftOut, 1u);
-  ASSERT_EQ(decoded.rows.size(), 2u);
-  EXPECT_EQ(decoded.rows[1].time, records[2].time);
 }
 
 // What a hostile or broken sender may do with the order of its records and packets: the track is the rule's
@@ -181,18 +146,6 @@ TEST(PointStore, ALongTrackKeepsItsPointsWhileItsMemoryMoves) {
   track.Clear();
   EXPECT_TRUE(track.Points().empty());
   EXPECT_LE(track.ReservedBytes(), 4u << 20);
-}
-
-TEST(PointStore, TheNewestOfTwoUnitsAtOneTimeIsTheFirstUnits) {
-  PointStore store;
-  store.Reset(3);
-  EXPECT_EQ(store.Newest(), nullptr);
-  store.Merge(1, std::vector<DataPoint>{{5, 1, 1, 0}});
-  store.Merge(2, std::vector<DataPoint>{{5 | kPackedTimeFlag, 2, 2, 0}});
-  EXPECT_EQ(store.Newest()->x, 1);
-  store.Merge(3, std::vector<DataPoint>{{6, 3, -3, 0}});
-  EXPECT_EQ(store.Newest()->x, 3);
-  EXPECT_EQ(store.PointCount(), 3u);
 }
 
 TEST(Packets, EveryWayToDecodeRowsGivesTheRecordsOldestFirst) {

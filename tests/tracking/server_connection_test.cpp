@@ -253,17 +253,5 @@ TEST_F(ServerConnectionTest, ALocatorProblemIsReportedOnceUntilItIsRetried) {
   }
 }
 
-TEST_F(ServerConnectionTest, ClosedItStaysClosed) {
-  connection.Restart();
-  connection.Close();
-  connection.Restart();
-  connection.Retry();
-  EXPECT_THAT(locator.sent, SizeIs(1));
-  EXPECT_EQ(connection.CurrentState(), State::kClosed);
-  EXPECT_TRUE(locator.closed);
-  loop.Advance(60'000);
-  EXPECT_THAT(reports, IsEmpty());
-}
-
 }  // namespace
 }  // namespace pallomir

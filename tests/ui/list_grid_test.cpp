@@ -166,37 +166,6 @@ TEST(ListGridKeys, EveryCharacterIsKeptAndNothingElseTaken) {
         << testing::PrintToString(invalid);
 }
 
-TEST(ListGridKeys, MessageHasTheTitleAndIcon) {
-  ListGrid grid(FourColumns());
-  grid.AddRow();
-  const auto refusal = grid.Edit(1, kHex, {Action::kType, "x"}, {}).refusal;
-  ASSERT_TRUE(refusal);
-  EXPECT_EQ(refusal->text, "hex only");
-  EXPECT_EQ(refusal->title, "entry error");
-  EXPECT_EQ(refusal->icon, Question::Icon::kExclamation);
-}
-
-TEST(ListGridKeys, FocusSelectsAllAndAClickOnlyAPlaceholder) {
-  ListGrid grid(FourColumns());
-  grid.AddRow();
-  EXPECT_EQ(grid.Focus(1, kHex), (BoxSpan{0, 12}));
-  EXPECT_EQ(grid.Click(1, kHex), (BoxSpan{0, 12}));
-  grid.Edit(1, kHex, {Action::kType, "1"}, {});
-  EXPECT_EQ(grid.Click(1, kHex), std::nullopt);
-  EXPECT_EQ(grid.Focus(1, kHex), (BoxSpan{0, 1}));
-}
-
-TEST(ListGridKeys, ClickStepsAChoice) {
-  ListGrid grid(FourColumns());
-  grid.AddRow();
-  std::string seen;
-  for (int click = 0; click < 4; ++click) {
-    grid.Click(1, kKind);
-    seen += grid.Row(1).texts[kKind];
-  }
-  EXPECT_EQ(seen, "ABCA");
-}
-
 class ListGridRows : public testing::Test {
  protected:
   static ListGrid Make(int rows, bool hasAddRow = false) {
@@ -319,20 +288,6 @@ TEST_F(ListGridRows, TheAddRowBecomesARowWhenSomethingIsEntered) {
   grid.DeleteRow();
   EXPECT_EQ(grid.ListedCount(), 0u);
   EXPECT_EQ(grid.RowCount(), 1u);
-}
-
-TEST_F(ListGridRows, NoMoreRowsThanTheListHolds) {
-  for (const bool hasAddRow : {false, true}) {
-    ListGridSetup setup = FourColumns();
-    setup.hasAddRow = hasAddRow;
-    setup.mostRows = 2;
-    ListGrid grid(setup);
-    for (int i = 0; i < 4; ++i) {
-      grid.AddRow();
-      grid.Edit(grid.RowCount(), kFree, {Action::kType, "x"}, {});
-    }
-    EXPECT_EQ(grid.ListedCount(), 2u);
-  }
 }
 
 TEST_F(ListGridRows, WhatReadsAsItWasFilledIsStoredByteForByte) {

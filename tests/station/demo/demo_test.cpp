@@ -148,17 +148,6 @@ TEST_F(Demo, DrivesAsVehiclesDo) {
   }
 }
 
-TEST_F(Demo, EveryTripEndsInItsSlot) {
-  for (const DemoUnit& unit : DemoUnits()) {
-    const auto number = static_cast<std::uint64_t>(&unit - DemoUnits().data());
-    for (std::uint64_t trip = 0; trip < 400; ++trip) {
-      const Path& path = unit.back.empty() || trip % 2 == 0 ? unit.there : unit.back;
-      EXPECT_LT(Trip(path, Dice(number, trip * 977)).Duration(), static_cast<double>(unit.slotSeconds))
-          << unit.description;
-    }
-  }
-}
-
 TEST_F(Demo, GoesWhereItsNameSays) {
   const struct {
     std::size_t unit;
