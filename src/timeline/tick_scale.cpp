@@ -16,7 +16,7 @@ struct Step {
   Shows shows;  // what a label of this rank says
 };
 
-constexpr Step kSteps[kTickSteps + 1] = {
+constexpr Step kSteps[kTickSteps + kSparseSteps + 1] = {
     {},  // steps count from 1
     {Unit::kSecond, 15, Shows::kSecond},
     {Unit::kMinute, 1, Shows::kMinute},
@@ -30,6 +30,13 @@ constexpr Step kSteps[kTickSteps + 1] = {
     {Unit::kMonth, 1, Shows::kMonth},
     {Unit::kMonth, 3, Shows::kMonth},
     {Unit::kYear, 1, Shows::kYear},
+    // Those of windows in which even years lie too close together.
+    {Unit::kYear, 5, Shows::kYear},
+    {Unit::kYear, 10, Shows::kYear},
+    {Unit::kYear, 50, Shows::kYear},
+    {Unit::kYear, 100, Shows::kYear},
+    {Unit::kYear, 500, Shows::kYear},
+    {Unit::kYear, 1000, Shows::kYear},
 };
 
 constexpr const char* kHourLabels[24] = {"12m", "1a", "2a",  "3a",  "4a",  "5a", "6a",  "7a",
@@ -85,15 +92,16 @@ Millis DateDiff(Unit unit, Millis from, Millis to) {
   return unit == Unit::kYear ? years : 12 * years + b.month - a.month;
 }
 
-int CoveringStep(const TimeWindow& window) {
-  for (int k = 1; k < kTickSteps; ++k)
+// The coarsest of `last` steps where none is as long as the window.
+int CoveringStep(const TimeWindow& window, int last) {
+  for (int k = 1; k < last; ++k)
     if (AddStep(window.start, kSteps[k]) >= window.end) return k;
-  return kTickSteps;
+  return last;
 }
 
 // 0 when there is none.
 int DrawnStep(const TimeWindow& window, int width) {
-  for (int s = 1; s <= kTickSteps; ++s) {
+  for (int s = 1; s <= kTickSteps + kSparseSteps; ++s) {
     const Millis boundaries = DateDiff(kSteps[s].unit, window.start, window.end);
     if (kTickDistance * boundaries / (Millis{width} * kSteps[s].count) < 1) return s;
   }
@@ -149,7 +157,7 @@ Millis FloorToStep(Millis time, int step) {
     return FloorDivide(time, length) * length;
   }
   const CivilTime t = ToCivil(time);
-  if (unit == Unit::kYear) return ToMillis({t.year, 1, 1});
+  if (unit == Unit::kYear) return ToMillis({t.year / count * count, 1, 1});
   if (unit == Unit::kMonth) return ToMillis({t.year, t.month / count * count, 1});
   return ToMillis({t.year, t.month, t.day / count * count});
 }
@@ -164,8 +172,10 @@ std::int64_t ColumnOf(const TimeWindow& window, int width, Millis time) {
 
 std::optional<TickScale> BuildTickScale(const TimeWindow& window, int width) {
   if (!IsDrawable(window, width)) return std::nullopt;
-  TickScale scale{CoveringStep(window), DrawnStep(window, width), {}};
-  if (scale.drawnStep == 0) return std::nullopt;
+  const int drawnStep = DrawnStep(window, width);
+  if (drawnStep == 0) return std::nullopt;
+  const int last = drawnStep <= kTickSteps ? kTickSteps : kTickSteps + kSparseSteps;
+  TickScale scale{CoveringStep(window, last), drawnStep, {}};
   const Step& step = kSteps[scale.drawnStep];
   // Ends after some width / 2 steps: that is what the drawn step was chosen for.
   for (Millis time = FloorToStep(window.start, scale.drawnStep); time <= window.end;

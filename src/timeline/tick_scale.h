@@ -14,6 +14,9 @@ namespace pallomir {
 /// minutes; 1, 3 and 12 hours; 1 and 7 days; 1 and 3 months; 1 year.
 inline constexpr int kTickSteps = 12;
 
+/// Further ones, for windows in which years lie too close together: 5, 10, 50, 100, 500 and 1000 years.
+inline constexpr int kSparseSteps = 6;
+
 /// No strip is wider: products of a width and the longest possible window then fit 64 bits.
 inline constexpr int kMaxStripWidth = 16383;
 
@@ -39,13 +42,13 @@ struct TickScale {
 bool IsDrawable(const TimeWindow& window, int width);
 
 /// The scale of a window of local time on `width` pixels; nothing where the window can't be shown or even
-/// years lie too close together.
+/// millennia lie too close together.
 std::optional<TickScale> BuildTickScale(const TimeWindow& window, int width);
 
 /// The pixel column of a moment in a drawable window: below 0 before its start, `width` or more from its end.
 std::int64_t ColumnOf(const TimeWindow& window, int width, Millis time);
 
-/// The moment on the grid of step 1..12 at or before `time`. Steps of 7 days start anew with each month, from
+/// The moment on the grid of step 1..18 at or before `time`. Steps of 7 days start anew with each month, from
 /// the last day of the month before; steps of 3 months lie on 1 March, June, September and December.
 Millis FloorToStep(Millis time, int step);
 

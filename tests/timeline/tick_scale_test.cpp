@@ -1,7 +1,6 @@
 #include "timeline/tick_scale.h"
 
 #include <gtest/gtest.h>
-#include <gtest/gtest.h>
 
 #include <random>
 
@@ -52,6 +51,14 @@ TEST(TickScale, StepsAndLabelsFollowTheLengthOfTheWindow) {
       {{1970, 1, 1}, {2020, 1, 1}, 1000, 12, 11, 200, ""},
       {{2008, 7, 1}, {2013, 7, 1}, 600, 12, 10, 60, "60:2009 180:2010 300:2011 420:2012 540:2013 "},
       {{100, 1, 1}, {4100, 1, 1}, 16383, 12, 12, 4000, ""},
+      // Where years lie too close together: every fifth, with a label each half century.
+      {{1700, 1, 1},
+       {2100, 1, 1},
+       1000,
+       17,
+       13,
+       81,
+       "0:1700 124:1750 249:1800 374:1850 499:1900 624:1950 749:2000 875:2050 1000:2100 "},
       // A month from the 31st ends with the shorter one; a drawn step beyond the covering one, without a rank
       // too.
       {{2026, 1, 31}, {2026, 3, 1}, 5, 11, 11, 0, ""},
@@ -81,10 +88,10 @@ TEST(TickScale, NothingWhereNothingCanBeShown) {
       {Window(start, {2026, 11, 15}), 100},
       {{FirstMoment() - 1, ToMillis(start)}, 1000},
       {{ToMillis(start), LastMoment() + 1}, 1000},
-      {Window({2000, 6, 1}, {2026, 6, 1}), 104},  // years lie 4 pixels apart, which is not enough
+      {{FirstMoment(), LastMoment()}, 39},  // millennia lie 4 pixels apart, which is not enough
   };
   for (const auto& c : cases) EXPECT_FALSE(BuildTickScale(c.window, c.width)) << c.width;
-  EXPECT_TRUE(BuildTickScale(Window({2000, 6, 1}, {2026, 6, 1}), 105));
+  EXPECT_TRUE(BuildTickScale({FirstMoment(), LastMoment()}, 40));
   const TimeWindow all{FirstMoment(), LastMoment()};
   ASSERT_TRUE(IsDrawable(all, kMaxStripWidth));
   EXPECT_EQ(ColumnOf(all, kMaxStripWidth, LastMoment() - 1), kMaxStripWidth - 1) << "no overflow";
@@ -112,6 +119,8 @@ TEST(TickScale, GridsRollBackOverTheStartOfMonthAndYear) {
       {11, {2024, 12, 31}, {2024, 12, 1}},
       {11, {2024, 8, 31}, {2024, 6, 1}},
       {12, {2024, 12, 31, 23}, {2024, 1, 1}},
+      {13, {2024, 12, 31, 23}, {2020, 1, 1}},
+      {16, {2099, 12, 31, 23}, {2000, 1, 1}},
   };
   for (const auto& c : cases)
     EXPECT_EQ(IsoText(FloorToStep(ToMillis(c.time), c.step)), IsoText(ToMillis(c.floor))) << c.step;
@@ -123,8 +132,8 @@ TEST(TickScale, EveryWindowAndWidthGivesAnOrderlyScale) {
     return std::uniform_int_distribution<Millis>(low, high)(random);
   };
   for (int i = 0; i < 4000; ++i) {
-    // Lengths spread over the orders of magnitude, from a second to some 80 years.
-    const Millis length = between(1, 25) * (Millis{1} << between(10, 36));
+    // Lengths spread over the orders of magnitude, from a second to some thousand years.
+    const Millis length = between(1, 25) * (Millis{1} << between(10, 42));
     const Millis start = between(ToMillis({1900, 1, 1}), ToMillis({2300, 1, 1}));
     const auto width = static_cast<int>(between(1, 4000));
     const auto scale = BuildTickScale({start, start + length}, width);
