@@ -75,7 +75,7 @@ void CaptionLine::AddState() {
   lblDemo_->setToolTip(
       "Demo mode: the units and their data are invented.\nMenu, Options, Demo Mode leaves it.");
   lblDemo_->setFrameStyle(QFrame::Box | QFrame::Plain);
-  lblDemo_->setContentsMargins(4, 0, 4, 0);
+  lblDemo_->setContentsMargins(4, 1, 4, 1);
   lblLamp_ = AddWord("lblLamp", "");
   picLamp_ = new Lamp(this);
   row_->addSpacing(6);
@@ -146,6 +146,7 @@ void CaptionLine::AddControl(QWidget* control) {
 void CaptionLine::SetCaption(const QString& text) {
   lblCaption_->setText(text);
   txtCaption_->Show(text);
+  FitLampWord();
 }
 
 void CaptionLine::SetCaptionVisible(bool visible) { txtCaption_->setVisible(visible); }
@@ -157,9 +158,21 @@ void CaptionLine::SetMenuText(const QString& text) {
 
 void CaptionLine::SetLamp(LampState state, const QString& tip, const QString& word) {
   picLamp_->Show(state, tip);
-  lblLamp_->setText(word);
+  lampWord_ = word;
   lblLamp_->setToolTip(tip);
+  FitLampWord();
   lblLamp_->setVisible(!word.isEmpty());
+}
+
+// The room of both is the same whichever word stands there, so that this comes to rest.
+void CaptionLine::FitLampWord() {
+  const QMargins margins = lblLamp_->contentsMargins();
+  const int whole = lblLamp_->fontMetrics().horizontalAdvance(lampWord_) + margins.left() + margins.right();
+  const int room = txtCaption_->width() + (lblLamp_->isVisible() ? lblLamp_->width() : 0);
+  QString word = lampWord_;
+  if (room < txtCaption_->LeastWidth() + whole) word = word.mid(word.lastIndexOf(": ") + 1).trimmed();
+  if (!word.isEmpty()) word[0] = word[0].toUpper();
+  lblLamp_->setText(word);
 }
 
 void CaptionLine::SetDemoMode(bool on) { lblDemo_->setVisible(on); }
@@ -212,6 +225,7 @@ void CaptionLine::mouseDoubleClickEvent(QMouseEvent* event) {
 void CaptionLine::leaveEvent(QEvent*) { Call(pointerLeft); }
 
 bool CaptionLine::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == txtCaption_ && event->type() == QEvent::Resize) FitLampWord();
   if (event->type() == QEvent::MouseMove && pointerMoved) {
     const auto* control = static_cast<QWidget*>(watched);
     pointerMoved(control->mapTo(window(), static_cast<QMouseEvent*>(event)->position().toPoint()).x());

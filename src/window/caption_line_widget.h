@@ -43,7 +43,8 @@ class CaptionLine : public QWidget {
   void SetCaption(const QString& text);
   void SetCaptionVisible(bool visible);
   void SetMenuText(const QString& text);
-  /// `word` stands beside the lamp; it may be empty.
+  /// `word` stands beside the lamp; it may be empty. Without room for it and the title's figures, only what
+  /// follows its colon is shown.
   void SetLamp(LampState state, const QString& tip, const QString& word);
   void SetDemoMode(bool on);
   /// Marks the button of the mode as pressed, and says whether the window can be dragged.
@@ -62,6 +63,7 @@ class CaptionLine : public QWidget {
   void AddTitle();
   void AddState();
   QLabel* AddWord(const char* name, const QString& text);
+  void FitLampWord();
   void AddHelp();
   void AddWindowButtons();
   IconButton* AddButton(const char* name, const char* icon, const char* text, std::function<void()>& action);
@@ -80,6 +82,7 @@ class CaptionLine : public QWidget {
   CaptionText* txtCaption_;
   QLabel* lblDemo_;
   QLabel* lblLamp_;
+  QString lampWord_;  // the whole
   Lamp* picLamp_;
   IconButton* pctButton_Normal_;
   IconButton* pctButton_Maximize_;

@@ -3,6 +3,20 @@
 #include <QPainter>
 
 namespace pallomir {
+namespace {
+
+// The window's frame, its tip and its menu tell the name too.
+QString WithoutName(const QString& text) {
+  const QString name = "Pallomir ";
+  return text.startsWith(name) ? text.mid(name.size()).trimmed() : text;
+}
+
+QString Figures(const QString& text) {
+  const QString words = " Data Points";
+  return WithoutName(text.endsWith(words) ? text.chopped(words.size()) : text);
+}
+
+}  // namespace
 
 CaptionText::CaptionText(QWidget* parent) : QLabel(parent) {
   setObjectName("txtCaption");
@@ -22,7 +36,7 @@ void CaptionText::Show(const QString& text) {
 void CaptionText::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setPen(palette().color(QPalette::WindowText));
-  painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, Elided());
+  painter.drawText(contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine, Shown());
 }
 
 void CaptionText::resizeEvent(QResizeEvent* event) {
@@ -30,10 +44,15 @@ void CaptionText::resizeEvent(QResizeEvent* event) {
   UpdateToolTip();
 }
 
-QString CaptionText::Elided() const {
-  return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+QString CaptionText::Shown() const {
+  const int room = contentsRect().width();
+  for (const QString& form : {text(), WithoutName(text())})
+    if (fontMetrics().horizontalAdvance(form) <= room) return form;
+  return fontMetrics().elidedText(Figures(text()), Qt::ElideRight, room);
 }
 
-void CaptionText::UpdateToolTip() { setToolTip(Elided() == text() ? QString() : text()); }
+int CaptionText::LeastWidth() const { return fontMetrics().horizontalAdvance(Figures(text())); }
+
+void CaptionText::UpdateToolTip() { setToolTip(Shown() == text() ? QString() : text()); }
 
 }  // namespace pallomir

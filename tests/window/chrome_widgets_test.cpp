@@ -246,16 +246,38 @@ TEST_F(ChromeTest, WordsBesideTheLampShowWhileThereIsSomethingToSay) {
   EXPECT_FALSE(Find("lblLamp")->isVisible());
 }
 
-TEST_F(ChromeTest, ALongTitleIsShortenedWithTheWholeInTheToolTip) {
+TEST_F(ChromeTest, WithoutRoomTheTitleKeepsItsFiguresAndTheLampTheKey) {
   auto* line = new CaptionLine(&window_);
   line->show();
+  line->SetDemoMode(true);
   auto* title = Find<CaptionText>("txtCaption");
-  for (const int width : {900, 330}) {
-    line->SetCaption("Pallomir 12 02:00:00  1234567 Data Points");
-    line->resize(width, 32);
-    EXPECT_EQ(title->text(), Find<QLabel>("lblCaption")->text());
-    EXPECT_EQ(title->toolTip(), width == 900 ? "" : title->text());
+  auto* word = Find<QLabel>("lblLamp");
+  const QString whole = "Pallomir 1 02:00:00  27011 Data Points";
+  line->SetCaption(whole);
+  line->SetLamp(LampState::kRed, "What happened", "Not connected: press R");
+  const int figures = title->fontMetrics().horizontalAdvance("1 02:00:00  27011");
+  line->resize(900, 32);
+  LetPass(1);
+  const int others = 900 - title->width() - word->width();  // what the rest of the line takes
+  const int wholeWord = word->width();
+  const struct {
+    int room;  // for both
+    QString title, word;
+  } cases[] = {
+      {500, whole, "Not connected: press R"},
+      {figures + wholeWord, "1 02:00:00  27011", "Not connected: press R"},
+      {figures + wholeWord - 1, "1 02:00:00  27011 Data Points", "Press R"},
+      {500, whole, "Not connected: press R"},
+  };
+  for (const auto& row : cases) {
+    line->resize(others + row.room, 32);
+    LetPass(1);
+    EXPECT_EQ(title->Shown(), row.title) << row.room;
+    EXPECT_EQ(word->text(), row.word) << row.room;
+    EXPECT_EQ(title->text(), whole);
+    EXPECT_EQ(title->toolTip(), row.title == whole ? "" : whole);
   }
+  EXPECT_GE(Find("lblDemo")->width(), Find("lblDemo")->sizeHint().width());
 }
 
 TEST_F(ChromeTest, TheWindowFollowsTheCaptionFromTheDragDistanceOn) {
