@@ -1,5 +1,6 @@
 #include "tracking/data_feed.h"
 
+#include <algorithm>
 #include <cassert>
 #include <utility>
 
@@ -154,6 +155,9 @@ bool DataFeed::Merge(std::size_t k, ByteView records) {
   batch_.leftOut += decoded.leftOut;
   if (decoded.rows.empty()) return false;
   batch_.units.insert(k);
+  const std::uint32_t earliest = WithoutFlag(decoded.rows.front().time);
+  const auto known = batch_.earliest.try_emplace(k, earliest).first;
+  known->second = std::min(known->second, earliest);
   if (!store_.Gather(k, decoded.rows) && !std::exchange(isStoreFullTold_, true)) {
     ports_.trace.Line("the store is full: what comes now is left out");
   }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -35,6 +37,8 @@ struct FeedPorts {
 /// All that came up to a packet that ended where the buffer ended.
 struct MergedBatch {
   std::set<std::size_t> units;        ///< k of those that sent points, new or known
+  /// By k, the packed time without flag of the earliest of these points.
+  std::map<std::size_t, std::uint32_t> earliest;
   const DataPoint* newest = nullptr;  ///< of all stored points; null without any. Valid until the next batch
   std::size_t leftOut = 0;            ///< records without a possible place or date
 };

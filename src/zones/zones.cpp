@@ -7,6 +7,7 @@
 #include "zones/zone_edits.h"
 #include "zones/zone_exchange.h"
 #include "zones/zone_neighbours.h"
+#include "zones/zone_path.h"
 #include "zones/zone_payload.h"
 
 namespace pallomir {
@@ -52,16 +53,6 @@ std::string Zones::PathText(ZoneOrdinal zone, const std::string& end) const {
   for (; zone != ZoneTree::kNone; zone = Tree().At(zone).parent) path.push_back(zone);
   std::string text;
   for (auto at = path.rbegin(); at != path.rend(); ++at) text += Tree().At(*at).options.Description + end;
-  return text;
-}
-
-std::string Zones::ShortPathText(ZoneOrdinal zone) const {
-  constexpr int kMostNames = 6;
-  std::string text;
-  for (int names = 0; zone != ZoneTree::kNone; zone = Tree().At(zone).parent) {
-    if (++names > kMostNames) return "… › " + text;
-    text = Tree().At(zone).options.Description + (text.empty() ? "" : " › ") + text;
-  }
   return text;
 }
 

@@ -15,6 +15,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Pair;
 using testing::SizeIs;
 
 const Millis kNoon = ToMillis({2026, 11, 22, 12});
@@ -108,16 +109,18 @@ TEST_F(DataFeedTest, AsksForTheUnitsAndTheWindow) {
 }
 
 TEST_F(DataFeedTest, ABatchIsToldAsOne) {
-  data.arrived(Joined({Packet({30, 31}, "0123456789AC"), Packet({20}, "0123456789AA"),
-                       Packet({40, 41}, "0123456789AC", 91), Packet({}, "FFFFFFFFFFFF")}));
+  data.arrived(Joined({Packet({31, 32}, "0123456789AC"), Packet({30, 31}, "0123456789AC"),
+                       Packet({20}, "0123456789AA"), Packet({40, 41}, "0123456789AC", 91),
+                       Packet({}, "FFFFFFFFFFFF")}));
   EXPECT_EQ(Points(), 0u) << "the rest of what was split may still come";
   loop.Advance(100);
   EXPECT_EQ(told, "arrived decoding moved merged ");
-  EXPECT_EQ(Points(), 2u);
+  EXPECT_EQ(Points(), 3u);
   EXPECT_THAT(batch.units, ElementsAre(2u));
+  EXPECT_THAT(batch.earliest, ElementsAre(Pair(2u, *EncodePackedTime(kNoon + 30 * kSecond))));
   EXPECT_EQ(batch.leftOut, 2u);
   EXPECT_EQ(newest, feed->Points().Track(2).Points().back());
-  EXPECT_EQ(view.caption, "pallomir: 2 Data Points");
+  EXPECT_EQ(view.caption, "pallomir: 3 Data Points");
   EXPECT_THAT(traced, testing::Contains(HasSubstr(" 2 record(s) without a possible place or date left out")));
   EXPECT_EQ(Trouble(), "");
   feed->Forget();
