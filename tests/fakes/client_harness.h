@@ -56,12 +56,7 @@ class ClientHarness {
   }
 
   /// The locator's answer with one Base Server at 127.0.0.9.
-  void AnswerLocator() {
-    const std::string rest = "7F0000091234";
-    Bytes reply = ShortCheckForm(AsBytes(rest));
-    Append(reply, AsBytes(rest));
-    locator.arrived(reply);
-  }
+  void AnswerLocator() { locator.arrived(LocatorAnswer("7F0000091234")); }
 
   void Connect() {
     AnswerLocator();

@@ -3,9 +3,17 @@
 #include <string>
 #include <vector>
 
+#include "base/check_code.h"
 #include "platform/endpoint.h"
 
 namespace pallomir::fakes {
+
+/// The locator's answer with these entries, of twelve characters each.
+inline Bytes LocatorAnswer(const std::string& entries) {
+  Bytes answer = ShortCheckForm(AsBytes(entries));
+  Append(answer, AsBytes(entries));
+  return answer;
+}
 
 /// Records what the client does with an endpoint; the test plays the other side through the callbacks.
 template <class Base>

@@ -4,18 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "fakes/fake_system.h"
+#include "fakes/fake_view.h"
 
 namespace pallomir {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-class NoEditors : public HotspotView {
- public:
-  void EditHotspots(const std::vector<std::string>&) override {}
-  void EditSecureHotspots(const std::vector<SecureHotspot>&) override {}
-};
 
 class HotspotRoomTest : public testing::Test {
  protected:
@@ -24,7 +19,7 @@ class HotspotRoomTest : public testing::Test {
   }
 
   fakes::FakeSettings settings_;
-  NoEditors view_;
+  fakes::FakeView view_;
   StoredChoices choices_{settings_, [](const std::string&) {}, [](const std::string&) {}};
   HotspotRoom room_{view_, choices_.hotspots};
   int changes_ = 0;

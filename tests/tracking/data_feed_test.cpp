@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "base/check_code.h"
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_feed_view.h"
 #include "fakes/fake_network.h"
@@ -60,9 +59,7 @@ struct Fed {
   }
 
   void Connect() {
-    Bytes answer = ShortCheckForm(AsBytes("7F0000091234"));
-    Append(answer, AsBytes("7F0000091234"));
-    locator.arrived(answer);
+    locator.arrived(fakes::LocatorAnswer("7F0000091234"));
     probe.connected();
     data.connected();
   }

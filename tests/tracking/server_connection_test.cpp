@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "base/check_code.h"
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_network.h"
 #include "tracking/packets.h"
@@ -10,6 +9,7 @@
 namespace pallomir {
 namespace {
 
+using fakes::LocatorAnswer;
 using State = ServerConnection::State;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -17,12 +17,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr char kUnit[] = "0123456789AB";
-
-Bytes Answer(const std::string& entries) {
-  Bytes answer = ShortCheckForm(AsBytes(entries));
-  Append(answer, AsBytes(entries));
-  return answer;
-}
 
 // A connection with the ends of its wires, and what it told.
 struct Wired {
@@ -40,7 +34,7 @@ struct Wired {
     return host;
   }
 
-  void Answered() { locator.arrived(Answer("7F0000091234")); }
+  void Answered() { locator.arrived(LocatorAnswer("7F0000091234")); }
   void Streaming() {
     Answered();
     probe.connected();
@@ -95,9 +89,9 @@ TEST_F(ServerConnectionTest, StoppingEndsNothingButAReport) {
 }
 
 TEST_F(ServerConnectionTest, AnAnswerThatCannotBeUsedIsNamedWhenTheTimeIsOver) {
-  Bytes mismatch = Answer("7F0000091234");
+  Bytes mismatch = LocatorAnswer("7F0000091234");
   mismatch.back() = '5';
-  Bytes empty = Answer("");
+  Bytes empty = LocatorAnswer("");
   empty[0] ^= 1;
   const struct {
     Bytes answer;
@@ -105,7 +99,7 @@ TEST_F(ServerConnectionTest, AnAnswerThatCannotBeUsedIsNamedWhenTheTimeIsOver) {
   } cases[] = {{Bytes(17, '0'), "it has 17 characters; there should be 18."},
                {mismatch, "its check code is wrong."},
                {empty, "its check code is wrong."},
-               {Answer("7F00000912GG"), "there is no address in it."}};
+               {LocatorAnswer("7F00000912GG"), "there is no address in it."}};
   // One problem has been reported, and the user reloads without a retry: the next one is no dialog at once.
   connection.Restart();
   locator.arrived(Bytes(5));
@@ -135,7 +129,7 @@ TEST_F(ServerConnectionTest, WithoutUnitsItConnectsAsksForNothingAndBothersNobod
   EXPECT_THAT(data.sent, IsEmpty());
   EXPECT_EQ(connection.CurrentState(), State::kStreaming);
 
-  const std::function<void()> troubles[] = {[this] { locator.arrived(Answer("")); },
+  const std::function<void()> troubles[] = {[this] { locator.arrived(LocatorAnswer("")); },
                                             [this] { locator.arrived(Bytes(17)); },
                                             [this] {
                                               locator.failed({10061, "", 111});
@@ -160,7 +154,7 @@ TEST_F(ServerConnectionTest, WithoutUnitsItConnectsAsksForNothingAndBothersNobod
   EXPECT_THAT(messages, IsEmpty());
   units = kUnit;
   connection.Restart();
-  locator.arrived(Answer(""));
+  locator.arrived(LocatorAnswer(""));
   EXPECT_THAT(reports, SizeIs(1)) << "the first problem of units that are wanted is one";
 }
 
@@ -190,17 +184,17 @@ TEST_F(ServerConnectionTest, AnAnswerMayNameMoreServersOrNone) {
                 HasSubstr("166308Wrong string length; should be 18, not " + std::to_string(length) + "\n"));
   }
   connection.Retry();
-  Bytes reply = Answer("7F0000011234");
+  Bytes reply = LocatorAnswer("7F0000011234");
   reply.back() = '5';
   locator.arrived(reply);
   EXPECT_THAT(caption, HasSubstr("Error: HashCode mismatch; should be "));
   EXPECT_THAT(probe.connections, IsEmpty());
-  locator.arrived(Answer("7F00000112347F0000021234"));
+  locator.arrived(LocatorAnswer("7F00000112347F0000021234"));
   EXPECT_THAT(probe.connections, ElementsAre("127.0.0.1:18799"));
   EXPECT_EQ(caption, "IP Address of Home Server = 127.0.0.1, Port Number = 18799");
   EXPECT_EQ(connection.CurrentState(), State::kProbing);
-  locator.arrived(Answer("7F0000021234"));
-  locator.arrived(Answer(""));
+  locator.arrived(LocatorAnswer("7F0000021234"));
+  locator.arrived(LocatorAnswer(""));
   EXPECT_THAT(probe.connections, SizeIs(1)) << "nobody waits for those any more";
   EXPECT_EQ(connection.CurrentState(), State::kProbing);
 }
@@ -241,10 +235,10 @@ TEST_F(ServerConnectionTest, ALocatorProblemIsReportedOnceUntilItIsRetried) {
   for (const auto& c : cases) {
     Wired wired;
     wired.connection.Restart();
-    wired.locator.arrived(Answer(""));
+    wired.locator.arrived(LocatorAnswer(""));
     c.happen(wired);
     EXPECT_EQ(wired.connection.CurrentState(), State::kLocating) << c.between;
-    wired.locator.arrived(Answer(""));
+    wired.locator.arrived(LocatorAnswer(""));
     ASSERT_THAT(wired.reports, SizeIs(c.codes.size())) << c.between;
     for (std::size_t i = 0; i < c.codes.size(); ++i)
       EXPECT_EQ(wired.reports[i].substr(0, 6), c.codes[i]) << c.between;

@@ -5,22 +5,11 @@
 
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_system.h"
+#include "fakes/fake_view.h"
 #include "window/focus_holder.h"
 
 namespace pallomir {
 namespace {
-
-class FakeFrameView : public FrameView {
- public:
-  void LayOut() override {}
-  PixelSize BrowserSize() const override { return {}; }
-  void ShowDemoMode(bool) override {}
-  void ShowWindowMode(WindowMode shown) override { mode = shown; }
-  void ReturnFocus() override { ++focusReturns; }
-
-  WindowMode mode = WindowMode::kNormal;
-  int focusReturns = 0;
-};
 
 class WindowFrameTest : public testing::Test {
  protected:
@@ -35,7 +24,7 @@ class WindowFrameTest : public testing::Test {
   fakes::FakeEventLoop loop_;
   fakes::FakeSettings settings_;
   fakes::FakeWindow window_;
-  FakeFrameView view_;
+  fakes::FakeView view_;
   Trace trace_{[] { return 0.0; }, [](const std::string&) {}};
   StoredChoices choices_{settings_, [](const std::string&) {}, [](const std::string&) {}};
   WindowFrame frame_{view_, window_, choices_.window, loop_, trace_};
@@ -156,7 +145,7 @@ TEST_F(WindowFrameTest, SizesCountBetweenStartAndEndAndOutsideOfChanges) {
 
 TEST(FocusHolder, GivesTheKeyboardBackUnlessItIsHeldOff) {
   fakes::FakeEventLoop loop;
-  FakeFrameView view;
+  fakes::FakeView view;
   FocusHolder focus(view, loop);
   loop.Advance(1000);
   EXPECT_EQ(view.focusReturns, 0);
