@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <random>
-
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_system.h"
 #include "fakes/temporary_folder.h"
@@ -63,27 +61,6 @@ TEST_F(SettingsStoreTest, WhatIsSavedInOneGoIsWrittenInOne) {
   store->Save("b", "2");
   loop_.Advance(60'000);
   EXPECT_FALSE(fs::exists(File())) << "nothing new, nothing written";
-}
-
-TEST_F(SettingsStoreTest, AnyTextComesBackAsItWasSaved) {
-  std::mt19937 random(9);
-  std::vector<std::string> values = {
-      "",     "\"",     "a\"b\"",    "\r\n",        "line\nbreak", "\\n",
-      "\x01", "\x01\n", "a,b\",\"c", "Caf\xC3\xA9", "\xFF\xFE",    std::string(1, '\0')};
-  for (int i = 0; i < 500; ++i) {
-    std::string value(random() % 12, ' ');
-    for (char& c : value) c = "\"\\\r\n\x01,rn~x\xFF"[random() % 11];
-    values.push_back(value);
-  }
-  for (const std::string& value : values) {
-    SettingsTable table;
-    table.Set("key", value);
-    const ParsedSettings parsed =
-        ParseSettings(SettingsLine("key", value) + "\r\n" + SettingsLine("next", "1") + "\r\n");
-    ASSERT_EQ(parsed.damagedLines, 0u) << value;
-    ASSERT_EQ(*parsed.table.Find("key"), value);
-    ASSERT_EQ(*parsed.table.Find("next"), "1");
-  }
 }
 
 TEST_F(SettingsStoreTest, DamagedLinesAreReportedAndTheFileIsKeptAside) {

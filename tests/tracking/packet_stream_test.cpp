@@ -14,47 +14,8 @@
 namespace pallomir {
 namespace {
 
-using End = PacketStream::End;
-
-WireRecord AnyRecord(std::mt19937& random) {
-  WireRecord record;
-  record.time = *EncodePackedTime(ToMillis({2026, 11, 22}) + static_cast<Millis>(random() % 600) * kSecond);
-  if (random() % 5 == 0) record.time |= kPackedTimeFlag;
-  record.latitude = static_cast<std::int32_t>(random() % 108'000'001) - 54'000'000;
-  record.longitude = static_cast<std::int32_t>(random() % 216'000'001) - 108'000'000;
-  record.status = static_cast<std::uint16_t>(random());
-  if (random() % 40 == 0) record.latitude = 54'000'001;
-  if (random() % 40 == 0) record.longitude = 108'000'001;
-  if (random() % 40 == 0) record.time = 0x0F000000;
-  return record;
-}
-
 Bytes PacketInWireOrder(const std::vector<WireRecord>& wireOrder) {
   return EncodePacket("0123456789AB", std::vector<WireRecord>(wireOrder.rbegin(), wireOrder.rend()));
-}
-
-TEST(PacketStream, HoldIsSetExactlyWhenAPacketEndsTheBuffer) {
-  const Bytes packet = EncodePacket("0123456789AB", std::vector<WireRecord>(2));
-  const auto ignore = [](std::string_view, ByteView) {};
-  const struct {
-    int extra;
-    bool held;
-    End end;
-  } cases[] = {{0, true, End::kDrained},
-               {1, false, End::kShortTail},
-               {7, false, End::kShortTail},
-               {8, false, End::kIncomplete},
-               {-1, false, End::kIncomplete}};
-  for (const auto& c : cases) {
-    Bytes bytes = packet;
-    Append(bytes, packet);
-    bytes.resize(packet.size() +
-                 static_cast<std::size_t>(c.extra + (c.extra < 0 ? static_cast<int>(packet.size()) : 0)));
-    PacketStream stream;
-    stream.Take(bytes);
-    EXPECT_EQ(stream.Decode(ignore).end, c.end) << c.extra;
-    EXPECT_EQ(stream.IsHeld(), c.held) << c.extra;
-  }
 }
 
 TEST(PacketStream, ManyWholePacketsLeaveNoMoreMemoryThanOneTakes) {
@@ -166,48 +127,6 @@ TEST(Packets, EveryWayToDecodeRowsGivesTheRecordsOldestFirst) {
       }
     }
   }
-}
-
-// The road as a whole against the rule, cut anywhere, with a unit that is not asked for.
-TEST(PacketStream, FromBytesToMilesAsTheRule) {
-  std::mt19937 random(29);
-  Bytes bytes;
-  for (int packet = 0; packet < 300; ++packet) {
-    std::vector<WireRecord> records(random() % 50);
-    for (auto& record : records) record = AnyRecord(random);
-    if (random() % 3 > 0) {
-      std::sort(records.begin(), records.end(), [](const WireRecord& a, const WireRecord& b) {
-        return WithoutFlag(a.time) < WithoutFlag(b.time);
-      });
-    }
-    Append(bytes, EncodePacket("0123456789A" + std::string(1, "0123"[random() % 4]), records));
-  }
-  const auto unitOf = [](std::string_view id) { return static_cast<std::size_t>(id.back() - '0'); };
-  oracles::LiteralTrack literal[4];
-  ASSERT_TRUE(oracles::LiteralStream(
-      bytes, [&](std::string_view id) { return unitOf(id) == 0 ? nullptr : &literal[unitOf(id)]; }));
-  PointStore store;
-  store.Reset(3);
-  PacketStream stream;
-  for (std::size_t at = 0; at < bytes.size();) {
-    const std::size_t piece = std::min(bytes.size() - at, std::size_t{8} + random() % 9000);
-    stream.ClearHold();
-    stream.Take(ByteView(bytes).subspan(at, piece));
-    at += piece;
-    if (stream.Size() < kPacketHeaderSize) continue;
-    stream.Decode([&](std::string_view id, ByteView records) {
-      if (unitOf(id) > 0) store.Gather(unitOf(id), DecodeRecords(records).rows);
-    });
-    store.Settle();
-  }
-  std::size_t points = 0;
-  for (std::size_t k = 1; k <= 3; ++k) {
-    const UnitTrack& track = store.Track(k);
-    EXPECT_EQ(std::vector<DataPoint>(track.Points().begin(), track.Points().end()), literal[k].rows);
-    EXPECT_EQ(std::vector<double>(track.Miles().begin(), track.Miles().end()), literal[k].miles);
-    points += literal[k].rows.size();
-  }
-  EXPECT_EQ(store.PointCount(), points);
 }
 
 }  // namespace

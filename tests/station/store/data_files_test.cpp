@@ -24,12 +24,6 @@ TEST(DataFile, LaysARecordOut) {
   EXPECT_EQ(EncodeDataFile(std::vector{record}), expected);
 }
 
-TEST(DataFile, ClearsTheFlagOfATime) {
-  WireRecord flagged = RecordAt(1);
-  flagged.time |= kPackedTimeFlag;
-  EXPECT_EQ(DecodeDataFile(EncodeDataFile(std::vector{RecordAt(0), flagged})).records, RecordsAt(0, 2));
-}
-
 TEST(DataFile, KnowsWhatIsNone) {
   WireRecord impossible = RecordAt(0);
   impossible.time = (impossible.time & ~(15u << 22)) | 13u << 22;  // month 13
