@@ -44,6 +44,7 @@ struct SourceFile {
   std::string path;  // from the top, "src/map/tile_name.h"
   std::string room;  // its folder
   std::size_t lines = 0;
+  std::size_t codeLines = 0;          // neither blank nor a comment
   std::vector<std::string> includes;  // with quotes, resolved to paths from the top
   bool includesQt = false;
 };
@@ -60,12 +61,14 @@ std::string Resolved(const std::string& from, const std::string& include) {
 
 SourceFile Read(const fs::path& file) {
   static const std::regex kOurs("^#include \"([^\"]+)\".*");
+  static const std::regex kNoCode("^ *(//.*)?$");
   SourceFile read;
   read.path = fs::relative(file, kTop).generic_string();
   read.room = RoomOf(read.path);
   std::ifstream in(file);
   std::smatch match;
   for (std::string line; std::getline(in, line); ++read.lines) {
+    if (!std::regex_match(line, kNoCode)) ++read.codeLines;
     if (std::regex_match(line, match, kOurs)) read.includes.push_back(Resolved(read.path, match[1]));
     if (line.starts_with("#include <Q")) read.includesQt = true;
   }
@@ -156,6 +159,19 @@ TEST(House, QtStaysInTheSkin) {
   for (const SourceFile& file : Files()) {
     EXPECT_TRUE(!file.includesQt || IsSkin(file)) << file.path;
   }
+}
+
+// A new capability is joined in a file of its own: the conductor gets a member and a place in its list.
+TEST(House, TheConductorStaysSmall) {
+  std::size_t code = 0;
+  for (const SourceFile& file : Files()) {
+    if (file.path.starts_with("src/shell/client")) code += file.codeLines;
+    if (file.path == "src/shell/client.h") {
+      EXPECT_LE(file.lines, 150u);
+    }
+  }
+  EXPECT_GT(code, 0u);
+  EXPECT_LE(code, 500u);
 }
 
 TEST(House, NoFileOutgrowsItsSubject) {
