@@ -318,21 +318,9 @@ class DrawingTest : public ClientTest {
     client->FitByUser(0);
     loop.Advance(0);
     browser.writes.clear();
-    generation_ = client->Tiles().TileGeneration();
     client->FitByUser(0);
     loop.Tick("tmrTiles");
   }
-  void CommandMeanwhile(const std::string& text) {
-    browser.beforeNavigate("http://127.0.0.1:2480/dummy/" + text);
-    loop.RunPosted();
-  }
-  std::vector<std::string> WrittenFields() const {
-    std::vector<std::string> fields;
-    for (const auto& [field, value] : browser.writes) fields.push_back(field);
-    return fields;
-  }
-
-  int generation_ = 0;
 };
 
 TEST_F(DrawingTest, TheNoticeStaysUntilTilesAndTimelineAreDrawn) {
@@ -341,21 +329,6 @@ TEST_F(DrawingTest, TheNoticeStaysUntilTilesAndTimelineAreDrawn) {
   EXPECT_TRUE(view.mapUpdating) << "the tiles outlast the timeline";
   loop.Advance(0);
   EXPECT_FALSE(view.mapUpdating);
-}
-
-TEST_F(DrawingTest, ALaterChangeBeginsAnew) {
-  BeginToDraw();
-  client->FitByUser(1);
-  loop.Advance(0);
-  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtF"));
-  EXPECT_EQ(client->Tiles().TileGeneration(), generation_ + 1);
-  client->FitByUser(0);
-  loop.Tick("tmrTiles");
-  client->MapReload();
-  loop.Advance(0);
-  EXPECT_THAT(browser.Written("TxtR"), SizeIs(2));
-  EXPECT_THAT(browser.Written("TxtF"), SizeIs(2));
-  EXPECT_THAT(TileFiles(), IsEmpty());
 }
 
 TEST_F(DrawingTest, WhatArrivesMeanwhileIsDecodedAfterwards) {
@@ -367,14 +340,6 @@ TEST_F(DrawingTest, WhatArrivesMeanwhileIsDecodedAfterwards) {
   EXPECT_THAT(browser.Written("TxtF"), SizeIs(1)) << "half a packet does not take it away";
   Arrive(Bytes(packet.begin() + 20, packet.end()));
   EXPECT_EQ(client->Points().PointCount(), 4u);
-}
-
-TEST_F(DrawingTest, ClosingEndsIt) {
-  BeginToDraw();
-  client->Unload();
-  browser.writes.clear();
-  loop.Advance(5000);
-  EXPECT_THAT(browser.writes, IsEmpty());
 }
 
 TEST_F(ClientTest, RightClicksOpenTheMenu) {
@@ -614,6 +579,7 @@ TEST_F(ClientTest, AWindowThatWasEditedIsAskedForWhenTheButtonIsPressed) {
   EXPECT_EQ(client->Window().Length(), 2 * kDay);
   Connect();
   EXPECT_EQ(data.connections.back(), "127.0.0.9:18800");
+  EXPECT_TRUE(probe.closed) << "it has done its work";
   EXPECT_THAT(data.sent, ElementsAre("0123456789AB~2026-11-22 08:00:00~2026-11-23 08:00:00~~",
                                      "0123456789AB~2026-11-22 08:00:00~2026-11-24 08:00:00~~"));
 }
