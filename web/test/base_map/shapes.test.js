@@ -5,6 +5,7 @@ import { angleLabel, multiples, stepFor } from '../../src/base_map/graticule_lin
 import { ShapeRegions } from '../../src/base_map/shape_regions.js';
 import { worldX, worldY } from '../../src/base/earth.js';
 import { lineShape, ringShape } from '../../src/base_map/world_shapes.js';
+import { pairs } from '../pairs.js';
 
 const BOX = { left: 0, right: 10, top: 0, bottom: 10 };
 
@@ -69,28 +70,23 @@ test('the unit world', () => {
   assert.ok(Math.abs(worldY(-90) - 1) < 1e-12);
 });
 
-/** Places from longitudes and latitudes in turn. */
-function places(...numbers) {
-  return numbers.flatMap((number, at) => (at % 2 === 0 ? [[number, numbers[at + 1]]] : []));
-}
-
 test('a line across the date line goes on beyond the edge of the world', () => {
-  const { points, box } = lineShape(places(170, 0, -170, 0, 170, 0));
+  const { points, box } = lineShape(pairs(170, 0, -170, 0, 170, 0));
   assert.equal(points[2], worldX(-170) + 1);
   assert.equal(points[4], worldX(170));
   assert.ok(box.right - box.left < 0.1);
 });
 
 test('a ring around the pole is closed below the world, any other as it is', () => {
-  const polar = ringShape(places(-90, -70, 0, -70, 90, -70, 180, -70, -90, -70));
+  const polar = ringShape(pairs(-90, -70, 0, -70, 90, -70, 180, -70, -90, -70));
   assert.equal(polar.points.length / 2, 5 + 2);
   assert.ok(polar.box.bottom > 1);
-  assert.equal(ringShape(places(0, 0, 10, 0, 10, 10, 0, 0)).points.length / 2, 3);
+  assert.equal(ringShape(pairs(0, 0, 10, 0, 10, 10, 0, 0)).points.length / 2, 3);
 });
 
 /** A land of 40 by 40 degrees across the date line, with a coast around it. */
 function regionsOfOneLand() {
-  const corners = places(160, -20, -160, -20, -160, 20, 160, 20, 160, -20);
+  const corners = pairs(160, -20, -160, -20, -160, 20, 160, 20, 160, -20);
   return new ShapeRegions({
     land: { kind: 'ring', shapes: [ringShape(corners)] },
     coasts: { kind: 'line', shapes: [lineShape(corners)] },

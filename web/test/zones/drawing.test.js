@@ -2,13 +2,9 @@ import assert from 'node:assert/strict';
 import { beforeEach, mock, test } from 'node:test';
 import { ZoneDrawing } from '../../src/zones/drawing.js';
 import { ShapeHistory } from '../../src/zones/shape_history.js';
+import { pairs } from '../pairs.js';
 
-const SQUARE = [
-  [0, 0],
-  [0, 10],
-  [10, 10],
-  [10, 0],
-];
+const SQUARE = pairs(0, 0, 0, 10, 10, 10, 10, 0);
 const BOW = [SQUARE[0], SQUARE[2], SQUARE[1], SQUARE[3]];
 const FAR = [[50, 50]];
 
@@ -110,12 +106,8 @@ test('drawing: a new zone goes to the client, and ends with the list that answer
   drawing.listCleared();
   assert.ok(drawing.editor, 'a list that nobody asked for does not end it');
   drawing.finish();
-  assert.deepEqual(take(), [
-    'zF' +
-      SQUARE.flat()
-        .map((value) => `${value}.000000~`)
-        .join(''),
-  ]);
+  const sent = SQUARE.flat().map((value) => `${value}.000000~`);
+  assert.deepEqual(take(), ['zF' + sent.join('')]);
   assert.equal(page.shown.size, 0);
   assert.ok(drawing.editor, 'the client may refuse it');
   drawing.listCleared();
@@ -193,10 +185,8 @@ test('drawing: corners of the others attract within eight pixels', () => {
   drawing.startEdit(0);
   const pixel = 360 / (256 * 2 ** 3);
   assert.deepEqual(drawing.snap({ lat: 50, lng: 50 + 7.9 * pixel }), { lat: 50, lng: 50 });
-  for (const free of [
-    { lat: 50, lng: 50 + 8.1 * pixel },
-    { lat: 10, lng: 10 },
-  ]) {
+  for (const lat of [50, 10]) {
+    const free = { lat, lng: 50 + 8.1 * pixel };
     assert.equal(drawing.snap(free), free);
   }
 });
@@ -210,11 +200,7 @@ test('drawing: Enter without a crosshair finishes; a walk around the world takes
   drawing.keys.isShown = false;
   drawing.enter(false);
   assert.equal(take().length, 1);
-  for (const [centre, turned] of [
-    [179, 0],
-    [-181, -1],
-    [-350, -2],
-  ]) {
+  for (const [centre, turned] of pairs(179, 0, -181, -1, -350, -2)) {
     page.centre = centre;
     drawing.onMoveEnd();
     assert.equal(FakeEditor.latest.turned, turned);

@@ -4,12 +4,9 @@ import { chooseHandles } from '../../src/zones/handles.js';
 import { ShapeHistory } from '../../src/zones/shape_history.js';
 import { crossesItself, judgeShape, MOST_CORNERS } from '../../src/zones/shape_rules.js';
 import { SnapIndex } from '../../src/zones/snap_index.js';
+import { pairs } from '../pairs.js';
 
-const triangle = (west) => [
-  [0, west],
-  [0, west + 2],
-  [1, west + 1],
-];
+const triangle = (west) => pairs(0, west, 0, west + 2, 1, west + 1);
 const many = (count) =>
   Array.from({ length: count }, (_, at) => [
     50 * Math.sin((2 * Math.PI * at) / count),
@@ -29,12 +26,7 @@ const verdicts = [
   ['edited, unchanged, without corners', [], { isEdit: true }, []],
   ['edited, unchanged, too large to send', many(MOST_CORNERS + 1), { isEdit: true }, []],
   ['edited, changed, too large to send', many(MOST_CORNERS + 1), { isEdit: true, isChanged: true }, /9998/],
-  [
-    'edited, changed to two corners',
-    triangle(0).slice(1),
-    { isEdit: true, isChanged: true },
-    /three corners/,
-  ],
+  ['changed to two corners', triangle(0).slice(1), { isEdit: true, isChanged: true }, /three corners/],
   ['edited, unchanged', triangle(0), { isEdit: true }, triangle(0)],
 ];
 for (const [name, corners, how, expected] of verdicts) {
@@ -54,27 +46,14 @@ test('shape: a crossing is found wherever it is, a touch is none', () => {
     ['two squares that touch in a corner', [0, 0, 1, 0, 1, 1, 2, 1, 2, 2, 1, 2, 1, 1, 0, 1], false],
     ['no area', [0, 0, 5, 0, 9, 0], false],
     ['saw', [...wave, [2999, -5], [0, -5]].flat(), false],
-    [
-      'saw with its last tooth through the ground',
-      [...wave, [1500.5, -5], [1500.4, 3], [0, -5]].flat(),
-      true,
-    ],
+    ['saw with a tooth through the ground', [...wave, ...pairs(1500.5, -5, 1500.4, 3, 0, -5)].flat(), true],
     ['saw upright', [...wave, [2999, -5], [0, -5]].map(([x, y]) => [y, x]).flat(), false],
   ];
-  for (const [name, flat, expected] of table) {
-    const points = [];
-    for (let at = 0; at < flat.length; at += 2) points.push([flat[at], flat[at + 1]]);
-    assert.equal(crossesItself(points), expected, name);
-  }
+  for (const [name, flat, expected] of table) assert.equal(crossesItself(pairs(...flat)), expected, name);
 });
 
 test('snapping: the nearest corner within reach, in the turn that is asked about', () => {
-  const index = new SnapIndex([
-    [10, 20],
-    [10, 20.5],
-    [-10, 20.1],
-    [0, -179.9],
-  ]);
+  const index = new SnapIndex(pairs(10, 20, 10, 20.5, -10, 20.1, 0, -179.9));
   const reach = 0.3 / 360;
   const table = [
     [10, 20.26, [10, 20.5]],
@@ -98,13 +77,7 @@ test('snapping: the nearest corner within reach, in the turn that is asked about
 
 test('handles: only in view; of very many some, the ends among them', () => {
   const size = { x: 500, y: 400 };
-  const few = [
-    { x: 0, y: 0 },
-    { x: 500, y: 400 },
-    { x: 501, y: 3 },
-    { x: 4, y: -1 },
-    { x: 4, y: 4 },
-  ];
+  const few = pairs(0, 0, 500, 400, 501, 3, 4, -1, 4, 4).map(([x, y]) => ({ x, y }));
   assert.deepEqual(chooseHandles(few, size), [0, 1, 4]);
   const dense = Array.from({ length: 9000 }, (_, at) => ({
     x: 250 + 200 * Math.cos((2 * Math.PI * at) / 9000),
@@ -120,36 +93,28 @@ test('history: every step goes back to the ring before it', () => {
   const history = new ShapeHistory();
   const ring = [];
   const before = [];
-  const act = (change, note) => {
-    before.push([...ring]);
-    change();
-    note();
+  const add = (name) => () => {
+    ring.push(name);
+    history.added(ring.length - 1);
   };
-  for (const name of ['a', 'b', 'c', 'd']) {
-    act(
-      () => ring.push(name),
-      () => history.added(ring.length - 1),
-    );
+  const close = () => history.closed();
+  const move = () => {
+    ring[2] = 'C';
+    history.moved(2, 'c');
+  };
+  const remove = () => {
+    ring.splice(1, 1);
+    history.removed(1, 'b');
+  };
+  const insertAndMove = () => {
+    ring.splice(0, 0, 'n');
+    history.added(0);
+    history.moved(0, 'm', true);
+  };
+  for (const act of [add('a'), add('b'), add('c'), add('d'), close, move, remove, insertAndMove]) {
+    before.push([...ring]);
+    act();
   }
-  act(
-    () => {},
-    () => history.closed(),
-  );
-  act(
-    () => (ring[2] = 'C'),
-    () => history.moved(2, 'c'),
-  );
-  act(
-    () => ring.splice(1, 1),
-    () => history.removed(1, 'b'),
-  );
-  act(
-    () => ring.splice(0, 0, 'n'),
-    () => {
-      history.added(0);
-      history.moved(0, 'm', true);
-    },
-  );
   assert.ok(history.isChanged);
   const kinds = [];
   while (before.length > 0) {

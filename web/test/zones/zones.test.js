@@ -6,19 +6,14 @@ import { ZoneFields } from '../../src/zones/zone_fields.js';
 import { ZoneList } from '../../src/zones/zone_list.js';
 
 const square = (left, top, right, bottom) => [left, top, right, top, right, bottom, left, bottom];
+const TWO_HOLES = [square(0, 0, 30, 90), square(70, 0, 90, 90)];
 
 test('text room: the widest level place that the holes leave free', () => {
   const table = [
     ['square', square(0, 0, 90, 90), [], 10, { x: 45, width: 90 }],
     ['hole on the right', square(0, 0, 90, 90), [square(60, -5, 95, 95)], 10, { x: 30, width: 60 }],
     ['hole that fills it', square(0, 0, 90, 90), [square(0, 0, 90, 90)], 10, null],
-    [
-      'two holes',
-      square(0, 0, 90, 90),
-      [square(0, 0, 30, 90), square(70, 0, 90, 90)],
-      10,
-      { x: 50, width: 40 },
-    ],
+    ['two holes', square(0, 0, 90, 90), TWO_HOLES, 10, { x: 50, width: 40 }],
     ['lower than the line', square(0, 0, 90, 8), [], 10, null],
     ['no corners', [], [], 10, null],
     ['two towers', [0, 0, 20, 0, 20, 80, 60, 80, 60, 0, 90, 0, 90, 90, 0, 90], [], 20, { x: 75, width: 30 }],
@@ -36,15 +31,8 @@ test('list: names reach their zones, also past one that could not be read, and t
   for (const zone of [shape, null, shape, shape]) list.add(zone);
   list.addNames(parseZoneNames('1 Depot\n1.1\n'));
   list.addNames(parseZoneNames('no number\n2 R&D "x", <b>\n3 nothing there'));
-  assert.deepEqual(
-    list.zones.map(({ section, description }) => [section, description]),
-    [
-      ['1', 'Depot'],
-      ['1.1', ''],
-      ['', ''],
-      ['2', 'R&D "x", <b>'],
-    ],
-  );
+  const named = list.zones.map(({ section, description }) => `${section} ${description}`);
+  assert.deepEqual(named, ['1 Depot', '1.1 ', ' ', '2 R&D "x", <b>']);
   assert.deepEqual(list.zones[0].children, [list.zones[1]]);
   assert.equal(list.zones[1].isReadable, false);
   assert.equal(list.cornersBut(0).length, 2);
