@@ -111,7 +111,7 @@ void ProjectedZoneTree::BuildGrid() {
   // So many that most cells are touched by no edge.
   constexpr long kFewest = 16, kMost = 512;
   grid_ = PlaneGrid(
-      area, std::clamp(std::lround(2 * std::sqrt(static_cast<double>(vertices_.size()))), kFewest, kMost));
+      area, std::clamp(std::lround(3 * std::sqrt(static_cast<double>(vertices_.size()))), kFewest, kMost));
   cells_.assign(grid_.CellCount(), kUnknown);
   MarkEdges();
   FillFaces();
