@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <ctime>
 #include <memory>
-#include <set>
 
 #include "base/number_format.h"
 #include "fakes/process.h"
@@ -117,7 +116,6 @@ class FirstLight : public testing::Test {
   fs::path App() const { return folder_.Path() / "app"; }
   fs::path Registry() const { return folder_.Path() / "share/pallomir/Registry.txt"; }
   fs::path Data() const { return folder_.Path() / "share/pallomir/Data"; }
-  fs::path Tiles() const { return folder_.Path() / "profile/Application Data/pallomir/Tiles"; }
 
   // The recording as a file of the last hour, whatever the day and zone.
   void ImportRecording() {
@@ -190,24 +188,6 @@ Expected ExpectedTiles(const std::vector<DataPoint>& points, PixelSize browser) 
   return {view.TileZoom, {view.CentreX, view.CentreY}, oracles::LiteralDraw(drawing, 0).tiles};
 }
 
-// Every file on disk is a tile of the rule, and the other way round, apart from the generation.
-void CompareFiles(const fs::path& folder, const oracles::LiteralTiles& tiles) {
-  std::set<std::string> onDisk;
-  for (const auto& entry : fs::directory_iterator(folder)) onDisk.insert(entry.path().filename().string());
-  ASSERT_EQ(onDisk.size(), tiles.size());
-  for (const std::string& name : onDisk) {
-    const auto tile = tiles.find("0000" + name.substr(4, 14));
-    ASSERT_NE(tile, tiles.end()) << name;
-    const Image image = ReadPng(folder / name);
-    for (int x = 0; x < 256; ++x) {
-      for (int y = 0; y < 256; ++y) {
-        const auto colour = tile->second[static_cast<std::size_t>(x)][static_cast<std::size_t>(y)];
-        ASSERT_EQ(image.At(x, y), kTrackPalette[colour]) << name << " " << x << "," << y;
-      }
-    }
-  }
-}
-
 // The share of the rule's pixels within the inner map area that the screen shows in their colour, at the best
 // of the few offsets by which a page may round its centre.
 double ShareOnScreen(const Image& screen, const Expected& expected, int mapWidth, int mapHeight) {
@@ -266,7 +246,6 @@ TEST_F(FirstLight, ARecordingGoesFromTheFileToTheScreen) {
     share = ShareOnScreen(Screenshot(), expected, map.width, map.height);
   }
   EXPECT_GE(share, 0.98) << "of the track's pixels are seen\n" << client->Output();
-  CompareFiles(Tiles(), expected.tiles);
 
   Process second({App() / "pallomir"}, Environment());
   // Its message is in front when it is there; Return means nothing to the first client.
