@@ -28,29 +28,6 @@ TEST(HotKeys, OnlyTheKeysOfTheTableDoAnything) {
   for (const char* unknown : {"", "a", "AB", "ctrl"}) EXPECT_EQ(KeyDescription(unknown), "") << unknown;
 }
 
-TEST(HotKeys, WhileDrawingSomeKeysMeanSomethingElse) {
-  using enum Command;
-  using namespace special_key;
-  const std::map<std::pair<int, char>, GivenCommand> expected = {
-      {{kNoModifier, kEnter}, {kSetCorner, 0}},
-      {{kAlt, kEnter}, {kSetCorner, 1}},
-      {{kNoModifier, kEscape}, {kCancelZone}},
-      {{kCtrl, 'Z'}, {kUndoCorner}},
-      {{kNoModifier, kLeft}, {kMoveCrosshair, 0}},
-      {{kNoModifier, kDown}, {kMoveCrosshair, 3}},
-      {{kShift, kUp}, {kMoveCrosshair, 5}},
-      {{kCtrl, kRight}, {kMoveCrosshair, 10}},
-      {{kNoModifier, kPageUp}, {kGoToCorner, 0}},
-      {{kNoModifier, kPageDown}, {kGoToCorner, 1}},
-      {{kNoModifier, 'Z'}, {}},
-      {{kNoModifier, 'R'}, {}},
-      {{kShift, kEnter}, {}},
-  };
-  for (const auto& [key, given] : expected)
-    EXPECT_EQ(FindDrawingCommand(key.first, key.second).value_or(GivenCommand{}), given)
-        << key.first << " " << int{key.second};
-}
-
 TEST(HotKeys, TheListHasALineForEachOfThem) {
   const KeyListText list = KeyList();
   EXPECT_EQ(
