@@ -63,6 +63,9 @@ ListGridWidget::ListGridWidget(QWidget* owner, ListGrid grid, QuestionQueue& que
   parts->addWidget(MakeButtons());
   ShowAll();
   adjustSize();
+  // That stops at two thirds of the screen, which cuts what the columns ask for.
+  resize(std::clamp(sizeHint().width(), width(), std::max(width(), screen()->availableGeometry().width())),
+         height());
   if (grid_.RowCount() != 0) rows_->FocusCell({1, 0});
 }
 

@@ -17,6 +17,7 @@
 
 #include "base/number_format.h"
 #include "fakes/fake_system.h"
+#include "hotspots/formSecureHotSpots_Edit.h"
 #include "tracking/formMobileUnit_Edit.h"
 #include "ui/question_queue.h"
 
@@ -276,6 +277,17 @@ TEST_F(UnitEditorWindowTest, TheSameIdTwiceAndMoreEnabledUnitsThanARequestNamesA
   EXPECT_EQ(note->text(), "Same ID in rows 2, 3: the first enabled one receives the data");
   EXPECT_EQ(Find("txtID(2)")->toolTip(), "");
   EXPECT_EQ(Find("txtID(3)")->accessibleDescription(), "The same as in row 2");
+}
+
+TEST_F(UnitEditorWindowTest, EveryPlaceholderCanBeReadWhereTheScreenHasRoom) {
+  formSecureHotSpots_Edit editor(&owner_, {}, questions_);
+  editor.setAttribute(Qt::WA_DeleteOnClose, false);
+  editor.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&editor));
+  const auto boxes = editor.findChildren<QLineEdit*>();
+  EXPECT_THAT(boxes, SizeIs(3));
+  for (const QLineEdit* box : boxes)
+    EXPECT_LT(box->fontMetrics().horizontalAdvance(box->text()), box->width()) << box->text().toStdString();
 }
 
 TEST_F(UnitEditorWindowTest, ColoursStayReadableOnADarkDesktop) {
