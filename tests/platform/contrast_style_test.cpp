@@ -54,6 +54,27 @@ TEST(ContrastStyle, BoxesFieldsAndButtonsHaveAnEdgeUnderAnyPalette) {
   EXPECT_GT(EdgeContrast(picker, black, ours), 200);
 }
 
+TEST(ContrastStyle, GreyTextIsSeenUnderAnyPaletteAndLeftWhereItIs) {
+  ContrastStyle style;
+  const struct {
+    QColor ground, text, grey, expected;
+  } cases[] = {
+      {Qt::black, Qt::white, Qt::black, QColor(127, 127, 127)},
+      {Qt::white, Qt::black, QColor(216, 216, 216), QColor(127, 127, 127)},
+      {Qt::white, Qt::black, QColor(215, 215, 215), QColor(215, 215, 215)},
+  };
+  for (const auto& row : cases) {
+    QPalette palette = TwoColours(row.ground, row.text);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+      palette.setColor(QPalette::Disabled, role, row.grey);
+    style.polish(palette);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+      EXPECT_EQ(palette.color(QPalette::Disabled, role), row.expected);
+      EXPECT_EQ(palette.color(QPalette::Active, role), row.text);
+    }
+  }
+}
+
 TEST(ContrastStyle, AMenuHigherThanTheScreenIsOneColumnThatScrolls) {
   ContrastStyle style;
   QMenu menu;

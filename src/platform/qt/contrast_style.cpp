@@ -2,11 +2,14 @@
 
 #include <QPainter>
 #include <QStyleOption>
+#include <cstdlib>
+#include <utility>
 
 namespace pallomir {
 namespace {
 
-constexpr int kDarkest = 40;  // of 255; what is darker has no room for an edge that is darker still
+constexpr int kDarkest = 40;        // of 255; what is darker has no room for an edge that is darker still
+constexpr int kLeastContrast = 40;  // of 255, between text and ground
 
 bool IsVeryDark(const QPalette& palette) { return qGray(palette.color(QPalette::Window).rgb()) < kDarkest; }
 
@@ -34,7 +37,28 @@ void DrawEdge(const QStyleOption& option, QPainter& painter) {
   painter.restore();
 }
 
+QColor Between(const QColor& a, const QColor& b) {
+  return {(a.red() + b.red()) / 2, (a.green() + b.green()) / 2, (a.blue() + b.blue()) / 2};
+}
+
+int Contrast(const QColor& a, const QColor& b) { return std::abs(qGray(a.rgb()) - qGray(b.rgb())); }
+
 }  // namespace
+
+// The desktop's palette may make the colours of what is disabled darker than a ground that is black.
+void ContrastStyle::polish(QPalette& palette) {
+  QProxyStyle::polish(palette);
+  const std::pair<QPalette::ColorRole, QPalette::ColorRole> roles[] = {
+      {QPalette::WindowText, QPalette::Window},
+      {QPalette::Text, QPalette::Base},
+      {QPalette::ButtonText, QPalette::Button},
+  };
+  for (const auto& [text, ground] : roles) {
+    const QColor on = palette.color(QPalette::Disabled, ground);
+    if (Contrast(palette.color(QPalette::Disabled, text), on) < kLeastContrast)
+      palette.setColor(QPalette::Disabled, text, Between(palette.color(QPalette::Active, text), on));
+  }
+}
 
 void ContrastStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                   const QWidget* widget) const {
