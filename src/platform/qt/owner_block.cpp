@@ -48,7 +48,10 @@ bool OwnerBlock::eventFilter(QObject* watched, QEvent* event) {
   if (!watched->isWidgetType() || !(isActivation || IsInput(event->type()))) return false;
   auto* widget = static_cast<QWidget*>(watched);
   if (!IsBelow(*widget->window())) return false;
-  if (isActivation && widget->isWindow()) dialog_.activateWindow();
+  // A window manager refuses an activation that asks with the time of older input than its own: then the next
+  // click or key brings the keyboard.
+  const bool isAimed = event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress;
+  if (isActivation ? widget->isWindow() : isAimed && !dialog_.isActiveWindow()) dialog_.activateWindow();
   return !isActivation;
 }
 

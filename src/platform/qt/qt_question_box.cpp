@@ -133,11 +133,12 @@ void QtQuestionBox::ShowOver(QWidget* owner, const Question& question, AnswerHan
   dialog_ = dialog;
   if (owner && owner != window_) owner->installEventFilter(this);
   // A program that is starting may take the keyboard, later only the one that the user works with.
-  if (QApplication::activeWindow() || !window_ || !window_->isVisible()) return dialog->open();
+  const bool takesKeyboard = QApplication::activeWindow() || !window_ || !window_->isVisible();
   new OwnerBlock(*dialog);
-  AskForKeyboard(*dialog, false);
+  AskForKeyboard(*dialog, takesKeyboard);
   dialog->setModal(false);
   dialog->show();
+  if (takesKeyboard) dialog->activateWindow();
 }
 
 // A window that goes takes its boxes with it; the question stays.
