@@ -89,11 +89,12 @@ void Program::Start() {
   browser_ = std::make_unique<QtBrowser>(FilesForThePage(folders_), trace_);
   window_ = std::make_unique<formMain>(browser_->Widget());
   zoneWindows_ = std::make_unique<ZoneWindows>(window_.get());
+  alertWindows_ = std::make_unique<AlertWindows>(*window_);
   questionBox_.SetWindow(window_.get());
   client_ = std::make_unique<Client>(
-      Ports{.views = ViewsOf(*window_, *zoneWindows_),
+      Ports{.views = ViewsOf(*window_, *zoneWindows_, *alertWindows_),
             .network = {locator_, probe_, data_},
-            .desktop = {window_->System(), *browser_, questions_, beeper_, programs_},
+            .desktop = {window_->System(), *browser_, questions_, beeper_, sound_, programs_},
             .storage = {settings_, registry_, folders_},
             .instance = {mutex_, signal_},
             .loop = loop_,
@@ -101,6 +102,7 @@ void Program::Start() {
             .trace = trace_,
             .deployment = ReadDeployment(folders_, trace_)});
   window_->Attach(client_->RoomsOfWindow());
+  alertWindows_->Attach(client_->Menus());
   client_->Load();
 }
 

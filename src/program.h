@@ -5,6 +5,8 @@
 #include <string>
 
 #include "base/trace.h"
+#include "platform/alsa/alsa_device.h"
+#include "platform/alsa/worker_sound_player.h"
 #include "platform/qt/detached_starter.h"
 #include "platform/qt/local_instance_signal.h"
 #include "platform/qt/lock_file_mutex.h"
@@ -20,6 +22,7 @@
 #include "shell/client.h"
 #include "shell/instance_guard.h"
 #include "ui/question_queue.h"
+#include "window/alert_windows_widget.h"
 #include "window/formMain.h"
 #include "zones/zone_windows_widget.h"
 
@@ -56,6 +59,8 @@ class Program {
                             questions_.Tell(sentence, "Pallomir", Question::Icon::kExclamation);
                           }};
   QtBeeper beeper_;
+  WorkerSoundPlayer sound_{std::make_unique<AlsaDevice>(),
+                           [this](std::function<void()> work) { loop_.Post(std::move(work)); }};
   DetachedStarter programs_;
   QtDatagramEndpoint locator_;
   QtStreamEndpoint probe_;
@@ -63,6 +68,7 @@ class Program {
   std::unique_ptr<QtBrowser> browser_;
   std::unique_ptr<formMain> window_;
   std::unique_ptr<ZoneWindows> zoneWindows_;
+  std::unique_ptr<AlertWindows> alertWindows_;
   std::unique_ptr<Client> client_;
 };
 

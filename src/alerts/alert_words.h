@@ -18,4 +18,7 @@ inline constexpr AlertSound kAlertSounds[] = {
 /// After what time data are stale, stored as the place from 1.
 inline constexpr const char* kStaleAges[] = {"1 Hour", "4 Hours", "8 Hours", "1 Day", "Never Goes Stale"};
 
+/// For how long the user wants to hear nothing.
+enum class MuteFor { kNothing, kHour, kUntilTomorrow, kUntilSwitchedOn };
+
 }  // namespace pallomir

@@ -5,14 +5,12 @@
 #include <optional>
 #include <string>
 
+#include "alerts/alert_words.h"
 #include "platform/event_loop.h"
 #include "platform/local_clock.h"
 #include "settings/choice.h"
 
 namespace pallomir {
-
-/// For how long the user wants to hear nothing.
-enum class MuteFor { kNothing, kHour, kUntilTomorrow, kUntilSwitchedOn };
 
 /// Keeps the alerts silent for a time that the user chose; it outlasts the run.
 class Mute {

@@ -24,7 +24,15 @@ enum class Command : int {
   kOnUpdate,
   kUnitOfMeasure,
   kDataServer,
+  kAlertSignal,
+  kSoundMenu,
   kAlerts,
+  kAlertsSendTo,
+  kTextMe,
+  kCarriers,
+  kStale,
+  kNowAlertsUnits,
+  kMute,
   kZoneMenu,
   kHelp,
 
@@ -54,11 +62,26 @@ enum class Command : int {
   kUpdateChoice,   ///< 0 nothing, 1 fit, 2 centre
   kUnitOfMeasureChoice,
   kPortBase,
+  kAlertMode,   ///< 0 disabled, 1 once, 2 persistent
+  kAlertSound,  ///< 1..7
+  kAlertTest,
   kInstallServer,
   kStartServer,
   kStopServer,
   kUninstallServer,
   kDemoMode,
+
+  // Alerts
+  kEmailMe,
+  kTextMePhone,
+  kCarrier,   ///< its place from 1; 98 asks for one, 99 is the user's own
+  kStaleAge,  ///< 1..5
+  kNowAlerts,
+  kSetAllNow,  ///< shown only, like the next two
+  kClearAllNow,
+  kNowUnit,  ///< unit N of the list
+  kZoneAlertsOnly,
+  kMuteFor,  ///< as MuteFor counts
 
   // Zones. The N of a zone's own entries is its place in the list of all zones, from 0.
   kZoneHeader,

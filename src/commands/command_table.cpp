@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "alerts/alert_words.h"
+#include "alerts/carriers.h"
 #include "settings/choice_table.h"
 
 namespace pallomir {
@@ -60,6 +62,34 @@ constexpr CommandRow MapType(int index, const char* caption, const char* tag, Ho
   row.tag = tag;
   return Indexed(index, row);
 }
+
+constexpr CommandRow Tagged(const char* tag, CommandRow row) {
+  row.tag = tag;
+  return row;
+}
+
+constexpr CommandRow AlertMode(int index, const char* caption) {
+  return Tagged(kAlertModes[index],
+                Indexed(index, Entry(kAlertMode, "mnuOptionsAlertEnabledArray", kAlertSignal, caption)));
+}
+
+constexpr CommandRow Sound(int index) {
+  const AlertSound& sound = kAlertSounds[index - 1];
+  return Tagged(sound.tag,
+                Indexed(index, Entry(kAlertSound, "mnuOptionsAlertSoundArray", kSoundMenu, sound.caption)));
+}
+
+constexpr CommandRow StaleEntry(int index) {
+  const char* age = kStaleAges[index - 1];
+  return Tagged(age, Indexed(index, Entry(kStaleAge, "mnuAlertsStaleArray", kStale, age)));
+}
+
+constexpr CommandRow MuteEntry(MuteFor time, const char* caption) {
+  return Indexed(static_cast<int>(time), Entry(kMuteFor, "mnuAlertsMuteArray", kMute, caption));
+}
+
+// Its carriers come from their own table.
+constexpr const char* kCarrierArray = "mnuAlertsTextMeProviderArray";
 
 constexpr CommandRow KeyOnly(Command command, HotKey key, HotKey other = {}, HotKey third = {}) {
   CommandRow row{command};
@@ -178,6 +208,19 @@ constexpr CommandRow kTable[] = {
     Menu(kUnitOfMeasure, "mnuOptionsUOM", kOptions, "Unit of Measure: "),
     Entry(kUnitOfMeasureChoice, "mnuOptionsUOM_Array", kUnitOfMeasure, "Miles"),
     Indexed(1, Entry(kUnitOfMeasureChoice, "mnuOptionsUOM_Array", kUnitOfMeasure, "Kilometers")),
+    Menu(kAlertSignal, "mnuOptionsAlert", kOptions, "Alert"),
+    AlertMode(0, "&Disabled"),
+    AlertMode(1, "&Once"),
+    AlertMode(2, "&Persistent"),
+    Menu(kSoundMenu, "mnuOptionsAlertSound", kAlertSignal, "&Sound"),
+    Sound(1),
+    Sound(2),
+    Sound(3),
+    Sound(4),
+    Sound(5),
+    Sound(6),
+    Sound(7),
+    Entry(kAlertTest, "mnuOptionsAlertTest", kAlertSignal, "&Test"),
     Entry(kPortBase, "mnuOptionsPortBase", kOptions, "Local Port Range Base = "),
     Menu(kDataServer, "mnuOptionsDataServer", kOptions, "Data Server"),
     Entry(kInstallServer, "mnuOptionsDataServerInstall", kDataServer, "&Install"),
@@ -186,7 +229,34 @@ constexpr CommandRow kTable[] = {
     Entry(kUninstallServer, "mnuOptionsDataServerUninstall", kDataServer, "&Uninstall"),
     Toggle(Entry(kDemoMode, "mnuOptionsDemoMode", kOptions, "&Demo Mode")),
 
-    Later(Menu(kAlerts, "mnuAlerts", kPopup, "&Alerts")),
+    Menu(kAlerts, "mnuAlerts", kPopup, "&Alerts"),
+    Menu(kAlertsSendTo, "mnuAlertsSendTo", kAlerts, "Alerts to: (unconfigured)"),
+    Entry(kEmailMe, "mnuAlertsEmailMe", kAlertsSendTo, "&Email Me..."),
+    Menu(kTextMe, "mnuAlertsTextMe", kAlertsSendTo, "&Text Me"),
+    Entry(kTextMePhone, "mnuAlertsTextMePhone", kTextMe, "Mobile &Phone Number..."),
+    Menu(kCarriers, "mnuAlertsTextMeProvider", kTextMe, "&Mobile Provider"),
+    Indexed(97, Line(kCarrier, kCarrierArray, kCarriers)),
+    Indexed(kCustomCarrierEntry, Entry(kCarrier, kCarrierArray, kCarriers, "&X Custom (User-Specified)")),
+    Hidden(Indexed(kCustomCarrier, Entry(kCarrier, kCarrierArray, kCarriers, "&Y"))),
+    Menu(kStale, "mnuAlertsStale", kAlerts, "Data is Stale After: "),
+    StaleEntry(1),
+    StaleEntry(2),
+    StaleEntry(3),
+    StaleEntry(4),
+    StaleEntry(5),
+    Toggle(Entry(kNowAlerts, "mnuAlertsNOW", kAlerts, "NOW Alerts")),
+    Menu(kNowAlertsUnits, "mnuAlertsNOWUnits", kAlerts, "NOW Alerts of Units"),
+    Grey(Entry(kSetAllNow, "mnuAlertsNOWSetAll", kNowAlertsUnits, "Set All")),
+    Grey(Entry(kClearAllNow, "mnuAlertsNOWClearAll", kNowAlertsUnits, "Clear All")),
+    Grey(Entry(kNowUnit, "mnuAlertsNOW_Array", kNowAlertsUnits, "Unit #0")),
+    Line(kSeparator, "mnuAlertsSeparator", kAlerts),
+    Toggle(Entry(kZoneAlertsOnly, "mnuAlertsZonesOnly", kAlerts, "&Zone Alerts Only")),
+    Menu(kMute, "mnuAlertsMute", kAlerts, "&Mute"),
+    MuteEntry(MuteFor::kHour, "For 1 &Hour"),
+    MuteEntry(MuteFor::kUntilTomorrow, "Until &Tomorrow"),
+    MuteEntry(MuteFor::kUntilSwitchedOn, "Until &Switched On"),
+    Grey(MuteEntry(MuteFor::kNothing, "Switch Sound &On")),
+
     Menu(kZoneMenu, "mnuZones", kPopup, "&Zones"),
     Grey(Entry(kZoneHeader, "mnuZonesArray", kZoneMenu, "( No Alerted Zones Defined)")),
     Line(kZoneLine, "mnuZonesSeparator", kZoneMenu),

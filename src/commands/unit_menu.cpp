@@ -41,6 +41,15 @@ void ShowUnitFlags(MenuModel& menus, const std::vector<MobileUnit>& units) {
   }
 }
 
+void MarkStaleUnits(MenuItem& menu, const std::vector<MobileUnit>& units,
+                    const std::function<bool(const MobileUnit&)>& isStale) {
+  for (MenuItem& item : menu.children) {
+    if (item.command != Command::kOnlyUnit || item.index == 0) continue;
+    const MobileUnit& unit = units[static_cast<std::size_t>(item.index) - 1];
+    item.caption = CaptionOf(unit) + (isStale(unit) ? " (stale)" : "");
+  }
+}
+
 void ShowUnitsToFit(MenuModel& menus, const std::vector<MobileUnit>& units) {
   menus.TruncateArray(Command::kFitUnit, 1);
   std::list<MenuItem> items;

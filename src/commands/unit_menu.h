@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "commands/command_handlers.h"
@@ -16,6 +17,11 @@ void ShowUnitsInMenu(MenuModel& menus, const std::vector<MobileUnit>& units);
 /// The same units, of which others are enabled: the entries stay, as one of them may have been clicked just
 /// now.
 void ShowUnitFlags(MenuModel& menus, const std::vector<MobileUnit>& units);
+
+/// The units that tell nothing new any more are marked in the menu that holds the units' entries: those for
+/// which `isStale` gives true.
+void MarkStaleUnits(MenuItem& menu, const std::vector<MobileUnit>& units,
+                    const std::function<bool(const MobileUnit&)>& isStale);
 
 /// The array of entries that fit the map to one displayed unit: entry k is the k-th unit that is enabled.
 void ShowUnitsToFit(MenuModel& menus, const std::vector<MobileUnit>& units);

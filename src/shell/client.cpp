@@ -33,7 +33,8 @@ Client::Client(const Ports& ports)
       mapUpdating_(ports.views.boxes, ports.trace,
                    [this] { return map_.IsRebuilding() || timeline_.IsRedrawDue(); }),
       options_(Rooms()),
-      zones_(Rooms()) {
+      zones_(Rooms()),
+      alerts_(Rooms(), zones_) {
   frame_.laidOut = [this] { OnLaidOut(); };
   units_.displayedChanged = [this] { MapReload(); };
   BuildMenus(menus_);
@@ -45,8 +46,8 @@ Client::Client(const Ports& ports)
 Client::~Client() = default;
 
 JoinedRooms Client::Rooms() {
-  return {ports_, hold_,   choices_, menus_,    handlers_, units_, feed_,
-          map_,   points_, pickers_, timeline_, marks_,    frame_};
+  return {ports_, hold_, choices_, localClock_, menus_,    handlers_, units_,
+          feed_,  map_,  points_,  pickers_,    timeline_, marks_,    frame_};
 }
 
 void Client::Unload() {

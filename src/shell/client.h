@@ -12,6 +12,7 @@
 #include "platform/local_clock.h"
 #include "platform/menu_model.h"
 #include "settings/stored_choices.h"
+#include "shell/alert_joints.h"
 #include "shell/instance_hold.h"
 #include "shell/joint.h"
 #include "shell/option_joints.h"
@@ -131,7 +132,8 @@ class Client {
   // What works with all of these.
   OptionJoints options_;
   ZoneJoints zones_;
-  const std::vector<Joint*> joints_{&options_, &zones_};
+  AlertJoints alerts_;
+  const std::vector<Joint*> joints_{&options_, &zones_, &alerts_};
 };
 
 }  // namespace pallomir

@@ -32,6 +32,7 @@ void Client::MapReload() {
 }
 
 void Client::OnLaidOut() {
+  for (Joint* joint : joints_) joint->OnLaidOut();
   marks_.HidePointMarker();
   if (frame_.IsMinimised()) return;
   ports_.views.frame.LayOut();

@@ -2,6 +2,7 @@
 
 #include "commands/command_handlers.h"
 #include "map/map_bridge.h"
+#include "platform/local_clock.h"
 #include "platform/menu_model.h"
 #include "settings/stored_choices.h"
 #include "shell/instance_hold.h"
@@ -21,6 +22,7 @@ struct JoinedRooms {
   const Ports& ports;
   InstanceHold& hold;
   StoredChoices& choices;
+  const LocalClock& localClock;
   MenuModel& menus;
   CommandHandlers& handlers;
   UnitRegister& units;
@@ -48,6 +50,8 @@ class Joint {
   virtual void OnPageLost() {}
   /// All points are about to be dropped and asked for again.
   virtual void OnReload() {}
+  /// The window has another size, or is laid out anew.
+  virtual void OnLaidOut() {}
   /// `batch` is valid during the call. The map follows behind it.
   virtual void OnBatch(const MergedBatch& /*batch*/) {}
 };

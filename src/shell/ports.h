@@ -1,5 +1,6 @@
 #pragma once
 
+#include "alerts/alert_view.h"
 #include "base/trace.h"
 #include "commands/menu_view.h"
 #include "hotspots/hotspot_view.h"
@@ -13,6 +14,7 @@
 #include "platform/named_mutex.h"
 #include "platform/program_starter.h"
 #include "platform/settings.h"
+#include "platform/sound_player.h"
 #include "platform/user_registry.h"
 #include "shell/deployment.h"
 #include "timeline/map_marks.h"
@@ -40,11 +42,12 @@ struct Views {
   TimelineView& timeline;
   MarksView& marks;
   ZonesView& zones;
+  AlertView& alerts;
 };
 
 /// Those of the main window.
 template <class Window>
-Views ViewsOf(Window& window, ZonesView& zones) {
+Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts) {
   return {.frame = window,
           .boxes = window.Boxes(),
           .hotspots = window.Hotspots(),
@@ -54,7 +57,8 @@ Views ViewsOf(Window& window, ZonesView& zones) {
           .pickers = window,
           .timeline = window.Timeline(),
           .marks = window.Marks(),
-          .zones = zones};
+          .zones = zones,
+          .alerts = alerts};
 }
 
 /// What the user sees and hears, and the programs beside ours.
@@ -63,6 +67,7 @@ struct DesktopPorts {
   Browser& browser;
   QuestionQueue& questions;
   Beeper& beeper;
+  SoundPlayer& sound;
   ProgramStarter& programs;
 };
 

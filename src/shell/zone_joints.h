@@ -23,6 +23,8 @@ class ZoneJoints final : public Joint {
   void OnPageReady() override;
   void OnPageLost() override;
 
+  /// Of a place in degrees.
+  bool IsAlertPosition(double lat, double lng) { return zones_ && zones_->IsAlertPosition(lat, lng); }
   bool IsDrawing() const { return zones_ && zones_->IsDrawing(); }
 
   // The pointer over the map.

@@ -1,22 +1,36 @@
 #include "tracking/data_age.h"
 
 #include <algorithm>
-#include <iterator>
+#include <span>
 
 #include "base/number_format.h"
 
 namespace pallomir {
 
-NewestData NewestDataAt(const PointStore& store, Millis nowUtc) {
-  NewestData newest;
+namespace {
+
+// Behind the unit's last point that is not dated later.
+std::size_t CountOfNow(std::span<const DataPoint> points, Millis nowUtc) {
   const auto isOfNow = [nowUtc](const DataPoint& point) {
     return DecodePackedTime(point.time).value_or(0) <= nowUtc + kClockTolerance;
   };
+  return static_cast<std::size_t>(std::partition_point(points.begin(), points.end(), isOfNow) -
+                                  points.begin());
+}
+
+}  // namespace
+
+std::optional<Millis> NewestOfUnit(const PointStore& store, std::size_t k, Millis nowUtc) {
+  const auto points = store.Track(k).Points();
+  const std::size_t count = CountOfNow(points, nowUtc);
+  return count > 0 ? DecodePackedTime(points[count - 1].time) : std::nullopt;
+}
+
+NewestData NewestDataAt(const PointStore& store, Millis nowUtc) {
+  NewestData newest;
   for (std::size_t k = 1; k <= store.UnitCount(); ++k) {
-    const auto points = store.Track(k).Points();
-    const auto later = std::partition_point(points.begin(), points.end(), isOfNow);
-    newest.datedLater += static_cast<std::size_t>(points.end() - later);
-    if (later != points.begin()) newest.utc = std::max(newest.utc, DecodePackedTime(std::prev(later)->time));
+    newest.datedLater += store.Track(k).Points().size() - CountOfNow(store.Track(k).Points(), nowUtc);
+    newest.utc = std::max(newest.utc, NewestOfUnit(store, k, nowUtc));
   }
   return newest;
 }

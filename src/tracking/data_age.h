@@ -18,6 +18,9 @@ struct NewestData {
   std::size_t datedLater = 0;  ///< points beyond the tolerance
 };
 
+/// The same of the enabled unit k; nothing where it has no such point.
+std::optional<Millis> NewestOfUnit(const PointStore& store, std::size_t k, Millis nowUtc);
+
 NewestData NewestDataAt(const PointStore& store, Millis nowUtc);
 
 /// "Pallomir 1 02:00:00  523 Data Points": days, if any, and time since the newest data, and all points. No

@@ -11,6 +11,7 @@
 #include "ui/accessible_widget.h"
 #include "window/caption_text_widget.h"
 #include "window/icon_button_widget.h"
+#include "window/tab_order_widget.h"
 
 namespace pallomir {
 namespace {
@@ -33,7 +34,7 @@ CaptionLine::CaptionLine(QWidget* parent) : QWidget(parent), row_(new QHBoxLayou
   controls_->setSpacing(4);
   row_->addLayout(controls_);
   AddTitle();
-  AddState();
+  AddStates();
   AddHelp();
   AddWindowButtons();
   SetMode(WindowMode::kNormal);
@@ -70,7 +71,7 @@ void CaptionLine::AddTitle() {
   row_->addStretch(0);
 }
 
-void CaptionLine::AddState() {
+void CaptionLine::AddStates() {
   lblDemo_ = AddWord("lblDemo", "Demo");
   lblDemo_->setToolTip(
       "Demo mode: the units and their data are invented.\nMenu, Options, Demo Mode leaves it.");
@@ -81,6 +82,13 @@ void CaptionLine::AddState() {
   row_->addSpacing(6);
   row_->addWidget(picLamp_);
   row_->addSpacing(4);
+}
+
+void CaptionLine::AddState(QWidget* control) {
+  row_->insertWidget(row_->indexOf(lblDemo_), control);
+  QWidget* before = picLamp_->previousInFocusChain();
+  while (!(before->focusPolicy() & Qt::TabFocus)) before = before->previousInFocusChain();
+  SetTabOrder({before, control, picLamp_});
 }
 
 // In a narrow window it gives way to the buttons, and is cut.

@@ -40,6 +40,8 @@ class CaptionLine : public QWidget {
 
   /// Puts a control (date picker, Reload) behind those that are already between menu button and title.
   void AddControl(QWidget* control);
+  /// Puts what tells of a state of the program before the lamp. It takes its place in the order of Tab.
+  void AddState(QWidget* control);
   void SetCaption(const QString& text);
   void SetCaptionVisible(bool visible);
   void SetMenuText(const QString& text);
@@ -61,7 +63,7 @@ class CaptionLine : public QWidget {
  private:
   void AddMenuButton();
   void AddTitle();
-  void AddState();
+  void AddStates();
   QLabel* AddWord(const char* name, const QString& text);
   void FitLampWord();
   void AddHelp();

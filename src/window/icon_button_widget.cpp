@@ -34,6 +34,14 @@ IconButton::IconButton(QWidget* parent, const QString& name, const QString& icon
   });
 }
 
+void IconButton::SetPicture(const QString& icon, const QString& text) {
+  file_ = ":/icons/" + icon + ".svg";
+  picture_ = {};
+  setAccessibleName(text);
+  setToolTip(text);
+  update();
+}
+
 QSize IconButton::sizeHint() const { return {kSide, kSide}; }
 
 void IconButton::paintEvent(QPaintEvent*) {

@@ -16,6 +16,8 @@ class IconButton : public QToolButton {
   std::function<void()> chosen;   ///< by click or by keyboard
   std::function<void()> entered;  ///< the pointer came over the button
 
+  void SetPicture(const QString& icon, const QString& text);
+
   QSize sizeHint() const override;
 
  protected:

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/check_code.h"
+#include "fakes/fake_alerts.h"
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_network.h"
 #include "fakes/fake_programs.h"
@@ -26,14 +27,14 @@ class ClientHarness {
     WriteFile(folders.Path() / "app" / "ZoneMenus_Demo.txt", "\"Alerted\"\r\n");
     mutex.owned = true;
     client = std::make_unique<Client>(
-        PortsFor({view, view, view, view, view, view, view, view, view, zonesView}, window));
+        PortsFor({view, view, view, view, view, view, view, view, view, zonesView, alertView}, window));
   }
 
   /// These fakes behind other views and another window.
   Ports PortsFor(const Views& views, MainWindow& main) {
     return {.views = views,
             .network = {locator, probe, data},
-            .desktop = {main, browser, questions, beeper, programs},
+            .desktop = {main, browser, questions, beeper, sound, programs},
             .storage = {settings,
                         registry,
                         {folders.Path() / "app", folders.Path() / "data", folders.Path() / "home"}},
@@ -85,6 +86,7 @@ class ClientHarness {
   TemporaryFolder folders;
   FakeView view;
   FakeZonesView zonesView;
+  FakeAlertView alertView;
   FakeWindow window;
   FakeBrowser browser;
   FakeDatagramEndpoint locator;
@@ -99,6 +101,7 @@ class ClientHarness {
   FakeMutex mutex;
   FakeSignal signal;
   FakeBeeper beeper;
+  FakeSoundPlayer sound{loop};
   FakeProgramStarter programs;
   std::vector<std::string> traced;
   Trace trace{[] { return 0.0; }, [this](const std::string& line) { traced.push_back(line); }};

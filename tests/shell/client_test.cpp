@@ -57,13 +57,14 @@ TEST_F(ClientTest, FirstStartUsesDefaultsAndAsksTheLocatorForTheEnabledDemoUnits
 
 TEST_F(ClientTest, SettingsAreReadInTheirOrder) {
   client->Load();
-  EXPECT_THAT(settings.order,
-              ElementsAre("WindowPos_L", "WindowPos_T", "WindowPos_W", "WindowPos_H", "WindowState",
-                          "LoadOnStartup", "OnUpdate", "SSID_List_Mode", "Mobile Provider Index",
-                          "Mobile Provider Name", "Mobile Provider URL", "Custom Mobile Provider Name",
-                          "Custom Mobile Provider URL", "ReportNOW", "Mobile Phone Number", "Email Address",
-                          "Alert Method", "Alert Stale Index", "Unit Of Measure", "PortBase", "AlertSound",
-                          "AlertEnabled", "Demo Mode", "SSIDs", "SecureSSIDs"))
+  EXPECT_THAT(
+      settings.order,
+      ElementsAre("WindowPos_L", "WindowPos_T", "WindowPos_W", "WindowPos_H", "WindowState", "LoadOnStartup",
+                  "OnUpdate", "SSID_List_Mode", "Mobile Provider Index", "Mobile Provider Name",
+                  "Mobile Provider URL", "Custom Mobile Provider Name", "Custom Mobile Provider URL",
+                  "ReportNOW", "Mobile Phone Number", "Email Address", "Alert Method", "Alert Stale Index",
+                  "Unit Of Measure", "PortBase", "AlertSound", "AlertEnabled", "Demo Mode", "SSIDs",
+                  "SecureSSIDs", "Zone Alerts Only", "Mute Until"))
       << "the user's units are no part of the demo";
 }
 

@@ -198,7 +198,7 @@ TEST_F(FormMainTest, TheMenuButtonOpensThePopupUnderItself) {
   for (const QAction* action : popup->actions()) {
     if (action->isVisible() && !action->isSeparator()) captions += action->text();
   }
-  EXPECT_EQ(captions, QStringList({"&View", "&Options", "&Zones", "&Help", "Show StreetView Map Overlay\tC",
+  EXPECT_EQ(captions, QStringList({"&View", "&Options", "&Alerts", "&Zones", "&Help", "Show StreetView Map Overlay\tC",
                                    "Show StreetView Panorama\tV", "E&xit"}));
   EXPECT_EQ(popup->pos(), button->mapToGlobal(QPoint(0, button->height())));
   popup->close();

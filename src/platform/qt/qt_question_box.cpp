@@ -104,10 +104,14 @@ QtQuestionBox::~QtQuestionBox() { Dismiss(); }
 void QtQuestionBox::SetWindow(QWidget* window) { window_ = window; }
 
 // Over the window of ours that has the keyboard: the answer is wanted there. A modal one would block a box
-// beside it.
+// beside it. A window that does not belong to the main one stays free of boxes, so that it can be closed.
 QWidget* QtQuestionBox::Owner() const {
+  const auto isOfMain = [this](const QWidget* widget) {
+    while (widget && widget != window_) widget = widget->parentWidget();
+    return widget != nullptr;
+  };
   for (QWidget* window : {QApplication::activeWindow(), QApplication::activeModalWidget()})
-    if (window && window != dialog_ && window->isVisible()) return window;
+    if (window && window != dialog_ && window->isVisible() && isOfMain(window)) return window;
   return window_;
 }
 

@@ -1,0 +1,129 @@
+#include "alerts/formPersist.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QWindow>
+
+#include "ui/accessible_widget.h"
+
+namespace pallomir {
+namespace {
+
+// As long as a dialog of ours may need to get the keyboard that the main window was given first.
+constexpr int kGraceMilliseconds = 100;
+
+}  // namespace
+
+formPersist::formPersist(QWidget* owner) : QWidget(nullptr, Qt::Dialog), owner_(owner) {
+  setObjectName("formPersist");
+  SetAccessible(this, {.role = QAccessible::AlertMessage});
+  setWindowTitle("  pallomir -- alert");
+  auto* label = new QLabel("Click mouse or press any key to disable alert sound", this);
+  label->setObjectName("lblPersist");
+  // Presses are the window's. One that hides forgets a press of its own, but not one of its child, and the
+  // next click somewhere else would be lost.
+  label->setAttribute(Qt::WA_TransparentForMouseEvents);
+  setAccessibleName(label->text());
+  setFocusPolicy(Qt::StrongFocus);
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(28, 24, 28, 24);
+  row->addWidget(label);
+  row->setSizeConstraint(QLayout::SetFixedSize);
+  taking_.setSingleShot(true);
+  taking_.setInterval(kGraceMilliseconds);
+  connect(&taking_, &QTimer::timeout, this, [this] { TakeKeyboard(); });
+  owner_->installEventFilter(this);
+}
+
+formPersist::~formPersist() {
+  owner_->removeEventFilter(this);
+  qApp->removeEventFilter(this);
+}
+
+void formPersist::ShowOver() {
+  adjustSize();
+  const QRect over = owner_->geometry();
+  move(over.left() + (over.width() - width()) / 2, over.top() + (over.height() - height()) / 2);
+  const bool takesKeyboard = MayTakeKeyboard();
+  setAttribute(Qt::WA_ShowWithoutActivating, !takesKeyboard);
+  // Both are looked at only when the system's window is made, which it is once.
+  winId();
+  windowHandle()->setProperty("_q_showWithoutActivating", !takesKeyboard);
+  // Nobody keeps it over a main window that is itself over all others.
+  const QWindow* main = owner_->windowHandle();
+  windowHandle()->setFlag(Qt::WindowStaysOnTopHint, main && main->flags().testFlag(Qt::WindowStaysOnTopHint));
+  show();
+  raise();
+  if (takesKeyboard) activateWindow();
+}
+
+void formPersist::Raise() {
+  if (isVisible()) raise();
+}
+
+// A key that is held down since before the window came is not meant for it.
+void formPersist::keyPressEvent(QKeyEvent* event) {
+  if (event->isAutoRepeat()) return;
+  heldKey_ = event->key();
+  qApp->installEventFilter(this);
+  close();
+}
+
+void formPersist::mousePressEvent(QMouseEvent*) { close(); }
+
+void formPersist::closeEvent(QCloseEvent* event) {
+  event->accept();
+  GiveKeyboardOn();
+  if (closed) closed();
+}
+
+void formPersist::HideAway() {
+  GiveKeyboardOn();
+  hide();
+}
+
+// Without a window manager nobody else does.
+void formPersist::GiveKeyboardOn() {
+  QWidget* modal = QApplication::activeModalWidget();
+  if (isActiveWindow()) (modal ? modal : owner_)->activateWindow();
+}
+
+bool formPersist::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == owner_ && event->type() == QEvent::WindowActivate && isVisible()) taking_.start();
+  if (watched == popup_ && event->type() == QEvent::Hide) {
+    popup_->removeEventFilter(this);
+    popup_ = nullptr;
+    taking_.start();
+  }
+  return IsOfHeldKey(event) || QWidget::eventFilter(watched, event);
+}
+
+// The repeats of the key that closed the window reach the main window, where they would be hot keys.
+bool formPersist::IsOfHeldKey(QEvent* event) {
+  const bool isPress = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+  if (!heldKey_ || (!isPress && event->type() != QEvent::KeyRelease)) return false;
+  const auto* key = static_cast<QKeyEvent*>(event);
+  if (key->isAutoRepeat() && key->key() == *heldKey_) return true;
+  heldKey_.reset();
+  qApp->removeEventFilter(this);
+  return false;
+}
+
+bool formPersist::MayTakeKeyboard() const {
+  return QApplication::activeWindow() == owner_ && !QApplication::activePopupWidget() &&
+         !QApplication::activeModalWidget();
+}
+
+void formPersist::TakeKeyboard() {
+  if (!isVisible()) return;
+  popup_ = QApplication::activePopupWidget();
+  if (popup_) popup_->installEventFilter(this);
+  if (!MayTakeKeyboard()) return;
+  raise();
+  activateWindow();
+}
+
+}  // namespace pallomir

@@ -1,0 +1,217 @@
+#include <gmock/gmock.h>
+
+#include "commands/command_table.h"
+#include "fakes/client_harness.h"
+
+// What follows a batch is heard, and what the user chooses of it is kept.
+
+namespace pallomir {
+namespace {
+
+using fakes::ClientHarness;
+using fakes::Record;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr char kUnit[] = "0123456789AB";
+
+class AlertJointsTest : public testing::Test, public ClientHarness {
+ protected:
+  void Start(const std::map<std::string, std::string>& stored = {}) {
+    UseUnits("X0123456789ABFirst~-0123456789ACSecond~");
+    for (const auto& [key, value] : stored) settings.values[key] = value;
+    client->Load();
+    Connect();
+  }
+  /// As the next run of the program.
+  void Restart() {
+    client->Unload();
+    client.reset();
+    client = std::make_unique<Client>(
+        PortsFor({view, view, view, view, view, view, view, view, view, zonesView, alertView}, window));
+    client->Load();
+  }
+  void ArrivePoint(int seconds, double lat = 40.6, double lng = -75.3) {
+    Arrive(EncodePacket(kUnit, std::vector{Record(seconds, lat, lng)}));
+  }
+  MenuItem& Entry(const char* name, int index = 0) { return client->Menus().At(name, index); }
+  void Choose(const char* name, int index = 0) { client->MenuChosen(Entry(name, index)); }
+  void Answer(const std::string& text) { box.AnswerIt({true, text}); }
+};
+
+TEST_F(AlertJointsTest, EachBatchIsOnePlayAndHeldOnesNone) {
+  Start();
+  ArrivePoint(0);
+  EXPECT_THAT(sound.plays, SizeIs(1));
+  EXPECT_EQ(sound.open, folders.Path() / "app/Alerts/Ding.wav");
+  EXPECT_GT(window.raised, 0);
+  ArrivePoint(1);
+  EXPECT_THAT(sound.plays, SizeIs(1)) << "held";
+  client->KeyDown(kNoModifier, 'F');
+  EXPECT_THAT(sound.plays, SizeIs(2));
+  client->KeyDown(kNoModifier, 'F');
+  EXPECT_THAT(sound.plays, SizeIs(2)) << "nothing new";
+  client->KeyDown(kNoModifier, 'R');
+  Connect();
+  Arrive(EncodePacket(kUnit, std::vector<WireRecord>{}));
+  EXPECT_THAT(sound.plays, SizeIs(3)) << "an empty packet is one too";
+}
+
+TEST_F(AlertJointsTest, APersistentOneShowsItsWindowAndGoesOnThroughBatchesAndSizes) {
+  Start({{"AlertEnabled", "2"}});
+  ArrivePoint(0);
+  EXPECT_EQ(alertView.shown, 1);
+  client->KeyDown(kNoModifier, 'F');
+  ArrivePoint(1);
+  client->KeyDown(kNoModifier, 'F');
+  EXPECT_EQ(alertView.raised, 1) << "the main window came before it";
+  EXPECT_EQ(alertView.shown, 1);
+  sound.lasts = 5000;
+  loop.Advance(1500);
+  client->Frame().Resized();
+  EXPECT_FALSE(sound.sounds);
+  const std::size_t count = sound.plays.size();
+  loop.Advance(1000);
+  EXPECT_THAT(sound.plays, SizeIs(count + 1));
+  Choose("mnuOptionsAlertTest");
+  EXPECT_THAT(sound.plays, SizeIs(count + 1));
+  alertView.Close();
+  Choose("mnuOptionsAlertTest");
+  EXPECT_TRUE(alertView.IsOpen());
+  client->Unload();
+  EXPECT_FALSE(alertView.IsOpen());
+  EXPECT_FALSE(sound.sounds);
+  loop.Advance(5000);
+  EXPECT_THAT(sound.plays, SizeIs(count + 2));
+}
+
+TEST_F(AlertJointsTest, ChoicesAreShownStoredAndThereAgain) {
+  Start();
+  EXPECT_EQ(Entry("mnuOptionsAlert").caption, "Alert Once \"Ding\"");
+  EXPECT_EQ(Entry("mnuAlertsStale").caption, "Data is Stale After: 4 Hours");
+  EXPECT_FALSE(Entry("mnuAlertsNOW").checked);
+  Choose("mnuOptionsAlertEnabledArray", 2);
+  Choose("mnuOptionsAlertSoundArray", 7);
+  Choose("mnuAlertsStaleArray", 5);
+  Choose("mnuAlertsNOW");
+  Choose("mnuAlertsZonesOnly");
+  Choose("mnuAlertsZonesOnly");
+  Choose("mnuAlertsNOW");
+  Choose("mnuAlertsNOW");
+  for (int run = 0; run < 2; ++run) {
+    EXPECT_EQ(Entry("mnuOptionsAlert").caption, "Alert Persistent \"SoftTick\"");
+    EXPECT_EQ(client->Menus().CheckedIndex(Command::kAlertMode), 2);
+    EXPECT_EQ(client->Menus().CheckedIndex(Command::kAlertSound), 7);
+    EXPECT_EQ(Entry("mnuAlertsStale").caption, "Data is Stale After: Never Goes Stale");
+    EXPECT_EQ(client->Menus().CheckedIndex(Command::kStaleAge), 5);
+    EXPECT_TRUE(Entry("mnuAlertsNOW").checked);
+    EXPECT_FALSE(Entry("mnuAlertsZonesOnly").checked);
+    Restart();
+  }
+  EXPECT_EQ(settings.saved["ReportNOW"], "True");
+  EXPECT_EQ(settings.saved["Zone Alerts Only"], "False");
+}
+
+TEST_F(AlertJointsTest, WhereAlertsGoIsShownInTheMenuAlsoAfterARestart) {
+  Start();
+  const auto caption = [this] { return Entry("mnuAlertsSendTo").caption; };
+  EXPECT_EQ(caption(), "Alerts to: (unconfigured)");
+  EXPECT_EQ(Entry("mnuAlertsTextMeProviderArray", 3).caption, "&3 AT&&T (txt.att.net)");
+  EXPECT_EQ(Entry("mnuAlertsTextMeProviderArray", 21).tag, "US Cellular~email.uscc.net");
+  EXPECT_EQ(client->Menus().CheckedIndex(Command::kCarrier), 1);
+  EXPECT_FALSE(Entry("mnuAlertsTextMeProviderArray", 99).visible);
+  Choose("mnuAlertsEmailMe");
+  Answer("me@example.com");
+  EXPECT_EQ(caption(), "&Email Me At: me@example.com");
+  Restart();
+  EXPECT_EQ(caption(), "&Email Me At: me@example.com");
+  Choose("mnuAlertsTextMePhone");
+  Answer("6105550123");
+  Choose("mnuAlertsTextMeProviderArray", 10);
+  Restart();
+  EXPECT_EQ(caption(), "&Text Me At: 6105550123@message.alltel.com");
+  EXPECT_EQ(client->Menus().CheckedIndex(Command::kCarrier), 10);
+  Choose("mnuAlertsTextMeProviderArray", 98);
+  Answer("R&D");
+  Answer("");
+  EXPECT_EQ(client->Menus().CheckedIndex(Command::kCarrier), 10);
+  Choose("mnuAlertsTextMeProviderArray", 98);
+  Answer("R&D");
+  Answer("sms.example.com");
+  Restart();
+  const MenuItem& own = Entry("mnuAlertsTextMeProviderArray", 99);
+  EXPECT_TRUE(own.visible && own.checked);
+  EXPECT_EQ(own.caption, "&Y     R&&D (sms.example.com)");
+  EXPECT_EQ(own.tag, "R&D~sms.example.com");
+  EXPECT_EQ(caption(), "&Text Me At: 6105550123@sms.example.com");
+}
+
+TEST_F(AlertJointsTest, MutedIsSeenAndNothingIsHeard) {
+  Start({{"AlertEnabled", "2"}});
+  ArrivePoint(0);
+  EXPECT_FALSE(Entry("mnuAlertsMuteArray", 0).enabled);
+  Choose("mnuAlertsMuteArray", 1);
+  EXPECT_FALSE(sound.sounds);
+  EXPECT_FALSE(alertView.IsOpen());
+  EXPECT_TRUE(alertView.muted);
+  EXPECT_EQ(alertView.muteText, "Muted until 04:30:00 p");
+  EXPECT_EQ(Entry("mnuAlertsMute").caption, "&Muted until 04:30:00 p");
+  Restart();
+  EXPECT_TRUE(alertView.muted);
+  Connect();
+  const std::size_t count = sound.plays.size();
+  ArrivePoint(0);
+  EXPECT_THAT(sound.plays, SizeIs(count));
+  Choose("mnuAlertsMuteArray", 0);
+  EXPECT_FALSE(alertView.muted);
+  EXPECT_EQ(Entry("mnuAlertsMute").caption, "&Mute");
+  Choose("mnuOptionsAlertTest");
+  EXPECT_TRUE(alertView.IsOpen());
+}
+
+TEST_F(AlertJointsTest, ZoneAlertsOnlyAsksWhetherTheBatchHoldsOne) {
+  std::filesystem::create_directories(folders.Path() / "data/pallomir");
+  fakes::WriteFile(folders.Path() / "data/pallomir/ZoneMenus.txt", "\"Non-Alert\"\r\n");
+  Start({{"Zone Alerts Only", "True"}});
+  ArrivePoint(0);
+  EXPECT_THAT(sound.plays, SizeIs(1)) << "outside all zones is where alerts are";
+  Choose("mnuZonesChange");
+  client->KeyDown(kNoModifier, 'R');
+  Connect();
+  ArrivePoint(0);
+  EXPECT_THAT(sound.plays, SizeIs(1));
+  Choose("mnuAlertsZonesOnly");
+  client->KeyDown(kNoModifier, 'F');
+  ArrivePoint(2);
+  client->KeyDown(kNoModifier, 'F');
+  EXPECT_THAT(sound.plays, SizeIs(2));
+}
+
+TEST_F(AlertJointsTest, TheUnitMenuTellsWhoIsStale) {
+  Start();
+  ArrivePoint(0);  // 8 and a half hours before now
+  const auto captions = [this] {
+    MenuItem& menu = client->Menus().At(Command::kUnits);
+    menu.fill(menu);
+    return std::vector{Entry("mnuOptionsMUArray", 1).caption, Entry("mnuOptionsMUArray", 2).caption};
+  };
+  EXPECT_THAT(captions(), ElementsAre("0123456789AB - First (stale)", "0123456789AC - Second"));
+  Choose("mnuAlertsStaleArray", 5);
+  EXPECT_EQ(captions()[0], "0123456789AB - First");
+  Choose("mnuAlertsStaleArray", 3);
+  EXPECT_EQ(captions()[0], "0123456789AB - First (stale)");
+  client->KeyDown(kNoModifier, 'F');
+  ArrivePoint(30 * 60);
+  client->KeyDown(kNoModifier, 'F');
+  EXPECT_EQ(captions()[0], "0123456789AB - First") << "exactly eight hours are not stale yet";
+  MenuItem& now = client->Menus().At(Command::kNowAlertsUnits);
+  now.fill(now);
+  now.fill(now);
+  EXPECT_EQ(client->Menus().Count(Command::kNowUnit), 3);
+  EXPECT_FALSE(Entry("mnuAlertsNOW_Array", 2).enabled);
+  EXPECT_FALSE(Entry("mnuAlertsNOW_Array", 0).visible);
+}
+
+}  // namespace
+}  // namespace pallomir
