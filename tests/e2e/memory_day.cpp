@@ -1,18 +1,13 @@
-#include <malloc.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 
+#include "fakes/allocated_bytes.h"
 #include "fakes/client_harness.h"
 #include "station/demo/demo_source.h"
 #include "station/wire/answer.h"
 #include "station/wire/data_request.h"
-#ifdef __SANITIZE_ADDRESS__
-// Of the sanitizer's run-time library; not every compiler ships its header.
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
-#endif
 
 // A simulated stretch of live points from the station's demo units into the client, with reloads, fits, zooms
 // and a page that asks for tiles all along: memory follows the stored points and nothing else.
@@ -27,15 +22,6 @@ constexpr std::size_t kBytesAPoint = 32;
 constexpr std::size_t kSlack = 400 * 1024;
 // The first reloads fill buffers that are kept.
 constexpr int kWarmUpReloads = 10;
-
-std::size_t AllocatedBytes() {
-#ifdef __SANITIZE_ADDRESS__
-  return __sanitizer_get_current_allocated_bytes();
-#else
-  const auto info = ::mallinfo2();
-  return info.uordblks + info.hblkhd;
-#endif
-}
 
 std::size_t ResidentKilobytes() {
   const std::string status = fakes::ReadFile("/proc/self/status");
@@ -126,7 +112,7 @@ int Run(int seconds, int reloads) {
     day.Second();
     if (second % interval != 0) continue;
     day.Reload();
-    const std::size_t used = AllocatedBytes();
+    const std::size_t used = fakes::AllocatedBytes();
     const std::size_t beside = used - std::min(used, day.Points() * kBytesAPoint);
     most = std::max(most, beside);
     if (day.Reloads() == kWarmUpReloads) baseline = most;

@@ -1,12 +1,11 @@
 #include "station/wire/base_server.h"
 
-#include <malloc.h>
-
 #include <asio/post.hpp>
 #include <atomic>
 #include <future>
 #include <thread>
 
+#include "fakes/allocated_bytes.h"
 #include "station/station_testing.h"
 
 namespace pallomir::station {
@@ -18,11 +17,6 @@ const std::string kA = "00000000000A", kB = "00000000000B";
 
 std::string Request(const std::string& ids, Millis from, Millis until) {
   return ids + "~" + IsoText(from) + "~" + IsoText(until) + "~~";
-}
-
-std::size_t AllocatedBytes() {
-  const auto info = ::mallinfo2();
-  return info.uordblks + info.hblkhd;
 }
 
 class BaseServerOnSockets : public testing::Test {
@@ -132,7 +126,7 @@ TEST_F(BaseServerOnSockets, ASlowClientHoldsUpNobodyAndMissesNothing) {
   constexpr std::int64_t kMany = 1'000'000;  // 14 MB, more than any socket buffer holds
   source_.units[kA] = RecordsAt(0, kMany);
   source_.units[kB] = RecordsAt(0, 2000);
-  const std::size_t before = AllocatedBytes();
+  const std::size_t before = fakes::AllocatedBytes();
   TestClient slow(dataAddress_);
   slow.Send(Request(kA, kNoon, kNoon + 30 * kDay));
   const std::string first = slow.Receive();
@@ -143,7 +137,7 @@ TEST_F(BaseServerOnSockets, ASlowClientHoldsUpNobodyAndMissesNothing) {
     EXPECT_EQ(RecordsOf(kB, ReceiveRecords(quick, 2000)), source_.units[kB]);
     OnServer([this] { server_.Tick(); });
   }
-  EXPECT_LT(AllocatedBytes(), before + 1'000'000) << "packets are made as they can be sent";
+  EXPECT_LT(fakes::AllocatedBytes(), before + 1'000'000) << "packets are made as they can be sent";
   std::string stream = first;
   std::int64_t next = 0;
   while (next < kMany) {
