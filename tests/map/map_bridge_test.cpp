@@ -247,8 +247,10 @@ TEST_F(MapBridgeTest, BeforeTheFirstDataFitsAreDrawnAndNotSent) {
   EXPECT_FALSE(bridge_->MayFit());
   bridge_->FitToNewData(Box());
   EXPECT_TRUE(bridge_->MayFit());
+  bridge_->ZoomTo(BoxOfDegrees({30, 31, -80, -79}));
   loop_.Advance(0);
   EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtR", "TxtL"));
+  EXPECT_THAT(browser_.Written("TxtL")[0], HasSubstr("+030.5")) << "the first fit, of the newer box";
 }
 
 TEST_F(MapBridgeTest, ANewPageIsToldOnlyWhatItHasOtherwise) {
