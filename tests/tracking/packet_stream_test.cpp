@@ -18,6 +18,17 @@ Bytes PacketInWireOrder(const std::vector<WireRecord>& wireOrder) {
   return EncodePacket("0123456789AB", std::vector<WireRecord>(wireOrder.rbegin(), wireOrder.rend()));
 }
 
+TEST(PacketStream, AWholeHeaderIsNoShortTail) {
+  using End = PacketStream::End;
+  const Bytes packet = EncodePacket("0123456789AB", std::vector<WireRecord>(2));
+  for (const auto& [extra, end] : {std::pair{7u, End::kShortTail}, {8u, End::kIncomplete}}) {
+    PacketStream stream;
+    stream.Take(packet);
+    stream.Take(ByteView(packet).first(extra));
+    EXPECT_EQ(stream.Decode([](std::string_view, ByteView) {}).end, end) << extra;
+  }
+}
+
 TEST(PacketStream, ManyWholePacketsLeaveNoMoreMemoryThanOneTakes) {
   const Bytes packet = EncodePacket("0123456789AB", std::vector<WireRecord>(kRecordsPerPacket));
   PacketStream stream;
