@@ -18,6 +18,8 @@
 #include "station/store/data_files.h"
 #include "station/store/unit_descriptions.h"
 #include "station/store/unit_index.h"
+#include "zones/zone_file.h"
+#include "zones/zone_store.h"
 
 // Kills client, station and import at random moments, as often as the argument says (200, if nothing), and
 // looks each time whether what they write is whole: kill_at_random [ROUNDS [SEED]]
@@ -66,16 +68,18 @@ class Run {
 
   void Round(int number) {
     KillSettingsWriter();
+    KillZoneWriter();
     KillImport();
     KillClientAndStation(number % 2 == 0);
   }
 
   void Report(int rounds) const {
     std::printf(
-        "%d rounds: %d settings writers killed (%d inside a write), %d imports (%d left the old data, %d the "
+        "%d rounds: %d settings writers killed (%d inside a write), %d zone writers (%d inside), %d imports "
+        "(%d left the old data, %d the "
         "new, %d inside the work), %d clients (%d while ending), %d stations; all files whole\n",
-        rounds, rounds, writersInside_, rounds, importsOld_, importsNew_, importsInside_, rounds,
-        clientsEnding_, rounds);
+        rounds, rounds, writersInside_, rounds, zonesInside_, rounds, importsOld_, importsNew_,
+        importsInside_, rounds, clientsEnding_, rounds);
     std::fflush(stdout);
   }
 
@@ -127,6 +131,41 @@ class Run {
     const auto length = [](int n) { return static_cast<std::size_t>(n * 37 % 5000); };
     // A first save follows the old run's text.
     MUST(i == 0 || text->size() == length(i) || text->size() == length(i - 1), "Text is none of Count %d", i);
+  }
+
+  // Changes one list into another and back, by saves and by undoing them.
+  void KillZoneWriter() {
+    const fs::path file = folder_.Path() / "writer/ZoneMenus.txt";
+    const ZoneTree lists[] = {ZoneList(0), ZoneList(1)};
+    const pid_t writer = ::fork();
+    if (writer == 0) {
+      ZoneStore store(file);
+      if (!store.Load().message.empty()) ::_exit(1);
+      for (int i = 0;; ++i) {
+        const std::string problem = i % 3 == 2 ? store.Undo() : store.Save(lists[i % 2]);
+        if (!problem.empty()) ::_exit(1);
+      }
+    }
+    Pause(milliseconds(30));
+    ::kill(writer, SIGKILL);
+    int status = 0;
+    ::waitpid(writer, &status, 0);
+    MUST(WIFSIGNALED(status), "the writer of zones ended by itself");
+    zonesInside_ += fs::exists(folder_.Path() / "writer/ZoneMenus.txt.new");
+    if (!fs::exists(file)) return;  // killed before its first save
+    const std::string zones = fakes::ReadFile(file);
+    MUST(zones == WriteZones({}) || zones == WriteZones(lists[0]) || zones == WriteZones(lists[1]),
+         "%zu bytes of zones are of no list", zones.size());
+  }
+
+  // Long enough that writing it takes its time.
+  static ZoneTree ZoneList(int number) {
+    ZoneTreeBuilder builder(number == 0 ? ZoneKind::kAlerted : ZoneKind::kNonAlert);
+    for (int zone = 0; zone < 500 + 400 * number; ++zone) {
+      builder.Begin(1 + zone % 3, {"", "Zone " + std::to_string(zone + number)});
+      for (int corner = 0; corner < 20; ++corner) builder.Add({number + corner / 7.0, zone / 7.0});
+    }
+    return builder.Build();
   }
 
   fs::path Data() const { return folder_.Path() / ("data" + std::to_string(dataNumber_)); }
@@ -240,6 +279,7 @@ class Run {
   microseconds importTime_{0};
   microseconds startTime_ = std::chrono::seconds(1);
   int writersInside_ = 0;
+  int zonesInside_ = 0;
   int importsOld_ = 0;
   int importsNew_ = 0;
   int importsInside_ = 0;
