@@ -12,12 +12,17 @@
 namespace pallomir {
 namespace {
 
+// It can't be minimised: what sounds has to be seen.
+constexpr Qt::WindowFlags kFlags =
+    Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
 // As long as a dialog of ours may need to get the keyboard that the main window was given first.
 constexpr int kGraceMilliseconds = 100;
+// Within this the press of a repeat follows its release.
+constexpr int kRepeatMilliseconds = 60;
 
 }  // namespace
 
-formPersist::formPersist(QWidget* owner) : QWidget(nullptr, Qt::Dialog), owner_(owner) {
+formPersist::formPersist(QWidget* owner) : QWidget(nullptr, kFlags), owner_(owner) {
   setObjectName("formPersist");
   SetAccessible(this, {.role = QAccessible::AlertMessage});
   setWindowTitle("  pallomir -- alert");
@@ -35,6 +40,9 @@ formPersist::formPersist(QWidget* owner) : QWidget(nullptr, Qt::Dialog), owner_(
   taking_.setSingleShot(true);
   taking_.setInterval(kGraceMilliseconds);
   connect(&taking_, &QTimer::timeout, this, [this] { TakeKeyboard(); });
+  releasing_.setSingleShot(true);
+  releasing_.setInterval(kRepeatMilliseconds);
+  connect(&releasing_, &QTimer::timeout, this, [this] { ForgetHeldKey(); });
   owner_->installEventFilter(this);
 }
 
@@ -101,15 +109,30 @@ bool formPersist::eventFilter(QObject* watched, QEvent* event) {
   return IsOfHeldKey(event) || QWidget::eventFilter(watched, event);
 }
 
-// The repeats of the key that closed the window reach the main window, where they would be hot keys.
+// The repeats of the key that closed the window reach the main window, where they would be hot keys. Each is
+// a release and a press; not all of them are marked as repeats, so a release is one only when no press
+// follows.
 bool formPersist::IsOfHeldKey(QEvent* event) {
   const bool isPress = event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
   if (!heldKey_ || (!isPress && event->type() != QEvent::KeyRelease)) return false;
   const auto* key = static_cast<QKeyEvent*>(event);
-  if (key->isAutoRepeat() && key->key() == *heldKey_) return true;
-  heldKey_.reset();
-  qApp->removeEventFilter(this);
+  const bool isIts = key->key() == *heldKey_;
+  if (isIts && !isPress) {
+    releasing_.start();
+    return true;
+  }
+  if (isIts && (key->isAutoRepeat() || releasing_.isActive())) {
+    if (event->type() == QEvent::KeyPress) releasing_.stop();
+    return true;
+  }
+  ForgetHeldKey();
   return false;
+}
+
+void formPersist::ForgetHeldKey() {
+  heldKey_.reset();
+  releasing_.stop();
+  qApp->removeEventFilter(this);
 }
 
 bool formPersist::MayTakeKeyboard() const {

@@ -34,11 +34,13 @@ class formPersist : public QWidget {
   void TakeKeyboard();
   void GiveKeyboardOn();
   bool IsOfHeldKey(QEvent* event);
+  void ForgetHeldKey();
 
   QWidget* owner_;
   QTimer taking_;               // a moment after the main window got the keyboard
   QPointer<QWidget> popup_;     // that had to be waited for
   std::optional<int> heldKey_;  // closed this window and has not been released
+  QTimer releasing_;            // it was, unless a press follows
 };
 
 }  // namespace pallomir
