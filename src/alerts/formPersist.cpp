@@ -44,6 +44,9 @@ formPersist::formPersist(QWidget* owner) : QWidget(nullptr, kFlags), owner_(owne
   releasing_.setInterval(kRepeatMilliseconds);
   connect(&releasing_, &QTimer::timeout, this, [this] { ForgetHeldKey(); });
   owner_->installEventFilter(this);
+  connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow* window) {
+    if (window && window == owner_->windowHandle() && isVisible()) taking_.start();
+  });
 }
 
 formPersist::~formPersist() {
@@ -135,9 +138,13 @@ void formPersist::ForgetHeldKey() {
   qApp->removeEventFilter(this);
 }
 
+// While a menu is open the toolkit does not follow which window is active, and it does not catch up either:
+// the system's own word counts.
 bool formPersist::MayTakeKeyboard() const {
-  return QApplication::activeWindow() == owner_ && !QApplication::activePopupWidget() &&
-         !QApplication::activeModalWidget();
+  if (QApplication::activePopupWidget() || QApplication::activeModalWidget()) return false;
+  const QWindow* focus = QGuiApplication::focusWindow();
+  if (focus && focus->type() != Qt::Popup) return focus == owner_->windowHandle();
+  return QApplication::activeWindow() == owner_;
 }
 
 void formPersist::TakeKeyboard() {
