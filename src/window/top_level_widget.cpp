@@ -26,9 +26,9 @@ PixelRect TopLevel::WorkArea() const { return RectOf(widget_.screen()->available
 PixelRect TopLevel::Screen() const { return RectOf(widget_.screen()->geometry()); }
 bool TopLevel::HasWindowManager() const { return WindowManagerRuns(); }
 
-// The widget itself learns of a new size and a new place one after the other.
+// Shown, the widget itself learns of a new size and a new place one after the other; hidden, only it knows.
 PixelRect TopLevel::Bounds() const {
-  return RectOf(widget_.windowHandle() ? widget_.windowHandle()->geometry() : widget_.geometry());
+  return RectOf(widget_.isVisible() ? widget_.windowHandle()->geometry() : widget_.geometry());
 }
 
 bool TopLevel::IsMaximisedOneWay() const {

@@ -16,6 +16,7 @@
 #include "window/icon_button_widget.h"
 #include "window/point_marker_widget.h"
 #include "window/size_grips_widget.h"
+#include "window/top_level_widget.h"
 
 // The parts of the window's frame and the help over the map, each alone.
 
@@ -308,6 +309,17 @@ TEST_F(ChromeTest, TheWindowFollowsTheCaptionFromTheDragDistanceOn) {
   }
   QTest::mouseDClick(title, Qt::LeftButton);
   EXPECT_EQ(doubleClicks, 1);
+}
+
+TEST(TopLevel, AWindowHasTheBoundsThatItWasGivenBeforeItShowsAndAfter) {
+  QWidget widget;
+  TopLevel window(widget);
+  const PixelRect bounds{100, 90, 700, 500};
+  EXPECT_NE(window.Handle(), 0);  // from here on the system knows it
+  window.SetBounds(bounds);
+  EXPECT_EQ(window.Bounds(), bounds);
+  window.Show();
+  EXPECT_EQ(window.Bounds(), bounds);
 }
 
 TEST(SizeGrips, KeepTheOtherEdgesAndTheSmallestSize) {
