@@ -58,6 +58,14 @@ int Run(const Options& options, const UnitsCommand& command) {
   return kDone;
 }
 
+int Run(const Options& options, const VisitsCommand& command) {
+  const VisitsOutcome outcome = FindVisits(command, *OpenStore(options.data, LogToStandardError));
+  std::cout << outcome.list << std::flush;
+  if (outcome.isDone) return kDone;
+  std::cerr << "pallomir-station: " << outcome.complaint << std::flush;
+  return kFailed;
+}
+
 }  // namespace
 }  // namespace pallomir::station
 

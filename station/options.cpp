@@ -3,10 +3,13 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <cstdlib>
 #include <sstream>
 
+#include "base/number_format.h"
 #include "station/common/text.h"
+#include "station/import/gpx_reader.h"
 #include "tracking/packets.h"
 
 namespace pallomir::station {
@@ -65,13 +68,14 @@ class StationIni : public CLI::Config {
   const CLI::App& app_;
 };
 
-fs::path DefaultDataFolder() {
+// What the programs share.
+fs::path SharedFolder() {
   const auto variable = [](const char* name) {
     const char* value = std::getenv(name);
     return std::string(value != nullptr ? value : "");
   };
   const std::string shared = variable("XDG_DATA_HOME");
-  return (shared.empty() ? fs::path(variable("HOME")) / ".local/share" : fs::path(shared)) / "pallomir/Data";
+  return (shared.empty() ? fs::path(variable("HOME")) / ".local/share" : fs::path(shared)) / "pallomir";
 }
 
 // Devices have their ID printed on them in either case; the station has it in upper case.
@@ -131,15 +135,92 @@ CLI::App* AddUnits(CLI::App& app, UnitsCommand& command) {
   return units;
 }
 
+// "45.07,7.686" in degrees.
+std::optional<Place> ParsePlace(const std::string& text) {
+  const std::size_t comma = text.find(',');
+  if (comma == text.npos) return std::nullopt;
+  const auto latitude = ParseNumber(text.substr(0, comma)), longitude = ParseNumber(text.substr(comma + 1));
+  if (!latitude || !longitude || std::fabs(*latitude) > 90 || std::fabs(*longitude) > 180)
+    return std::nullopt;
+  return Place{*latitude, *longitude};
+}
+
+// A moment, or a day: then its first second or, for an end, its last one.
+std::optional<Millis> ParseMoment(const std::string& text, bool isEnd) {
+  constexpr std::size_t kDaySize = std::string_view("2026-11-22").size();
+  if (text.size() != kDaySize) return ParseGpxTime(text);
+  return ParseGpxTime(text + (isEnd ? " 23:59:59" : " 00:00:00"));
+}
+
+std::string CheckPlace(const std::string& text) {
+  return ParsePlace(text) ? ""
+                          : text + " is no place: give latitude and longitude in degrees, as 45.07,7.686";
+}
+
+std::string CheckMoment(const std::string& text) {
+  return ParseMoment(text, false) ? "" : text + " is no time: give 2026-11-22 or 2026-11-22T15:04:05Z";
+}
+
+void AddPlaceOfVisits(CLI::App& visits, VisitsCommand& command) {
+  constexpr int kNearestZoom = 22;
+  constexpr double kLongestRadius = 1'000'000;
+  CLI::Option_group* place = visits.add_option_group("where", "one of");
+  CLI::Option* at = place
+                        ->add_option_function<std::string>(
+                            "--at", [&command](const std::string& text) { command.at = ParsePlace(text); },
+                            "around a place: latitude and longitude in degrees")
+                        ->check(CLI::Validator(CheckPlace, "LAT,LNG"));
+  place->add_option("--zone", command.zone, "in a zone: its dotted number")->type_name("SECTION");
+  place->require_option(1);
+  CLI::Option* zoom =
+      visits.add_option("--zoom", command.zoom, "with --at: as near as a click on the map at this zoom")
+          ->check(CLI::Range(0, kNearestZoom))
+          ->needs(at)
+          ->capture_default_str();
+  visits.add_option("--radius", command.radius, "with --at: metres to each side instead")
+      ->check(CLI::Range(0.1, kLongestRadius))
+      ->needs(at)
+      ->excludes(zoom)
+      ->type_name("METRES");
+  visits.add_option("--zones", command.zones, "zone file")->capture_default_str();
+}
+
+CLI::App* AddVisits(CLI::App& app, VisitsCommand& command) {
+  constexpr std::size_t kHighestLimit = 1'000'000;
+  CLI::App* visits = app.add_subcommand("visits", "List when units were at a place, newest first");
+  AddPlaceOfVisits(*visits, command);
+  visits->add_option("--unit", command.unitIds, "ID of a unit, may be repeated; default: all")
+      ->transform(CLI::Validator(TakeUnitId, "ID"));
+  visits
+      ->add_option_function<std::string>(
+          "--from", [&command](const std::string& text) { command.from = ParseMoment(text, false); },
+          "first day or moment, UTC")
+      ->check(CLI::Validator(CheckMoment, "TIME"));
+  visits
+      ->add_option_function<std::string>(
+          "--to", [&command](const std::string& text) { command.until = ParseMoment(text, true); },
+          "last day or moment, UTC")
+      ->check(CLI::Validator(CheckMoment, "TIME"));
+  visits->add_option("--limit", command.limit, "how many at most")
+      ->check(CLI::Range(std::size_t{1}, kHighestLimit))
+      ->capture_default_str();
+  const std::string usual = "as lines of CSV, the default";
+  CLI::Option* csv = visits->add_flag("--csv", usual);
+  visits->add_flag("--json", command.asJson, "as an array of JSON")->excludes(csv);
+  return visits;
+}
+
 }  // namespace
 
 std::variant<CommandLine, NothingToRun> ParseCommandLine(std::vector<std::string> arguments,
                                                          const fs::path& programFolder) {
   Options options;
   options.webRoot = programFolder / "web";
-  options.data = DefaultDataFolder();
+  options.data = SharedFolder() / "Data";
   ImportCommand importCommand;
   UnitsCommand unitsCommand;
+  VisitsCommand visitsCommand;
+  visitsCommand.zones = SharedFolder() / "ZoneMenus.txt";
 
   CLI::App app("Finds, keeps and streams the positions of mobile units, and serves the map page.",
                "pallomir-station");
@@ -151,6 +232,7 @@ std::variant<CommandLine, NothingToRun> ParseCommandLine(std::vector<std::string
   AddOptions(app, options);
   CLI::App* import = AddImport(app, importCommand);
   CLI::App* units = AddUnits(app, unitsCommand);
+  CLI::App* visits = AddVisits(app, visitsCommand);
 
   try {
     std::ranges::reverse(arguments);  // the library takes them from the back
@@ -163,6 +245,7 @@ std::variant<CommandLine, NothingToRun> ParseCommandLine(std::vector<std::string
   CommandLine line{options, ServeCommand{}};
   if (import->parsed()) line.command = importCommand;
   if (units->parsed()) line.command = unitsCommand;
+  if (visits->parsed()) line.command = visitsCommand;
   return line;
 }
 

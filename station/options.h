@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "station/import/importer.h"
+#include "station/visits.h"
 #include "station/web/online_map.h"
 
 namespace pallomir::station {
@@ -37,7 +38,7 @@ struct UnitsCommand {
 
 struct CommandLine {
   Options options;
-  std::variant<ServeCommand, ImportCommand, UnitsCommand> command;
+  std::variant<ServeCommand, ImportCommand, UnitsCommand, VisitsCommand> command;
 };
 
 /// There is nothing to run: help was asked for (kDone), or something is wrong (kWrongOptions). `text` is what

@@ -10,20 +10,6 @@ namespace {
 
 constexpr std::string_view kTooLong = "is longer than a data file";
 
-WireRecord DecodeFileRecord(ByteView bytes, std::size_t position) {
-  return {WithoutFlag(ReadBigEndian32(bytes, position)), ReadBigEndianSigned32(bytes, position + 5),
-          ReadBigEndianSigned32(bytes, position + 9),
-          static_cast<std::uint16_t>(bytes[position + 4] << 8 | bytes[position + 13])};
-}
-
-void AppendFileRecord(Bytes& out, const WireRecord& record) {
-  AppendBigEndian32(out, record.time);
-  out.push_back(static_cast<std::uint8_t>(record.status >> 8));
-  AppendBigEndian32(out, static_cast<std::uint32_t>(record.latitude));
-  AppendBigEndian32(out, static_cast<std::uint32_t>(record.longitude));
-  out.push_back(static_cast<std::uint8_t>(record.status));
-}
-
 }  // namespace
 
 Bytes EncodeDataFile(std::span<const WireRecord> records) {

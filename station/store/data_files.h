@@ -7,17 +7,14 @@
 #include <vector>
 
 #include "base/bytes.h"
-#include "tracking/packets.h"
+#include "reports/data_file.h"
 
 namespace pallomir::station {
 
-/// A data file has 1 to kRecordsPerPacket records of 14 bytes, strictly ascending in time, and nothing else.
-/// A record, with all integers big-endian:
-///
-///     0..3 packed time   4 status, high byte   5..8 latitude   9..12 longitude   13 status, low byte
-inline constexpr std::size_t kMaxDataFileSize = kRecordsPerPacket * kRecordSize;
+// What the station itself writes, and what it streams, is stricter than what a data file may be: 1 to
+// kRecordsPerPacket records with possible dates, strictly ascending in time.
 
-/// The content of a file with these records, which must be as described above.
+/// The content of a file with these records, which must be as the station writes them.
 Bytes EncodeDataFile(std::span<const WireRecord> records);
 
 /// What a file holds, or why it isn't a data file.

@@ -113,6 +113,10 @@ std::unique_ptr<StoreWriter> DataFolder::StartWriting(std::chrono::milliseconds 
   return nullptr;
 }
 
+std::unique_ptr<VisitSearch> DataFolder::SearchVisits(VisitQuery query) const {
+  return std::make_unique<VisitSearch>(folder_, std::move(query));
+}
+
 std::optional<DataFolder::Stamp> DataFolder::StampOf(const fs::path& folder) {
   struct stat status {};
   if (::stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;

@@ -38,6 +38,7 @@ class DataFolder : public UnitStore {
   std::vector<StoredUnit> Units(std::string& problem) override;
   std::unique_ptr<StoreWriter> StartWriting(std::chrono::milliseconds patience,
                                             std::string& problem) override;
+  std::unique_ptr<VisitSearch> SearchVisits(VisitQuery query) const override;
 
  private:
   using Time = std::chrono::steady_clock::time_point;

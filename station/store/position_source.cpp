@@ -4,22 +4,14 @@
 #include <cassert>
 #include <functional>
 
-#include "base/packed_time.h"
+#include "reports/record_time.h"
 
 namespace pallomir::station {
-namespace {
-
-const Millis kFirstSecond = ToMillis({2000, 1, 1});
-const Millis kLastSecond = ToMillis({2031, 12, 31, 23, 59, 59});
-
-}  // namespace
 
 std::optional<PackedWindow> PackWindow(TimeWindow window) {
-  const Millis from = std::max(window.from, kFirstSecond), until = std::min(window.until, kLastSecond);
-  if (until < from) return std::nullopt;
-  const auto first = EncodePackedTime(from + kSecond - 1), last = EncodePackedTime(until);
-  if (!first || !last || *last < *first) return std::nullopt;
-  return PackedWindow{*first, *last};
+  const TimeSpan span = SpanOf(window.from, window.until);
+  if (span.last < span.first) return std::nullopt;
+  return PackedWindow{span.first, span.last};
 }
 
 bool IsStrictlyAscending(std::span<const WireRecord> records) {

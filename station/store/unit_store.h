@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "reports/visit_search.h"
 #include "station/store/position_source.h"
 
 namespace pallomir::station {
@@ -53,6 +54,9 @@ class UnitStore : public PositionSource {
   /// store can't be changed. The store itself is created where it is missing. It must outlive the writer.
   virtual std::unique_ptr<StoreWriter> StartWriting(std::chrono::milliseconds patience,
                                                     std::string& problem) = 0;
+
+  /// A search for visits in what is stored, which its caller works through.
+  virtual std::unique_ptr<VisitSearch> SearchVisits(VisitQuery query) const = 0;
 };
 
 /// The text as a store keeps it, so that it fits into the client's unit list: without "~", quotes, control

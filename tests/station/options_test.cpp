@@ -47,6 +47,30 @@ TEST_F(CommandLines, TakeGeneralOptionsBehindACommand) {
   EXPECT_TRUE(std::get<UnitsCommand>(Good({"units", "--client-list"}).command).asClientList);
 }
 
+TEST_F(CommandLines, TakeWhatVisitsAreAskedFor) {
+  const auto visits = [this](std::vector<std::string> more) {
+    more.insert(more.begin(), "visits");
+    return std::get<VisitsCommand>(Good(std::move(more)).command);
+  };
+  const VisitsCommand usual = visits({"--at", "-45.5,7"});
+  EXPECT_EQ(usual.at->latitude, -45.5);
+  EXPECT_EQ(usual.at->longitude, 7);
+  EXPECT_EQ(usual.zoom, 13);
+  EXPECT_EQ(usual.limit, 500u);
+  EXPECT_FALSE(usual.radius || usual.from || usual.until || usual.asJson);
+  EXPECT_EQ(usual.zones.filename(), "ZoneMenus.txt");
+  const VisitsCommand other =
+      visits({"--zone", "1.2", "--unit", "0013a20040B1", "--unit", "000000000001", "--from", "2026-11-21",
+              "--to", "2026-11-22", "--json", "--limit", "7"});
+  EXPECT_EQ(other.zone, "1.2");
+  EXPECT_EQ(other.unitIds, (std::vector<std::string>{"0013A20040B1", "000000000001"}));
+  EXPECT_EQ(other.from, ToMillis({2026, 11, 21}));
+  EXPECT_EQ(other.until, ToMillis({2026, 11, 22, 23, 59, 59}));
+  EXPECT_TRUE(other.asJson);
+  EXPECT_EQ(visits({"--at", "0,0", "--to", "2026-11-22T15:00:00+01:00"}).until,
+            ToMillis({2026, 11, 22, 14, 0, 0}));
+}
+
 TEST_F(CommandLines, TakeAnOnlineMapWithItsAttribution) {
   EXPECT_FALSE(Good({}).options.onlineMap);
   folder_.Write("station.ini",
@@ -76,6 +100,18 @@ TEST_F(CommandLines, SayWhatIsWrong) {
       {"", {"import", "--unit", "0013A20040B1"}, "files"},
       {"", {"import", "--unit", "0013A20040G1", "a.gpx"}, "unit ID"},
       {"", {"--config", "/nowhere/station.ini"}, "/nowhere/station.ini"},
+      {"", {"visits"}, "--at"},
+      {"", {"visits", "--at", "45,7", "--zone", "1"}, "--zone"},
+      {"", {"visits", "--at", "91,7"}, "--at"},
+      {"", {"visits", "--at", "45"}, "--at"},
+      {"", {"visits", "--at", "45,7", "--zoom", "23"}, "--zoom"},
+      {"", {"visits", "--at", "45,7", "--zoom", "9", "--radius", "5"}, "--radius"},
+      {"", {"visits", "--zone", "1", "--radius", "5"}, "--at"},
+      {"", {"visits", "--at", "45,7", "--from", "yesterday"}, "--from"},
+      {"", {"visits", "--at", "45,7", "--to", "2026-02-30"}, "--to"},
+      {"", {"visits", "--at", "45,7", "--limit", "0"}, "--limit"},
+      {"", {"visits", "--at", "45,7", "--csv", "--json"}, "--json"},
+      {"", {"visits", "--at", "45,7", "--unit", "7"}, "unit ID"},
       {"Demo=on\nColour=red\n", {}, "line 2"},
       {"Help=yes\n", {}, "line 1"},
       {"PortBase\n", {}, "line 1"},
