@@ -194,20 +194,6 @@ TEST_F(TrackTilesTest, AFolderInATilesPlaceLeavesThatTileBlank) {
   EXPECT_THAT(traced_, testing::Contains(testing::HasSubstr("could not be written")));
 }
 
-// Files that could be written over, but neither renamed nor deleted: all stays as it is.
-TEST_F(TrackTilesTest, WhatCannotBeDeletedEndsTheRebuildBeforeItBegins) {
-  if (::geteuid() == 0) GTEST_SKIP() << "permissions do not bind root";
-  const TrackDrawing drawing = OnePoint();
-  Rebuild(&drawing);
-  fs::permissions(Tracks(), fs::perms::owner_read | fs::perms::owner_exec);
-  const auto error = Rebuild(&drawing);
-  fs::permissions(Tracks(), fs::perms::owner_all);
-  ASSERT_TRUE(error);
-  EXPECT_EQ(error->number, 70);
-  EXPECT_EQ(tiles_.GenerationText(), "0001");
-  EXPECT_EQ(Names(), std::vector<std::string>{"0001160003E80007D0.png"});
-}
-
 TEST_F(TrackTilesTest, AFolderThatCannotBeListedEndsTheRebuild) {
   fs::remove(Tracks());
   fakes::WriteFile(Tracks(), "x");

@@ -130,26 +130,6 @@ TEST(TileRenderer, DrawsEverySegmentAsTheRule) {
   }
 }
 
-// Long and short segments in every direction: the first from a table, the others step by step.
-TEST(TileRenderer, DrawsLongSegmentsAsTheRule) {
-  RandomTracks random(99);
-  for (int i = 0; i < 60; ++i) {
-    const int reach = i % 2 == 0 ? 40 : 700;
-    Track track{{1, 2'000'000, 3'000'000, 0}};
-    for (std::uint32_t j = 2; j < 5; ++j) {
-      track.push_back({j, track.back().x + random.Number(-reach, reach),
-                       track.back().y + random.Number(-reach, reach), 0});
-    }
-    TrackDrawing drawing;
-    drawing.units = {track};
-    drawing.CentreX = track[0].x;
-    drawing.CentreY = track[0].y;
-    drawing.TileZoom = 22;
-    drawing.browser = {1000, 1000};
-    ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(drawing)) << i;
-  }
-}
-
 // Positions at the poles have no place in the world and end at the limits of 32 bits.
 TEST(TileRenderer, DrawsAtTheLimitsOf32Bits) {
   for (const std::int32_t limit :

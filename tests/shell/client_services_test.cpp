@@ -62,16 +62,6 @@ TEST_F(ClientServicesTest, TheDataServersEntriesWaitForEachOther) {
             "or directory");
 }
 
-TEST_F(ClientServicesTest, ClosingDuringAWaitShowsNothing) {
-  client->Load();
-  Choose("mnuOptionsDataServerStart");
-  client->Unload();
-  programs.End();
-  loop.Advance(1000);
-  EXPECT_THAT(box.shown, IsEmpty());
-  EXPECT_EQ(view.exitCode, 0);
-}
-
 TEST_F(ClientServicesTest, DemoModeIsLeftThroughANewInstance) {
   client->Load();
   Choose("mnuOptionsDemoMode");

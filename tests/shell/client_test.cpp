@@ -139,17 +139,6 @@ TEST_F(ClientTest, TheFirstBatchIsFittedWhenThePageReportsItsMap) {
   EXPECT_THAT(browser.Written("TxtF"), SizeIs(1));
 }
 
-TEST_F(ClientTest, AFirstFitThatWaitsIsMadeForThePageThatComes) {
-  StartStreaming();
-  Arrive(PacketOf({Record(0, 40.60, -75.40), Record(60, 40.64, -75.34)}));
-  Command("M10.000000,20.000000");
-  view.browser = {268, 175};
-  client->Frame().Resized();
-  Command("S1");
-  ASSERT_THAT(browser.Written("TxtL"), SizeIs(1));
-  EXPECT_EQ(browser.Written("TxtL")[0].substr(0, 9), "12+040.62") << "14 in the window as it was";
-}
-
 TEST_F(ClientTest, APageAfterALostOneShowsWhatThatOneShowed) {
   StartStreaming();
   ReportMapReady();

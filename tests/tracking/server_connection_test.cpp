@@ -76,18 +76,6 @@ TEST_F(ServerConnectionTest, AQuestionThatWasLostIsAskedAgain) {
   EXPECT_THAT(reports, SizeIs(1));
 }
 
-TEST_F(ServerConnectionTest, StoppingEndsNothingButAReport) {
-  connection.Restart();
-  connection.StopRetrying();
-  EXPECT_EQ(connection.CurrentState(), State::kLocating);
-  Streaming();
-  connection.StopRetrying();
-  EXPECT_EQ(connection.CurrentState(), State::kStreaming);
-  data.failed({10054, "", 104});
-  connection.StopRetrying();
-  EXPECT_EQ(connection.CurrentState(), State::kIdle);
-}
-
 TEST_F(ServerConnectionTest, AnAnswerThatCannotBeUsedIsNamedWhenTheTimeIsOver) {
   Bytes mismatch = LocatorAnswer("7F0000091234");
   mismatch.back() = '5';
