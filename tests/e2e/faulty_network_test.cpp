@@ -199,6 +199,8 @@ struct Case {
   std::string message = "";  // a message box
 };
 
+void PrintTo(const Case& c, std::ostream* out) { *out << c.name; }
+
 class EveryFault : public FaultyNetworkTest, public testing::WithParamInterface<Case> {};
 
 TEST_P(EveryFault, IsToldAndOverWhenTheNetworkIsWell) {

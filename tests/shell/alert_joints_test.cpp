@@ -28,6 +28,7 @@ class AlertJointsTest : public testing::Test, public ClientHarness {
   void Restart() {
     client->Unload();
     client.reset();
+    mutex.owned = true;
     client = std::make_unique<Client>(
         PortsFor({view, view, view, view, view, view, view, view, view, zonesView, alertView}, window));
     client->Load();
