@@ -5,6 +5,11 @@
 #include <utility>
 
 namespace pallomir {
+namespace {
+
+constexpr int kPlaceMilliseconds = 5000;
+
+}  // namespace
 
 MapMarks::MapMarks(MarksView& view, EventLoop& loop, const MapView& map, const DisplayedPoints& points,
                    const TimeWindow& window, Host host)
@@ -13,12 +18,19 @@ MapMarks::MapMarks(MarksView& view, EventLoop& loop, const MapView& map, const D
       points_(points),
       window_(window),
       host_(std::move(host)),
+      placeTimer_(loop.CreateTimer("PlaceTimer", kPlaceMilliseconds,
+                                   [this] {
+                                     place_.reset();
+                                     HidePointMarker();
+                                   })),
       boxTimer_(loop.CreateTimer("BoxTimer", 1000, [this] { OnBoxTick(); })),
       tmrP_(loop.CreateTimer("tmrP", 100, [this] { view_.ShowCapturePanel(); })) {}
 
 void MapMarks::Close() {
+  place_.reset();
   HidePointMarker();
   isClosed_ = true;
+  placeTimer_->SetEnabled(false);
   boxTimer_->SetEnabled(false);
   tmrP_->SetEnabled(false);
 }
@@ -36,14 +48,32 @@ void MapMarks::HidePointInfos() {
   view_.HidePointInfos();
 }
 
+void MapMarks::ShowPlace(WorldPoint place) {
+  if (isClosed_) return;
+  place_ = place;
+  placeTimer_->SetEnabled(false);
+  placeTimer_->SetEnabled(true);
+  MarkPlace();
+}
+
+// Beside the map there is nothing to mark: the map is on its way.
+void MapMarks::MarkPlace() {
+  if (!place_ || map_.UnitsPerPixel == 0) return;
+  const ViewPoint at = WorldToView(map_, place_->x, place_->y, host_.browserSize());
+  if (IsOnMap(at)) view_.ShowPointMarker(at);
+}
+
 void MapMarks::HidePointMarker() {
+  if (!place_) placeTimer_->SetEnabled(false);
   HidePointInfos();
   view_.HidePointMarker();
+  MarkPlace();
 }
 
 void MapMarks::OnBoxTick() {
   view_.HidePointMarker();
   boxTimer_->SetEnabled(false);
+  MarkPlace();
 }
 
 void MapMarks::PointerOverMap(ViewPoint at) {

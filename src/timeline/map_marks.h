@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,6 +54,8 @@ class MapMarks {
   /// Marks a point of unit k (from 1) until the next tick of BoxTimer. Nothing happens where the point is not
   /// there (its index counts from 0), or no zoom is known.
   void ShowPointMarker(std::size_t k, std::size_t index);
+  /// Marks a place for some seconds, also while the map moves under it.
+  void ShowPlace(WorldPoint place);
   /// Hides the mark and the texts: the map under them has moved, or their points change.
   void HidePointMarker();
 
@@ -70,6 +73,7 @@ class MapMarks {
   bool IsOnMap(ViewPoint at) const;
   ViewPoint PlaceOf(const DataPoint& point) const;
   void OnBoxTick();
+  void MarkPlace();
 
   MarksView& view_;
   const MapView& map_;
@@ -77,6 +81,8 @@ class MapMarks {
   const TimeWindow& window_;
   Host host_;
   bool isClosed_ = false;
+  std::optional<WorldPoint> place_;  // that is marked
+  std::unique_ptr<Timer> placeTimer_;
   std::unique_ptr<Timer> boxTimer_;
   std::unique_ptr<Timer> tmrP_;
 };

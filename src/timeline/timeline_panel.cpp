@@ -3,6 +3,8 @@
 #include <utility>
 #include <vector>
 
+#include "timeline/tick_scale.h"
+
 namespace pallomir {
 
 TimelinePanel::TimelinePanel(TimelineView& view, EventLoop& loop, Trace& trace, const DisplayedPoints& points,
@@ -66,6 +68,14 @@ void TimelinePanel::Hovered(int row, int column) {
 void TimelinePanel::HideInfo() {
   tmrTimelineInfo_->SetEnabled(false);
   view_.HideTimelineInfo();
+}
+
+void TimelinePanel::PointAt(std::size_t k, Millis local) {
+  const bool isSeen = !isClosed_ && view_.IsTimelineVisible() && !host_.isMinimised();
+  if (!isSeen || k < 1 || k > points_.UnitCount() || local < window_.start || local >= window_.end) return;
+  const int width = view_.TimelineWidth();
+  if (!IsDrawable(window_, width)) return;
+  view_.PointAtTimeline(static_cast<int>(k), static_cast<int>(ColumnOf(window_, width, local)));
 }
 
 }  // namespace pallomir

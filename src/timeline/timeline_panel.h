@@ -24,6 +24,8 @@ class TimelineView {
   virtual void ShowTimelinePicture(const TimelinePicture& picture) = 0;
   virtual void ShowTimelineInfo(const std::string& text) = 0;  ///< beside the pointer
   virtual void HideTimelineInfo() = 0;
+  /// As if the pointer came there: row from 1.
+  virtual void PointAtTimeline(int row, int column) = 0;
 };
 
 /// The timeline: a strip for each displayed unit, redrawn a second after the last cause, and the box that
@@ -56,6 +58,9 @@ class TimelinePanel {
   // What the user does.
   void Hovered(int row, int column);  ///< row from 1
   void HideInfo();
+
+  /// Points at a moment of unit k, if the window has it.
+  void PointAt(std::size_t k, Millis local);
 
  private:
   void Redraw();

@@ -180,6 +180,13 @@ void TimelineStrip::LeaveRows() {
   if (left) left();
 }
 
+void TimelineStrip::PointAt(int row, int column) {
+  if (row < 1 || row > layout_.Rows()) return;
+  Shape_TimeMarker_->setGeometry(layout_.Time(row).left + column, 0, 1, rowsContent_->height());
+  Shape_TimeMarker_->show();
+  ShowCursor(row, column);
+}
+
 // Twips of the data strip. Beside the rows the pointer counts one pixel further left.
 double TimelineStrip::DragX(const QMouseEvent& event) const {
   const double x = (event.position().x() - layout_.Time(1).left) * kTwipsPerPixel;

@@ -47,6 +47,9 @@ class TimelineStrip : public QWidget {
   int HeightIn(int windowHeight) const { return TimelineFrameHeight(layout_.Rows(), windowHeight); }
   QSize sizeHint() const override;
 
+  /// As if the pointer came to this column of a row, which is scrolled to.
+  void PointAt(int row, int column);
+
   /// The text of the hover box, for those who can't see it.
   void TellHover(const QString& text);
 

@@ -36,5 +36,6 @@ void TimelineFrame::ShowTimelineInfo(const std::string& text) {
 }
 
 void TimelineFrame::HideTimelineInfo() { frameTimelineInfo_->hide(); }
+void TimelineFrame::PointAtTimeline(int row, int column) { strip_->PointAt(row, column); }
 
 }  // namespace pallomir

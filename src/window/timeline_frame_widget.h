@@ -26,6 +26,7 @@ class TimelineFrame : public QFrame, public TimelineView {
   void ShowTimelinePicture(const TimelinePicture& picture) override;
   void ShowTimelineInfo(const std::string& text) override;
   void HideTimelineInfo() override;
+  void PointAtTimeline(int row, int column) override;
 
  private:
   const QWidget* mapArea_;

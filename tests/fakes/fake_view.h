@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "commands/menu_view.h"
 #include "fakes/fake_feed_view.h"
@@ -47,6 +48,7 @@ class FakeView : public FrameView,
   }
   void ShowTimelineInfo(const std::string& text) override { timelineInfo = text; }
   void HideTimelineInfo() override { timelineInfo.reset(); }
+  void PointAtTimeline(int row, int column) override { pointedAt = {row, column}; }
   void ShowWindowMode(WindowMode shown) override { mode = shown; }
   void EditUnits(const std::vector<MobileUnit>& units) override { editedUnits = units; }
   void ShowUnitFlags(const std::vector<MobileUnit>& units) override { unitFlags = units; }
@@ -99,6 +101,7 @@ class FakeView : public FrameView,
   std::optional<TimelinePicture> picture;
   int drawnPictures = 0;
   std::optional<std::string> timelineInfo;
+  std::optional<std::pair<int, int>> pointedAt;  // row and column of the timeline
   Picker pickers[2];
   bool reload = false;
   int pointerMoves = 0;

@@ -356,5 +356,31 @@ TEST_F(PanelsTest, ClosedMarksShowNothingMore) {
   EXPECT_EQ(shown_.capturePolls, 3);
 }
 
+TEST_F(PanelsTest, AMomentIsPointedAtWhereTheWindowHasIt) {
+  const Millis start = ToMillis({2026, 11, 22, 3});
+  timeline_.PointAt(2, start + 6 * kHour);
+  EXPECT_EQ(shown_.pointedAt, std::pair(2, 250));
+  shown_.pointedAt.reset();
+  timeline_.PointAt(1, start - 1);
+  timeline_.PointAt(1, start + kDay);
+  timeline_.PointAt(0, start);
+  timeline_.PointAt(3, start);
+  EXPECT_FALSE(shown_.pointedAt);
+}
+
+TEST_F(PanelsTest, APlaceStaysMarkedWhileTheMapComesToIt) {
+  const WorldPoint place{LngToWorldX(DegreesToPositionUnits(-80)), LatToWorldY(DegreesToPositionUnits(30))};
+  marks_.ShowPlace(place);
+  EXPECT_FALSE(shown_.marker) << "it lies beside the map";
+  loop_.Advance(4000);
+  SetCentre(map_, 30, -80);
+  marks_.HidePointMarker();  // as for each move of the map
+  EXPECT_EQ(shown_.marker, (ViewPoint{500, 350}));
+  loop_.Advance(1000);
+  EXPECT_FALSE(shown_.marker);
+  marks_.HidePointMarker();
+  EXPECT_FALSE(shown_.marker);
+}
+
 }  // namespace
 }  // namespace pallomir
