@@ -9,7 +9,7 @@ packages=(
   libpng-dev libexpat1-dev libasio-dev libcli11-dev
   nlohmann-json3-dev libpugixml-dev libsqlite3-dev libgtest-dev libgmock-dev libbenchmark-dev libdeflate-dev
   libboost-dev libgeos-dev
-  xvfb xauth openbox x11-utils xdotool imagemagick fonts-dejavu-core
+  dbus-daemon xvfb xauth openbox x11-utils xdotool imagemagick fonts-dejavu-core
   "$@"
 )
 # The map page's libraries come through npm. A Node.js that is there already is taken, wherever it came from.
