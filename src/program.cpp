@@ -90,11 +90,12 @@ void Program::Start() {
   window_ = std::make_unique<formMain>(browser_->Widget());
   zoneWindows_ = std::make_unique<ZoneWindows>(window_.get());
   alertWindows_ = std::make_unique<AlertWindows>(*window_);
+  journalWindows_ = std::make_unique<JournalWindows>(*window_);
   questionBox_.SetWindow(window_.get());
   client_ = std::make_unique<Client>(
-      Ports{.views = ViewsOf(*window_, *zoneWindows_, *alertWindows_),
+      Ports{.views = ViewsOf(*window_, *zoneWindows_, *alertWindows_, *journalWindows_),
             .network = {locator_, probe_, data_},
-            .desktop = {window_->System(), *browser_, questions_, beeper_, sound_, programs_},
+            .desktop = {window_->System(), *browser_, questions_, beeper_, sound_, notifier_, programs_},
             .storage = {settings_, registry_, folders_},
             .instance = {mutex_, signal_},
             .loop = loop_,

@@ -7,6 +7,7 @@
 #include "base/trace.h"
 #include "platform/alsa/alsa_device.h"
 #include "platform/alsa/worker_sound_player.h"
+#include "platform/qt/bus_notifier.h"
 #include "platform/qt/detached_starter.h"
 #include "platform/qt/local_instance_signal.h"
 #include "platform/qt/lock_file_mutex.h"
@@ -24,6 +25,7 @@
 #include "ui/question_queue.h"
 #include "window/alert_windows_widget.h"
 #include "window/formMain.h"
+#include "window/journal_windows_widget.h"
 #include "zones/zone_windows_widget.h"
 
 namespace pallomir {
@@ -61,6 +63,7 @@ class Program {
   QtBeeper beeper_;
   WorkerSoundPlayer sound_{std::make_unique<AlsaDevice>(),
                            [this](std::function<void()> work) { loop_.Post(std::move(work)); }};
+  BusNotifier notifier_;
   DetachedStarter programs_;
   QtDatagramEndpoint locator_;
   QtStreamEndpoint probe_;
@@ -69,6 +72,7 @@ class Program {
   std::unique_ptr<formMain> window_;
   std::unique_ptr<ZoneWindows> zoneWindows_;
   std::unique_ptr<AlertWindows> alertWindows_;
+  std::unique_ptr<JournalWindows> journalWindows_;
   std::unique_ptr<Client> client_;
 };
 

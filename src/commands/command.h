@@ -45,6 +45,7 @@ enum class Command : int {
   kZones,
   kTimeline,
   kZoneList,
+  kJournal,
   kMapType,  ///< 1 map, 2 satellite, 3 hybrid, 4 terrain
 
   // Options

@@ -167,6 +167,8 @@ constexpr CommandRow kTable[] = {
                   WithCtrl(Key("Z", "Toggle alert zones visibility", 18, " "), "<Ctrl>Z"))),
     Checked(Entry(kTimeline, "mnuViewTimeline", kView, "Time&line")),
     Entry(kZoneList, "mnuViewZoneList", kView, "Z&one List"),
+    Entry(kJournal, "mnuViewJournal", kView, "&Journal",
+          Unlisted(kNoModifier, "J", "Journal of zones entered and left")),
     Menu(kMapTypes, "mnuViewMapType", kView, "Map T&ype"),
     Checked(MapType(1, "&Map View", "Map", Key("M", "Display \"map view\" of map", 10, " "))),
     MapType(2, "&Satellite View", "Satellite", Key("S", "Display \"satellite view\" of map", 15, " ")),

@@ -49,8 +49,7 @@ std::string JournalList::Text(const JournalEntry& entry, Column column) const {
       return entry.zone;
     case kAlert:
       if (!entry.isAlert) return {};
-      return entry.acknowledged ? "Acknowledged " + DateTimeText(clock_.ToLocal(*entry.acknowledged))
-                                : "Alert";
+      return entry.acknowledged ? "Seen " + DateTimeText(clock_.ToLocal(*entry.acknowledged)) : "Alert";
     case kStay:
       return entry.stay ? StayText(*entry.stay) : std::string();
     case kColumns:

@@ -70,6 +70,7 @@ class JournalStore {
   struct Unit {
     std::string id;
     std::string name;
+    bool operator==(const Unit&) const = default;
   };
   virtual std::vector<Unit> Units() = 0;         ///< all that are named, by name
   virtual std::vector<std::string> Zones() = 0;  ///< the same

@@ -48,6 +48,12 @@ inline constexpr ChoiceRow<bool> kZoneAlertsOnly{"Zone Alerts Only", false};
 inline constexpr ChoiceRow<std::string> kMuteUntil{"Mute Until", ""};  ///< or "Switched On", or a time as UTC
 inline constexpr ChoiceRow<bool> kDemoMode{"Demo Mode", true};
 
+inline constexpr ChoiceRow<std::string> kJournalPlace{"Journal Window", ""};  ///< left,top,width,height
+inline constexpr ChoiceRow<bool> kJournalNotifies{"Journal Notifications", true};
+/// Within both a unit that wavers over a zone's border has crossed it once.
+inline constexpr ChoiceRow<int> kFlickerSeconds{"Zone Flicker Seconds", 30, 0, 3600};
+inline constexpr ChoiceRow<int> kFlickerMeters{"Zone Flicker Meters", 30, 0, 10'000};
+
 // Lists, in the form that their rooms give them.
 inline constexpr ChoiceRow<std::string> kMobileUnits{"Mobile Units", ""};
 inline constexpr ChoiceRow<std::string> kHotspots{"SSIDs", "07default08wireless07linksys07netgear"};

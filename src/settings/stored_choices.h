@@ -44,6 +44,13 @@ struct AlertChoices {
   Choice<std::string> muteUntil;
 };
 
+struct JournalChoices {
+  Choice<std::string> place;  ///< of its window
+  Choice<bool> notifies;      ///< alerts, by the desktop
+  Choice<int> flickerSeconds;
+  Choice<int> flickerMeters;
+};
+
 /// All that the user chose and the settings file keeps. Each room gets its own by reference.
 class StoredChoices {
  public:
@@ -67,6 +74,7 @@ class StoredChoices {
   HotspotChoices hotspots;
   ProviderChoices provider;
   AlertChoices alerts;
+  JournalChoices journal;
   Choice<int> unitOfMeasure;  ///< 0 miles, 1 kilometers
   Choice<int> portBase;       ///< 0..65535
   Choice<bool> demoMode;

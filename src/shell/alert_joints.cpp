@@ -1,16 +1,13 @@
 #include "shell/alert_joints.h"
 
-#include <algorithm>
-
 #include "alerts/staleness.h"
 #include "commands/alert_menus.h"
 #include "commands/unit_menu.h"
-#include "map/projection.h"
 #include "tracking/data_age.h"
 
 namespace pallomir {
 
-AlertJoints::AlertJoints(const JoinedRooms& rooms, ZoneJoints& zones)
+AlertJoints::AlertJoints(const JoinedRooms& rooms)
     : ports_(rooms.ports),
       view_(ports_.views.alerts),
       choices_(rooms.choices.alerts),
@@ -21,7 +18,6 @@ AlertJoints::AlertJoints(const JoinedRooms& rooms, ZoneJoints& zones)
               ports_.storage.folders.application / "Alerts"),
       delivery_(choices_, rooms.choices.provider, ports_.desktop.questions),
       mute_(choices_.muteUntil, rooms.localClock, ports_.loop) {
-  batchHoldsAlert = [this, &zones](const MergedBatch& batch) { return IsNewestInAlert(batch, zones); };
   signal_.isMuted = [this] { return mute_.IsMuted(); };
   signal_.changed = [this] { ShowSignal(); };
   delivery_.changed = [this] { ShowDelivery(menus_, delivery_); };
@@ -88,9 +84,9 @@ void AlertJoints::Close() {
 
 void AlertJoints::OnLaidOut() { signal_.StopPlaying(); }
 
-void AlertJoints::OnBatch(const MergedBatch& batch) {
+void AlertJoints::OnBatch(const MergedBatch& /*batch*/) {
   if (signal_.IsPersisting()) view_.RaisePersist();
-  if (!choices_.zoneAlertsOnly.Value() || batchHoldsAlert(batch)) signal_.Start();
+  if (!choices_.zoneAlertsOnly.Value() || batchHoldsAlert()) signal_.Start();
 }
 
 void AlertJoints::ShowSignal() { ShowAlertSignal(menus_, choices_.enabled.Value(), choices_.sound.Value()); }
@@ -100,14 +96,6 @@ void AlertJoints::ShowMute() {
   if (isMuted) signal_.Silence();
   ShowMuteChoice(menus_, mute_.Text());
   view_.ShowMute(isMuted, mute_.Text());
-}
-
-bool AlertJoints::IsNewestInAlert(const MergedBatch& batch, ZoneJoints& zones) const {
-  return std::ranges::any_of(batch.units, [&](std::size_t k) {
-    const auto points = feed_.Points().Track(k).Points();
-    if (points.empty()) return false;
-    return zones.IsAlertPosition(WorldYToLat(points.back().y), WorldXToLng(points.back().x));
-  });
 }
 
 bool AlertJoints::IsUnitStale(const MobileUnit& unit) const {

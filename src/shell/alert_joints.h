@@ -6,7 +6,6 @@
 #include "alerts/alert_signal.h"
 #include "alerts/mute.h"
 #include "shell/joint.h"
-#include "shell/zone_joints.h"
 
 namespace pallomir {
 
@@ -14,11 +13,11 @@ namespace pallomir {
 /// are muted, and which units are stale; joined to the menus, the batches and the windows.
 class AlertJoints final : public Joint {
  public:
-  AlertJoints(const JoinedRooms& rooms, ZoneJoints& zones);
+  explicit AlertJoints(const JoinedRooms& rooms);
 
-  /// Whether something happened in a batch that the zones make an alert. Asked where only those are
+  /// Whether something happened in the batch that the zones make an alert. Asked where only those are
   /// signalled.
-  std::function<bool(const MergedBatch&)> batchHoldsAlert;
+  std::function<bool()> batchHoldsAlert = [] { return false; };
 
   void Open() override;
   void Close() override;
@@ -31,8 +30,6 @@ class AlertJoints final : public Joint {
   void FillUnitMenus();
   void ShowSignal();
   void ShowMute();
-  /// A unit's newest point lies where the zones give alert.
-  bool IsNewestInAlert(const MergedBatch& batch, ZoneJoints& zones) const;
   bool IsUnitStale(const MobileUnit& unit) const;
 
   const Ports& ports_;

@@ -34,7 +34,9 @@ Client::Client(const Ports& ports)
                    [this] { return map_.IsRebuilding() || timeline_.IsRedrawDue(); }),
       options_(Rooms()),
       zones_(Rooms()),
-      alerts_(Rooms(), zones_) {
+      journal_(Rooms(), zones_),
+      alerts_(Rooms()) {
+  alerts_.batchHoldsAlert = [this] { return journal_.HasBatchAlert(); };
   frame_.laidOut = [this] { OnLaidOut(); };
   units_.displayedChanged = [this] { MapReload(); };
   BuildMenus(menus_);

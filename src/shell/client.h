@@ -15,6 +15,7 @@
 #include "shell/alert_joints.h"
 #include "shell/instance_hold.h"
 #include "shell/joint.h"
+#include "shell/journal_joints.h"
 #include "shell/option_joints.h"
 #include "shell/ports.h"
 #include "shell/zone_joints.h"
@@ -132,8 +133,9 @@ class Client {
   // What works with all of these.
   OptionJoints options_;
   ZoneJoints zones_;
+  JournalJoints journal_;
   AlertJoints alerts_;
-  const std::vector<Joint*> joints_{&options_, &zones_, &alerts_};
+  const std::vector<Joint*> joints_{&options_, &zones_, &journal_, &alerts_};
 };
 
 }  // namespace pallomir

@@ -4,6 +4,7 @@
 #include "base/trace.h"
 #include "commands/menu_view.h"
 #include "hotspots/hotspot_view.h"
+#include "journal/journal_view.h"
 #include "platform/beeper.h"
 #include "platform/browser.h"
 #include "platform/clock.h"
@@ -12,6 +13,7 @@
 #include "platform/instance_signal.h"
 #include "platform/main_window.h"
 #include "platform/named_mutex.h"
+#include "platform/notifier.h"
 #include "platform/program_starter.h"
 #include "platform/settings.h"
 #include "platform/sound_player.h"
@@ -43,11 +45,12 @@ struct Views {
   MarksView& marks;
   ZonesView& zones;
   AlertView& alerts;
+  JournalView& journal;
 };
 
 /// Those of the main window.
 template <class Window>
-Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts) {
+Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts, JournalView& journal) {
   return {.frame = window,
           .boxes = window.Boxes(),
           .hotspots = window.Hotspots(),
@@ -58,7 +61,8 @@ Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts) {
           .timeline = window.Timeline(),
           .marks = window.Marks(),
           .zones = zones,
-          .alerts = alerts};
+          .alerts = alerts,
+          .journal = journal};
 }
 
 /// What the user sees and hears, and the programs beside ours.
@@ -68,6 +72,7 @@ struct DesktopPorts {
   QuestionQueue& questions;
   Beeper& beeper;
   SoundPlayer& sound;
+  Notifier& notifier;
   ProgramStarter& programs;
 };
 

@@ -168,6 +168,7 @@ ZoneMenuState ZoneJoints::MenuState() const {
 void ZoneJoints::ShowMenus() {
   ShowZones(menus_, MenuState());
   view_.RefreshList();
+  zonesChanged();
 }
 
 void ZoneJoints::ShowList() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -23,8 +24,10 @@ class ZoneJoints final : public Joint {
   void OnPageReady() override;
   void OnPageLost() override;
 
-  /// Of a place in degrees.
-  bool IsAlertPosition(double lat, double lng) { return zones_ && zones_->IsAlertPosition(lat, lng); }
+  /// The zones, or what can be done with them, are others.
+  std::function<void()> zonesChanged = [] {};
+  const ZoneTree& Tree() const { return zones_->Tree(); }  ///< from Open on
+
   bool IsDrawing() const { return zones_ && zones_->IsDrawing(); }
 
   // The pointer over the map.

@@ -7,6 +7,7 @@
 #include "base/check_code.h"
 #include "fakes/fake_alerts.h"
 #include "fakes/fake_event_loop.h"
+#include "fakes/fake_journal_view.h"
 #include "fakes/fake_network.h"
 #include "fakes/fake_programs.h"
 #include "fakes/fake_system.h"
@@ -26,15 +27,15 @@ class ClientHarness {
     }
     WriteFile(folders.Path() / "app" / "ZoneMenus_Demo.txt", "\"Alerted\"\r\n");
     mutex.owned = true;
-    client = std::make_unique<Client>(
-        PortsFor({view, view, view, view, view, view, view, view, view, zonesView, alertView}, window));
+    client = std::make_unique<Client>(PortsFor(
+        {view, view, view, view, view, view, view, view, view, zonesView, alertView, journalView}, window));
   }
 
   /// These fakes behind other views and another window.
   Ports PortsFor(const Views& views, MainWindow& main) {
     return {.views = views,
             .network = {locator, probe, data},
-            .desktop = {main, browser, questions, beeper, sound, programs},
+            .desktop = {main, browser, questions, beeper, sound, notifier, programs},
             .storage = {settings,
                         registry,
                         {folders.Path() / "app", folders.Path() / "data", folders.Path() / "home"}},
@@ -87,6 +88,8 @@ class ClientHarness {
   FakeView view;
   FakeZonesView zonesView;
   FakeAlertView alertView;
+  FakeJournalView journalView;
+  FakeNotifier notifier;
   FakeWindow window;
   FakeBrowser browser;
   FakeDatagramEndpoint locator;

@@ -3,12 +3,15 @@
 #include <gmock/gmock.h>
 
 #include "fakes/fake_event_loop.h"
+#include "fakes/fake_journal_view.h"
 #include "fakes/fake_system.h"
 #include "fakes/temporary_folder.h"
+#include "journal/alert_notices.h"
 #include "journal/journal_export.h"
 #include "journal/journal_list.h"
 #include "journal/sqlite_journal.h"
 #include "map/projection.h"
+#include "settings/choice_table.h"
 #include "zones/zone_testing.h"
 
 namespace pallomir {
@@ -167,6 +170,33 @@ TEST_F(JournalRoom, ItIsSavedAsCsvInParts) {
   saving.Start({}, file);
   saving.Drop();
   EXPECT_FALSE(std::filesystem::exists(file.string() + ".part"));
+}
+
+TEST(AlertNotices, OneForAUnitAndZoneInHalfAMinute) {
+  fakes::FakeClock clock;
+  LocalClock local{clock};
+  fakes::FakeSettings settings;
+  const ChoiceComplaint complain = [](const std::string&) {};
+  Choice<bool> isOn(settings, choice::kJournalNotifies, complain);
+  fakes::FakeNotifier notifier;
+  AlertNotices notices(notifier, clock, local, isOn);
+  const Millis start = clock.now;
+  const auto tell = [&](Millis after, const char* unit, const char* zone) {
+    clock.now = start + after;
+    JournalEntry alert;
+    alert.unitId = unit;
+    alert.zone = zone;
+    notices.Tell(alert, [] {});
+    return std::exchange(notifier.shown, {}).size() == 1;
+  };
+  EXPECT_TRUE(tell(0, "A", "Depot"));
+  EXPECT_TRUE(tell(0, "A", "Yard"));
+  EXPECT_TRUE(tell(1, "B", "Depot"));
+  EXPECT_FALSE(tell(30 * kSecond - 1, "A", "Depot"));
+  EXPECT_TRUE(tell(30 * kSecond, "A", "Depot"));
+  EXPECT_TRUE(tell(-kHour, "A", "Depot")) << "the clock was set back";
+  isOn.Store(false);
+  EXPECT_FALSE(tell(kHour, "A", "Depot"));
 }
 
 TEST(JournalText, Stays) {

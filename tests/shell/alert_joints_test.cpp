@@ -29,8 +29,8 @@ class AlertJointsTest : public testing::Test, public ClientHarness {
     client->Unload();
     client.reset();
     mutex.owned = true;
-    client = std::make_unique<Client>(
-        PortsFor({view, view, view, view, view, view, view, view, view, zonesView, alertView}, window));
+    client = std::make_unique<Client>(PortsFor(
+        {view, view, view, view, view, view, view, view, view, zonesView, alertView, journalView}, window));
     client->Load();
   }
   void ArrivePoint(int seconds, double lat = 40.6, double lng = -75.3) {
@@ -169,24 +169,6 @@ TEST_F(AlertJointsTest, MutedIsSeenAndNothingIsHeard) {
   EXPECT_EQ(Entry("mnuAlertsMute").caption, "&Mute");
   Choose("mnuOptionsAlertTest");
   EXPECT_TRUE(alertView.IsOpen());
-}
-
-TEST_F(AlertJointsTest, ZoneAlertsOnlyAsksWhetherTheBatchHoldsOne) {
-  std::filesystem::create_directories(folders.Path() / "data/pallomir");
-  fakes::WriteFile(folders.Path() / "data/pallomir/ZoneMenus.txt", "\"Non-Alert\"\r\n");
-  Start({{"Zone Alerts Only", "True"}});
-  ArrivePoint(0);
-  EXPECT_THAT(sound.plays, SizeIs(1)) << "outside all zones is where alerts are";
-  Choose("mnuZonesChange");
-  client->KeyDown(kNoModifier, 'R');
-  Connect();
-  ArrivePoint(0);
-  EXPECT_THAT(sound.plays, SizeIs(1));
-  Choose("mnuAlertsZonesOnly");
-  client->KeyDown(kNoModifier, 'F');
-  ArrivePoint(2);
-  client->KeyDown(kNoModifier, 'F');
-  EXPECT_THAT(sound.plays, SizeIs(2));
 }
 
 TEST_F(AlertJointsTest, TheUnitMenuTellsWhoIsStale) {

@@ -64,7 +64,8 @@ TEST_F(ClientTest, SettingsAreReadInTheirOrder) {
                   "Mobile Provider URL", "Custom Mobile Provider Name", "Custom Mobile Provider URL",
                   "ReportNOW", "Mobile Phone Number", "Email Address", "Alert Method", "Alert Stale Index",
                   "Unit Of Measure", "PortBase", "AlertSound", "AlertEnabled", "Demo Mode", "SSIDs",
-                  "SecureSSIDs", "Zone Alerts Only", "Mute Until"))
+                  "SecureSSIDs", "Journal Window", "Journal Notifications", "Zone Flicker Seconds",
+                  "Zone Flicker Meters", "Zone Alerts Only", "Mute Until"))
       << "the user's units are no part of the demo";
 }
 
