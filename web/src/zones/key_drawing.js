@@ -16,6 +16,8 @@ export class KeyDrawing {
     this.crosshair = new Crosshair(map);
     /** The corner that the crosshair carries: { index, from }. */
     this.carried = null;
+    /** A corner was put down, and the crosshair rests where that was. */
+    this.hasJustPutDown = false;
     this.pointerAt = null;
     map.on('mousemove', this.onPointer, this);
   }
@@ -36,6 +38,7 @@ export class KeyDrawing {
   /** @param {{dx: number, dy: number}|{corner: number}} move as the client wrote it */
   move({ dx, dy, corner }) {
     this.pointerAt = null;
+    this.hasJustPutDown = false;
     if (corner) this.moveToCorner(corner);
     else this.crosshair.moveBy(dx, dy);
     const place = this.editor.snapped(this.crosshair.latlng, null);
@@ -54,12 +57,15 @@ export class KeyDrawing {
   /**
    * The key for "here".
    * @param {boolean} isFree nothing is clung to
-   * @returns {boolean} false when there is no crosshair: the key then means that the outline is finished
+   * @returns {boolean} false when there is no crosshair, and when it comes again where a corner was just put
+   *     down: the key then means that the outline is finished
    */
   enter(isFree) {
-    if (!this.crosshair.isShown) return false;
-    if (this.carried) this.letGo(isFree);
-    else if (this.editor.isPlacing) this.placeOrClose(isFree);
+    if (!this.crosshair.isShown || this.hasJustPutDown) return false;
+    if (this.carried) {
+      this.letGo(isFree);
+      this.hasJustPutDown = true;
+    } else if (this.editor.isPlacing) this.placeOrClose(isFree);
     else this.takeUp();
     return true;
   }
@@ -74,6 +80,7 @@ export class KeyDrawing {
 
   /** Puts a carried corner back where it was. @returns {boolean} whether there was one */
   putBack() {
+    this.hasJustPutDown = false;
     if (!this.carried) return false;
     this.editor.carry(this.carried.index, this.carried.from);
     this.carried = null;

@@ -114,6 +114,13 @@ test('keys: corners are taken up, carried, put down or back; an edge gives a new
   keys.move({ dx: 7, dy: 13 });
   keys.enter(false);
   assert.deepEqual(take(), ['carry 1 207,110', 'drop 1 200,100']);
+  assert.equal(keys.enter(false), false, 'again at once: finished');
+  assert.equal(keys.carried, null);
+  keys.putBack();
+  keys.crosshair.moveToPlace({ lat: 100, lng: 200 });
+  assert.equal(keys.enter(false), true, 'what was taken back is no end');
+  keys.putBack();
+  take();
   keys.crosshair.moveToPlace({ lat: 204, lng: 195 });
   keys.enter(false);
   keys.move({ dx: -3, dy: 1 });
@@ -127,7 +134,8 @@ test('keys: corners are taken up, carried, put down or back; an edge gives a new
   const acts = take().map((act) => act.split(' ', 2).join(' '));
   assert.deepEqual(acts, ['insert 4', 'carry 4', 'carry 4', 'drop 4']);
   keys.crosshair.moveToPlace({ lat: 150, lng: 150 });
-  keys.enter(false);
+  keys.move({ dx: 0, dy: 0 });
+  assert.equal(keys.enter(false), true, 'nothing lies there, and it has moved on');
   assert.equal(keys.carried, null);
 });
 
