@@ -37,6 +37,7 @@ TEST(Ports, EachOneThatIsTakenIsNamed) {
   station::Options options;
   options.address = "127.0.43.2";
   EXPECT_EQ(FindTakenPort(options) + FindUsedPort(options), "");
+  EXPECT_EQ(PortsText(options), "locator 127.0.43.2:2435 (UDP), Base Server 127.0.43.2:18799 and 18800");
   const struct {
     int type, port;
     const char* use;

@@ -303,7 +303,8 @@ class DrawingTest : public ClientTest {
     ReportMapReady();
     Arrive(PacketOf({Record(0, 40.60, -75.40), Record(1, 40.62, -75.42)}));
     client->FitByUser(0);
-    loop.Advance(0);
+    loop.Advance(1000);
+    EXPECT_FALSE(view.mapUpdating);
     browser.writes.clear();
     client->FitByUser(0);
     loop.Tick("tmrTiles");
@@ -640,8 +641,10 @@ TEST_F(ClientTest, ClosingStoresTheStateAndLetsEverythingGo) {
   const auto writes = browser.writes.size();
   loop.Advance(60'000);
   client->Frame().Resized();
+  client->MapReload();
   Command("Z5");
   EXPECT_EQ(browser.writes.size(), writes);
+  EXPECT_EQ(beeper.beeps, 0);
 }
 
 TEST_F(ClientTest, SettingsThatCannotBeStoredAreToldBeforeTheEnd) {

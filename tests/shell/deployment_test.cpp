@@ -23,7 +23,7 @@ TEST(Deployment, AWebSiteIsAnOriginAndNothingElse) {
     const char* value;
     const char* webSite;  // the shipped one for what is refused
   } cases[] = {
-      {"Station.Local:80", "station.local"},
+      {"ATLAS.Zone:80", "atlas.zone"},
       {"station.local:0080", "station.local"},
       {"[FE80::1]:8080", "[fe80::1]:8080"},
       {"[::1]", "[::1]"},

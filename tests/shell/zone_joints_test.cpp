@@ -106,6 +106,14 @@ TEST_F(ZoneJointsTest, AShapeGoesToThePageAndBack) {
   EXPECT_FALSE(Menu(Command::kCancelZone).visible);
   EXPECT_TRUE(Menu(Command::kAddZone).enabled);
   const std::string saved = ReadFile(File());
+  Choose(Command::kAddZone);
+  zonesView.Press("Edit Shape", "Gate");
+  EXPECT_FALSE(Menu(Command::kAddZone).enabled);
+  Command("zC");
+  EXPECT_EQ(Trouble(), "Zone Edit Canceled");
+  box.AnswerIt();
+  EXPECT_TRUE(Menu(Command::kAddZone).enabled);
+  EXPECT_EQ(ReadFile(File()), saved);
   Command("zX");
   EXPECT_EQ(Trouble(), "System Error 3907");
   Choose(Command::kUndoZones);

@@ -63,6 +63,10 @@ TEST_F(UnitEditorWindowTest, ARowIsAddedTypedCheckedAndApplied) {
   EXPECT_EQ(editor_->windowTitle(), "Edit Mobile Unit List");
   EXPECT_TRUE(editor_->windowModality() == Qt::NonModal);
   Press("cmdAddRow");
+  QStringList titles;
+  for (const QLabel* label : editor_->findChildren<QLabel*>()) titles += label->text();
+  EXPECT_TRUE(titles.contains("Row") && titles.contains("ID") && titles.contains("Description"));
+  EXPECT_LE(Find<QCheckBox>("chkEnabled(1)")->geometry().right(), Find<QLabel>("lblIx(1)")->x());
   EXPECT_TRUE(Find("txtID(1)")->hasFocus());
   EXPECT_EQ(Find("txtID(1)")->selectedText(), "Add New ID Here");
   EXPECT_EQ(ColourOf(Find("txtID(1)")), QColor(0, 128, 128));

@@ -131,12 +131,18 @@ TEST_F(ChromeTest, TheKeyboardPictureTellsOfTheKeyUnderThePointerAndIsAsHighAsTh
   const auto captions = KeyCaptions();
   std::map<std::string, int> heights;
   QRegion taken;
+  const QLabel* before = nullptr;
+  const auto colour = [](const QLabel* key) { return key->palette().color(key->backgroundRole()); };
   for (std::size_t i = 0; i < captions.size(); ++i) {
     auto* key = Find<QLabel>(QString("lblKey(%1)").arg(i));
     ASSERT_EQ(key->text().toStdString(), captions[i]);
     EXPECT_FALSE(taken.intersects(key->geometry())) << captions[i];
     taken += key->geometry();
+    const QColor plain = colour(key);
     Enter(key);
+    EXPECT_NE(colour(key), plain);
+    EXPECT_TRUE(!before || colour(before) == plain) << captions[i];
+    before = key;
     EXPECT_EQ(table->text().toStdString(),
               QString::fromStdString(std::string(KeyDescription(captions[i]))).remove('\r').toStdString());
     EXPECT_EQ(picture->height(), table->y() + table->height() + 10);
@@ -163,7 +169,10 @@ TEST_F(ChromeTest, TheTextsOfManyUnitsStandInRowsAndSayHowManyAreMissing) {
     texts += QString("%1: Demo Driver\n11/16/26 03:04:05 PM\n60.4 mph\n12.35 mi").arg(k);
   infos->ShowTexts(texts);
   ASSERT_EQ(shown().size(), 9u);
+  QRegion taken;
   for (const QLabel* label : shown()) {
+    EXPECT_FALSE(taken.intersects(label->geometry())) << label->text().toStdString();
+    taken += label->geometry();
     EXPECT_GE(label->width(), label->sizeHint().width()) << "whole";
     EXPECT_TRUE(window_.rect().contains({label->mapTo(&window_, QPoint(0, 0)), label->size()}));
   }

@@ -33,6 +33,8 @@ TEST_F(FormMainTest, TheMapFillsTheWindowAboveTheTimelineAndIsWiderThanItsPart) 
   // The page uses all of the browser but 18 pixels; marks are reckoned from its middle.
   const QRect page = map_->geometry().adjusted(0, 0, -18, 0);
   EXPECT_EQ(page, map_->parentWidget()->rect()) << "no strips, and one middle";
+  EXPECT_EQ(map_->mapTo(&window_, QPoint()), QPoint(0, caption->height()));
+  EXPECT_FALSE(window_.minimumSize().isEmpty());
   window_.resize(1000, 700);
   EXPECT_TRUE(QTest::qWaitFor([&] { return map_->width() == 1018; }));
   EXPECT_EQ(ports_.browser.Written("TxtX").back(), "997");
@@ -198,8 +200,9 @@ TEST_F(FormMainTest, TheMenuButtonOpensThePopupUnderItself) {
   for (const QAction* action : popup->actions()) {
     if (action->isVisible() && !action->isSeparator()) captions += action->text();
   }
-  EXPECT_EQ(captions, QStringList({"&View", "&Options", "&Alerts", "&Zones", "&Help", "Show StreetView Map Overlay\tC",
-                                   "Show StreetView Panorama\tV", "E&xit"}));
+  EXPECT_EQ(captions,
+            QStringList({"&View", "&Options", "&Alerts", "&Zones", "&Help", "Show StreetView Map Overlay\tC",
+                         "Show StreetView Panorama\tV", "E&xit"}));
   EXPECT_EQ(popup->pos(), button->mapToGlobal(QPoint(0, button->height())));
   popup->close();
 }

@@ -95,6 +95,7 @@ TEST_F(ZonesTest, ANewZoneIsNamedDrawnAndSaved) {
   EXPECT_EQ(zones_.PopupEntries(), (ZonePopupEntries{true, true, true}));
   zones_.Add();  // not while one is drawn
   zones_.SwapTopLevelKind();
+  zones_.Undo();
   EXPECT_FALSE(view_.answer);
 
   for (const char* refused : {"", "1~2~", "1~2~3~4~", "x~1~2~3~4~5~6~7~"}) zones_.OnShapeFinished(refused);

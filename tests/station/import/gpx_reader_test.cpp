@@ -128,13 +128,15 @@ TEST(GpxReader, FindsSpeedAndCourseWhereverTheyAre) {
 TEST(GpxReader, CountsWhatItLeavesOut) {
   std::string points =
       "<trkpt lat='1' lon='2'></trkpt><trkpt lat='1' lon='2'><time/></trkpt>"
-      "<trkpt lat='1' lon='2'><time>yesterday</time></trkpt>";
+      "<trkpt lat='1' lon='2'><time>yesterday</time></trkpt>"
+      "<trkpt lat='1' lon='2'><time>2026-11-22T12:1/:00Z</time></trkpt>"
+      "<trkpt lat='1' lon='2'><time>2026-11-22T1200:00Z</time></trkpt>";
   for (const char* place :
        {"lat='90.1' lon='2'", "lat='1' lon='-180.5'", "lat='x' lon='2'", "lat='1'", "lat='-90' lon='180'"})
     points += std::string("<trkpt ") + place + "><time>2026-11-22T12:00:00Z</time></trkpt>";
   const auto [track, error] = Read(Gpx(points));
   EXPECT_EQ(track.leftOut.withoutTime, 2u);
-  EXPECT_EQ(track.leftOut.unreadableTime, 1u);
+  EXPECT_EQ(track.leftOut.unreadableTime, 3u);
   EXPECT_EQ(track.leftOut.impossiblePosition, 4u);
   EXPECT_EQ(track.points.size(), 1u);
 }

@@ -66,6 +66,8 @@ TEST_F(Importing, TakesSeveralFilesAsOneUnit) {
   EXPECT_NE(ImportFiles({a, b, c}).text.find("0 points taken, 24 left out"), std::string::npos)
       << "5 of one second, 15 that were there, one of each other kind";
   EXPECT_EQ(Stored().size(), 15u);
+  ImportFiles({temporary_.Write("d.gpx", Gpx(15, 1))});
+  EXPECT_EQ(Stored().size(), 16u);
 }
 
 TEST_F(Importing, ChangesNothingWhenAFileIsNoGood) {
