@@ -2,6 +2,7 @@
 #include <signal.h>
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -92,7 +93,8 @@ class ZonePageTest : public testing::Test {
     return value;
   }
   bool Becomes(const QString& script, const QString& text) {
-    for (int attempt = 0; attempt < 400; ++attempt) {
+    const QDeadlineTimer patience(20'000);
+    while (!patience.hasExpired()) {
       if (Evaluate(script).toString().contains(text)) return true;
       LetPass(10);
     }
