@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScreen>
 #include <QWindow>
 
 #include "ui/accessible_widget.h"
@@ -147,10 +148,25 @@ bool formPersist::MayTakeKeyboard() const {
   return QApplication::activeWindow() == owner_;
 }
 
+// Beside a dialog that came over the main window both are seen, and can be answered.
+void formPersist::StandBelow(const QRect& dialog) {
+  constexpr int kGap = 8;
+  const QRect own = frameGeometry();
+  if (own.intersects(dialog)) {
+    const int top = dialog.bottom() + kGap;
+    if (top + own.height() > screen()->availableGeometry().bottom()) return;  // it would cover the dialog
+    move(own.left(), top);
+  }
+  raise();
+}
+
 void formPersist::TakeKeyboard() {
   if (!isVisible()) return;
   popup_ = QApplication::activePopupWidget();
-  if (popup_) popup_->installEventFilter(this);
+  if (popup_) return popup_->installEventFilter(this);
+  const QWindow* focus = QGuiApplication::focusWindow();
+  const bool isOfMain = focus && focus->transientParent() == owner_->windowHandle();
+  if (isOfMain && focus->type() == Qt::Dialog) return StandBelow(focus->frameGeometry());
   if (!MayTakeKeyboard()) return;
   raise();
   activateWindow();

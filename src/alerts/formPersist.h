@@ -32,6 +32,7 @@ class formPersist : public QWidget {
  private:
   bool MayTakeKeyboard() const;
   void TakeKeyboard();
+  void StandBelow(const QRect& dialog);
   void GiveKeyboardOn();
   bool IsOfHeldKey(QEvent* event);
   void ForgetHeldKey();
