@@ -40,7 +40,8 @@ class MedianKeeper : public benchmark::ConsoleReporter {
       if (run.error_occurred) failed_.push_back(name + ": " + run.error_message);
       if (run.aggregate_name != "median") continue;
       // What waits for the disk is measured by the clock on the wall.
-      const double time = name.ends_with("/real_time") ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
+      const bool isReal = name.ends_with("/real_time") || name.ends_with("/manual_time");
+      const double time = isReal ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
       medians_[name] = time * 1e9 / benchmark::GetTimeUnitMultiplier(run.time_unit);
     }
   }

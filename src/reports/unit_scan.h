@@ -55,7 +55,7 @@ class UnitScan {
   bool HasOpenVisit() const { return open_.records > 0; }
 
  private:
-  bool LiesOutside(ByteView file) const;
+  bool IsPassedOver(ByteView file) const;
   Examined ExamineRecords(ByteView file);
   void CloseVisit();
 
