@@ -155,6 +155,15 @@ TEST_F(MapBridgeTest, CommandsOfThePageBecomeCalls) {
   EXPECT_THAT(errors_, ElementsAre("System Error 3907"));
 }
 
+TEST_F(MapBridgeTest, CommandsWhoseNumbersAreNoneAreOnlyTraced) {
+  calls_.clear();
+  Command("Mnowhere," + std::string(1000, 'x'));
+  Command("Zx");
+  EXPECT_THAT(calls_, IsEmpty());
+  EXPECT_THAT(traced_.back(), testing::EndsWith("its numbers are none: Zx"));
+  EXPECT_LT(traced_[traced_.size() - 2].size(), 200u);
+}
+
 TEST_F(MapBridgeTest, OnlyCommandNavigationsAreCancelled) {
   EXPECT_FALSE(browser_.beforeNavigate("http://127.0.0.1:2480/fullscreen/index.php?X=1&Y=1"));
   EXPECT_FALSE(browser_.beforeNavigate("http://127.0.0.1:2480/dummy"));

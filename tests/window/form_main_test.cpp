@@ -44,6 +44,19 @@ TEST_F(FormMainTest, TheMapFillsTheWindowAboveTheTimelineAndIsWiderThanItsPart) 
   }
 }
 
+TEST_F(FormMainTest, TheTextsOfPointsGoWhenThePointerLeavesTheMap) {
+  Start();
+  ports_.Connect();
+  ports_.Command("S1");
+  ports_.Arrive(EncodePacket("0123456789AB", std::vector{fakes::Record(0, 40.62, -75.37)}));
+  client_->Marks().PointerOverCaption(300);
+  auto* infos = Find<QWidget>("pointInfos");
+  EXPECT_TRUE(infos->isVisible());
+  QEvent leave(QEvent::Leave);
+  QApplication::sendEvent(map_->parentWidget(), &leave);
+  EXPECT_FALSE(infos->isVisible());
+}
+
 TEST_F(FormMainTest, KeysReachTheClientWhicheverControlHasTheFocus) {
   Start();
   const std::size_t asked = ports_.locator.sent.size();

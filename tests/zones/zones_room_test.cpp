@@ -95,7 +95,6 @@ TEST_F(ZonesTest, ANewZoneIsNamedDrawnAndSaved) {
   EXPECT_EQ(zones_.PopupEntries(), (ZonePopupEntries{true, true, true}));
   zones_.Add();  // not while one is drawn
   zones_.SwapTopLevelKind();
-  zones_.Undo();
   EXPECT_FALSE(view_.answer);
 
   for (const char* refused : {"", "1~2~", "1~2~3~4~", "x~1~2~3~4~5~6~7~"}) zones_.OnShapeFinished(refused);
@@ -127,6 +126,8 @@ TEST_F(ZonesTest, SubzonesAndChanges) {
   view_.Press("Edit Shape", "Works");
   EXPECT_THAT(writes_, ElementsAre("TxtZE=0"));
   EXPECT_EQ(zones_.PopupEntries(), (ZonePopupEntries{true, true, true}));
+  zones_.Undo();
+  EXPECT_EQ(OnDisk(), "Alerted 1:Depot 1.1:Bay") << "not while a shape is drawn";
   zones_.OnShapeFinished("");  // the shape stays
   EXPECT_EQ(OnDisk(), "Alerted 1:Works 1.1:Bay");
   EXPECT_EQ(zones_.Tree().At(0).vertexCount, 3u);
