@@ -31,7 +31,7 @@ double Share(Random& random) { return static_cast<double>(random() % (1 << 20)) 
 
 void AddStar(ZoneTreeBuilder& builder, int depth, double lat, double lng, double size, Random& random) {
   builder.Begin(depth, {"", "Zone " + std::to_string(random())});
-  const unsigned corners = 8 + random() % 57;
+  const auto corners = static_cast<unsigned>(8 + random() % 57);
   for (unsigned i = 0; i < corners; ++i) {
     const double angle = 2 * std::numbers::pi * i / corners, length = size * (0.6 + 0.4 * Share(random));
     builder.Add({lat + length * std::cos(angle), lng + length * std::sin(angle)});
@@ -132,7 +132,7 @@ double LiveBatch() {
   const LocalClock clock(system);
   SqliteJournal store;
   store.Open(folder.Path() / "Journal.db");
-  PointStore points = Points();
+  PointStore points = Drive();
   const UnitBook book = EnumerateUnits(std::vector<MobileUnit>(1, {true, "0123456789AB", "Van"}));
   Journal journal(store, loop, system, clock, points, book, {}, {[] {}, [](const JournalEntry&) {}});
   journal.SetZones(CityZones());

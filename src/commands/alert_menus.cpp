@@ -12,9 +12,9 @@ namespace {
 
 // Behind an access key; a "&" of the name itself is no other one.
 std::string CarrierCaption(const std::string& accessKey, const std::string& name, const std::string& domain) {
-  std::string text = name + " (" + domain + ")";
-  for (std::size_t at = 0; (at = text.find('&', at)) != std::string::npos; at += 2) text.insert(at, "&");
-  return "&" + accessKey + text;
+  std::string caption = "&" + accessKey;
+  for (const char c : name + " (" + domain + ")") caption += c == '&' ? "&&" : std::string(1, c);
+  return caption;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 namespace pallomir {
@@ -43,6 +44,31 @@ void ZoneBorders::ProjectEdges(const ZoneTree& tree) {
   }
 }
 
+// Of two cells that touch: the line lies in the block of up to four that both span.
+bool ZoneBorders::KeepsClearBetween(std::size_t cell, std::size_t next, PlanePoint a, PlanePoint b) const {
+  const std::size_t across = grid_.CellsAcross();
+  const std::size_t rows[] = {cell / across, next / across}, columns[] = {cell % across, next % across};
+  const auto isFar = [](std::size_t one, std::size_t other) { return one > other + 1 || other > one + 1; };
+  if (isFar(rows[0], rows[1]) || isFar(columns[0], columns[1])) return false;
+  if (!KeepsClear(cell, a, b) || !KeepsClear(next, a, b)) return false;
+  if (rows[0] == rows[1] || columns[0] == columns[1]) return true;
+  return KeepsClear(rows[0] * across + columns[1], a, b) && KeepsClear(rows[1] * across + columns[0], a, b);
+}
+
+// Not where the edge lies beside the line's box, or both ends on one side of the edge. Margins are more than
+// rounding can move anything.
+bool ZoneBorders::MayCut(const Edge& edge, PlanePoint a, PlanePoint b) {
+  const auto isBeside = [](double from, double to, double one, double other) {
+    return std::max(from, to) < std::min(one, other) - kPlaneMargin ||
+           std::min(from, to) > std::max(one, other) + kPlaneMargin;
+  };
+  if (isBeside(edge.from.x, edge.to.x, a.x, b.x) || isBeside(edge.from.y, edge.to.y, a.y, b.y)) return false;
+  const PlanePoint side = Minus(edge.to, edge.from);
+  const double margin = kPlaneMargin * (std::abs(side.x) + std::abs(side.y));
+  const double ofA = Cross(side, Minus(a, edge.from)), ofB = Cross(side, Minus(b, edge.from));
+  return !(ofA > margin && ofB > margin) && !(ofA < -margin && ofB < -margin);
+}
+
 void ZoneBorders::BuildGrid() {
   PlaneBox area{1, 0, 1, 0};
   for (const auto& [from, to] : edges_) {
@@ -50,21 +76,25 @@ void ZoneBorders::BuildGrid() {
     area = {std::min(area.left, from.x - kPlaneMargin), std::max(area.right, from.x + kPlaneMargin),
             std::min(area.top, from.y - kPlaneMargin), std::max(area.bottom, from.y + kPlaneMargin)};
   }
-  constexpr long kFewest = 16, kMost = 512;
+  // So many that few edges are near each.
+  constexpr long kFewest = 16, kMost = 1024;
   grid_ = PlaneGrid(
-      area, std::clamp(std::lround(2 * std::sqrt(static_cast<double>(edges_.size()))), kFewest, kMost));
-  std::vector<std::vector<std::uint32_t>> nearOf(grid_.CellCount());
+      area, std::clamp(std::lround(6 * std::sqrt(static_cast<double>(edges_.size()))), kFewest, kMost));
+  // Twice along all edges: how many are near each cell, then which.
   std::vector<std::uint32_t> cells;
-  for (std::uint32_t edge = 0; edge < edges_.size(); ++edge) {
-    cells.clear();
-    grid_.AddCellsAlong(edges_[edge].from, edges_[edge].to, cells);
-    for (const std::uint32_t cell : cells) nearOf[cell].push_back(edge);
-  }
-  firstEdge_.push_back(0);
-  for (const auto& near : nearOf) {
-    nearEdges_.insert(nearEdges_.end(), near.begin(), near.end());
-    firstEdge_.push_back(static_cast<std::uint32_t>(nearEdges_.size()));
-  }
+  const auto goAlong = [&](auto&& visit) {
+    for (std::uint32_t edge = 0; edge < edges_.size(); ++edge) {
+      cells.clear();
+      grid_.AddCellsAlong(edges_[edge].from, edges_[edge].to, cells);
+      for (const std::uint32_t cell : cells) visit(cell, edge);
+    }
+  };
+  firstEdge_.assign(grid_.CellCount() + 1, 0);
+  goAlong([&](std::uint32_t cell, std::uint32_t) { ++firstEdge_[cell + 1]; });
+  std::partial_sum(firstEdge_.begin(), firstEdge_.end(), firstEdge_.begin());
+  nearEdges_.resize(firstEdge_.back());
+  std::vector<std::uint32_t> next = firstEdge_;
+  goAlong([&](std::uint32_t cell, std::uint32_t edge) { nearEdges_[next[cell]++] = edge; });
 }
 
 // Each once.

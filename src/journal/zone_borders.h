@@ -36,7 +36,9 @@ class ZoneBorders {
     if (grid_.IsEmpty()) return hasNoEdges_;
     const auto cell = grid_.CellOf(a);
     if (!cell) return grid_.PassesBeside(a, b);
-    return firstEdge_[*cell] == firstEdge_[*cell + 1] && grid_.CellOf(b) == cell;
+    const auto next = grid_.CellOf(b);
+    if (next == cell) return KeepsClear(*cell, a, b);
+    return next && KeepsClearBetween(*cell, *next, a, b);
   }
 
   struct Passage {
@@ -51,6 +53,16 @@ class ZoneBorders {
   struct Edge {
     PlanePoint from, to;
   };
+
+  // Whether no edge near this cell comes near the line.
+  bool KeepsClear(std::size_t cell, PlanePoint a, PlanePoint b) const {
+    for (std::uint32_t at = firstEdge_[cell]; at < firstEdge_[cell + 1]; ++at) {
+      if (MayCut(edges_[nearEdges_[at]], a, b)) return false;
+    }
+    return true;
+  }
+  bool KeepsClearBetween(std::size_t cell, std::size_t next, PlanePoint a, PlanePoint b) const;
+  static bool MayCut(const Edge& edge, PlanePoint a, PlanePoint b);
 
   void ProjectEdges(const ZoneTree& tree);
   void BuildGrid();
