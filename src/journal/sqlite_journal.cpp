@@ -21,7 +21,7 @@ const std::string kSchema = R"(
   CREATE INDEX IF NOT EXISTS by_time ON entries(utc);
   CREATE INDEX IF NOT EXISTS by_unit ON entries(unit, utc);
   CREATE INDEX IF NOT EXISTS by_zone ON entries(zone, utc);
-  CREATE INDEX IF NOT EXISTS alerts ON entries(utc, unit, zone) WHERE alert = 1;
+  CREATE INDEX IF NOT EXISTS alerts ON entries(utc) WHERE alert = 1;
   CREATE INDEX IF NOT EXISTS open_alerts ON entries(utc) WHERE alert = 1 AND acknowledged IS NULL;
 )";
 
