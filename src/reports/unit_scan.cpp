@@ -15,17 +15,31 @@ std::size_t LastRecord(ByteView file) { return file.size() - kRecordSize; }
 
 // Whether none of the file's records needs a look of its own.
 bool UnitScan::IsPassedOver(ByteView file) const {
-  const PositionBox& box = area_->Box();
-  return !box.IsEmpty() && FileRecordTime(file, 0) >= span_.first &&
-         FileRecordTime(file, LastRecord(file)) <= previous_ && LiesOutside(file, box);
+  return IsInTurn(FileRecordTime(file, 0), FileRecordTime(file, LastRecord(file))) &&
+         LiesOutside(file, area_->Box());
+}
+
+// Whether a file with these times can be passed over as a whole.
+bool UnitScan::IsInTurn(std::uint32_t first, std::uint32_t last) const {
+  return !area_->Box().IsEmpty() && first >= span_.first && last <= previous_;
+}
+
+void UnitScan::GoBeyond(std::uint32_t first) {
+  CloseVisit();
+  previous_ = first;
+}
+
+bool UnitScan::PassOver(const FileSummary& summary) {
+  if (!IsInTurn(summary.first, summary.last) || summary.Meets(area_->Box())) return false;
+  GoBeyond(summary.first);
+  return true;
 }
 
 UnitScan::Examined UnitScan::Examine(ByteView file) {
   assert(file.size() % kRecordSize == 0);
   if (file.empty()) return {};
   if (!IsPassedOver(file)) return ExamineRecords(file);
-  CloseVisit();
-  previous_ = FileRecordTime(file, 0);
+  GoBeyond(FileRecordTime(file, 0));
   return {Outcome::kGoesOn, file.size() / kRecordSize, 0, 0, 0};
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "reports/file_summaries.h"
 #include "reports/record_time.h"
 #include "reports/search_area.h"
 
@@ -47,6 +48,10 @@ class UnitScan {
   /// `file` is whole records. Nothing may be examined after another outcome than kGoesOn.
   Examined Examine(ByteView file);
 
+  /// Does the same for a file that it needn't see: one that the summary tells to lie elsewhere. False if it
+  /// has to be examined.
+  bool PassOver(const FileSummary& summary);
+
   /// What is still open is a visit too.
   void Finish() { CloseVisit(); }
 
@@ -57,6 +62,8 @@ class UnitScan {
  private:
   bool IsPassedOver(ByteView file) const;
   Examined ExamineRecords(ByteView file);
+  bool IsInTurn(std::uint32_t first, std::uint32_t last) const;
+  void GoBeyond(std::uint32_t first);
   void CloseVisit();
 
   const SearchArea* area_;

@@ -1,5 +1,7 @@
 #include "reports/visit_search.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <cassert>
 
@@ -62,6 +64,7 @@ void VisitSearch::BeginUnit() {
   if (const std::error_code error = units_[unit_].Open()) return Stop(FolderNotListed(error.value()));
   fileCount_ += FileCountOf(unit_);
   filesLeft_ = FileCountOf(unit_);
+  summaries_ = ReadSummaries(folder_, query_.unitIds[unit_]);
   scan_.emplace(unit_, query_.area, query_.span, [this](std::uint32_t exit) { return CanStillList(exit); });
 }
 
@@ -69,6 +72,7 @@ void VisitSearch::EndUnit() {
   scan_->Finish();
   listed_ = Merged(listed_, scan_->Visits(), query_.limit);
   scan_.reset();
+  summaries_.clear();
   units_[unit_].Close();
   filesDone_ += FileCountOf(unit_);
   filesLeft_ = 0;
@@ -87,6 +91,7 @@ void VisitSearch::StartAnew() {
 }
 
 void VisitSearch::ReadNextFile() {
+  if (PassOverNextFile()) return;
   using Outcome = DataFileReader::Outcome;
   const UnitFiles& files = units_[unit_];
   const Outcome outcome = reader_.Read(files.Descriptor(), files.Names()[filesLeft_ - 1].c_str());
@@ -101,11 +106,28 @@ void VisitSearch::ReadNextFile() {
   }
 }
 
+// Whether it was dealt with by its summary alone.
+bool VisitSearch::PassOverNextFile() {
+  const std::string& name = units_[unit_].Names()[filesLeft_ - 1];
+  const auto known = summaries_.find(name);
+  if (known == summaries_.end()) return false;
+  const FileSummary& summary = known->second;
+  struct stat status {};
+  if (::fstatat(units_[unit_].Descriptor(), name.c_str(), &status, 0) != 0 || KeyOf(status) != summary.key)
+    return false;
+  if (!IsWanted(summary.last)) {
+    EndUnit();
+    return true;
+  }
+  if (!scan_->PassOver(summary)) return false;
+  records_ += summary.RecordCount();
+  --filesLeft_;
+  return true;
+}
+
 void VisitSearch::TakeFile() {
   const ByteView file = reader_.Content();
-  const bool isWanted =
-      file.empty() || scan_->HasOpenVisit() || CanStillList(FileRecordTime(file, file.size() - kRecordSize));
-  if (!isWanted) return EndUnit();
+  if (!file.empty() && !IsWanted(FileRecordTime(file, file.size() - kRecordSize))) return EndUnit();
   const UnitScan::Examined examined = scan_->Examine(file);
   records_ += examined.records;
   switch (examined.outcome) {
@@ -119,6 +141,11 @@ void VisitSearch::TakeFile() {
       Stop(RecordsOutOfOrder(examined, records_, file.size(), Place()));
       break;
   }
+}
+
+// Whether a file whose newest record has this time can add something.
+bool VisitSearch::IsWanted(std::uint32_t newest) const {
+  return scan_->HasOpenVisit() || CanStillList(newest);
 }
 
 // Whether another visit of the unit at work, one that ends then, would be among those listed.

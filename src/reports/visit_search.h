@@ -30,7 +30,8 @@ struct VisitQuery {
 /// that of the unit asked for first. A unit is read no further when its older visits could not be listed, or
 /// lie before the time asked for. What can't be read, or is out of order, ends the search: what was found
 /// before stays listed. An import may put another folder in the place of a unit's: then that unit is searched
-/// anew, once.
+/// anew, once. Files that a summary tells to lie elsewhere are not read (file_summaries.h); it changes
+/// nothing else.
 ///
 /// It belongs to one thread at a time, which works through it in short steps and may leave it after any.
 class VisitSearch {
@@ -66,9 +67,11 @@ class VisitSearch {
   void BeginUnit();
   void EndUnit();
   void ReadNextFile();
+  bool PassOverNextFile();
   void TakeFile();
   void StartAnew();
   void Stop(std::string problem);
+  bool IsWanted(std::uint32_t newest) const;
   bool CanStillList(std::uint32_t exit) const;
   std::size_t FileCountOf(std::size_t unit) const { return units_[unit].Names().size(); }
   SearchPlace Place() const;
@@ -76,6 +79,7 @@ class VisitSearch {
   std::filesystem::path folder_;
   VisitQuery query_;
   std::vector<UnitFiles> units_;  // as far as they are listed
+  FileSummaries summaries_;       // of the unit at work
   std::size_t fileCount_ = 0;
   std::size_t unit_ = 0;          // the one at work
   std::optional<UnitScan> scan_;  // of it

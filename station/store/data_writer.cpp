@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "base/whole_file.h"
+#include "reports/file_summaries.h"
 #include "station/store/data_files.h"
 #include "station/store/unit_index.h"
 
@@ -201,6 +202,7 @@ MergeOutcome MergeIntoUnit(const ImportLock& lock, std::string_view unitId,
   const std::size_t added = merged.size() - old->size();
   if (added > 0) outcome.error = Rebuild(folders, rewritten, merged);
   if (!outcome.error.empty()) return outcome;
+  StoreSummaries(lock.DataFolder(), unitId);
   outcome.added = added;
   outcome.alreadyThere = records.size() - added;
   return outcome;

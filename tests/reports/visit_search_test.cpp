@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <chrono>
 #include <random>
 
 #include "base/number_format.h"
@@ -194,6 +195,33 @@ TEST(VisitSearch, WorksInBlocks) {
   EXPECT_GT(percent, 60);
 }
 
+TEST(VisitSearch, TrustsASummaryAsLongAsItFitsItsFile) {
+  const DataFolder folder;
+  const fs::path file = folder.Write(kUnit, "1", FileOf(Pattern(std::string(70, '.'))));
+  folder.Write(kUnit, "2", FileOf(Pattern("..x", 70)));
+  const auto visits = [&folder] {
+    VisitSearch search(folder.Path(), QueryOf({kUnit}));
+    Finish(search);
+    EXPECT_EQ(search.State().records, 73u);
+    return search.Visits().size();
+  };
+  StoreSummaries(folder.Path(), kUnit);
+  EXPECT_EQ(visits(), 1u);
+  const auto time = fs::last_write_time(file);
+  folder.Write(kUnit, "1", FileOf(Pattern("x" + std::string(69, '.'))));
+  fs::last_write_time(file, time);
+  EXPECT_EQ(visits(), 1u) << "it is not read";
+  fs::last_write_time(file, time + std::chrono::nanoseconds(1));
+  EXPECT_EQ(visits(), 2u) << "its time is another one";
+  fs::last_write_time(file, time);
+  fs::rename(file, folder.Path() / "aside");
+  fs::copy(folder.Path() / "aside", file);
+  fs::last_write_time(file, time);
+  EXPECT_EQ(visits(), 2u) << "it is another file";
+  StoreSummaries(folder.Path(), kUnit);
+  EXPECT_EQ(visits(), 2u);
+}
+
 // Folders that nobody would make: few and many files of all sizes, odd names, flagged and equal times, times
 // that run back, sizes that are wrong, positions near the edges on both sides of the equator and of
 // Greenwich.
@@ -258,6 +286,12 @@ TEST(VisitSearch, AgreesWithTheRuleOnRandomFolders) {
     const std::string code = literal.error == 0 ? "" : "Error " + std::to_string(literal.error);
     ASSERT_EQ(search.Problem().substr(0, code.size()), code) << round;
     ASSERT_EQ(search.Problem().empty(), code.empty()) << round << search.Problem();
+    const std::string plain = Text(search.Visits()) + search.Problem();
+    if (round % 2 == 0)
+      for (const std::string& unit : question.units) StoreSummaries(made.folder.Path(), unit);
+    VisitSearch again(made.folder.Path(), query);
+    Finish(again);
+    ASSERT_EQ(Text(again.Visits()) + again.Problem(), plain) << round << ", with summaries";
     visits += expected.size();
     errors += literal.error != 0;
   }

@@ -1,5 +1,6 @@
 #include "station/store/data_writer.h"
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <csignal>
@@ -7,6 +8,7 @@
 #include <optional>
 #include <random>
 
+#include "reports/file_summaries.h"
 #include "station/station_testing.h"
 #include "station/store/data_files.h"
 #include "station/store/data_folder.h"
@@ -75,6 +77,14 @@ TEST_F(DataWriter, MergesAnythingIntoAnything) {
     const auto stored = CheckedRecords();
     ASSERT_EQ(stored.size(), expected.size());
     ASSERT_TRUE(std::ranges::equal(stored, expected, {}, {}, [](const auto& e) { return e.second; }));
+    for (const FileSummaries summaries = ReadSummaries(data_, kUnit);
+         const auto& entry : fs::directory_iterator(unit_)) {
+      struct stat status {};
+      ASSERT_EQ(::stat(entry.path().c_str(), &status), 0);
+      const auto summary = summaries.find(entry.path().filename().string());
+      ASSERT_NE(summary, summaries.end());
+      ASSERT_EQ(summary->second.key, KeyOf(status)) << "it is made with the file";
+    }
   }
 }
 
