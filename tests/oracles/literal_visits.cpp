@@ -57,9 +57,10 @@ class Search {
     std::vector<std::string> names = NamesIn(folder_ / question_.units[unit_]);
     std::reverse(names.begin(), names.end());
     for (const std::string& name : names) {
+      if (result.error != 0 || isPast_) break;
       const std::string content = ContentOf(folder_ / question_.units[unit_] / name);
       if (content.size() > 10080 || content.size() % 14 != 0) result.error = 65387;
-      if (result.error != 0 || isPast_) break;
+      if (result.error != 0) break;
       if (content.empty()) continue;
       if (IsFull(TimeOf(content, content.size() / 14 - 1))) break;
       SearchFile(content);
