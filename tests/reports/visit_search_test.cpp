@@ -96,6 +96,10 @@ TEST(VisitSearch, SaysWhatEndedItAndKeepsWhatItFound) {
     Finish(search);
     EXPECT_EQ(Text(search.Visits()), Text({{0, Second(102), Second(102), 1}}));
     EXPECT_FALSE(search.Step());
+    StoreSummaries(folder.Path(), kUnit);
+    VisitSearch again(folder.Path(), search.Query());
+    Finish(again);
+    EXPECT_EQ(again.Problem(), search.Problem()) << "with summaries";
     return search.Problem();
   };
   EXPECT_EQ(message(""), "");
