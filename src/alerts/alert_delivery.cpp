@@ -80,16 +80,16 @@ void AlertDelivery::ChooseCarrier(int index) {
 }
 
 void AlertDelivery::AskCustomName() {
-  questions_.Ask(Input("Enter Your Mobile Provider's Name Below:", "Mobile Provider's Name",
-                       provider_.customName.Value()),
-                 [this](const Answer& answer) {
-                   if (!answer.text.empty()) AskCustomDomain(answer.text);
-                 });
+  questions_.Ask(
+      Input("Enter Your Mobile Provider's Name Below:", "Mobile Provider's Name", CustomGateway().name),
+      [this](const Answer& answer) {
+        if (!answer.text.empty()) AskCustomDomain(answer.text);
+      });
 }
 
 void AlertDelivery::AskCustomDomain(const std::string& name) {
   questions_.Ask(
-      Input("Enter Your Mobile Provider's URL Below:", "Mobile Provider's URL", provider_.customUrl.Value()),
+      Input("Enter Your Mobile Provider's URL Below:", "Mobile Provider's URL", CustomGateway().domain),
       [this, name](const Answer& answer) {
         if (answer.text.empty()) return;
         provider_.customName.Store(name);
@@ -132,16 +132,19 @@ int AlertDelivery::CarrierIndex() const {
   return index == kCustomCarrier && CustomGateway().name.empty() ? choice::kProviderIndex.initial : index;
 }
 
-// The carrier's own domain counts, whatever stood in the settings before anyone chose one.
+// A carrier keeps the domain that it was chosen with; before anyone chose one, the table's counts.
 AlertDelivery::Gateway AlertDelivery::ChosenGateway() const {
   const int index = CarrierIndex();
   if (index == kCustomCarrier) return CustomGateway();
   const Carrier& carrier = Carriers()[static_cast<std::size_t>(index - 1)];
-  return {carrier.name, carrier.gateway};
+  const std::string& stored = provider_.url.Value();
+  const bool isChosen =
+      index == provider_.index.Value() && !stored.empty() && stored != choice::kProviderUrl.initial;
+  return {carrier.name, isChosen ? stored : carrier.gateway};
 }
 
 AlertDelivery::Gateway AlertDelivery::CustomGateway() const {
-  if (!provider_.customName.Value().empty())
+  if (!provider_.customName.Value().empty() && !provider_.customUrl.Value().empty())
     return {provider_.customName.Value(), provider_.customUrl.Value()};
   if (provider_.index.Value() != kCustomCarrier || provider_.name.Value() == choice::kProviderName.initial)
     return {};

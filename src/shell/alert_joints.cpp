@@ -32,6 +32,7 @@ void AlertJoints::HandleCommands(CommandHandlers& handlers) {
   handle(Command::kAlertSound, [this](int sound) { signal_.ChooseSound(sound); });
   handle(Command::kAlertTest, [this](int) {
     ports_.desktop.window.BringToForeground();
+    if (signal_.IsPersisting()) view_.RaisePersist();
     signal_.Start();
   });
   handle(Command::kStaleAge, [this](int choice) {

@@ -124,17 +124,40 @@ TEST_F(AlertDeliveryTest, OddSettingsGiveAnAddressAllTheSame) {
   const struct {
     const char* name;
     const char* custom;
+    const char* customUrl;
     int index;
-  } cases[] = {{"Your Mobile Provider's Name", "", 1}, {"Theirs", "", 99}, {"Theirs", "Mine", 99}};
+    const char* shown;
+  } cases[] = {{"Your Mobile Provider's Name", "", "", 1, ""},
+               {"Theirs", "", "", 99, "Theirs@theirs.example.com"},
+               {"Theirs", "Mine", "", 99, "Theirs@theirs.example.com"},
+               {"Theirs", "Mine", "mine.example.com", 99, "Mine@mine.example.com"}};
   for (const auto& row : cases) {
     settings_.values = {{"Mobile Provider Index", "99"},
                         {"Mobile Provider Name", row.name},
                         {"Mobile Provider URL", "theirs.example.com"},
-                        {"Custom Mobile Provider Name", row.custom}};
+                        {"Custom Mobile Provider Name", row.custom},
+                        {"Custom Mobile Provider URL", row.customUrl}};
     Restart();
     EXPECT_EQ(delivery_.CarrierIndex(), row.index) << row.name;
+    if (row.index == 99) {
+      EXPECT_EQ(delivery_.CustomGateway().name + "@" + delivery_.CustomGateway().domain, row.shown);
+    }
   }
-  EXPECT_EQ(delivery_.CustomGateway().name, "Mine");
+}
+
+TEST_F(AlertDeliveryTest, AStoredDomainCountsForTheCarrierThatItWasStoredWith) {
+  const struct {
+    const char* index;
+    const char* url;
+    const char* domain;
+  } cases[] = {{"3", "elsewhere.example.com", "elsewhere.example.com"},
+               {"3", "", "txt.att.net"},
+               {"3", "Your Mobile Provider's URL", "txt.att.net"}};
+  for (const auto& row : cases) {
+    settings_.values = {{"Mobile Provider Index", row.index}, {"Mobile Provider URL", row.url}};
+    Restart();
+    EXPECT_EQ(delivery_.ChosenGateway().domain, row.domain) << row.url;
+  }
 }
 
 }  // namespace

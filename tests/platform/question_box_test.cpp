@@ -107,6 +107,7 @@ TEST_F(QuestionBoxTest, TextIsNoMarkUp) {
     for (auto* label : Open()->findChildren<QLabel*>()) {
       if (label->text().contains("Depot")) {
         EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        EXPECT_EQ(label->text().contains("&&"), label->buddy() != nullptr) << "no access key";
       }
     }
     box_.Dismiss();

@@ -77,6 +77,7 @@ TEST_F(AlertJointsTest, APersistentOneShowsItsWindowAndGoesOnThroughBatchesAndSi
   EXPECT_THAT(sound.plays, SizeIs(count + 1));
   Choose("mnuOptionsAlertTest");
   EXPECT_THAT(sound.plays, SizeIs(count + 1));
+  EXPECT_EQ(alertView.raised, 2);
   alertView.Close();
   Choose("mnuOptionsAlertTest");
   EXPECT_TRUE(alertView.IsOpen());

@@ -77,7 +77,8 @@ QMessageBox* MakeMessageBox(const Question& question, QWidget* window) {
 QInputDialog* MakeInputDialog(const Question& question, QWidget* window) {
   auto* box = new QInputDialog(window);
   box->setInputMode(QInputDialog::TextInput);
-  box->setLabelText(QString::fromStdString(question.text));
+  // The label belongs to the line below it, so that a single "&" would be an access key.
+  box->setLabelText(QString::fromStdString(question.text).replace("&", "&&"));
   box->setTextValue(QString::fromStdString(question.defaultText));
   for (auto* label : box->findChildren<QLabel*>()) {
     label->setTextFormat(Qt::PlainText);
