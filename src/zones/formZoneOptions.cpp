@@ -104,7 +104,7 @@ QWidget* formZoneOptions::BuildHours() {
   start->setBuddy(cHr1_);
   auto* end = new QLabel("And &Before", box);
   end->setBuddy(cHr2_);
-  auto* note = new QLabel("Days and hours say what the journal calls an alert. The sound that follows new data comes at any time.", box);
+  auto* note = new QLabel("Days and hours decide what the journal calls an alert.", box);
   note->setWordWrap(true);
   auto* grid = new QGridLayout(box);
   grid->addWidget(start, 0, 0);

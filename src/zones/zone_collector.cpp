@@ -5,6 +5,8 @@
 #include <map>
 #include <utility>
 
+#include "zones/zone_options_model.h"
+
 namespace pallomir {
 namespace {
 
@@ -38,6 +40,9 @@ void CompleteOptions(ZoneOptions& options, std::size_t number) {
   const auto isTime = [](const std::string& text) {
     return text.size() == 4 && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
   };
+  ZoneOptionsModel model(options);
+  model.SetDescription(options.Description);
+  options.Description = model.Description();
   if (options.Description.empty()) options.Description = "Zone " + std::to_string(number);
   if (options.DaysOfWeek.size() != 7) options.DaysOfWeek = ZoneOptions().DaysOfWeek;
   if (!isTime(options.StartTime) || !isTime(options.EndTime))

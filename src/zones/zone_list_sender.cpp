@@ -19,7 +19,9 @@ std::string NameLine(const ZoneTree& tree, ZoneOrdinal zone) {
   constexpr std::size_t kLongestSection = 200, kLongestName = 400;
   const int depth = tree.At(zone).depth;
   std::string section = depth < static_cast<int>(kLongestSection) / 2 ? tree.Section(zone) : std::string();
-  if (section.size() > kLongestSection || section.empty()) section = std::to_string(tree.At(zone).number);
+  // "0" begins no section: a deep zone's last number must not pass for one of the top level.
+  if (section.size() > kLongestSection || section.empty())
+    section = "0." + std::to_string(tree.At(zone).number);
   std::string name = tree.At(zone).options.Description.substr(0, kLongestName);
   std::ranges::replace_if(
       name, [](char c) { return c == '\n' || c == '\r'; }, ' ');

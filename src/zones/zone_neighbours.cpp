@@ -109,14 +109,17 @@ std::vector<std::string> RemarksOn(const ZoneTree& tree, ZoneOrdinal zone) {
   if (outline.size() < 3) return remarks;
   const Box box = BoxOf(outline);
   const ZoneOrdinal parent = tree.At(zone).parent;
-  if (parent != ZoneTree::kNone && tree.At(parent).vertexCount >= 3 &&
+  const auto isQuick = [&outline](std::size_t corners) {
+    return outline.size() * corners <= kMostComparisons;
+  };
+  if (parent != ZoneTree::kNone && tree.At(parent).vertexCount >= 3 && isQuick(tree.At(parent).vertexCount) &&
       LeavesItsParent(outline, OutlineOf(tree, parent)))
     remarks.push_back("Zone " + NameOfZone(tree, zone) + " reaches beyond zone " + NameOfZone(tree, parent) +
                       "; outside of it, it has no effect.");
   for (const ZoneOrdinal sibling : tree.ChildrenOf(parent)) {
     if (sibling == zone || tree.At(sibling).vertexCount < 3 || remarks.size() == kMostRemarks) continue;
     const Outline other = OutlineOf(tree, sibling);
-    if (outline.size() * other.size() > kMostComparisons) continue;
+    if (!isQuick(other.size())) continue;
     if (!Meet(BoxOf(other), box) || !Overlap(outline, other)) continue;
     remarks.push_back("Zones " + NameOfZone(tree, std::min(zone, sibling)) + " and " +
                       NameOfZone(tree, std::max(zone, sibling)) +

@@ -9,9 +9,13 @@
 namespace pallomir {
 namespace {
 
-constexpr std::size_t kMostSteps = 50;
-// Of all lists that are kept for undoing; a corner takes 16 bytes.
-constexpr std::size_t kMostKeptVertices = 4'000'000;
+// Of all lists that are kept for undoing, in bytes: every step of a run, unless the lists are huge.
+constexpr std::size_t kMostKept = 64 << 20;
+
+std::size_t KeptSize(const ZoneTree& tree) {
+  constexpr std::size_t kZone = 256;  // its record and texts, about
+  return kZone + tree.Count() * kZone + tree.AllVertices().size() * sizeof(ZoneVertex);
+}
 
 constexpr char kSuffix[] = ".new";
 
@@ -62,7 +66,10 @@ ZoneStore::Loaded ZoneStore::Load() {
     return Unreadable(error.message());
   }
   ZoneFileContent read = ReadZones(*content);
-  if (read.illegalDepth) return {read.illegalDepth, {}};
+  if (read.illegalDepth) {
+    readOnly_ = "The zones can't be changed: the file " + file_.string() + " nests them against its rule.";
+    return {read.illegalDepth, {}};
+  }
   TakeOver(std::move(read.tree));
   if (!read.damage) {
     lastMessage_.clear();
@@ -112,10 +119,10 @@ std::string ZoneStore::MoveIn(PendingZones& pending) {
 
 void ZoneStore::Remember(std::deque<ZoneTree>& history, ZoneTree tree) {
   history.push_back(std::move(tree));
-  std::size_t vertices = 0;
-  for (const ZoneTree& kept : history) vertices += kept.AllVertices().size();
-  while (history.size() > 1 && (history.size() > kMostSteps || vertices > kMostKeptVertices)) {
-    vertices -= history.front().AllVertices().size();
+  std::size_t size = 0;
+  for (const ZoneTree& kept : history) size += KeptSize(kept);
+  while (history.size() > 1 && size > kMostKept) {
+    size -= KeptSize(history.front());
     history.pop_front();
   }
 }

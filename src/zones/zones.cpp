@@ -178,11 +178,12 @@ void Zones::Ask(const std::string& text, std::function<void()> then) {
   });
 }
 
+// Asked again while the box is open, it stands for the zone that was chosen last.
 void Zones::AskToDelete(ZoneOrdinal zone) {
-  Ask("Are you sure you want to delete this (sub)zone and all subzones under it?",
-      [this, reference = ReferenceTo(zone)] {
-        if (const auto place = Find(reference)) Stored(store_.Save(WithZoneDeleted(Tree(), *place)));
-      });
+  toDelete_ = ReferenceTo(zone);
+  Ask("Are you sure you want to delete this (sub)zone and all subzones under it?", [this] {
+    if (const auto place = Find(toDelete_)) Stored(store_.Save(WithZoneDeleted(Tree(), *place)));
+  });
 }
 
 void Zones::DeleteAll() {

@@ -137,6 +137,7 @@ class Zones {
   ZoneStore store_;
   ZoneListSender sender_;
   std::optional<Drawing> drawing_;
+  Reference toDelete_;  // whom the open question is about
   ZonePopupEntries popup_;
   bool isPageThere_ = false;
   bool isImporting_ = false;

@@ -14,7 +14,7 @@ TEST(ZoneExchange, WhatIsExportedIsReadBackEqual) {
   for (int round = 0; round < 40; ++round) {
     ZoneTree tree = RandomZones(random, static_cast<int>(random() % 30));
     ZoneTreeBuilder more(tree.TopLevelKind());
-    more.Append(1, {" ", "R&D \"x\", <b> \xC3\xA9", "-------", "0000", "0000"}, {});
+    more.Append(1, {" ", "R&D 'x', <b> \xC3\xA9", "-------", "0000", "0000"}, {});
     more.Append(2, {"", "point", "SMTWTFS", "2455", "2355"},
                 std::vector<ZoneVertex>{{1e-7, -179.123456789012}});
     more.Append(3, {"", "closed"}, std::vector<ZoneVertex>{{1, 2}, {3, 4}, {1, 2}});
@@ -26,6 +26,14 @@ TEST(ZoneExchange, WhatIsExportedIsReadBackEqual) {
       EXPECT_EQ(back.tree, tree) << Outline(back.tree) << '\n' << Outline(tree);
     }
   }
+}
+
+TEST(ZoneExchange, NamesBecomeWhatTheZoneFileCanHold) {
+  ZoneTreeBuilder quoted(ZoneKind::kAlerted);
+  quoted.Append(1, {"", "\"North\"\tgate"}, std::vector<ZoneVertex>{{1, 2}, {3, 4}, {5, 2}});
+  const ZoneTree tree = quoted.Build();
+  for (const ZoneFormat format : kFormats)
+    EXPECT_EQ(Outline(ImportZones(ExportZones(tree, format), format).tree), "Alerted 1:'North'gate");
 }
 
 TEST(ZoneExchange, AppendedZonesKeepTheirNesting) {

@@ -66,12 +66,19 @@ TEST_F(ZoneStoreTest, ChangesAreOnDiskAndCanBeUndone) {
   EXPECT_EQ(OutlineNow(), "Non-Alert 1:Yard 2:Gate");
 }
 
-TEST_F(ZoneStoreTest, OnlySoManyStepsAreKept) {
-  store_.Load();
-  for (int i = 0; i < 60; ++i) store_.Save(WithKindSwapped(store_.Tree()));
-  int steps = 0;
-  for (; store_.CanUndo(); ++steps) store_.Undo();
-  EXPECT_EQ(steps, 50);
+TEST_F(ZoneStoreTest, EveryStepIsKeptUnlessTheListsAreHuge) {
+  const auto stepsOf = [this](int changes) {
+    store_.Load();
+    for (int i = 0; i < changes; ++i) store_.Save(WithKindSwapped(store_.Tree()));
+    int steps = 0;
+    for (; store_.CanUndo(); ++steps) store_.Undo();
+    return steps;
+  };
+  EXPECT_EQ(stepsOf(60), 60);
+  std::string huge = "\"Alerted\"\r\n1,1,\"\",\"Coast\",\"\",\"\",\"\"\r\n";
+  for (int i = 0; i < 1'000'000; ++i) huge += i == 999'999 ? "0,1,2\r\n" : "1,1,2\r\n";
+  WriteFile(file_, huge);
+  EXPECT_EQ(stepsOf(5), 4) << "16 bytes a corner, in 64 MiB";
 }
 
 TEST_F(ZoneStoreTest, ADamagedFileIsKeptAsideOnceBeforeItIsChanged) {
@@ -103,6 +110,8 @@ TEST_F(ZoneStoreTest, AnIllegalDepthLeavesFileAndListAsTheyWere) {
   WriteFile(file_, illegal);
   EXPECT_EQ(store_.Load().illegalDepth, 3);
   EXPECT_EQ(OutlineNow(), "Alerted 1:Yard");
+  EXPECT_THAT(store_.Save(WithOneMore("Gate")), HasSubstr("against its rule"));
+  EXPECT_THAT(store_.DeleteAll(), HasSubstr("against its rule"));
   EXPECT_EQ(ReadFile(file_), illegal);
 }
 

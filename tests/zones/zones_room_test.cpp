@@ -187,6 +187,24 @@ TEST_F(ZonesTest, DeletingIsAskedFor) {
   EXPECT_EQ(ReadFile(path_), "\"Alerted\"\r\n");
 }
 
+TEST_F(ZonesTest, TheZoneThatWasChosenLastIsDeleted) {
+  Load(kDepotAndYard);
+  zones_.Run(ZoneOperation::kDel, 0);
+  zones_.Run(ZoneOperation::kDel, 1);  // in the list of zones, beside the box
+  box_.AnswerIt({true, ""});
+  EXPECT_EQ(OnDisk(), "Alerted 1:Depot");
+}
+
+TEST_F(ZonesTest, ADeepZonesNameIsNoneOfTheTopLevel) {
+  std::string deep = "\"Alerted\"\r\n";
+  for (int depth = 1; depth <= 101; ++depth)
+    deep += "1," + std::to_string(depth) + ",\"\",\"Z\"" + kDays + kCorners;
+  WriteFile(path_, deep);
+  zones_.OnPageReady();
+  loop_.Advance(0);
+  EXPECT_THAT(writes_.back(), testing::EndsWith(".1 Z\n0.1 Z\n0.1 Z\n"));
+}
+
 TEST_F(ZonesTest, AnAnswerThatComesAfterTheListHasChangedActsOnTheSameZoneOnly) {
   Load(kDepotAndYard);
   zones_.Run(ZoneOperation::kDel, 0);

@@ -290,6 +290,7 @@ export class ShapeEditor {
   placingEnded() {
     if (this.stopped || !this.isPlacing || !this.closedByUser) return;
     this.isPlacing = false;
+    this.freshIndex = null;
     this.history.closed();
     this.renew();
   }
