@@ -25,7 +25,7 @@ std::string NotSaved(const std::error_code& error) {
 
 }  // namespace
 
-PendingZones::PendingZones(std::filesystem::path file, std::string suffix, ZoneTree next)
+PendingZones::PendingZones(std::filesystem::path file, const std::string& suffix, ZoneTree next)
     : file_(std::move(file)), beside_(file_), next_(std::move(next)) {
   beside_ += suffix;
 }

@@ -26,7 +26,7 @@ class PendingZones {
 
  private:
   friend class ZoneStore;
-  PendingZones(std::filesystem::path file, std::string suffix, ZoneTree next);
+  PendingZones(std::filesystem::path file, const std::string& suffix, ZoneTree next);
 
   std::filesystem::path file_;
   std::filesystem::path beside_;

@@ -100,7 +100,7 @@ Answer AnswerOf(const QDialog* dialog, int result) {
 
 QtQuestionBox::QtQuestionBox(QWidget* window) : window_(window) {}
 
-QtQuestionBox::~QtQuestionBox() { Dismiss(); }
+QtQuestionBox::~QtQuestionBox() { QtQuestionBox::Dismiss(); }
 
 void QtQuestionBox::SetWindow(QWidget* window) { window_ = window; }
 
