@@ -17,7 +17,7 @@ namespace pallomir {
 namespace {
 
 Deployment ReadDeployment(const Folders& folders, Trace& trace) {
-  constexpr std::size_t kMaxSize = 64 * 1024;
+  constexpr std::size_t kMaxSize = std::size_t{64} * 1024;
   const auto file = folders.application / "deployment.ini";
   std::error_code error;
   const auto text = ReadWholeFile(file, kMaxSize, error);

@@ -17,7 +17,7 @@ constexpr char kService[] = "Pallomir_Service";
 constexpr int kPollMilliseconds = 100;
 
 // The host keeps its log to a page; what is longer than a book is no log.
-constexpr std::size_t kMaxLogSize = 1024 * 1024;
+constexpr std::size_t kMaxLogSize = std::size_t{1024} * 1024;
 
 }  // namespace
 

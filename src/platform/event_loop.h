@@ -24,8 +24,8 @@ class EventLoop {
                                              std::function<void()> tick) = 0;
   /// Runs `work` from the event loop, in the order of the calls.
   virtual void Post(std::function<void()> work) = 0;
-  /// Runs `work` on a thread of its own, and when it is through `then` from the event loop. The end of the loop
-  /// waits for `work`, not for `then`.
+  /// Runs `work` on a thread of its own, and when it is through `then` from the event loop. The end of the
+  /// loop waits for `work`, not for `then`.
   virtual void RunBeside(std::function<void()> work, std::function<void()> then) = 0;
 };
 

@@ -21,7 +21,7 @@ struct WaveHeader {
 };
 
 /// The sound's data have to begin within so many bytes.
-inline constexpr std::size_t kWaveHeadSize = 16 * 1024;
+inline constexpr std::size_t kWaveHeadSize = std::size_t{16} * 1024;
 
 /// Reads the beginning of a wave file, as much of it as there is, at most `kWaveHeadSize` bytes. The header,
 /// or why it is none.

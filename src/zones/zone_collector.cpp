@@ -36,13 +36,17 @@ std::vector<std::size_t> ParentsOf(const std::vector<ZoneCollector::Polygon>& po
   return parents;
 }
 
+// What the zone file can't hold goes.
+void CleanDescription(ZoneOptions& options) {
+  ZoneOptionsModel model(options);
+  model.SetDescription(options.Description);
+  options.Description = model.Description();
+}
+
 void CompleteOptions(ZoneOptions& options, std::size_t number) {
   const auto isTime = [](const std::string& text) {
     return text.size() == 4 && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
   };
-  ZoneOptionsModel model(options);
-  model.SetDescription(options.Description);
-  options.Description = model.Description();
   if (options.Description.empty()) options.Description = "Zone " + std::to_string(number);
   if (options.DaysOfWeek.size() != 7) options.DaysOfWeek = ZoneOptions().DaysOfWeek;
   if (!isTime(options.StartTime) || !isTime(options.EndTime))
@@ -53,7 +57,8 @@ void CompleteOptions(ZoneOptions& options, std::size_t number) {
 
 void ZoneCollector::Take(Polygon polygon) {
   if (!problem_.empty()) return;
-  CompleteOptions(polygon.options, polygons_.size() + 1);
+  CleanDescription(polygon.options);
+  if (!polygon.isOurs) CompleteOptions(polygon.options, polygons_.size() + 1);
   for (ZoneRing& ring : polygon.rings) {
     for (const ZoneVertex& vertex : ring) {
       if (!(std::abs(vertex.lat) <= 90 && std::abs(vertex.lng) <= 180))

@@ -19,6 +19,7 @@ class ZoneCollector {
     std::string parent;  ///< the id of the zone that it lies in; may be empty
     ZoneOptions options;
     std::vector<ZoneRing> rings;
+    bool isOurs = false;  ///< written by `ExportZones`: its texts stand as they are, empty ones too
   };
 
   /// Options that the file leaves out get their defaults: all days, any time, a name by number. Rings may be

@@ -122,8 +122,8 @@ class GeoJsonReader {
     polygon.parent = TextOf(properties, kParent);
     for (const auto& [name, text] : kTexts) polygon.options.*text = TextOf(properties, name);
     const Json& geometry = Member(feature, "geometry");
-    const bool isOurs = properties.is_object() && properties.contains(kTexts[1].first);
-    if (geometry.is_null() && isOurs) {
+    polygon.isOurs = properties.is_object() && properties.contains(kTexts[1].first);
+    if (geometry.is_null() && polygon.isOurs) {
       zones_.Take(std::move(polygon));
     } else {
       TakeGeometry(std::move(polygon), geometry);

@@ -62,9 +62,12 @@ void AppendPlacemark(pugi::xml_node document, const ZoneTree& tree, ZoneOrdinal 
   ring.append_child("coordinates").text() = CoordinatesOf(tree.VerticesOf(zone)).c_str();
 }
 
+pugi::xml_node DataNode(pugi::xml_node owner, const char* name) {
+  return owner.child("ExtendedData").find_child_by_attribute("Data", "name", name);
+}
+
 std::string DataOf(pugi::xml_node owner, const char* name) {
-  const pugi::xml_node data = owner.child("ExtendedData").find_child_by_attribute("Data", "name", name);
-  return data.child_value("value");
+  return DataNode(owner, name).child_value("value");
 }
 
 // The name without what namespaces put before it.
@@ -143,7 +146,7 @@ class KmlReader {
     polygon.id = DataOf(placemark, kId);
     polygon.parent = DataOf(placemark, kParent);
     for (const auto& [name, text] : kTexts) polygon.options.*text = DataOf(placemark, name);
-    const bool isOurs = !polygon.options.DaysOfWeek.empty();
+    polygon.isOurs = !DataNode(placemark, kTexts[0].first).empty();
     bool hasShape = false;
     const pugi::xml_node end = Behind(placemark);
     for (pugi::xml_node node = Next(placemark); node && node != end; node = Next(node)) {
@@ -151,7 +154,7 @@ class KmlReader {
       hasShape = true;
       TakePolygon(polygon, node);
     }
-    if (!hasShape && isOurs && !placemark.child("Point") && !placemark.child("LineString"))
+    if (!hasShape && polygon.isOurs && !placemark.child("Point") && !placemark.child("LineString"))
       zones_.Take(std::move(polygon));
   }
 

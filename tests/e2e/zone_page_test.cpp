@@ -192,6 +192,11 @@ TEST_F(ZonePageTest, AZoneIsDrawnByMouseNamedAndFoundWhereItWasDrawn) {
     EXPECT_TRUE(WaitFor([this] { return Menu(Command::kFinishZone).visible; }));
     Click(corners[0]);  // closes the outline
     ASSERT_TRUE(PageShows("Drag corners to move them"));
+    Drag(corners[4], corners[3]);
+    ASSERT_TRUE(PageShows("New zone: 4 corners"));
+    Evaluate(
+        "[...document.querySelectorAll('button')].find((b) => b.textContent.startsWith('Undo')).click()");
+    ASSERT_TRUE(PageShows("New zone: 5 corners")) << "it is back, and the outline stays closed";
     Drag(corners[2], corners[1]);
     ASSERT_TRUE(PageShows("New zone: 4 corners"));
     Choose(Command::kFinishZone);

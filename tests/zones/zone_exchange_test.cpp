@@ -18,6 +18,8 @@ TEST(ZoneExchange, WhatIsExportedIsReadBackEqual) {
     more.Append(2, {"", "point", "SMTWTFS", "2455", "2355"},
                 std::vector<ZoneVertex>{{1e-7, -179.123456789012}});
     more.Append(3, {"", "closed"}, std::vector<ZoneVertex>{{1, 2}, {3, 4}, {1, 2}});
+    more.Append(2, {"", "", "weekdays", "7", ""}, std::vector<ZoneVertex>{{1, 2}, {3, 4}, {5, 2}});
+    more.Append(3, {"", "", "", "", ""}, {});
     tree = WithZonesAppended(tree, more.Build());
     for (const ZoneFormat format : kFormats) {
       const ImportedZones back = ImportZones(ExportZones(tree, format), format);

@@ -3,7 +3,7 @@
 #include "platform/alsa/pcm_device.h"
 
 // The library's own handle.
-typedef struct _snd_pcm snd_pcm_t;
+typedef struct _snd_pcm snd_pcm_t;  // NOLINT(bugprone-reserved-identifier): its name there
 
 namespace pallomir {
 

@@ -7,7 +7,7 @@
 namespace pallomir {
 namespace {
 
-constexpr std::size_t kPieceSize = 64 * 1024;
+constexpr std::size_t kPieceSize = std::size_t{64} * 1024;
 static_assert(kWaveHeadSize <= kPieceSize);
 
 }  // namespace

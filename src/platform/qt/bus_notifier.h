@@ -23,11 +23,9 @@ class BusNotifier : public QObject, public Notifier {
   void Notify(const std::string& title, const std::string& text, std::function<void()> clicked) override;
   void Close() override;
 
- private slots:
-  void OnAction(uint id, const QString& action);
-  void OnClosed(uint id, uint reason);
-
  private:
+  Q_SLOT void OnAction(uint id, const QString& action);
+  Q_SLOT void OnClosed(uint id, uint reason);
   bool Connect();
   void Send(const QString& title, const QString& text, std::function<void()> clicked);
 
