@@ -22,6 +22,7 @@ Client::Client(const Ports& ports)
       map_(
           ports.desktop.browser, ports.loop, ports.trace, ports.storage.folders, ports.deployment.webSite,
           view_, [this](const std::string& text) { ports_.desktop.questions.Tell(text); }, MapHost()),
+      clickedAddress_(map_.Form()),
       mapCommands_(menus_, handlers_, map_, ports.views.menu),
       points_(feed_.Points(), units_.Book(), localClock_, choices_.unitOfMeasure),
       pickers_(ports.views.pickers, ports.loop, localClock_, choices_.onStartup, PickerHost()),
@@ -48,8 +49,8 @@ Client::Client(const Ports& ports)
 Client::~Client() = default;
 
 JoinedRooms Client::Rooms() {
-  return {ports_, hold_, choices_, localClock_, menus_,    handlers_, units_,
-          feed_,  map_,  points_,  pickers_,    timeline_, marks_,    frame_};
+  return {ports_, hold_,           choices_, localClock_, menus_,    handlers_, units_, feed_,
+          map_,   clickedAddress_, points_,  pickers_,    timeline_, marks_,    frame_};
 }
 
 void Client::Unload() {

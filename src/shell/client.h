@@ -11,6 +11,7 @@
 #include "platform/event_loop.h"
 #include "platform/local_clock.h"
 #include "platform/menu_model.h"
+#include "reports/clicked_address.h"
 #include "settings/stored_choices.h"
 #include "shell/alert_joints.h"
 #include "shell/instance_hold.h"
@@ -119,6 +120,7 @@ class Client {
 
   MapView view_;
   MapBridge map_;
+  ClickedAddress clickedAddress_;
   MapCommands mapCommands_;
 
   DisplayedPoints points_;

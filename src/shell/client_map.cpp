@@ -21,10 +21,12 @@ MapBridge::Host Client::MapHost() {
   host.reached = [this](int line) { ports_.views.boxes.TickStatus(line); };
   host.ready = [this] {
     ports_.views.boxes.HideSplash();
+    clickedAddress_.OnPageReady();
     for (Joint* joint : joints_) joint->OnPageReady();
   };
   host.lost = [this] {
     ports_.views.boxes.HideSplash();
+    clickedAddress_.OnPageLost();
     for (Joint* joint : joints_) joint->OnPageLost();
   };
   host.choices = [this] { return mapCommands_.Choices(); };
@@ -40,9 +42,11 @@ MapBridge::Host Client::MapHost() {
     mapCommands_.PopUpAtPointer(false);
   };
   host.menuWantedAt = [this](double lat, double lng) {
+    clickedAddress_.OnClick();
     zones_.OfferZoneAt(lat, lng);
     mapCommands_.PopUpAtPointer(true);
   };
+  host.addressFound = [this](const std::string& address) { clickedAddress_.OnAnswer(address); };
   return host;
 }
 

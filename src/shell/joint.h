@@ -4,6 +4,7 @@
 #include "map/map_bridge.h"
 #include "platform/local_clock.h"
 #include "platform/menu_model.h"
+#include "reports/clicked_address.h"
 #include "settings/stored_choices.h"
 #include "shell/instance_hold.h"
 #include "shell/ports.h"
@@ -28,6 +29,7 @@ struct JoinedRooms {
   UnitRegister& units;
   DataFeed& feed;
   MapBridge& map;
+  ClickedAddress& clickedAddress;
   const DisplayedPoints& points;
   PickerPanel& pickers;
   TimelinePanel& timeline;
