@@ -72,17 +72,30 @@ TEST(VisitSearch, FindsRunsAcrossFiles) {
   }
 }
 
-TEST(VisitSearch, KeepsToTheTimeBothEndsIncluded) {
-  const DataFolder folder;
-  folder.Write(kUnit, "1", FileOf(Pattern("xxxx")));
-  folder.Write(kUnit, "2", FileOf(Pattern("xxxx", 4)));
-  folder.Write(kUnit, "0", "never read, as it is older than what is asked");
-  VisitQuery query = QueryOf({kUnit});
-  query.span = {Second(2), Second(5)};
-  VisitSearch search(folder.Path(), query);
-  Finish(search);
-  EXPECT_EQ(Text(search.Visits()), Text({{0, Second(2), Second(5), 4}}));
-  EXPECT_EQ(search.Problem(), "");
+// Of the unit's three files the oldest holds no records: reading it would be told.
+TEST(VisitSearch, ReadsAUnitAsFarAsItMustAndNoFurther) {
+  const struct {
+    const char* name;
+    std::string older, other;
+    std::size_t limit;
+    TimeSpan span;
+    Visit visit;
+  } cases[] = {
+      {"both ends of the time count", "xxxx", "", 500, {Second(2), Second(5)}, {1, Second(2), Second(5), 4}},
+      {"away before the time", "....", "", 500, {Second(2), Second(5)}, {1, Second(4), Second(5), 2}},
+      {"open, others are newer", "xxxx", "x", 1, {Second(2), Second(7)}, {1, Second(2), Second(7), 6}},
+  };
+  for (const auto& c : cases) {
+    const DataFolder folder;
+    folder.Write(kOther, "1", FileOf(Pattern(c.other, 5)));
+    folder.Write(kUnit, "0", "no record");
+    folder.Write(kUnit, "1", FileOf(Pattern(c.older)));
+    folder.Write(kUnit, "2", FileOf(Pattern("xxxx", 4)));
+    VisitSearch search(folder.Path(), {{kOther, kUnit}, kHere, c.span, c.limit});
+    Finish(search);
+    EXPECT_EQ(Text(search.Visits()), Text({c.visit})) << c.name;
+    EXPECT_EQ(search.Problem(), "") << c.name;
+  }
 }
 
 TEST(VisitSearch, SaysWhatEndedItAndKeepsWhatItFound) {
