@@ -8,13 +8,13 @@
 #include "base/whole_file.h"
 #include "reports/record_time.h"
 #include "reports/visit_search.h"
+#include "station/common/geo.h"
 #include "zones/zone_file.h"
 
 namespace pallomir::station {
 namespace {
 
-// Of the same sphere as all distances of the station.
-constexpr double kMetersPerDegree = 6371000 * std::numbers::pi / 180;
+constexpr double kMetersPerDegree = kEarthRadius * std::numbers::pi / 180;
 
 using AreaOrComplaint = std::variant<SearchArea, std::string>;
 

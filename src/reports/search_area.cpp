@@ -5,19 +5,20 @@
 #include <limits>
 #include <numbers>
 
+#include "base/data_point.h"
+
 namespace pallomir {
 namespace {
 
-constexpr double kUnitsPerDegree = 600000;
 constexpr std::int64_t kLeast = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
 
 // The least whole number whose degrees are above `degrees`; beyond all positions where there is none.
 std::int64_t FirstAbove(double degrees) {
-  auto units =
-      static_cast<std::int64_t>(std::floor(std::clamp(degrees * kUnitsPerDegree, kLeast - 2.0, kMost + 2.0)));
-  while (static_cast<double>(units) / kUnitsPerDegree > degrees && units >= kLeast) --units;
-  while (!(static_cast<double>(units) / kUnitsPerDegree > degrees) && units <= kMost) ++units;
+  auto units = static_cast<std::int64_t>(
+      std::floor(std::clamp(degrees * kPositionUnitsPerDegree, kLeast - 2.0, kMost + 2.0)));
+  while (static_cast<double>(units) / kPositionUnitsPerDegree > degrees && units >= kLeast) --units;
+  while (!(static_cast<double>(units) / kPositionUnitsPerDegree > degrees) && units <= kMost) ++units;
   return units;
 }
 
@@ -42,7 +43,7 @@ PositionBox BoxOf(std::int64_t minLat, std::int64_t maxLat, std::int64_t minLng,
 // near a pole may have no place in the projection, then nothing can be said.
 PositionBox BoxAround(const ZoneBounds& bounds) {
   constexpr double kNearPole = 89;
-  constexpr auto kPole = static_cast<std::int64_t>(90 * kUnitsPerDegree);
+  constexpr auto kPole = static_cast<std::int64_t>(90 * kPositionUnitsPerDegree);
   if (bounds.IsEmpty()) return {};
   if (bounds.minLat < -kNearPole || bounds.maxLat > kNearPole) return BoxOf(-kPole, kPole, kLeast, kMost);
   return BoxOf(FirstAbove(bounds.minLat) - 2, FirstAbove(bounds.maxLat) + 1, FirstAbove(bounds.minLng) - 2,
@@ -82,7 +83,7 @@ bool SearchArea::Contains(std::int32_t latitude, std::int32_t longitude) const {
   if (!box_.Contains(latitude, longitude)) return false;
   if (zones_ == nullptr) return true;
   const ZoneOrdinal deepest =
-      zones_->AlertPosition(latitude / kUnitsPerDegree, longitude / kUnitsPerDegree).deepest;
+      zones_->AlertPosition(latitude / kPositionUnitsPerDegree, longitude / kPositionUnitsPerDegree).deepest;
   return deepest != ZoneTree::kNone && deepest >= zone_ && deepest < zoneEnd_;
 }
 

@@ -9,7 +9,6 @@
 namespace pallomir::station {
 namespace {
 
-constexpr double kEarthRadius = 6371000.0;
 constexpr double kRadiansPerDegree = std::numbers::pi / 180.0;
 constexpr double kMetersPerDegree = kEarthRadius * kRadiansPerDegree;
 constexpr double kSectorDegrees = 22.5;

@@ -12,7 +12,10 @@ struct Place {
 
 inline constexpr double kMetersPerSecondPerMph = 0.44704;
 
-/// Metres along the ground between two places on a sphere of 6371 km.
+/// Of the sphere that all distances are measured on, in metres: the Earth's mean radius.
+inline constexpr double kEarthRadius = 6371000;
+
+/// Metres along the ground between two places.
 double GroundDistance(Place from, Place to);
 
 /// The compass direction at `from` towards `to`, in degrees from 0 up to, not including, 360: 0 = north, 90 =
