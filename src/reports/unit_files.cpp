@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <utility>
 
 namespace pallomir {
 namespace {
@@ -23,13 +22,6 @@ bool IsPlainFile(int folder, const dirent& entry) {
 }
 
 }  // namespace
-
-UnitFiles::UnitFiles(UnitFiles&& other) noexcept
-    : folder_(std::move(other.folder_)),
-      names_(std::move(other.names_)),
-      listed_(other.listed_),
-      opened_(other.opened_),
-      descriptor_(std::exchange(other.descriptor_, -1)) {}
 
 void UnitFiles::Close() {
   if (descriptor_ >= 0) ::close(descriptor_);
@@ -49,7 +41,6 @@ std::error_code UnitFiles::OpenFolder() {
 
 std::error_code UnitFiles::ListOpened() {
   names_.clear();
-  listed_ = opened_;
   const int copy = ::fcntl(descriptor_, F_DUPFD_CLOEXEC, 0);
   DIR* folder = copy < 0 ? nullptr : ::fdopendir(copy);
   if (folder == nullptr) {
@@ -57,7 +48,6 @@ std::error_code UnitFiles::ListOpened() {
     if (copy >= 0) ::close(copy);
     return error;
   }
-  ::rewinddir(folder);  // the copy shares its place in the folder with the descriptor
   errno = 0;
   while (const dirent* entry = ::readdir(folder)) {
     if (IsPlainFile(descriptor_, *entry)) names_.emplace_back(entry->d_name);
@@ -65,17 +55,16 @@ std::error_code UnitFiles::ListOpened() {
   }
   const std::error_code error = LastError();
   ::closedir(folder);
-  if (error) names_.clear();
+  if (!error) listed_ = opened_;
   std::ranges::sort(names_);
   return error;
 }
 
 std::error_code UnitFiles::List() {
-  std::error_code error = OpenFolder();
-  if (!error) error = ListOpened();
+  listed_ = {};
+  const std::error_code error = Open();
   Close();
-  if (error) names_.clear();
-  return error == std::errc::no_such_file_or_directory ? std::error_code() : error;
+  return error;
 }
 
 std::error_code UnitFiles::Open() {

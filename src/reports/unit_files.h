@@ -14,7 +14,6 @@ class UnitFiles {
  public:
   explicit UnitFiles(std::filesystem::path folder) : folder_(std::move(folder)) {}
   ~UnitFiles() { Close(); }
-  UnitFiles(UnitFiles&& other) noexcept;
   UnitFiles(const UnitFiles&) = delete;
   UnitFiles& operator=(const UnitFiles&) = delete;
 

@@ -55,27 +55,26 @@ bool VisitSearch::Step() {
 
 void VisitSearch::ListNextUnit() {
   UnitFiles& files = units_.emplace_back(folder_ / query_.unitIds[units_.size()]);
-  if (const std::error_code error = files.List()) return Stop(FolderNotListed(error.value()));
-  fileCount_ += files.Names().size();
+  if (const std::error_code error = files.List()) Stop(FolderNotListed(error.value()));
 }
 
 void VisitSearch::BeginUnit() {
-  fileCount_ -= FileCountOf(unit_);
   if (const std::error_code error = units_[unit_].Open()) return Stop(FolderNotListed(error.value()));
-  fileCount_ += FileCountOf(unit_);
   filesLeft_ = FileCountOf(unit_);
   summaries_ = ReadSummaries(folder_, query_.unitIds[unit_]);
   scan_.emplace(unit_, query_.area, query_.span, [this](std::uint32_t exit) { return CanStillList(exit); });
 }
 
-void VisitSearch::EndUnit() {
+void VisitSearch::CloseUnit() {
   scan_->Finish();
   listed_ = Merged(listed_, scan_->Visits(), query_.limit);
   scan_.reset();
   summaries_.clear();
   units_[unit_].Close();
-  filesDone_ += FileCountOf(unit_);
-  filesLeft_ = 0;
+}
+
+void VisitSearch::EndUnit() {
+  CloseUnit();
   ++unit_;
   isAnew_ = false;
 }
@@ -84,10 +83,7 @@ void VisitSearch::EndUnit() {
 void VisitSearch::StartAnew() {
   scan_.reset();
   isAnew_ = true;
-  fileCount_ -= FileCountOf(unit_);
-  const std::error_code error = units_[unit_].List();
-  fileCount_ += FileCountOf(unit_);
-  if (error) Stop(FolderNotListed(error.value()));
+  if (const std::error_code error = units_[unit_].List()) Stop(FolderNotListed(error.value()));
 }
 
 void VisitSearch::ReadNextFile() {
@@ -158,11 +154,7 @@ bool VisitSearch::CanStillList(std::uint32_t exit) const {
 void VisitSearch::Stop(std::string problem) {
   problem_ = std::move(problem);
   isOver_ = true;
-  if (!scan_) return;
-  scan_->Finish();
-  listed_ = Merged(listed_, scan_->Visits(), query_.limit);
-  scan_.reset();
-  units_[unit_].Close();
+  if (scan_) CloseUnit();
 }
 
 SearchPlace VisitSearch::Place() const {
@@ -170,13 +162,17 @@ SearchPlace VisitSearch::Place() const {
 }
 
 VisitSearch::Progress VisitSearch::State() const {
-  Progress progress{records_, filesDone_, fileCount_, unit_, 0};
+  Progress progress{records_, 0, 0, unit_, 0};
+  for (std::size_t unit = 0; unit < units_.size(); ++unit) {
+    progress.fileCount += FileCountOf(unit);
+    if (unit < unit_) progress.files += FileCountOf(unit);
+  }
   if (scan_) progress.files += FileCountOf(unit_) - filesLeft_;
   const bool isListed = units_.size() == query_.unitIds.size();
   if (isOver_ && problem_.empty())
     progress.percent = 100;
-  else if (isListed && fileCount_ > 0)
-    progress.percent = static_cast<int>(progress.files * 100 / fileCount_);
+  else if (isListed && progress.fileCount > 0)
+    progress.percent = static_cast<int>(progress.files * 100 / progress.fileCount);
   return progress;
 }
 

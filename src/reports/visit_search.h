@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -65,6 +66,7 @@ class VisitSearch {
  private:
   void ListNextUnit();
   void BeginUnit();
+  void CloseUnit();
   void EndUnit();
   void ReadNextFile();
   bool PassOverNextFile();
@@ -78,13 +80,11 @@ class VisitSearch {
 
   std::filesystem::path folder_;
   VisitQuery query_;
-  std::vector<UnitFiles> units_;  // as far as they are listed
+  std::deque<UnitFiles> units_;   // as far as they are listed
   FileSummaries summaries_;       // of the unit at work
-  std::size_t fileCount_ = 0;
   std::size_t unit_ = 0;          // the one at work
   std::optional<UnitScan> scan_;  // of it
   std::size_t filesLeft_ = 0;     // of it; the last of them is next
-  std::size_t filesDone_ = 0;     // of the units before it
   bool isAnew_ = false;
   bool isOver_ = false;
   std::uint64_t records_ = 0;
