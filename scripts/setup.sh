@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-declarative-dev qt6-webengine-dev qt6-svg-dev libxcb1-dev libgl1-mesa-dev qt6-wayland libasound2-dev
   libpng-dev libexpat1-dev libasio-dev libcli11-dev
   nlohmann-json3-dev libpugixml-dev libsqlite3-dev libgtest-dev libgmock-dev libbenchmark-dev libdeflate-dev
-  libboost-dev libgeos-dev
+  libboost-dev libgeos-dev libnanoflann-dev
   dbus-daemon xvfb xauth openbox x11-utils xdotool imagemagick fonts-dejavu-core
   "$@"
 )

@@ -91,9 +91,10 @@ void Program::Start() {
   zoneWindows_ = std::make_unique<ZoneWindows>(window_.get());
   alertWindows_ = std::make_unique<AlertWindows>(*window_);
   journalWindows_ = std::make_unique<JournalWindows>(*window_);
+  pointTableWindows_ = std::make_unique<PointTableWindows>(*window_);
   questionBox_.SetWindow(window_.get());
   client_ = std::make_unique<Client>(
-      Ports{.views = ViewsOf(*window_, *zoneWindows_, *alertWindows_, *journalWindows_),
+      Ports{.views = ViewsOf(*window_, *zoneWindows_, *alertWindows_, *journalWindows_, *pointTableWindows_),
             .network = {locator_, probe_, data_},
             .desktop = {window_->System(), *browser_, questions_, beeper_, sound_, notifier_, programs_},
             .storage = {settings_, registry_, folders_},

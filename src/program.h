@@ -26,6 +26,7 @@
 #include "window/alert_windows_widget.h"
 #include "window/formMain.h"
 #include "window/journal_windows_widget.h"
+#include "window/point_table_windows_widget.h"
 #include "zones/zone_windows_widget.h"
 
 namespace pallomir {
@@ -73,6 +74,7 @@ class Program {
   std::unique_ptr<ZoneWindows> zoneWindows_;
   std::unique_ptr<AlertWindows> alertWindows_;
   std::unique_ptr<JournalWindows> journalWindows_;
+  std::unique_ptr<PointTableWindows> pointTableWindows_;
   std::unique_ptr<Client> client_;
 };
 

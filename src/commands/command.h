@@ -117,6 +117,7 @@ enum class Command : int {
   kPopupZoneLine,
   kBeenHere,
   kNearby,
+  kMaxSpeed,
   kStreetView,
   kPanorama,
   kExit,
@@ -124,7 +125,7 @@ enum class Command : int {
   // By key only
   kAllUnits,
   kToggleUnit,  ///< shows or hides unit N of the list
-  kMaxSpeed,
+  kCloseTable,  ///< of data points
   kTimeBack,     ///< the time window, by N periods
   kTimeForward,  ///< the time window, by N periods
   kTimeZoomIn,

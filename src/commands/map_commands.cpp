@@ -22,7 +22,6 @@ MapCommands::MapCommands(MenuModel& menus, CommandHandlers& handlers, MapBridge&
     Toggle(Command::kContactPoint, index);
     map_.Rebuild();
   });
-  handlers.Set(Command::kNearby, [this](int) { form_.AskForAddress(); });
 }
 
 PageChoices MapCommands::Choices() const {

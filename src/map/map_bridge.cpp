@@ -121,6 +121,7 @@ void MapBridge::On(const page::Status& status) {
 void MapBridge::On(const page::PopupWithoutPlace&) { Tell(host_.menuWanted); }
 
 void MapBridge::On(const page::PopupAtPlace& click) {
+  page_.IsRightClicked = true;
   page_.RightClickX = LngToWorldX(click.lng);
   page_.RightClickY = LatToWorldY(click.lat);
   Tell(host_.menuWantedAt, click.lat / kPositionUnitsPerDegree, click.lng / kPositionUnitsPerDegree);

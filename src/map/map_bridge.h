@@ -26,6 +26,7 @@ struct PageState {
   std::int32_t LastMouseLat = 0;  ///< 1/600000 degree
   std::int32_t LastMouseLng = 0;
   int LastMouseZoom = 0;
+  bool IsRightClicked = false;   ///< there was one at a place
   std::int32_t RightClickX = 0;  ///< world coordinates of the last right-click
   std::int32_t RightClickY = 0;
 };
@@ -90,6 +91,8 @@ class MapBridge {
   void DropRebuild();
   const TrackTiles& Tiles() const { return tiles_; }
   const PageState& Page() const { return page_; }
+  /// What the page shows.
+  const MapView& View() const { return view_; }
   PageForm& Form() { return form_; }
   /// Whom the bridge tells, for those that join it once it is made.
   Host& Listeners() { return host_; }

@@ -137,7 +137,7 @@ class TrackPainter::Work {
           const Pixel pixel = view.PixelOf(points[j]);
           if (rings) NoteRings(pixel, points[j].status);
           if (const std::uint32_t speed = points[j].status & kStatusSpeedMask; speed >= slowest) {
-            picture_.fastest.Offer({j + 1, speed, unit_ + 1});
+            picture_.fastest.Offer({j + 1, speed, unit_ + 1, WithoutFlag(points[j].time)});
             slowest = picture_.fastest.Slowest();
           }
           std::uint8_t* onPlane = nullptr;

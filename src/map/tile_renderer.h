@@ -29,6 +29,7 @@ struct FastPoint {
   std::size_t index = 0;    ///< the point's number within its unit, from 1
   std::uint32_t speed = 0;  ///< low nine bits of the status word
   std::size_t unit = 0;     ///< the unit's row, from 1; 0 for the two sentinels
+  std::uint32_t time = 0;   ///< packed, without flag: names the point also when others have come before it
   bool operator==(const FastPoint&) const = default;
 };
 

@@ -36,6 +36,7 @@ Client::Client(const Ports& ports)
       options_(Rooms()),
       zones_(Rooms()),
       journal_(Rooms(), zones_),
+      pointTables_(Rooms()),
       alerts_(Rooms()) {
   alerts_.batchHoldsAlert = [this] { return journal_.HasBatchAlert(); };
   frame_.laidOut = [this] { OnLaidOut(); };

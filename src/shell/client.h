@@ -18,6 +18,7 @@
 #include "shell/joint.h"
 #include "shell/journal_joints.h"
 #include "shell/option_joints.h"
+#include "shell/point_table_joints.h"
 #include "shell/ports.h"
 #include "shell/zone_joints.h"
 #include "timeline/displayed_points.h"
@@ -136,8 +137,9 @@ class Client {
   OptionJoints options_;
   ZoneJoints zones_;
   JournalJoints journal_;
+  PointTableJoints pointTables_;
   AlertJoints alerts_;
-  const std::vector<Joint*> joints_{&options_, &zones_, &journal_, &alerts_};
+  const std::vector<Joint*> joints_{&options_, &zones_, &journal_, &pointTables_, &alerts_};
 };
 
 }  // namespace pallomir

@@ -52,7 +52,8 @@ bool Client::KeyDown(int modifiers, char key) {
     pickers_.ShowAll(menus_.At(Command::kTrackingData).checked);
   }
   if (hasActed && IsBuilt(given->command)) ports_.desktop.beeper.Beep();
-  return true;
+  // It means something to others too.
+  return hasActed || given->command != Command::kCloseTable;
 }
 
 void Client::MenuButtonClicked() {

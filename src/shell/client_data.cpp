@@ -18,7 +18,10 @@ DataFeed::Host Client::FeedHost() {
   host.note = [this] { return options_.ServiceNote(); };
   host.restarting = [this] { map_.OpenIfLost(); };
   host.arrived = [this] { marks_.HidePointMarker(); };
-  host.beforeDecoding = [this] { map_.DropRebuild(); };
+  host.beforeDecoding = [this] {
+    map_.DropRebuild();
+    pointTables_.Tables().OnPointsMove();
+  };
   host.pointsMoved = [this] { timeline_.PointsMoved(); };
   host.batchMerged = [this](const MergedBatch& batch) { OnBatch(batch); };
   host.endSession = [this] { ports_.desktop.window.Close(); };

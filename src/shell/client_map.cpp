@@ -17,7 +17,10 @@ MapBridge::Host Client::MapHost() {
                                   "Pallomir", Question::Icon::kError,
                                   [this](const Answer&) { ports_.desktop.window.Close(); });
   };
-  host.rebuildEnded = [this] { mapUpdating_.HideWhenDone(); };
+  host.rebuildEnded = [this] {
+    mapUpdating_.HideWhenDone();
+    pointTables_.Tables().OnTilesDrawn();
+  };
   host.reached = [this](int line) { ports_.views.boxes.TickStatus(line); };
   host.ready = [this] {
     ports_.views.boxes.HideSplash();

@@ -24,6 +24,7 @@ MapMarks::Host Client::MarksHost() {
   host.browserSize = [this] { return ports_.views.frame.BrowserSize(); };
   host.boxDrawn = [this](const WorldBox& box) { map_.ZoomTo(box); };
   host.pointerLeft = [this] { zones_.PointerLeft(); };
+  host.mapChanged = [this] { pointTables_.Tables().OnViewMoved(); };
   return host;
 }
 

@@ -4,6 +4,7 @@
 
 #include "alerts/staleness.h"
 #include "tracking/data_age.h"
+#include "ui/replace_question.h"
 
 namespace pallomir {
 
@@ -100,15 +101,7 @@ void JournalJoints::Alert(const JournalEntry& entry) {
 
 void JournalJoints::Save() {
   view_.AskCsvFile([this](const std::filesystem::path& file) {
-    std::error_code error;
-    if (!std::filesystem::exists(file, error)) return SaveAs(file);
-    Question question;
-    question.kind = Question::Kind::kYesNo;
-    question.title = "Save Journal as CSV";
-    question.text = file.string() + " is there already. Replace it?";
-    ports_.desktop.questions.Ask(question, [this, file](const Answer& answer) {
-      if (answer.yes) SaveAs(file);
-    });
+    AskToReplace(ports_.desktop.questions, file, "Save Journal as CSV", [this, file] { SaveAs(file); });
   });
 }
 

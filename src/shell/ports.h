@@ -18,6 +18,7 @@
 #include "platform/settings.h"
 #include "platform/sound_player.h"
 #include "platform/user_registry.h"
+#include "reports/point_table_view.h"
 #include "shell/deployment.h"
 #include "timeline/map_marks.h"
 #include "timeline/picker_panel.h"
@@ -46,11 +47,13 @@ struct Views {
   ZonesView& zones;
   AlertView& alerts;
   JournalView& journal;
+  PointTableView& pointTables;
 };
 
 /// Those of the main window.
 template <class Window>
-Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts, JournalView& journal) {
+Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts, JournalView& journal,
+              PointTableView& pointTables) {
   return {.frame = window,
           .boxes = window.Boxes(),
           .hotspots = window.Hotspots(),
@@ -62,7 +65,8 @@ Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts, JournalView& 
           .marks = window.Marks(),
           .zones = zones,
           .alerts = alerts,
-          .journal = journal};
+          .journal = journal,
+          .pointTables = pointTables};
 }
 
 /// What the user sees and hears, and the programs beside ours.

@@ -40,11 +40,13 @@ class DisplayedPoints {
   /// The text of the timeline's hover box; without details where the point is not there.
   std::string HoverTextOf(std::size_t k, std::size_t index) const;
 
- private:
   UnitLabel LabelOf(std::size_t k) const;
+  /// The point has to be there.
   PointFacts FactsOf(std::size_t k, std::size_t index) const;
+  /// That the user chose.
   LengthUnit Unit() const;
 
+ private:
   const PointStore& store_;
   const UnitBook& units_;
   const LocalClock& clock_;

@@ -18,11 +18,7 @@ MapMarks::MapMarks(MarksView& view, EventLoop& loop, const MapView& map, const D
       points_(points),
       window_(window),
       host_(std::move(host)),
-      placeTimer_(loop.CreateTimer("PlaceTimer", kPlaceMilliseconds,
-                                   [this] {
-                                     place_.reset();
-                                     HidePointMarker();
-                                   })),
+      placeTimer_(loop.CreateTimer("PlaceTimer", kPlaceMilliseconds, [this] { Unmark(); })),
       boxTimer_(loop.CreateTimer("BoxTimer", 1000, [this] { OnBoxTick(); })),
       tmrP_(loop.CreateTimer("tmrP", 100, [this] { view_.ShowCapturePanel(); })) {}
 
@@ -64,10 +60,16 @@ void MapMarks::MarkPlace() {
 }
 
 void MapMarks::HidePointMarker() {
-  if (!place_) placeTimer_->SetEnabled(false);
   HidePointInfos();
   view_.HidePointMarker();
   MarkPlace();
+  host_.mapChanged();
+}
+
+void MapMarks::Unmark() {
+  place_.reset();
+  placeTimer_->SetEnabled(false);
+  OnBoxTick();
 }
 
 void MapMarks::OnBoxTick() {

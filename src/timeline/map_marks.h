@@ -40,6 +40,8 @@ class MapMarks {
     std::function<void(const WorldBox&)> boxDrawn;  ///< the map is to be zoomed to it
     /// What else was shown for the pointer's place goes too.
     std::function<void()> pointerLeft = [] {};
+    /// The map under the marks has moved, or the points have changed.
+    std::function<void()> mapChanged = [] {};
   };
 
   /// `map` is what the page shows, `window` the time window, local. All arguments outlive the marks.
@@ -58,6 +60,8 @@ class MapMarks {
   void ShowPlace(WorldPoint place);
   /// Hides the mark and the texts: the map under them has moved, or their points change.
   void HidePointMarker();
+  /// Hides the mark alone, that of a place too.
+  void Unmark();
 
   /// The pointer moved over the map, or over the caption line: x in the window.
   void PointerOverMap(ViewPoint at);

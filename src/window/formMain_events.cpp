@@ -75,6 +75,10 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       rooms_->focus.HoldOff(true);
       return false;
     case Qt::Key_F6:
+      if (auto* table = findChild<QWidget*>("formDataPoints"); table && table->isVisible()) {
+        table->activateWindow();
+        return true;
+      }
       rooms_->focus.HoldOff(true);
       if (!pickers_->FocusStart())
         captionLine_->findChild<QWidget*>("lblMenu")->setFocus(Qt::ShortcutFocusReason);

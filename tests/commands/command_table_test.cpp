@@ -28,7 +28,7 @@ TEST(CommandTable, EveryEntryIsReachedByItsCommandAndByItsName) {
     }
   }
   EXPECT_EQ(menus.bar.children.size(), 1u);
-  EXPECT_FALSE(menus.At(Command::kNearby).visible) << "not built yet";
+  EXPECT_FALSE(menus.At(Command::kBeenHere).visible) << "not built yet";
   EXPECT_FALSE(menus.At(Command::kHotspot).enabled);
   EXPECT_EQ(menus.CheckedIndex(Command::kMapType), 1);
 }

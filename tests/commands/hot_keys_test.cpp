@@ -16,7 +16,7 @@ TEST(HotKeys, OnlyTheKeysOfTheTableDoAnything) {
   for (int modifiers = -1; modifiers <= 15; ++modifiers)
     for (int key = -128; key < 128; ++key)
       count += FindKeyCommand(modifiers, static_cast<char>(key), 12).has_value();
-  EXPECT_EQ(count, 22 + 4 * 9) << "nine digits, with and without Shift and Ctrl";
+  EXPECT_EQ(count, 23 + 4 * 9) << "nine digits, with and without Shift and Ctrl";
   EXPECT_EQ(FindKeyCommand(kNoModifier, '0', 12), GivenCommand{kAllUnits});
   EXPECT_EQ(FindKeyCommand(kShift, '0', 12), GivenCommand{kAllUnits});
   EXPECT_EQ(FindKeyCommand(kNoModifier, 'P', 12), GivenCommand{kMaxSpeed});

@@ -9,6 +9,7 @@
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_journal_view.h"
 #include "fakes/fake_network.h"
+#include "fakes/fake_point_table_view.h"
 #include "fakes/fake_programs.h"
 #include "fakes/fake_system.h"
 #include "fakes/fake_view.h"
@@ -27,8 +28,9 @@ class ClientHarness {
     }
     WriteFile(folders.Path() / "app" / "ZoneMenus_Demo.txt", "\"Alerted\"\r\n");
     mutex.owned = true;
-    client = std::make_unique<Client>(PortsFor(
-        {view, view, view, view, view, view, view, view, view, zonesView, alertView, journalView}, window));
+    client = std::make_unique<Client>(PortsFor({view, view, view, view, view, view, view, view, view,
+                                                zonesView, alertView, journalView, pointTableView},
+                                               window));
   }
 
   /// These fakes behind other views and another window.
@@ -89,6 +91,7 @@ class ClientHarness {
   FakeZonesView zonesView;
   FakeAlertView alertView;
   FakeJournalView journalView;
+  FakePointTableView pointTableView;
   FakeNotifier notifier;
   FakeWindow window;
   FakeBrowser browser;

@@ -144,7 +144,7 @@ LiteralPicture LiteralDraw(const TrackDrawing& d, int generation) {
       if (visible(px, py)) {
         if (d.ringReceived && (points[j].status & 0x400)) received.emplace_back(px, py);
         if (d.ringNotReceived && (points[j].status & 0x800)) notReceived.emplace_back(px, py);
-        OfferFast(picture.fastest, {j + 1, points[j].status & 0x1FF, unit + 1});
+        OfferFast(picture.fastest, {j + 1, points[j].status & 0x1FF, unit + 1, points[j].time & 0x7FFFFFFF});
         canvas.MarkPixel(px, py, 1);
         for (const int i : {-2, -1, 1, 2}) canvas.MarkPixel(px + i, py, 1);
         for (const int i : {-2, -1, 1, 2}) canvas.MarkPixel(px, py + i, 1);
