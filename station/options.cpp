@@ -5,11 +5,11 @@
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
+#include <map>
 #include <sstream>
 
 #include "base/number_format.h"
 #include "station/common/text.h"
-#include "station/import/gpx_reader.h"
 #include "tracking/packets.h"
 
 namespace pallomir::station {
@@ -22,6 +22,9 @@ constexpr int kLowestPortBase = 3;
 constexpr int kHighestPort = 65535;
 
 constexpr std::string_view kBlanks = " \t\r";
+
+const std::map<std::string, VisitsFor> kVisitsFor{
+    {"loopback", VisitsFor::kThisComputer}, {"everyone", VisitsFor::kEveryone}, {"off", VisitsFor::kNobody}};
 
 // "LocatorPort" is the option --locator-port.
 std::string OptionName(std::string_view key) {
@@ -111,6 +114,11 @@ void AddOptions(CLI::App& app, Options& options) {
       ->capture_default_str();
   app.add_option("--demo", options.isDemoOn, "the nine demo units: on or off")->default_str("on");
   app.add_option_function<std::string>(
+         "--visits", [&options](const std::string& who) { options.visits = kVisitsFor.at(who); },
+         "who may ask the web site when units were where: this computer (loopback), everyone, or off")
+      ->check(CLI::IsMember(&kVisitsFor))
+      ->default_str("loopback");
+  app.add_option_function<std::string>(
          "--online-map", [&options](const std::string& text) { options.onlineMap = ParseOnlineMap(text); },
          "address of an online map's tiles with {z}, {x} and {y}, a space, and its attribution; default: "
          "none")
@@ -145,13 +153,6 @@ std::optional<Place> ParsePlace(const std::string& text) {
   return Place{*latitude, *longitude};
 }
 
-// A moment, or a day: then its first second or, for an end, its last one.
-std::optional<Millis> ParseMoment(const std::string& text, bool isEnd) {
-  constexpr std::size_t kDaySize = std::string_view("2026-11-22").size();
-  if (text.size() != kDaySize) return ParseGpxTime(text);
-  return ParseGpxTime(text + (isEnd ? " 23:59:59" : " 00:00:00"));
-}
-
 std::string CheckPlace(const std::string& text) {
   return ParsePlace(text) ? ""
                           : text + " is no place: give latitude and longitude in degrees, as 45.07,7.686";
@@ -162,8 +163,6 @@ std::string CheckMoment(const std::string& text) {
 }
 
 void AddPlaceOfVisits(CLI::App& visits, VisitsCommand& command) {
-  constexpr int kNearestZoom = 22;
-  constexpr double kLongestRadius = 1'000'000;
   CLI::Option_group* place = visits.add_option_group("where", "one of");
   CLI::Option* at = place
                         ->add_option_function<std::string>(
@@ -178,7 +177,7 @@ void AddPlaceOfVisits(CLI::App& visits, VisitsCommand& command) {
           ->needs(at)
           ->capture_default_str();
   visits.add_option("--radius", command.radius, "with --at: metres to each side instead")
-      ->check(CLI::Range(0.1, kLongestRadius))
+      ->check(CLI::Range(kShortestRadius, kLongestRadius))
       ->needs(at)
       ->excludes(zoom)
       ->type_name("METRES");

@@ -16,6 +16,9 @@ namespace pallomir::station {
 /// The program's exit codes.
 enum ExitCode : int { kDone = 0, kFailed = 1, kWrongOptions = 2, kPortTaken = 3 };
 
+/// Whose questions the web site answers when units were where.
+enum class VisitsFor { kThisComputer, kEveryone, kNobody };
+
 /// What station.ini and the command line say; the command line wins. Addresses are IPv4 in dotted form, ports
 /// 1 to 65535.
 struct Options {
@@ -27,6 +30,7 @@ struct Options {
   std::filesystem::path webRoot;  ///< the folder of the web site's files
   std::filesystem::path data;     ///< where the store is
   bool isDemoOn = true;
+  VisitsFor visits = VisitsFor::kThisComputer;
   std::optional<OnlineMap> onlineMap;
 };
 

@@ -3,6 +3,8 @@
 #include <asio/ip/tcp.hpp>
 #include <asio/ip/udp.hpp>
 
+#include "station/visits_service.h"
+
 namespace pallomir::station {
 namespace {
 
@@ -30,7 +32,10 @@ Station::Station(asio::io_context& context, const Options& options, Log log)
       demoAndStored_(demo_, *store_),
       source_(options.isDemoOn ? static_cast<PositionSource&>(demoAndStored_) : *store_),
       timer_(context),
-      webSite_(options.webRoot, options.onlineMap) {}
+      webSite_(options.webRoot, options.onlineMap) {
+  if (options.visits != VisitsFor::kNobody)
+    webSite_.Serve("/visits", VisitsService(options.data), options.visits == VisitsFor::kEveryone);
+}
 
 std::string Station::Open() {
   std::error_code error;

@@ -9,6 +9,7 @@
 #include "reports/record_time.h"
 #include "reports/visit_search.h"
 #include "station/common/geo.h"
+#include "station/import/gpx_reader.h"
 #include "zones/zone_file.h"
 
 namespace pallomir::station {
@@ -33,6 +34,8 @@ AreaOrComplaint AreaOfZone(const VisitsCommand& command) {
 }
 
 AreaOrComplaint AreaOf(const VisitsCommand& command) {
+  if (const auto& box = command.box)
+    return SearchArea::Rectangle(box->minLat, box->maxLat, box->minLng, box->maxLng);
   if (!command.at) return AreaOfZone(command);
   const double halfHeight = command.radius ? *command.radius / kMetersPerDegree : HalfHeightAt(command.zoom);
   return SearchArea::Around(command.at->latitude, command.at->longitude, halfHeight);
@@ -64,24 +67,32 @@ std::string Iso8601(std::uint32_t packed) {
 
 }  // namespace
 
-VisitsOutcome FindVisits(const VisitsCommand& command, UnitStore& store) {
+VisitsOutcome FindVisits(const VisitsCommand& command, UnitStore& store, const EndOfSearch& end) {
   VisitQuery query;
   if (const std::string problem = UnitsOf(command, store, query.unitIds); !problem.empty())
-    return {false, "", problem + "\n"};
+    return {false, "", problem + "\n", 0, 0};
   AreaOrComplaint area = AreaOf(command);
-  if (const auto* complaint = std::get_if<std::string>(&area)) return {false, "", *complaint + "\n"};
+  if (const auto* complaint = std::get_if<std::string>(&area)) return {false, "", *complaint + "\n", 0, 0};
   query.area = std::get<SearchArea>(std::move(area));
   query.span = SpanOfCommand(command);
   query.limit = command.limit;
   const auto search = store.SearchVisits(std::move(query));
-  while (search->Step()) {
-  }
+  std::string ended;
+  while (ended.empty() && search->Step())
+    if (end) ended = end();
   const auto& units = search->Query().unitIds;
   const std::vector<Visit> visits = search->Visits();
-  VisitsOutcome outcome{search->Problem().empty(), "", ""};
+  const std::string& problem = ended.empty() ? search->Problem() : ended;
+  VisitsOutcome outcome{problem.empty(), "", "", search->State().records, search->State().files};
   outcome.list = command.asJson ? VisitsAsJson(visits, units) : VisitsAsCsv(visits, units);
-  if (!outcome.isDone) outcome.complaint = search->Problem() + "\n";
+  if (!outcome.isDone) outcome.complaint = problem + "\n";
   return outcome;
+}
+
+std::optional<Millis> ParseMoment(const std::string& text, bool isEnd) {
+  constexpr std::size_t kDaySize = std::string_view("2026-11-22").size();
+  if (text.size() != kDaySize) return ParseGpxTime(text);
+  return ParseGpxTime(text + (isEnd ? " 23:59:59" : " 00:00:00"));
 }
 
 std::string VisitsAsCsv(std::span<const Visit> visits, std::span<const std::string> unitIds) {

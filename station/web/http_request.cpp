@@ -24,22 +24,6 @@ std::string LowerCase(std::string_view text) {
   return lower;
 }
 
-std::optional<std::string> Decoded(std::string_view path) {
-  std::string decoded;
-  while (!path.empty()) {
-    if (path.front() != '%') {
-      decoded += path.front();
-      path.remove_prefix(1);
-      continue;
-    }
-    const auto code = path.size() < 3 ? std::nullopt : ParseHex(path.substr(1, 2));
-    if (!code) return std::nullopt;
-    decoded += static_cast<char>(*code);
-    path.remove_prefix(3);
-  }
-  return decoded;
-}
-
 bool ParseRequestLine(std::string_view line, HttpRequest& request) {
   request.method = TakeUntil(line, " ");
   const std::string_view target = TakeUntil(line, " ");
@@ -47,8 +31,10 @@ bool ParseRequestLine(std::string_view line, HttpRequest& request) {
                         std::ranges::all_of(request.method, [](char c) { return c >= 'A' && c <= 'Z'; });
   if (!isMethod || !target.starts_with('/') || (line != "HTTP/1.1" && line != "HTTP/1.0")) return false;
   request.keepsAlive = line == "HTTP/1.1";
-  const auto path = Decoded(target.substr(0, target.find_first_of("?#")));
+  const std::string_view asked = target.substr(0, target.find('#'));
+  const auto path = PercentDecoded(asked.substr(0, asked.find('?')));
   if (path) request.path = *path;
+  if (const std::size_t mark = asked.find('?'); mark != asked.npos) request.query = asked.substr(mark + 1);
   return path.has_value();
 }
 
@@ -58,6 +44,7 @@ bool ParseHeader(std::string_view line, HttpRequest& request) {
   const std::string name = LowerCase(line.substr(0, colon));
   const std::string_view value = Trimmed(line.substr(colon + 1), " \t");
   if (name == "if-none-match") request.ifNoneMatch = value;
+  if (name == "host") request.host = value;
   if (name == "connection") {
     const std::string wish = LowerCase(value);
     if (wish.find("close") != wish.npos) request.keepsAlive = false;
@@ -68,6 +55,22 @@ bool ParseHeader(std::string_view line, HttpRequest& request) {
 }
 
 }  // namespace
+
+std::optional<std::string> PercentDecoded(std::string_view text) {
+  std::string decoded;
+  while (!text.empty()) {
+    if (text.front() != '%') {
+      decoded += text.front();
+      text.remove_prefix(1);
+      continue;
+    }
+    const auto code = text.size() < 3 ? std::nullopt : ParseHex(text.substr(1, 2));
+    if (!code) return std::nullopt;
+    decoded += static_cast<char>(*code);
+    text.remove_prefix(3);
+  }
+  return decoded;
+}
 
 std::optional<HttpRequest> ParseHttpRequest(std::string_view head) {
   HttpRequest request;

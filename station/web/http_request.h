@@ -10,10 +10,16 @@ namespace pallomir::station {
 struct HttpRequest {
   std::string method;
   std::string path;         ///< decoded, without the query; begins with "/"
+  std::string query;        ///< as it stands, without its "?"; empty where there is none
+  std::string host;         ///< the Host header as it stands; empty without one
   std::string ifNoneMatch;  ///< as it stands; empty without that header
   bool keepsAlive = false;  ///< the connection stays open after the answer
   bool hasBody = false;
 };
+
+/// The text with each "%" and two hexadecimal digits as the byte they stand for. Nothing where a "%" is
+/// followed by anything else.
+std::optional<std::string> PercentDecoded(std::string_view text);
 
 /// The end of a request's head.
 inline constexpr std::string_view kHttpHeadEnd = "\r\n\r\n";

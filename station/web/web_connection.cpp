@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <asio/buffer.hpp>
+#include <asio/ip/address_v4.hpp>
 #include <cassert>
 #include <utility>
 
@@ -20,7 +21,12 @@ constexpr std::size_t kMaxHead = 16 * 1024;
 constexpr std::chrono::seconds kHeadTime{10};
 constexpr std::chrono::seconds kStallTime{30};
 
+// Services see to it that they take less.
+constexpr std::chrono::seconds kWorkTime{90};
+
 constexpr std::size_t kPieceSize = 64 * 1024;
+
+constexpr const char* kPlainText = "text/plain; charset=utf-8";
 
 // Differs whenever the file has changed.
 std::string EntityTag(const fs::path& file, std::uintmax_t size) {
@@ -44,17 +50,23 @@ void WebConnection::Progress(std::chrono::seconds timeForNext) {
 }
 
 void WebConnection::Close() {
+  if (work_) work_->request_stop();
+  work_.reset();
   std::error_code ignored;
   socket_.shutdown(tcp::socket::shutdown_both, ignored);
   socket_.close(ignored);
 }
 
 void WebConnection::Read() {
+  if (isReading_) return;
+  isReading_ = true;
   socket_.async_read_some(asio::buffer(arrived_),
                           [self = shared_from_this()](std::error_code error, std::size_t count) {
+                            self->isReading_ = false;
                             if (error) return self->Close();
                             self->input_.append(self->arrived_.data(), count);
-                            self->TakeRequest();
+                            if (!self->isAnswering_) return self->TakeRequest();
+                            if (self->work_ && self->input_.size() <= kMaxHead) self->Read();
                           });
 }
 
@@ -65,6 +77,7 @@ void WebConnection::TakeRequest() {
   if (end == input_.npos) return Read();
   const auto request = ParseHttpRequest(std::string_view(input_).substr(0, end));
   input_.erase(0, end + kHttpHeadEnd.size());
+  isAnswering_ = true;
   if (!request) return AnswerShortly("400 Bad Request", false);
   Answer(*request);
 }
@@ -76,6 +89,8 @@ void WebConnection::Answer(const HttpRequest& request) {
     return AnswerShortly("405 Method Not Allowed", false);
   if (const auto text = content_.texts.find(request.path); text != content_.texts.end())
     return AnswerWithText(text->second, request);
+  if (const auto service = content_.services.find(request.path); service != content_.services.end())
+    return AskService(service->second, request);
   const auto file = FindWebFile(content_.root, request.path);
   if (!file) return AnswerShortly("404 Not Found", request.keepsAlive);
   AnswerWithFile(*file, request);
@@ -101,21 +116,53 @@ void WebConnection::AnswerWithFile(const fs::path& file, const HttpRequest& requ
 
 void WebConnection::AnswerWithText(const SiteContent::Text& text, const HttpRequest& request) {
   keepsAlive_ = request.keepsAlive;
+  AnswerWith({"200 OK", text.type, text.text, ""}, request.method == "HEAD");
+}
+
+bool WebConnection::IsFromHere(const HttpRequest& request) const {
+  std::error_code error;
+  const auto peer = socket_.remote_endpoint(error);
+  if (error || !peer.address().is_loopback()) return false;
+  // A page of another host can have its host's name mean this computer, and would then be taken for one of
+  // ours.
+  const std::string host = request.host.substr(0, request.host.find(':'));
+  if (host.empty() || host == "localhost") return true;
+  asio::ip::make_address_v4(host, error);
+  return !error;
+}
+
+void WebConnection::AskService(const SiteContent::Service& service, const HttpRequest& request) {
+  assert(content_.workers != nullptr && !work_);
+  keepsAlive_ = request.keepsAlive;
+  const bool isHead = request.method == "HEAD";
+  if (!service.isForEveryone && !IsFromHere(request))
+    return AnswerWith(
+        {"403 Forbidden", kPlainText, "The station answers this on its own computer only.\n", ""}, isHead);
+  work_ = content_.workers->Start(
+      [&service, query = request.query](const std::stop_token& stop) { return service.answer(query, stop); },
+      [self = shared_from_this(), isHead](const WebAnswer& answer) {
+        if (self->IsOpen()) self->AnswerWith(answer, isHead);
+      });
+  if (!work_)
+    return AnswerWith({"503 Service Unavailable", kPlainText, "Too many questions are being answered.\n",
+                       "Retry-After: 2\r\n"},
+                      isHead);
+  Progress(kWorkTime);
+  Read();  // tells when the browser leaves
+}
+
+void WebConnection::AnswerWith(const WebAnswer& answer, bool isHead) {
+  work_.reset();
   fileLeft_ = 0;
-  output_ = Head("200 OK", "Content-Type: " + text.type +
-                               "\r\nContent-Length: " + std::to_string(text.text.size()) + "\r\n");
-  if (request.method != "HEAD") output_ += text.text;
+  output_ = Head(answer.status, answer.headers + "Content-Type: " + answer.type +
+                                    "\r\nContent-Length: " + std::to_string(answer.text.size()) + "\r\n");
+  if (!isHead) output_ += answer.text;
   Write();
 }
 
 void WebConnection::AnswerShortly(std::string_view status, bool keepsAlive) {
-  const std::string text = std::string(status) + "\n";
   keepsAlive_ = keepsAlive;
-  fileLeft_ = 0;
-  output_ =
-      Head(status, "Content-Type: text/plain\r\nContent-Length: " + std::to_string(text.size()) + "\r\n") +
-      text;
-  Write();
+  AnswerWith({std::string(status), kPlainText, std::string(status) + "\n", ""}, false);
 }
 
 std::string WebConnection::Head(std::string_view status, const std::string& headers) const {
@@ -152,6 +199,7 @@ void WebConnection::Written() {
   output_ = std::string();  // gives the memory back
   if (!keepsAlive_) return Close();
   Progress(kHeadTime);
+  isAnswering_ = false;
   TakeRequest();
 }
 

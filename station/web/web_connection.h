@@ -8,10 +8,12 @@
 #include <fstream>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "station/web/http_request.h"
+#include "station/web/web_workers.h"
 
 namespace pallomir::station {
 
@@ -21,9 +23,15 @@ struct SiteContent {
     std::string type;  ///< as in a Content-Type header
     std::string text;
   };
-  std::filesystem::path root;                      ///< the folder of the files
-  std::string headers;                             ///< for every answer, each with its line end
-  std::map<std::string, Text, std::less<>> texts;  ///< by path; they hide files
+  struct Service {
+    WebService answer;
+    bool isForEveryone = false;  ///< otherwise for this computer alone
+  };
+  std::filesystem::path root;                              ///< the folder of the files
+  std::string headers;                                     ///< for every answer, each with its line end
+  std::map<std::string, Text, std::less<>> texts;          ///< by path; they hide files
+  std::map<std::string, Service, std::less<>> services{};  ///< by path; they hide files too
+  WebWorkers* workers = nullptr;                           ///< where services are at work
 };
 
 /// One browser's connection to the web site: takes requests and answers them one after the other. Whatever
@@ -51,6 +59,10 @@ class WebConnection : public std::enable_shared_from_this<WebConnection> {
   void Answer(const HttpRequest& request);
   void AnswerWithFile(const std::filesystem::path& file, const HttpRequest& request);
   void AnswerWithText(const SiteContent::Text& text, const HttpRequest& request);
+  void AskService(const SiteContent::Service& service, const HttpRequest& request);
+  void AnswerWith(const WebAnswer& answer, bool isHead);
+  /// Whether whoever asks is on this computer, and no page of another host that is shown here.
+  bool IsFromHere(const HttpRequest& request) const;
   /// Answers with the status as a line of text. Then hangs up unless `keepsAlive`.
   void AnswerShortly(std::string_view status, bool keepsAlive);
   std::string Head(std::string_view status, const std::string& headers) const;
@@ -71,6 +83,10 @@ class WebConnection : public std::enable_shared_from_this<WebConnection> {
   std::ifstream file_;
   std::uintmax_t fileLeft_ = 0;  ///< bytes of it that are not in `output_` yet
   bool keepsAlive_ = false;
+
+  bool isReading_ = false;
+  bool isAnswering_ = false;              ///< what arrives meanwhile waits in `input_`
+  std::optional<std::stop_source> work_;  ///< of the service that is at work on the answer
 };
 
 }  // namespace pallomir::station

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "station/common/listener.h"
+#include "station/common/text.h"
 #include "station/web/web_connection.h"
 
 namespace pallomir::station {
@@ -33,18 +34,9 @@ std::string ContentPolicy(const std::optional<OnlineMap>& onlineMap) {
          PictureHosts(onlineMap);
 }
 
-std::string Quoted(std::string_view text) {
-  std::string quoted = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') quoted += '\\';
-    quoted += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
-  }
-  return quoted + '"';
-}
-
 std::string PageSettings(const OnlineMap& onlineMap) {
-  return "{\"onlineMap\":{\"url\":" + Quoted(onlineMap.url) +
-         ",\"attribution\":" + Quoted(onlineMap.attribution) + "}}\n";
+  return "{\"onlineMap\":{\"url\":" + QuotedForJson(onlineMap.url) +
+         ",\"attribution\":" + QuotedForJson(onlineMap.attribution) + "}}\n";
 }
 
 }  // namespace
@@ -82,6 +74,7 @@ struct WebSite::Server {
 
   SiteContent content;
   asio::io_context context{1};
+  WebWorkers workers{context};
   asio::steady_timer timer{context};
   std::list<std::shared_ptr<WebConnection>> connections;
   std::optional<Listener> listener;
@@ -91,6 +84,7 @@ struct WebSite::Server {
 WebSite::WebSite(std::filesystem::path root, std::optional<OnlineMap> onlineMap)
     : server_(std::make_unique<Server>()) {
   SiteContent& content = server_->content;
+  content.workers = &server_->workers;
   content.root = std::move(root);
   // Browsers must ask before they use their cache, and must not guess at types.
   content.headers =
@@ -102,6 +96,11 @@ WebSite::WebSite(std::filesystem::path root, std::optional<OnlineMap> onlineMap)
 WebSite::~WebSite() {
   server_->context.stop();
   if (server_->thread.joinable()) server_->thread.join();
+}
+
+void WebSite::Serve(std::string path, WebService service, bool isForEveryone) {
+  assert(!server_->listener);
+  server_->content.services[std::move(path)] = {std::move(service), isForEveryone};
 }
 
 int WebSite::Start(const std::string& address, int port) {

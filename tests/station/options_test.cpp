@@ -26,13 +26,16 @@ class CommandLines : public testing::Test {
 TEST_F(CommandLines, WinOverTheIniFile) {
   folder_.Write("station.ini",
                 "# a comment\r\n\n Address = 0.0.0.0\r\nAdvertisedAddress=\nPortBase=19001\nDemo=off\n"
-                "Data=/a folder, with # and [brackets]\n");
+                "Data=/a folder, with # and [brackets]\nVisits=everyone\n");
   const Options options = Good({"--port-base", "20001"}).options;
   EXPECT_EQ(options.address, "0.0.0.0");
   EXPECT_EQ(options.advertisedAddress, "");
   EXPECT_EQ(options.portBase, 20001);
   EXPECT_EQ(options.data, "/a folder, with # and [brackets]");
   EXPECT_FALSE(options.isDemoOn);
+  EXPECT_EQ(options.visits, VisitsFor::kEveryone);
+  EXPECT_EQ(Good({"--visits", "off", "visits", "--at", "0,0"}).options.visits, VisitsFor::kNobody);
+  EXPECT_EQ(Bad({"--visits", "friends"}).exitCode, kWrongOptions);
 }
 
 TEST_F(CommandLines, TakeGeneralOptionsBehindACommand) {
