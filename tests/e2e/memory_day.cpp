@@ -23,12 +23,6 @@ constexpr std::size_t kSlack = 400 * 1024;
 // The first reloads fill buffers that are kept.
 constexpr int kWarmUpReloads = 10;
 
-std::size_t ResidentKilobytes() {
-  const std::string status = fakes::ReadFile("/proc/self/status");
-  const std::size_t at = status.find("VmRSS:");
-  return at == status.npos ? 0 : std::strtoul(status.c_str() + at + 6, nullptr, 10);
-}
-
 class Day {
  public:
   Day() {
@@ -54,13 +48,12 @@ class Day {
     Connect();
     harness_.loop.Advance(2000);
     harness_.Command("Z" + std::to_string(9 + ++reloads_ % 6));
-    AskForTiles();
+    for (const std::string& file : harness_.TileFiles()) harness_.Command("TT" + file.substr(4, 14));
     ForgetWhatTheFakesKept();
   }
 
   int Reloads() const { return reloads_; }
   std::size_t Points() const { return harness_.client->Points().PointCount(); }
-  std::size_t TileCount() const { return harness_.TileFiles().size(); }
   std::string Trouble() const { return harness_.Trouble(); }
 
  private:
@@ -79,10 +72,6 @@ class Day {
       if (packet.empty()) return;
       harness_.data.arrived(packet);
     }
-  }
-
-  void AskForTiles() {
-    for (const std::string& file : harness_.TileFiles()) harness_.Command("TT" + file.substr(4, 14));
   }
 
   void ForgetWhatTheFakesKept() {
@@ -105,10 +94,9 @@ class Day {
 int Run(int seconds, int reloads) {
   Day day;
   const int interval = std::max(1, seconds / reloads);
-  std::size_t baseline = 0;
-  std::size_t most = 0;
+  std::size_t baseline = 0, most = 0;
   bool isFlat = true;
-  for (int second = 1; second <= seconds; ++second) {
+  for (int second = 1; second <= seconds && isFlat; ++second) {
     day.Second();
     if (second % interval != 0) continue;
     day.Reload();
@@ -116,13 +104,10 @@ int Run(int seconds, int reloads) {
     const std::size_t beside = used - std::min(used, day.Points() * kBytesAPoint);
     most = std::max(most, beside);
     if (day.Reloads() == kWarmUpReloads) baseline = most;
-    if (day.Reloads() > kWarmUpReloads && beside > baseline + kSlack) isFlat = false;
-    if (day.Reloads() % 100 == 0 || day.Reloads() == kWarmUpReloads || !isFlat)
-      std::printf(
-          "%6d s, %4d reloads: %6zu points, %zu bytes (%zu beside the points), %zu kB resident, %zu tiles\n",
-          second, day.Reloads(), day.Points(), used, beside, ResidentKilobytes(), day.TileCount());
-    std::fflush(stdout);
-    if (!isFlat) break;
+    isFlat = day.Reloads() <= kWarmUpReloads || beside <= baseline + kSlack;
+    if (day.Reloads() % 100 == 0 || !isFlat)
+      std::printf("%6d s, %4d reloads: %6zu points, %zu bytes (%zu beside the points)\n", second,
+                  day.Reloads(), day.Points(), used, beside);
   }
   if (!day.Trouble().empty()) std::printf("told: %s\n", day.Trouble().c_str());
   std::printf("%s: %d reloads, at most %zu bytes beside the points, %zu after the first %d\n",

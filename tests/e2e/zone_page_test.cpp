@@ -11,11 +11,9 @@
 #include <asio/io_context.hpp>
 #include <thread>
 
-#include "fakes/process.h"
-#include "fakes/temporary_folder.h"
+#include "e2e/program_folder.h"
 #include "platform/wait.h"
 #include "program.h"
-#include "settings/settings_store.h"
 #include "station/station.h"
 #include "zones/zone_file.h"
 #include "zones/zone_testing.h"
@@ -33,25 +31,11 @@ constexpr char kAddress[] = "127.0.12.1";  // this test's own
 class ZonePageTest : public testing::Test {
  protected:
   ZonePageTest() {
-    for (const char* name : {"profile", "share/pallomir/Data/0013A20040B1", "config", "runtime"})
-      fs::create_directories(folder_.Path() / name);
-    fs::permissions(folder_.Path() / "runtime", fs::perms::owner_all);
     for (const auto& [name, value] : fakes::ClientEnvironment(folder_.Path(), "offscreen"))
       qputenv(name.c_str(), value.c_str());
-    fs::copy(PALLOMIR_FOLDER, folder_.Path() / "app", fs::copy_options::recursive);
-    fakes::WriteFile(folder_.Path() / "app/deployment.ini",
-                     std::string("WebsiteServer=") + kAddress + "\nWebSite=" + kAddress + ":2480\n");
-    std::string settings;
-    for (const auto& [key, value] : std::map<std::string, std::string>{{"Demo Mode", "False"},
-                                                                       {"Mobile Units", "X0013A20040B1Van~"},
-                                                                       {"WindowState", "0"},
-                                                                       {"WindowPos_W", "900"},
-                                                                       {"WindowPos_H", "640"}})
-      settings += SettingsLine("pallomir browser~Startup~" + key, value) + "\r\n";
-    fakes::WriteFile(folder_.Path() / "share/pallomir/Registry.txt", settings);
     options_.address = kAddress;
     options_.webRoot = WEB_FOLDER;
-    options_.data = folder_.Path() / "share/pallomir/Data";
+    options_.data = folder_.Data();
     options_.isDemoOn = false;
   }
 
@@ -64,7 +48,7 @@ class ZonePageTest : public testing::Test {
     std::thread serving([&] { context.run(); });
     {
       Program program(
-          {folder_.Path() / "app", folder_.Path() / "share", folder_.Path() / "profile"},
+          {folder_.App(), folder_.Path() / "share", folder_.Path() / "profile"},
           [this](const std::string& line) { readies_ += line.find("map page ready") != line.npos; });
       program_ = &program;
       QTimer::singleShot(0, [&] {
@@ -169,7 +153,7 @@ class ZonePageTest : public testing::Test {
     return offered;
   }
 
-  fakes::TemporaryFolder folder_;
+  const ProgramFolder folder_{kAddress, {{"Mobile Units", "X0013A20040B1Van~"}}};
   station::Options options_;
   int readies_ = 0;
   Program* program_ = nullptr;
