@@ -46,14 +46,9 @@ void CheckSearch(FuzzInput input) {
     const ByteView content = input.Take(sizes[i]);
     std::ofstream(Folder() / kUnit / std::to_string(i), std::ios::binary) << AsText(content);
   }
-  const oracles::LiteralQuestion question{
-      {kUnit},
-      [](double lat, double lng) { return -90 < lat && lat < 90 && -7 < lng && lng < 1500; },
-      first,
-      last,
-      limit};
-  const oracles::LiteralSearch literal = oracles::LiteralVisits(Folder(), question);
-  VisitSearch search(Folder(), {{kUnit}, SearchArea::Rectangle(-90, 90, -7, 1500), {first, last}, limit});
+  const VisitQuery query{{kUnit}, SearchArea::Rectangle(-90, 90, -7, 1500), {first, last}, limit};
+  const oracles::LiteralSearch literal = oracles::LiteralVisits(Folder(), query);
+  VisitSearch search(Folder(), query);
   while (search.Step()) {
   }
   const std::vector<Visit> visits = search.Visits();

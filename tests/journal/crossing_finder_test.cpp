@@ -3,17 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <map>
 
 #include "fakes/fake_system.h"
-#include "oracles/literal_crossings.h"
-#include "zones/zone_file.h"
+#include "zones/zone_query.h"
 #include "zones/zone_testing.h"
 
 namespace pallomir {
 namespace {
-
-using oracles::LiteralCrossing;
 
 const Millis kNoon = ToMillis({2026, 11, 23, 12});  // a Monday
 constexpr FlickerLimits kNoFlicker{-1, 0};
@@ -87,17 +83,66 @@ std::vector<DataPoint> Walk(std::mt19937& random, int count) {
   return rows;
 }
 
-std::vector<LiteralCrossing> Literal(const ZoneTree& zones, std::span<const DataPoint> rows) {
-  std::vector<oracles::LiteralPlace> places;
-  for (const DataPoint& row : rows) places.push_back({*DecodePackedTime(row.time), row.x, row.y});
-  return LiteralCrossings(oracles::LiteralReadZones(WriteZones(zones)), places);
+using Passage = std::tuple<Millis, ZoneOrdinal, bool, bool>;  // when, zone, whether into it, whether an alert
+
+std::vector<Passage> Plain(const std::vector<ZoneCrossing>& crossings) {
+  std::vector<Passage> plain;
+  for (const ZoneCrossing& crossing : crossings)
+    plain.emplace_back(crossing.utc, crossing.zone, crossing.hasEntered, crossing.isAlert);
+  return plain;
 }
 
-std::vector<LiteralCrossing> Plain(const std::vector<ZoneCrossing>& crossings) {
-  std::vector<LiteralCrossing> plain;
-  for (const ZoneCrossing& crossing : crossings)
-    plain.push_back({crossing.utc, static_cast<int>(crossing.zone), crossing.hasEntered, crossing.isAlert});
-  return plain;
+std::vector<ZoneOrdinal> PathTo(const ZoneTree& zones, ZoneOrdinal zone) {
+  std::vector<ZoneOrdinal> path;
+  for (; zone != ZoneTree::kNone; zone = zones.At(zone).parent) path.insert(path.begin(), zone);
+  return path;
+}
+
+// The shares of the way from a to b at which it meets an edge, its ends among them.
+std::vector<double> CutsOf(const ZoneTree& zones, PlanePoint a, PlanePoint b) {
+  std::vector<double> cuts{0, 1};
+  for (ZoneOrdinal zone = 0; zone < zones.Count(); ++zone) {
+    const auto corners = zones.VerticesOf(zone);
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+      const ZoneVertex &corner = corners[i], &next = corners[(i + 1) % corners.size()];
+      const PlanePoint from = ProjectToPlane(corner.lat, corner.lng), to = ProjectToPlane(next.lat, next.lng);
+      const double ex = to.x - from.x, ey = to.y - from.y;
+      const double turn = (b.x - a.x) * ey - (b.y - a.y) * ex;
+      const double share = ((from.x - a.x) * ey - (from.y - a.y) * ex) / turn;
+      if (turn != 0 && share > 0 && share < 1) cuts.push_back(share);
+    }
+  }
+  std::ranges::sort(cuts);
+  return cuts;
+}
+
+// The rule written down: each way is cut by every edge of every zone, and each piece asked for by its middle.
+std::vector<Passage> Literal(const ZoneTree& zones, std::span<const DataPoint> rows) {
+  const ProjectedZoneTree projected(zones);
+  const auto placeOf = [](const DataPoint& row) {
+    return PlanePoint{row.x / kWorldSize, row.y / kWorldSize};
+  };
+  std::vector<Passage> passages;
+  ZoneOrdinal zone = projected.AlertPosition(placeOf(rows[0])).deepest;
+  for (std::size_t i = 1; i < rows.size(); ++i) {
+    const PlanePoint a = placeOf(rows[i - 1]), b = placeOf(rows[i]);
+    const Millis start = *DecodePackedTime(rows[i - 1].time), end = *DecodePackedTime(rows[i].time);
+    const auto cuts = CutsOf(zones, a, b);
+    for (std::size_t c = 1; c < cuts.size(); ++c) {
+      if ((cuts[c] - cuts[c - 1]) * std::hypot(b.x - a.x, b.y - a.y) < 1e-10) continue;
+      const double middle = (cuts[c - 1] + cuts[c]) / 2;
+      const auto answer = projected.AlertPosition({a.x + middle * (b.x - a.x), a.y + middle * (b.y - a.y)});
+      if (answer.deepest == zone) continue;
+      const auto before = PathTo(zones, zone), after = PathTo(zones, answer.deepest);
+      const Millis utc = start + std::llround(cuts[c - 1] * static_cast<double>(end - start));
+      const auto [left, entered] = std::ranges::mismatch(before, after);
+      for (auto n = before.end(); n != left;) passages.emplace_back(utc, *--n, false, false);
+      for (auto n = entered; n != after.end(); ++n) passages.emplace_back(utc, *n, true, false);
+      std::get<3>(passages.back()) = answer.isAlert;
+      zone = answer.deepest;
+    }
+  }
+  return passages;
 }
 
 ZoneTree WithoutSchedules(const ZoneTree& zones) {
@@ -140,9 +185,9 @@ TEST(CrossingFinder, LatePointsAreSortedIn) {
     found.Add(late);
     EXPECT_EQ(Plain(found.journal), Literal(zones, rows)) << "round " << round;
     for (const ZoneCrossing& crossing : found.journal) {
-      const bool wasKnown = std::ranges::any_of(before, [&](const LiteralCrossing& known) {
-        return known.utc == crossing.utc && known.zone == static_cast<int>(crossing.zone) &&
-               known.hasEntered == crossing.hasEntered;
+      const bool wasKnown = std::ranges::any_of(before, [&](const Passage& known) {
+        return std::tie(std::get<0>(known), std::get<1>(known), std::get<2>(known)) ==
+               std::tie(crossing.utc, crossing.zone, crossing.hasEntered);
       });
       const bool isNewer = crossing.wayEnd > *DecodePackedTime(first.back().time);
       EXPECT_EQ(crossing.isLate, !wasKnown && !isNewer) << "round " << round;

@@ -200,14 +200,11 @@ TEST(AlertNotices, OneForAUnitAndZoneInHalfAMinute) {
 }
 
 TEST(JournalText, Stays) {
-  for (const auto& [stay, text] :
-       std::vector<std::pair<Millis, const char*>>{{59'999, "59 s"},
-                                                   {kMinute, "1 min"},
-                                                   {kHour - 1, "59 min"},
-                                                   {kHour + 5 * kMinute, "1 h 05 min"},
-                                                   {kDay - 1, "23 h 59 min"},
-                                                   {2 * kDay + 4 * kHour, "2 d 4 h"}})
-    EXPECT_EQ(StayText(stay), text);
+  const std::pair<Millis, const char*> cases[] = {
+      {59'999, "59 s"},          {kMinute, "1 min"},
+      {kHour - 1, "59 min"},     {kHour + 5 * kMinute, "1 h 05 min"},
+      {kDay - 1, "23 h 59 min"}, {2 * kDay + 4 * kHour, "2 d 4 h"}};
+  for (const auto& [stay, text] : cases) EXPECT_EQ(StayText(stay), text);
 }
 
 }  // namespace

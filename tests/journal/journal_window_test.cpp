@@ -32,7 +32,7 @@ class JournalWindowTest : public testing::Test {
     };
     actions.acknowledge = [this](std::vector<std::int64_t> ids) {
       store_.Acknowledge(ids, kNoon);
-      Form().Refresh();
+      form_->Refresh();
     };
     actions.acknowledgeAll = [this] { ++acknowledgedAll_; };
     actions.save = [this] { ++saved_; };
@@ -47,9 +47,9 @@ class JournalWindowTest : public testing::Test {
 
   // Entries of this unit, a minute apart, the newest of them an alert.
   void Note(const std::string& unit, int count) {
-    std::vector<JournalEntry> entries(static_cast<std::size_t>(count));
+    std::vector<JournalEntry> entries;
     for (int i = 0; i < count; ++i) {
-      JournalEntry& entry = entries[static_cast<std::size_t>(i)];
+      JournalEntry& entry = entries.emplace_back();
       entry.zone = i % 2 == 0 ? "Depot" : "Yard";
       entry.hasEntered = true;
       entry.utc = kNoon + i * kMinute + (unit == "B" ? kSecond : 0);
@@ -58,7 +58,6 @@ class JournalWindowTest : public testing::Test {
     store_.Replace({unit, "Van " + unit, kNoon, kNoon + kDay, {}}, entries);
   }
 
-  formJournal& Form() { return *form_; }
   template <class Widget>
   Widget* Find(const char* name) {
     auto* widget = form_->findChild<Widget*>(name);

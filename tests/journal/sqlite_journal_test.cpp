@@ -80,11 +80,7 @@ TEST(SqliteJournal, FiltersCountAndPage) {
   Kept kept;
   kept.Put("A", "in yard 1! in bay 2 out bay 12 out yard 13!");
   kept.Put("B", "in yard 4! in yard 4 out yard 9!");
-  const struct {
-    JournalFilter filter;
-    std::string rows;
-    std::size_t count;
-  } cases[] = {
+  const std::tuple<JournalFilter, std::string, std::size_t> cases[] = {
       {{.unitId = "A"},
        "Van A out yard 13! (12); Van A out bay 12 (10); Van A in bay 2; Van A in yard 1!; ",
        4},

@@ -37,10 +37,7 @@ std::string Seconds(const std::vector<ZoneCrossing>& crossings) {
 }
 
 TEST(UnitCrossings, AUnitThatWaversHasCrossedOnce) {
-  const struct {
-    const char* crossings;
-    const char* counting;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"in 0 0 out 5 0", "in0 out5 "},
       {"in 0 0 out 5 0 in 10 0", "in0 "},
       {"in 0 0 out 5 0 in 10 0 out 15 0", "in0 out15 "},
@@ -73,24 +70,21 @@ TEST(UnitCrossings, PartsInAnyOrderGiveTheWhole) {
     std::string text;
     int second = 1;
     for (int i = 0; i < 30; ++i, second += 1 + static_cast<int>(random() % 50)) {
-      text +=
-          (i % 2 == 0 ? "in " : "out ") + std::to_string(second) + ' ' + std::to_string(random() % 50) + ' ';
+      const char* const what = i % 2 == 0 ? "in " : "out ";
+      text += what + std::to_string(second) + ' ' + std::to_string(random() % 50) + ' ';
     }
     const auto all = Read(text);
     std::vector<std::pair<int, int>> parts;
-    for (int from = 0; from <= second;) {
-      const int until = from + 1 + static_cast<int>(random() % 200);
-      parts.emplace_back(from, until);
-      from = until;
-    }
+    for (int from = 0; from <= second; from = parts.back().second)
+      parts.emplace_back(from, from + 1 + static_cast<int>(random() % 200));
     std::ranges::shuffle(parts, random);
     UnitCrossings unit({}), whole({});
     std::vector<ZoneCrossing> journal;
     for (const auto& [from, until] : parts) {
-      std::vector<ZoneCrossing> part;
-      for (const ZoneCrossing& crossing : all) {
-        if (crossing.utc > from * kSecond && crossing.utc <= until * kSecond) part.push_back(crossing);
-      }
+      std::vector<ZoneCrossing> part = all;
+      std::erase_if(part, [from = from * kSecond, until = until * kSecond](const ZoneCrossing& crossing) {
+        return crossing.utc <= from || crossing.utc > until;
+      });
       const auto stretch = unit.Replace(from * kSecond, until * kSecond, part);
       std::erase_if(journal, [&](const ZoneCrossing& known) {
         return known.utc >= stretch.from && known.utc <= stretch.until;

@@ -45,25 +45,9 @@ const Offsets kReceived =
     Turned({{8, 0}, {8, 1}, {8, 2}, {8, 3}, {7, 4}, {6, 5}, {5, 6}, {4, 7}, {3, 8}, {2, 8}, {1, 8}});
 const Offsets kNotReceived =
     Turned({{7, 0}, {7, 1}, {7, 2}, {7, 3}, {6, 4}, {5, 5}, {4, 6}, {3, 7}, {2, 7}, {1, 7}});
-const Offsets kEnds = Turned({{6, 0},
-                              {6, 1},
-                              {6, 2},
-                              {6, 3},
-                              {5, 4},
-                              {4, 5},
-                              {3, 6},
-                              {2, 6},
-                              {1, 6},
-                              {5, 0},
-                              {5, 1},
-                              {5, 2},
-                              {5, 3},
-                              {4, 4},
-                              {3, 5},
-                              {2, 5},
-                              {1, 5},
-                              {4, 3},
-                              {3, 4}});
+const Offsets kEnds = Turned({{6, 0}, {6, 1}, {6, 2}, {6, 3}, {5, 4}, {4, 5}, {3, 6}, {2, 6}, {1, 6}});
+const Offsets kWithinEnds =
+    Turned({{5, 0}, {5, 1}, {5, 2}, {5, 3}, {4, 4}, {3, 5}, {2, 5}, {1, 5}, {4, 3}, {3, 4}});
 
 void Stamp(const Canvas& canvas, std::pair<int, int> at, const Offsets& shape, std::uint8_t colour) {
   for (const auto& [dx, dy] : shape) canvas.MarkPixel(at.first + dx, at.second + dy, colour);
@@ -71,23 +55,17 @@ void Stamp(const Canvas& canvas, std::pair<int, int> at, const Offsets& shape, s
 
 void DrawSegment(const Canvas& canvas, int px0, int py0, int px1, int py1) {
   constexpr std::uint8_t pattern[2][4] = {{2, 2, 3, 3}, {3, 2, 2, 3}};
-  if (std::abs(px0 - px1) <= std::abs(py0 - py1)) {
-    const int s = py0 > py1 ? 1 : -1;
-    for (int y = py1 + s; s > 0 ? y <= py0 - s : y >= py0 - s; y += s) {
-      const int x = px1 + Round(static_cast<double>(px0 - px1) * (y - py1) / (py0 - py1));
-      const int m = ((y * s + 3) % 4 + 4) % 4;
-      canvas.MarkPixel(x, y, pattern[0][m]);
-      canvas.MarkPixel(x + 1, y, pattern[1][m]);
-      canvas.MarkPixel(x - 1, y, pattern[1][m]);
-    }
-  } else {
-    const int s = px0 > px1 ? 1 : -1;
-    for (int x = px1 + s; s > 0 ? x <= px0 - s : x >= px0 - s; x += s) {
-      const int y = py1 + Round(static_cast<double>(py0 - py1) * (x - px1) / (px0 - px1));
-      const int m = ((x * s + 3) % 4 + 4) % 4;
-      canvas.MarkPixel(x, y, pattern[0][m]);
-      canvas.MarkPixel(x, y + 1, pattern[1][m]);
-      canvas.MarkPixel(x, y - 1, pattern[1][m]);
+  const bool isSteep = std::abs(px0 - px1) <= std::abs(py0 - py1);
+  // Along the longer side, from the newer end to the older; both ends are left out.
+  const int from = isSteep ? py1 : px1, to = isSteep ? py0 : px0;
+  const int beside = isSteep ? px1 : py1, slope = isSteep ? px0 - px1 : py0 - py1;
+  const int s = to > from ? 1 : -1;
+  for (int at = from + s; s > 0 ? at <= to - s : at >= to - s; at += s) {
+    const int middle = beside + Round(static_cast<double>(slope) * (at - from) / (to - from));
+    const int m = ((at * s + 3) % 4 + 4) % 4;
+    for (const int side : {0, 1, -1}) {
+      const int across = middle + side;
+      canvas.MarkPixel(isSteep ? across : at, isSteep ? at : across, pattern[side == 0 ? 0 : 1][m]);
     }
   }
 }
@@ -162,7 +140,8 @@ LiteralPicture LiteralDraw(const TrackDrawing& d, int generation) {
       const std::size_t k = pass == 1 ? 1 : points.size();
       const int px = points[k - 1].x / u;
       const int py = points[k - 1].y / u;
-      if (visible(px, py)) Stamp(canvas, {px, py}, kEnds, k == 1 ? 5 : 6);
+      if (!visible(px, py)) continue;
+      for (const Offsets& shape : {kEnds, kWithinEnds}) Stamp(canvas, {px, py}, shape, k == 1 ? 5 : 6);
     }
   }
   return picture;
@@ -201,14 +180,9 @@ void LiteralMerge(LiteralTrack& track, const std::vector<WireRecord>& wireOrder)
 }
 
 bool LiteralStream(ByteView stream, const std::function<LiteralTrack*(std::string_view unitId)>& trackOf) {
-  const auto number = [](ByteView bytes) {
-    std::uint64_t value = 0;
-    for (const std::uint8_t byte : bytes) value = value * 256 + byte;
-    return static_cast<std::uint32_t>(value);
-  };
   while (stream.size() >= 8) {
-    const std::uint32_t code = number(stream.subspan(0, 4));
-    const ByteView payload = stream.subspan(8, number(stream.subspan(4, 4)));
+    const std::uint32_t code = ReadBigEndian32(stream, 0);
+    const ByteView payload = stream.subspan(8, ReadBigEndian32(stream, 4));
     std::uint32_t h = 0x5A3C71E9;
     for (const std::uint8_t c : payload) {
       const std::uint32_t x = c ^ h ^ 0x2D9B6C47u;
@@ -216,11 +190,10 @@ bool LiteralStream(ByteView stream, const std::function<LiteralTrack*(std::strin
     }
     if (h != code) return false;
     std::vector<WireRecord> records;
-    for (ByteView rest = payload.subspan(12); !rest.empty(); rest = rest.subspan(14)) {
-      records.push_back({number(rest.subspan(0, 4)), static_cast<std::int32_t>(number(rest.subspan(4, 4))),
-                         static_cast<std::int32_t>(number(rest.subspan(8, 4))),
-                         static_cast<std::uint16_t>(number(rest.subspan(12, 2)))});
-    }
+    for (std::size_t at = 12; at < payload.size(); at += 14)
+      records.push_back(
+          {ReadBigEndian32(payload, at), static_cast<std::int32_t>(ReadBigEndian32(payload, at + 4)),
+           static_cast<std::int32_t>(ReadBigEndian32(payload, at + 8)), ReadBigEndian16(payload, at + 12)});
     if (LiteralTrack* const track = trackOf(AsText(payload.first(12)))) LiteralMerge(*track, records);
     stream = stream.subspan(8 + payload.size());
   }

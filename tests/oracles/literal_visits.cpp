@@ -1,8 +1,8 @@
 #include "oracles/literal_visits.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
+
+#include "fakes/temporary_folder.h"
 
 namespace pallomir::oracles {
 namespace {
@@ -18,34 +18,17 @@ std::vector<std::string> NamesIn(const fs::path& folder) {
   return names;
 }
 
-std::string ContentOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-// Bytes are numbered from 1 on.
-double BigEndian(const std::string& text, std::size_t record, int firstByte) {
-  double value = 0;
-  for (int i = 0; i < 4; ++i)
-    value = value * 256 +
-            static_cast<unsigned char>(text[record * 14 + static_cast<std::size_t>(firstByte - 1 + i)]);
-  return value;
-}
-
-double Signed(double value) { return value > 2147483647 ? value - 4294967296 : value; }
-
-std::uint32_t TimeOf(const std::string& text, std::size_t record) {
-  const double value = BigEndian(text, record, 1);
-  return static_cast<std::uint32_t>(value >= 2147483648 ? value - 2147483648 : value);
+std::uint32_t TimeOf(ByteView file, std::size_t record) {
+  return ReadBigEndian32(file, 14 * record) & 0x7FFFFFFF;
 }
 
 class Search {
  public:
-  Search(const fs::path& folder, const LiteralQuestion& question) : folder_(folder), question_(question) {
-    for (unit_ = 0; unit_ < question.units.size() && result.error == 0; ++unit_) SearchUnit();
+  Search(const fs::path& folder, const VisitQuery& query) : folder_(folder), query_(query) {
+    for (unit_ = 0; unit_ < query.unitIds.size() && result.error == 0; ++unit_) SearchUnit();
     std::stable_sort(result.visits.begin(), result.visits.end(),
                      [](const auto& a, const auto& b) { return a.exit > b.exit; });
-    if (result.visits.size() > question.limit) result.visits.resize(question.limit);
+    if (result.visits.size() > query.limit) result.visits.resize(query.limit);
   }
 
   LiteralSearch result;
@@ -54,38 +37,38 @@ class Search {
   void SearchUnit() {
     previous_ = 0x7FFFFFFF;
     isPast_ = false;
-    std::vector<std::string> names = NamesIn(folder_ / question_.units[unit_]);
+    std::vector<std::string> names = NamesIn(folder_ / query_.unitIds[unit_]);
     std::reverse(names.begin(), names.end());
     for (const std::string& name : names) {
       if (result.error != 0 || isPast_) break;
-      const std::string content = ContentOf(folder_ / question_.units[unit_] / name);
+      const std::string content = fakes::ReadFile(folder_ / query_.unitIds[unit_] / name);
       if (content.size() > 10080 || content.size() % 14 != 0) result.error = 65387;
       if (result.error != 0) break;
       if (content.empty()) continue;
-      if (IsFull(TimeOf(content, content.size() / 14 - 1))) break;
-      SearchFile(content);
+      if (IsFull(TimeOf(AsBytes(content), content.size() / 14 - 1))) break;
+      SearchFile(AsBytes(content));
     }
     if (isOpen_) End();
   }
 
   bool IsFull(std::uint32_t newest) const {
-    const auto listed =
-        std::count_if(result.visits.begin(), result.visits.end(),
-                      [&](const LiteralVisit& visit) { return visit.unit == unit_ || visit.exit >= newest; });
-    return !isOpen_ && static_cast<std::size_t>(listed) >= question_.limit;
+    const auto listed = std::count_if(result.visits.begin(), result.visits.end(), [&](const Visit& visit) {
+      return visit.unit == unit_ || visit.exit >= newest;
+    });
+    return !isOpen_ && static_cast<std::size_t>(listed) >= query_.limit;
   }
 
-  void SearchFile(const std::string& content) {
-    for (std::size_t record = content.size() / 14; record-- > 0 && result.error == 0 && !isPast_;) {
-      const std::uint32_t time = TimeOf(content, record);
+  void SearchFile(ByteView file) {
+    for (std::size_t record = file.size() / 14; record-- > 0 && result.error == 0 && !isPast_;) {
+      const std::uint32_t time = TimeOf(file, record);
       if (time > previous_) {
         result.error = 776143;
-      } else if (time < question_.first) {
+      } else if (time < query_.span.first) {
         isPast_ = true;
-      } else if (time <= question_.last) {
-        const double lat = Signed(BigEndian(content, record, 6)) / 600000;
-        const double lng = Signed(BigEndian(content, record, 10)) / 600000;
-        Examine(time, question_.isInside(lat, lng));
+      } else if (time <= query_.span.last) {
+        Examine(time,
+                query_.area.Contains(static_cast<std::int32_t>(ReadBigEndian32(file, 14 * record + 5)),
+                                     static_cast<std::int32_t>(ReadBigEndian32(file, 14 * record + 9))));
       }
       previous_ = time;
     }
@@ -110,18 +93,18 @@ class Search {
   }
 
   const fs::path& folder_;
-  const LiteralQuestion& question_;
+  const VisitQuery& query_;
   std::size_t unit_ = 0;
   std::uint32_t previous_ = 0;
   bool isPast_ = false;
   bool isOpen_ = false;
-  LiteralVisit open_;
+  Visit open_;
 };
 
 }  // namespace
 
-LiteralSearch LiteralVisits(const fs::path& folder, const LiteralQuestion& question) {
-  return Search(folder, question).result;
+LiteralSearch LiteralVisits(const fs::path& folder, const VisitQuery& query) {
+  return Search(folder, query).result;
 }
 
 }  // namespace pallomir::oracles

@@ -7,7 +7,6 @@
 #include <random>
 
 #include "oracles/literal_zones.h"
-#include "zones/zone_file.h"
 #include "zones/zone_testing.h"
 
 namespace pallomir {
@@ -66,7 +65,6 @@ TEST(SearchArea, OfAZoneIsWhereItLiesOnTheWay) {
   int inside = 0;
   for (int round = 0; round < 60; ++round) {
     const ZoneTree tree = RandomZones(random, 1 + round % 9);
-    const auto literal = oracles::LiteralReadZones(WriteZones(tree));
     std::vector<SearchArea> areas;
     for (ZoneOrdinal zone = 0; zone < tree.Count(); ++zone) areas.push_back(SearchArea::OfZone(tree, zone));
     for (int i = 0; i < 300; ++i) {
@@ -74,11 +72,9 @@ TEST(SearchArea, OfAZoneIsWhereItLiesOnTheWay) {
       const auto longitude =
           static_cast<std::int32_t>(-75 * 600000 - 2000 + static_cast<int>(random() % 120000));
       std::vector<bool> isOnWay(tree.Count());
-      const int deepest = oracles::LiteralQuery(literal, latitude / 600000.0, longitude / 600000.0).deepest;
-      if (deepest >= 0)
-        for (auto zone = static_cast<ZoneOrdinal>(deepest); zone != ZoneTree::kNone;
-             zone = tree.At(zone).parent)
-          isOnWay[zone] = true;
+      const auto rule = oracles::LiteralQuery(tree, latitude / 600000.0, longitude / 600000.0);
+      for (ZoneOrdinal zone = rule.deepest; zone != ZoneTree::kNone; zone = tree.At(zone).parent)
+        isOnWay[zone] = true;
       for (ZoneOrdinal zone = 0; zone < tree.Count(); ++zone) {
         EXPECT_EQ(areas[zone].Contains(latitude, longitude), isOnWay[zone]) << zone;
         inside += isOnWay[zone];

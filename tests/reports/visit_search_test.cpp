@@ -181,8 +181,7 @@ TEST(VisitSearch, ListsTheNewestOverAllUnits) {
       EXPECT_LE(soFar.size(), limit);
       EXPECT_TRUE(std::ranges::is_sorted(soFar, std::ranges::greater{}, &Visit::exit));
     }
-    const auto literal = oracles::LiteralVisits(
-        folder.Path(), {units, [](double lat, double) { return lat < 1; }, 0, 0x7FFFFFFF, limit});
+    const auto literal = oracles::LiteralVisits(folder.Path(), query);
     const auto visits = search.Visits();
     ASSERT_EQ(visits.size(), std::min<std::size_t>(limit, 600));
     for (std::size_t i = 0; i < visits.size(); ++i) {
@@ -287,29 +286,23 @@ TEST(VisitSearch, AgreesWithTheRuleOnRandomFolders) {
   std::size_t visits = 0, errors = 0;
   for (int round = 0; round < 150; ++round) {
     const RandomFolder made(random);
-    const auto isInside = [](double lat, double lng) { return -1 < lat && lat < 1 && -1 < lng && lng < 1; };
-    oracles::LiteralQuestion question{
-        {kOther, "00000000000C", kUnit, "00000000000D"}, isInside, 0, 0x7FFFFFFF, 500};
-    VisitQuery query = QueryOf(question.units);
-    if (round % 3 == 1) question.first = query.span.first = Second(300 + round);
-    if (round % 3 == 1) question.last = query.span.last = Second(1500 + round);
-    if (round % 3 == 2) question.limit = query.limit = static_cast<std::size_t>(1 + round % 40);
-    const auto literal = oracles::LiteralVisits(made.folder.Path(), question);
-    std::vector<Visit> expected;
-    for (const auto& v : literal.visits) expected.push_back({v.unit, v.entry, v.exit, v.records});
+    VisitQuery query = QueryOf({kOther, "00000000000C", kUnit, "00000000000D"});
+    if (round % 3 == 1) query.span = {Second(300 + round), Second(1500 + round)};
+    if (round % 3 == 2) query.limit = static_cast<std::size_t>(1 + round % 40);
+    const auto literal = oracles::LiteralVisits(made.folder.Path(), query);
     VisitSearch search(made.folder.Path(), query);
     Finish(search);
-    ASSERT_EQ(Text(search.Visits()), Text(expected)) << round;
+    ASSERT_EQ(Text(search.Visits()), Text(literal.visits)) << round;
     const std::string code = literal.error == 0 ? "" : "Error " + std::to_string(literal.error);
     ASSERT_EQ(search.Problem().substr(0, code.size()), code) << round;
     ASSERT_EQ(search.Problem().empty(), code.empty()) << round << search.Problem();
     const std::string plain = Text(search.Visits()) + search.Problem();
     if (round % 2 == 0)
-      for (const std::string& unit : question.units) StoreSummaries(made.folder.Path(), unit);
+      for (const std::string& unit : query.unitIds) StoreSummaries(made.folder.Path(), unit);
     VisitSearch again(made.folder.Path(), query);
     Finish(again);
     ASSERT_EQ(Text(again.Visits()) + again.Problem(), plain) << round << ", with summaries";
-    visits += expected.size();
+    visits += literal.visits.size();
     errors += literal.error != 0;
   }
   EXPECT_GT(visits, 5000u);

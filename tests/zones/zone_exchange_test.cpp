@@ -47,83 +47,73 @@ TEST(ZoneExchange, AppendedZonesKeepTheirNesting) {
   EXPECT_EQ(Outline(WithZonesAppended(first.Build(), second.Build())), "Non-Alert 1:A 1.1:B 2:C 2.1:D");
 }
 
-struct ForeignCase {
-  const char* name;
-  ZoneFormat format;
-  std::string file;
-  std::string outline;  // or the problem
-};
-
 TEST(ZoneExchange, ReadsFilesOfOthers) {
   const auto feature = [](const std::string& properties, const std::string& geometry,
                           const std::string& more = "") {
     return R"({"type":"Feature","properties":)" + properties + R"(,"geometry":)" + geometry + more + "}";
   };
   const auto collection = [](const std::string& features) {
-    return R"({"type":"FeatureCollection","features":[)" + features + "]}";
+    return std::pair(ZoneFormat::kGeoJson, R"({"type":"FeatureCollection","features":[)" + features + "]}");
   };
   const std::string polygon = R"({"type":"Polygon","coordinates":[[[1,2,9],[3,4],[5,6],[1,2,9]]]})";
   const std::string holed = R"({"type":"Polygon","coordinates":[[[0,0],[9,0],[9,9]],[[1,1],[2,1],[2,2]]]})";
-  const auto kml = [](const std::string& content) {
-    return "<kml><Document>" + content + "</Document></kml>";
-  };
   const auto placemark = [](const std::string& name, const std::string& coordinates) {
     return "<Placemark><name>" + name + "</name><MultiGeometry><Polygon><outerBoundaryIs><LinearRing>" +
            "<coordinates>" + coordinates + "</coordinates></LinearRing></outerBoundaryIs></Polygon>" +
            "</MultiGeometry></Placemark>";
   };
-  const ForeignCase cases[] = {
-      {"one geometry", ZoneFormat::kGeoJson, polygon, "Alerted 1:Zone 1 3"},
-      {"no properties", ZoneFormat::kGeoJson, feature("null", polygon), "Alerted 1:Zone 1 3"},
-      {"hole", ZoneFormat::kGeoJson, collection(feature(R"({"name":"Lake"})", holed)),
-       "Alerted 1:Lake 1.1:Lake (hole) 3 3"},
-      {"several areas, points passed over", ZoneFormat::kGeoJson,
+  const auto geoJson = [](const std::string& file) { return std::pair(ZoneFormat::kGeoJson, file); };
+  const auto kmlOf = [](const std::string& content) {
+    return std::pair(ZoneFormat::kKml, "<kml><Document>" + content + "</Document></kml>");
+  };
+  const auto corners = [&](const std::string& places) {
+    return geoJson(feature(R"({"name":"A"})", R"({"type":"Polygon","coordinates":[[)" + places + "]]}"));
+  };
+  const std::tuple<const char*, std::pair<ZoneFormat, std::string>, const char*> cases[] = {
+      // outline or problem
+      {"one geometry", geoJson(polygon), "Alerted 1:Zone 1 3"},
+      {"no properties", geoJson(feature("null", polygon)), "Alerted 1:Zone 1 3"},
+      {"hole", collection(feature(R"({"name":"Lake"})", holed)), "Alerted 1:Lake 1.1:Lake (hole) 3 3"},
+      {"several areas, points passed over",
        collection(
            feature("{}", R"({"type":"Point","coordinates":[1,2]})") + "," +
            feature("{}", R"({"type":"MultiPolygon","coordinates":[[[[0,0],[1,0]]],[[[2,2],[3,3]]]]})")),
        "Alerted 1:Zone 1 2:Zone 2 2 2"},
-      {"children first, unknown parent", ZoneFormat::kGeoJson,
+      {"children first, unknown parent",
        collection(feature(R"({"name":"B","parent":"a"})", polygon) + "," +
                   feature(R"({"name":"A"})", polygon, R"(,"id":"a")") + "," +
                   feature(R"({"name":"C","parent":"z"})", polygon)),
        "Alerted 1:A 1.1:B 2:C 3 3 3"},
-      {"parents in a circle", ZoneFormat::kGeoJson,
+      {"parents in a circle",
        collection(feature(R"({"name":"A","parent":2})", polygon, R"(,"id":1)") + "," +
                   feature(R"({"name":"B","parent":1})", polygon, R"(,"id":2)")),
        "Alerted 1:A 1.1:B 3 3"},
-      {"no polygon", ZoneFormat::kGeoJson, collection(""), "The file holds no polygon."},
-      {"no JSON", ZoneFormat::kGeoJson, "{", "The file is no GeoJSON."},
-      {"word for a number", ZoneFormat::kGeoJson,
-       feature(R"({"name":"A"})", R"({"type":"Polygon","coordinates":[[[1,"2"]]]})"),
-       "A corner of \"A\" is no position."},
-      {"outside the world", ZoneFormat::kGeoJson,
-       feature(R"({"name":"A"})", R"({"type":"Polygon","coordinates":[[[1,90.1]]]})"),
-       "A corner of \"A\" lies outside the world."},
-      {"KML of others", ZoneFormat::kKml,
-       kml("<Folder>" + placemark("Yard", "\n 1,2,0 3,4,0\t5,6,0 1,2,0 ") + "</Folder>" +
-           "<Placemark><name>here</name><Point><coordinates>1,2</coordinates></Point></Placemark>" +
-           placemark("Gate", "7,8")),
+      {"no polygon", collection(""), "The file holds no polygon."},
+      {"no JSON", geoJson("{"), "The file is no GeoJSON."},
+      {"word for a number", corners(R"([1,"2"])"), "A corner of \"A\" is no position."},
+      {"outside the world", corners("[1,90.1]"), "A corner of \"A\" lies outside the world."},
+      {"KML of others",
+       kmlOf("<Folder>" + placemark("Yard", "\n 1,2,0 3,4,0\t5,6,0 1,2,0 ") + "</Folder>" +
+             "<Placemark><name>here</name><Point><coordinates>1,2</coordinates></Point></Placemark>" +
+             placemark("Gate", "7,8")),
        "Alerted 1:Yard 2:Gate 3 1"},
-      {"KML with a word", ZoneFormat::kKml, kml(placemark("Yard", "1,x")),
-       "A corner of \"Yard\" is no position."},
-      {"KML without an area", ZoneFormat::kKml, kml(""), "The file holds no polygon."},
-      {"no KML", ZoneFormat::kKml, "<kml>", "The file is no KML."},
+      {"KML with a word", kmlOf(placemark("Yard", "1,x")), "A corner of \"Yard\" is no position."},
+      {"KML without an area", kmlOf(""), "The file holds no polygon."},
+      {"no KML", {ZoneFormat::kKml, "<kml>"}, "The file is no KML."},
   };
-  for (const ForeignCase& c : cases) {
-    const ImportedZones read = ImportZones(c.file, c.format);
-    std::string outline = Outline(read.tree);
-    for (ZoneOrdinal zone = 0; zone < read.tree.Count(); ++zone)
-      outline += ' ' + std::to_string(read.tree.At(zone).vertexCount);
-    EXPECT_EQ(read.problem.empty() ? outline : read.problem, c.outline) << c.name;
-    EXPECT_FALSE(read.namesKind) << c.name;
+  for (const auto& [name, file, outline] : cases) {
+    const ImportedZones read = ImportZones(file.second, file.first);
+    EXPECT_EQ(read.problem.empty() ? OutlineWithCorners(read.tree) : read.problem, outline) << name;
+    EXPECT_FALSE(read.namesKind) << name;
   }
 }
 
 TEST(ZoneExchange, FormatsAreKnownByTheirNames) {
-  EXPECT_EQ(FormatOfName("a.b/zones.GeoJSON"), ZoneFormat::kGeoJson);
-  EXPECT_EQ(FormatOfName("zones.json"), ZoneFormat::kGeoJson);
-  EXPECT_EQ(FormatOfName("zones.kml"), ZoneFormat::kKml);
-  EXPECT_EQ(FormatOfName("kml"), ZoneFormat::kKml);
+  for (const auto& [name, format] : {std::pair("a.b/zones.GeoJSON", kFormats[0]),
+                                     {"zones.json", kFormats[0]},
+                                     {"zones.kml", kFormats[1]},
+                                     {"kml", kFormats[1]}})
+    EXPECT_EQ(FormatOfName(name), format) << name;
   EXPECT_EQ(FormatOfName("zones.txt"), std::nullopt);
 }
 

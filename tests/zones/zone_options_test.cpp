@@ -26,23 +26,18 @@ TEST(ZoneOptions, ANewZoneHasAllDaysAndAnyTimeButNoName) {
 }
 
 TEST(ZoneOptions, Lists) {
-  const auto hours = ZoneOptionsModel::StartHours();
+  const auto hours = ZoneOptionsModel::StartHours(), minutes = ZoneOptionsModel::Minutes();
   ASSERT_EQ(hours.size(), 25u);
-  EXPECT_EQ(hours[0], "Any Time");
-  EXPECT_EQ(hours[1], "12 AM");
-  EXPECT_EQ(hours[2], " 1 AM");
-  EXPECT_EQ(hours[13], "12 PM");
-  EXPECT_EQ(hours[24], "11 PM");
-  EXPECT_EQ(ZoneOptionsModel::Minutes().size(), 12u);
-  EXPECT_EQ(ZoneOptionsModel::Minutes()[11], ":55");
-
+  EXPECT_EQ(hours[0] + '|' + hours[1] + '|' + hours[2] + '|' + hours[13] + '|' + hours[24],
+            "Any Time|12 AM| 1 AM|12 PM|11 PM");
+  ASSERT_EQ(minutes.size(), 12u);
+  EXPECT_EQ(minutes[11], ":55");
   ZoneOptionsModel model;
   model.ChooseStartHour(24);  // 11 PM
-  ASSERT_EQ(model.EndHours().size(), 24u);
-  EXPECT_EQ(model.EndHours()[0], "11 PM");
-  EXPECT_EQ(model.EndHours()[1], "12 AM Next Day");
-  EXPECT_EQ(model.EndHours()[9], " 8 AM Next Day");
-  EXPECT_EQ(model.EndHours()[23], "10 PM Next Day");
+  const auto ends = model.EndHours();
+  ASSERT_EQ(ends.size(), 24u);
+  EXPECT_EQ(ends[0] + '|' + ends[1] + '|' + ends[9] + '|' + ends[23],
+            "11 PM|12 AM Next Day| 8 AM Next Day|10 PM Next Day");
 }
 
 TEST(ZoneOptions, AChosenStartEndsAnHourLater) {
@@ -68,24 +63,15 @@ TEST(ZoneOptions, AChosenStartEndsAnHourLater) {
 }
 
 TEST(ZoneOptions, StoredTimesThatNameNoEntryCountAsAnyTime) {
-  struct Case {
-    const char* start;
-    const char* end;
-    const char* kept;
-  };
-  for (const Case& c : {Case{"0100", "0000", "01000000"},
-                        {"2455", "2355", "24552355"},
-                        {"0813", "0059", "08100055"},
-                        {"0000", "0100", "00000000"},
-                        {"2500", "0100", "00000000"},
-                        {"0100", "2400", "00000000"},
-                        {"0160", "0100", "00000000"},
-                        {"0100", "01 0", "00000000"},
-                        {"", "", "00000000"},
-                        {"01000", "0100", "00000000"}}) {
-    const ZoneOptionsModel model(ZoneOptions{"kept", "Yard", "S-T", c.start, c.end});
+  const std::array<const char*, 3> cases[] = {{"0100", "0000", "01000000"}, {"2455", "2355", "24552355"},
+                                              {"0813", "0059", "08100055"}, {"0000", "0100", "00000000"},
+                                              {"2500", "0100", "00000000"}, {"0100", "2400", "00000000"},
+                                              {"0160", "0100", "00000000"}, {"0100", "01 0", "00000000"},
+                                              {"", "", "00000000"},         {"01000", "0100", "00000000"}};
+  for (const auto& [start, end, kept] : cases) {
+    const ZoneOptionsModel model(ZoneOptions{"kept", "Yard", "S-T", start, end});
     const ZoneOptions options = model.Options();
-    EXPECT_EQ(options.StartTime + options.EndTime, c.kept) << c.start << ' ' << c.end;
+    EXPECT_EQ(options.StartTime + options.EndTime, kept) << start << ' ' << end;
     EXPECT_EQ(options.DaysOfWeek, "S-TWTFS");  // letters by place; missing ones are included
     EXPECT_EQ(options.Spare, "kept");
   }

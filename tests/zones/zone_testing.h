@@ -35,4 +35,12 @@ inline std::string Outline(const ZoneTree& tree) {
   return text;
 }
 
+/// The same, and behind it the count of each zone's corners: "Alerted 1:Depot 2:Yard 4 3".
+inline std::string OutlineWithCorners(const ZoneTree& tree) {
+  std::string text = Outline(tree);
+  for (ZoneOrdinal zone = 0; zone < tree.Count(); ++zone)
+    text += ' ' + std::to_string(tree.At(zone).vertexCount);
+  return text;
+}
+
 }  // namespace pallomir

@@ -13,8 +13,7 @@ namespace {
 ZoneTree Family() {
   ZoneTreeBuilder builder(ZoneKind::kAlerted);
   double lat = 40;
-  for (const auto& [depth, name] :
-       std::vector<std::pair<int, const char*>>{{1, "A"}, {2, "B"}, {3, "C"}, {2, "D"}, {1, "E"}, {1, "F"}})
+  for (const auto& [depth, name] : {std::pair(1, "A"), {2, "B"}, {3, "C"}, {2, "D"}, {1, "E"}, {1, "F"}})
     builder.Append(depth, {"spare " + std::string(name), name}, Square(lat += 1, -75, 0.5));
   return builder.Build();
 }

