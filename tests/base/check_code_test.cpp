@@ -9,13 +9,13 @@ namespace pallomir {
 namespace {
 
 // The rule written out with nothing but 64-bit arithmetic.
-std::uint32_t ByTheRule(ByteView text) {
+std::uint64_t ByTheRule(ByteView text) {
   std::uint64_t h = 0x5A3C71E9;
   for (const std::uint64_t c : text) {
     const std::uint64_t x = c ^ h ^ 0x2D9B6C47;
     h = (x / 8192 + x * 524288) % 4294967296;
   }
-  return static_cast<std::uint32_t>(h);
+  return h;
 }
 
 TEST(CheckCode, FollowsTheRuleForEveryByteAndLength) {

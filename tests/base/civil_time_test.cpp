@@ -37,20 +37,14 @@ TEST(CivilTime, RefusesDatesThatDoNotExist) {
 }
 
 TEST(CivilTime, Texts) {
-  const struct {
-    CivilTime time;
-    const char* dateTime;
-    const char* timeOfDay;
-    const char* iso;
-  } cases[] = {
-      {{2026, 11, 22, 0, 0, 0}, "11/22/26 12:00:00 AM", "12:00:00 a", "2026-11-22 00:00:00"},
-      {{2026, 1, 2, 12, 5, 9}, "01/02/26 12:05:09 PM", "12:05:09 p", "2026-01-02 12:05:09"},
-      {{2009, 5, 19, 23, 59, 59}, "05/19/09 11:59:59 PM", "11:59:59 p", "2009-05-19 23:59:59"},
+  const std::pair<CivilTime, const char*> cases[] = {
+      {{2026, 11, 22, 0, 0, 0}, "11/22/26 12:00:00 AM|12:00:00 a|2026-11-22 00:00:00"},
+      {{2026, 1, 2, 12, 5, 9}, "01/02/26 12:05:09 PM|12:05:09 p|2026-01-02 12:05:09"},
+      {{2009, 5, 19, 23, 59, 59}, "05/19/09 11:59:59 PM|11:59:59 p|2009-05-19 23:59:59"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(DateTimeText(ToMillis(c.time)), c.dateTime);
-    EXPECT_EQ(TimeOfDayText(ToMillis(c.time)), c.timeOfDay);
-    EXPECT_EQ(IsoText(ToMillis(c.time) + 999), c.iso);
+  for (const auto& [time, texts] : cases) {
+    const Millis at = ToMillis(time) + 999;
+    EXPECT_EQ(DateTimeText(at) + '|' + TimeOfDayText(at) + '|' + IsoText(at), texts);
   }
 }
 

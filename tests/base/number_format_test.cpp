@@ -6,13 +6,11 @@ namespace pallomir {
 namespace {
 
 TEST(NumberFormat, DegreesShowTheirSignAndSixDecimals) {
-  const struct {
-    double value;
-    const char* text;
-  } cases[] = {{40.7128, "+040.712800"},    {-74.006, "-074.006000"},    {0, "+000.000000"},
-               {-0.0000001, "+000.000000"}, {-0.0000005, "-000.000001"}, {179.9999999, "+180.000000"},
-               {-122.5, "-122.500000"}};
-  for (const auto& c : cases) EXPECT_EQ(FormatSigned(c.value, 3, 6), c.text);
+  const std::pair<double, const char*> cases[] = {{40.7128, "+040.712800"},    {-74.006, "-074.006000"},
+                                                  {0, "+000.000000"},          {-0.0000001, "+000.000000"},
+                                                  {-0.0000005, "-000.000001"}, {179.9999999, "+180.000000"},
+                                                  {-122.5, "-122.500000"}};
+  for (const auto& [value, text] : cases) EXPECT_EQ(FormatSigned(value, 3, 6), text);
 }
 
 TEST(NumberFormat, RoundsHalfAwayFromZero) {

@@ -1,7 +1,6 @@
 #include "map/map_bridge.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_system.h"
@@ -27,9 +26,7 @@ DataPoint PointAt(double lat, double lng) {
 class MapBridgeTest : public testing::Test {
  protected:
   MapBridgeTest() {
-    for (const char* folder : {"app", "home", "home/Application Data", "home/Application Data/pallomir",
-                               "home/Application Data/pallomir/Tiles"})
-      std::filesystem::create_directory(folders_.Path() / folder);
+    std::filesystem::create_directories(TileFolder());
     bridge_ = std::make_unique<MapBridge>(
         browser_, loop_, trace_, Folders{folders_.Path() / "app", folders_.Path(), folders_.Path() / "home"},
         "127.0.0.1:2480", view_, [this](const std::string& text) { errors_.push_back(text); }, HostOfTest());
@@ -119,10 +116,7 @@ class MapBridgeTest : public testing::Test {
 };
 
 TEST_F(MapBridgeTest, CommandsOfThePageBecomeCalls) {
-  const struct {
-    const char* command;
-    std::vector<std::string> calls;
-  } rows[] = {
+  const std::pair<const char*, std::vector<std::string>> rows[] = {
       {"C", {"menu"}},
       {"F0024300000-045000000", {"menu at 40.500000,-75.000000"}},
       {"m00012000340024000000-045000000012", {"pointer 12,34"}},
@@ -140,15 +134,15 @@ TEST_F(MapBridgeTest, CommandsOfThePageBecomeCalls) {
       {"S0", {}},
       {"q", {}},
   };
-  for (const auto& row : rows) {
+  for (const auto& [command, calls] : rows) {
     calls_.clear();
-    Command(row.command);
-    EXPECT_EQ(calls_, row.calls) << row.command;
+    Command(command);
+    EXPECT_EQ(calls_, calls) << command;
   }
-  EXPECT_EQ(bridge_->Page().RightClickX, 313174699);
-  EXPECT_EQ(bridge_->Page().LastMouseLat, 24000002);
-  EXPECT_EQ(bridge_->Page().LastMouseLng, -45000000);
-  EXPECT_EQ(bridge_->Page().LastMouseZoom, 13);
+  const auto& page = bridge_->Page();
+  EXPECT_EQ(page.RightClickX, 313174699);
+  EXPECT_THAT((std::array{page.LastMouseLat, page.LastMouseLng, page.LastMouseZoom}),
+              ElementsAre(24000002, -45000000, 13));
   EXPECT_THAT(browser_.writes, IsEmpty());
   EXPECT_THAT(errors_, IsEmpty());
   Command("zq");
@@ -213,27 +207,21 @@ TEST_F(MapBridgeTest, ATileQuestionAtANewZoomRebuildsFirst) {
 
 TEST_F(MapBridgeTest, OfManyQuestionsThatWaitTheLastOnesAreAnswered) {
   BeginToDraw();
-  for (int i = 0; i < 65; ++i) Command("TT0C00000000000" + std::string(1, "0123456789ABCDEF"[i % 16]));
+  for (int i = 10; i < 75; ++i) Command("TT0C0000000000" + std::to_string(i));
   loop_.Advance(0);
   EXPECT_THAT(browser_.Written("TxtTT"), SizeIs(64));
 }
 
-TEST_F(MapBridgeTest, AFitIsThatOfItsBegin) {
-  BeginToDraw();
-  Command("M10.000000,20.000000");
-  EXPECT_THAT(browser_.writes, IsEmpty());
-  loop_.Advance(0);
-  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtF"));
-  EXPECT_THAT(browser_.Written("TxtF")[0], HasSubstr("+040.61"));
-}
-
-TEST_F(MapBridgeTest, ABoxThatIsWantedMeanwhileTakesTheFitsPlace) {
-  BeginToDraw();
-  bridge_->ZoomTo(BoxOfDegrees({30, 31, -80, -79}));
-  Command("M10.000000,20.000000");
-  loop_.Advance(0);
-  EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtF"));
-  EXPECT_THAT(browser_.Written("TxtF")[0], HasSubstr("+030.5"));
+TEST_F(MapBridgeTest, AFitIsThatOfItsBeginUnlessABoxIsWantedMeanwhile) {
+  for (const bool isBoxWanted : {false, true}) {
+    BeginToDraw();
+    if (isBoxWanted) bridge_->ZoomTo(BoxOfDegrees({30, 31, -80, -79}));
+    Command("M10.000000,20.000000");
+    EXPECT_THAT(browser_.writes, IsEmpty());
+    loop_.Advance(0);
+    EXPECT_THAT(WrittenFields(), ElementsAre("TxtR", "TxtF"));
+    EXPECT_THAT(browser_.Written("TxtF")[0], HasSubstr(isBoxWanted ? "+030.5" : "+040.61"));
+  }
   bridge_->ZoomTo(BoxOfDegrees({50, 51, -80, -79}));
   EXPECT_THAT(browser_.Written("TxtF"), SizeIs(2)) << "at once where nothing is drawn";
 }
@@ -272,10 +260,9 @@ TEST_F(MapBridgeTest, ANewPageIsToldOnlyWhatItHasOtherwise) {
   choices_ = {false, false, false, "Terrain", true, true};
   Command("S99");
   loop_.Advance(500);
-  const std::pair<std::string, std::string> told[] = {{"TxtM", "F"},     {"TxtT", "F"},
-                                                      {"TxtZ", "F"},     {"TxtMT", "Terrain"},
-                                                      {"txtPn", "True"}, {"TxtSV", "True"}};
-  EXPECT_THAT(browser_.writes, testing::ElementsAreArray(told));
+  EXPECT_THAT(testing::PrintToString(browser_.writes),
+              R"({ ("TxtM", "F"), ("TxtT", "F"), ("TxtZ", "F"), ("TxtMT", "Terrain"), ("txtPn", "True"), )"
+              R"(("TxtSV", "True") })");
 }
 
 }  // namespace

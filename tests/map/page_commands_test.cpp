@@ -54,21 +54,17 @@ TEST(PageCommands, NonsenseIsToldApart) {
 }
 
 TEST(PageCommands, GeocodeTextEndsWithTwoFillers) {
-  const struct {
-    const char* encoded;
-    const char* text;
-  } cases[] = {{"Main%20St%2E%20%20", "Main St."},
-               {"Here%20%20", "Here"},
-               {"%20%20", ""},
-               {"%20", ""},
-               {"", ""},
-               {"no escape", ""},
-               {"a%2x", ""},
-               {"ab%41%", "a"},
-               {"%52%FCgen%20%20", "R\xC3\xBCgen"},
-               {"caf%E9%FF%BF", "caf\xC3\xA9"},
-               {"%80%20%20", "\xC2\x80"}};
-  for (const auto& c : cases) EXPECT_EQ(DecodeGeocode(c.encoded), c.text) << c.encoded;
+  const std::pair<const char*, const char*> cases[] = {{"Main%20St%2E%20%20", "Main St."},
+                                                       {"%52%FCgen%20%20", "R\xC3\xBCgen"},
+                                                       {"caf%E9%FF%BF", "caf\xC3\xA9"},
+                                                       {"%80%20%20", "\xC2\x80"},
+                                                       {"ab%41%", "a"},
+                                                       {"%20%20", ""},
+                                                       {"%20", ""},
+                                                       {"", ""},
+                                                       {"no escape", ""},
+                                                       {"a%2x", ""}};
+  for (const auto& [encoded, text] : cases) EXPECT_EQ(DecodeGeocode(encoded), text) << encoded;
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <png.h>
 #include <sys/stat.h>
 
@@ -36,7 +35,7 @@ class TrackTilesTest : public testing::Test {
   std::vector<std::string> traced_;
   Trace trace_{[] { return 0.0; }, [this](const std::string& line) { traced_.push_back(line); }};
   TrackTiles tiles_{{folder_.Path() / "t", folder_.Path() / "z", folder_.Path() / "p"}, trace_};
-  const std::vector<DataPoint> point_{{1, 1000 * 256 + 7, 2000 * 256 + 9, 0}};
+  static constexpr DataPoint kPoint{1, 1000 * 256 + 7, 2000 * 256 + 9, 0};
 
   static ino_t FileAt(const fs::path& path) {
     struct stat status {};
@@ -55,9 +54,15 @@ class TrackTilesTest : public testing::Test {
   // Six tiles in a row, the first of them that of OnePoint().
   static std::vector<std::string> Wide(const std::string& generation) {
     std::vector<std::string> names;
-    for (const char* column : {"0003E8", "0003E9", "0003EA", "0003EB", "0003EC", "0003ED"})
-      names.push_back(generation + "16" + column + "0007D0.png");
+    for (const char column : std::string("89ABCD"))
+      names.push_back(generation + "160003E" + column + "0007D0.png");
     return names;
+  }
+  static std::vector<DataPoint> Row(std::uint32_t count) {
+    std::vector<DataPoint> row;
+    for (std::uint32_t j = 0; j < count; ++j)
+      row.push_back({j + 1, kPoint.x + kTileSize * static_cast<int>(j), kPoint.y, 0});
+    return row;
   }
 
   std::optional<DeleteError> Rebuild(const TrackDrawing* drawing) {
@@ -69,9 +74,9 @@ class TrackTilesTest : public testing::Test {
 
   TrackDrawing OnePoint() const {
     TrackDrawing drawing;
-    drawing.units = {point_};
-    drawing.CentreX = point_[0].x;
-    drawing.CentreY = point_[0].y;
+    drawing.units = {{&kPoint, 1}};
+    drawing.CentreX = kPoint.x;
+    drawing.CentreY = kPoint.y;
     drawing.TileZoom = 22;
     drawing.browser = {100, 100};
     return drawing;
@@ -80,8 +85,7 @@ class TrackTilesTest : public testing::Test {
 
 TEST_F(TrackTilesTest, ARebuildThatIsDroppedWhileItIsWrittenLeavesNothing) {
   TrackDrawing many = OnePoint();
-  std::vector<DataPoint> row;
-  for (int i = 0; i < 100; ++i) row.push_back({1, point_[0].x + i * kTileSize, point_[0].y, 0});
+  const auto row = Row(100);
   many.units = {row};
   many.browser.width = 100 * kTileSize;
   const TrackDrawing one = OnePoint();
@@ -132,9 +136,7 @@ TEST_F(TrackTilesTest, EveryRebuildReplacesAllFilesAndCountsOn) {
 // The files of one rebuild serve the next; none keeps what was in it.
 TEST_F(TrackTilesTest, FilesAreWrittenOverWithoutATraceOfTheOldSet) {
   TrackDrawing wide = OnePoint();
-  std::vector<DataPoint> row;
-  for (std::uint32_t j = 0; j < 6; ++j)
-    row.push_back({j + 1, point_[0].x + 256 * static_cast<int>(j), point_[0].y, 0});
+  const auto row = Row(6);
   wide.units = {row};
   wide.browser = {2000, 100};
   const TrackDrawing narrow = OnePoint();
@@ -163,22 +165,25 @@ TEST_F(TrackTilesTest, FilesAreWrittenOverWithoutATraceOfTheOldSet) {
 // Whatever is not a plain tile file of ours is deleted as ever, never written over.
 TEST_F(TrackTilesTest, LinksAndForeignFilesAreNotWrittenOver) {
   const TrackDrawing drawing = OnePoint();
-  const fs::path precious = folder_.Path() / "precious";
-  for (const char* how : {"symbolic", "hard", "same generation", "lower case"}) {
+  const fs::path precious = folder_.Path() / "precious", place = Tracks() / "AAAA160003E80007D0.png";
+  std::string next;
+  const std::function<void()> cases[] = {
+      [&] { fs::create_symlink(precious, place); },
+      [&] { fs::create_hard_link(precious, place); },
+      [&] {
+        fs::create_symlink(precious, Tracks() / (next + "160003E80007D0.png"));
+        fakes::WriteFile(Tracks() / (next + "16000000000000.png"), "old");
+      },
+      [&] { fakes::WriteFile(Tracks() / "aaaa160003e80007d0.png", "x"); },
+  };
+  for (const auto& bring : cases) {
     fakes::WriteFile(precious, "precious");
-    const std::string next = HexDigits(static_cast<std::uint64_t>(tiles_.TileGeneration() + 1), 4);
-    const fs::path symbolic = Tracks() / "AAAA160003E80007D0.png";
-    if (how == std::string("symbolic")) fs::create_symlink(precious, symbolic);
-    if (how == std::string("hard")) fs::create_hard_link(precious, symbolic);
-    if (how == std::string("same generation")) {
-      fs::create_symlink(precious, Tracks() / (next + "160003E80007D0.png"));
-      fakes::WriteFile(Tracks() / (next + "16000000000000.png"), "old");
-    }
-    if (how == std::string("lower case")) fakes::WriteFile(Tracks() / "aaaa160003e80007d0.png", "x");
-    EXPECT_FALSE(Rebuild(&drawing)) << how;
-    EXPECT_EQ(Names(), std::vector<std::string>{next + "160003E80007D0.png"}) << how;
-    EXPECT_EQ(ReadPng(Tracks() / Names()[0]).size(), 65536u) << how;
-    EXPECT_EQ(fakes::ReadFile(precious), "precious") << how;
+    next = HexDigits(static_cast<std::uint64_t>(tiles_.TileGeneration() + 1), 4);
+    bring();
+    EXPECT_FALSE(Rebuild(&drawing)) << next;
+    EXPECT_EQ(Names(), std::vector{next + "160003E80007D0.png"});
+    EXPECT_EQ(ReadPng(Tracks() / Names()[0]).size(), 65536u) << next;
+    EXPECT_EQ(fakes::ReadFile(precious), "precious") << next;
   }
   EXPECT_THAT(traced_, testing::IsEmpty());
 }
@@ -200,9 +205,6 @@ TEST_F(TrackTilesTest, AFolderThatCannotBeListedEndsTheRebuild) {
   ASSERT_TRUE(error);
   EXPECT_EQ(error->number, 75);
   EXPECT_EQ(tiles_.GenerationText(), "0000");
-}
-
-TEST_F(TrackTilesTest, ATileThatCannotBeWrittenIsTracedOnly) {
   fs::remove(Tracks());
   const TrackDrawing drawing = OnePoint();
   EXPECT_FALSE(Rebuild(&drawing)) << "a folder that is not there holds nothing to delete";

@@ -12,8 +12,6 @@
 namespace pallomir {
 namespace {
 
-using testing::ElementsAre;
-
 class DetachedStarterTest : public testing::Test {
  protected:
   std::filesystem::path Script(const std::string& name, const std::string& text) {
@@ -45,27 +43,23 @@ TEST_F(DetachedStarterTest, LeavesNothingOfTheClientOpen) {
   EXPECT_EQ(RunToItsEnd("ls -l /proc/$$/fd > out; cat /proc/$$/stat > stat; echo $$ > pid"), 0);
   ::close(leaked);
   const std::string open = fakes::ReadFile(folder_.Path() / "out");
-  EXPECT_EQ(open.find("socket:"), std::string::npos) << open;
-  EXPECT_EQ(open.find("pipe:"), std::string::npos) << open;
+  EXPECT_THAT(open, testing::Not(testing::ContainsRegex("(socket|pipe):")));
   // Its own session: the sixth field of the status is the session's number, which is the leader's.
   const std::string pid = fakes::ReadFile(folder_.Path() / "pid");
-  EXPECT_NE(fakes::ReadFile(folder_.Path() / "stat").find(" " + pid.substr(0, pid.size() - 1) + " 0 "),
-            std::string::npos);
+  EXPECT_THAT(fakes::ReadFile(folder_.Path() / "stat"),
+              testing::HasSubstr(" " + pid.substr(0, pid.size() - 1) + " 0 "));
 }
 
 TEST_F(DetachedStarterTest, SaysWhyAProgramDoesNotStart) {
   fakes::WriteFile(folder_.Path() / "plain", "text");
-  const struct {
-    std::filesystem::path program;
-    int error;
-  } cases[] = {{folder_.Path() / "missing", ENOENT},
-               {folder_.Path() / "plain" / "below", ENOTDIR},
-               {folder_.Path() / "plain", EACCES},
-               {Script("nonsense", "no program"), ENOEXEC}};
-  for (const auto& row : cases) {
-    const auto start = starter_.Start(row.program, {}, folder_.Path());
+  const std::pair<std::filesystem::path, int> cases[] = {{folder_.Path() / "missing", ENOENT},
+                                                         {folder_.Path() / "plain" / "below", ENOTDIR},
+                                                         {folder_.Path() / "plain", EACCES},
+                                                         {Script("nonsense", "no program"), ENOEXEC}};
+  for (const auto& [program, error] : cases) {
+    const auto start = starter_.Start(program, {}, folder_.Path());
     EXPECT_FALSE(start.program);
-    EXPECT_EQ(start.error, row.error) << row.program;
+    EXPECT_EQ(start.error, error) << program;
   }
 }
 

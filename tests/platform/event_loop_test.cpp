@@ -76,12 +76,7 @@ TEST(Timer, EnablingARunningOneDoesNotPutItsTickOff) {
   bool ticked = false;
   const auto timer = loop.CreateTimer("tmrRedraw", 100, [&] { ticked = true; });
   timer->SetEnabled(true);
-  EXPECT_TRUE(WaitFor(
-      [&] {
-        timer->SetEnabled(true);
-        return ticked;
-      },
-      3000));
+  EXPECT_TRUE(WaitFor([&] { return timer->SetEnabled(true), ticked; }, 3000));
 }
 
 TEST(Timer, MayEndInsideItsOwnTick) {

@@ -26,9 +26,10 @@ class Instance : public testing::Test {
     process.waitForReadyRead();
     return process.readLine().trimmed().toStdString();
   }
-  std::string Ask() {
+  std::string Ask(const char* verb = "ask") {
     QProcess process;
-    const std::string answer = StartHelper(process, "ask");
+    const std::string answer = StartHelper(process, verb);
+    process.closeWriteChannel();
     process.waitForFinished();
     return answer;
   }
@@ -47,10 +48,7 @@ TEST_F(Instance, MutexIsSeenByOtherProcessesUntilReleased) {
   ASSERT_TRUE(mutex.Create(kName));
   EXPECT_FALSE(mutex.IsOwnedElsewhere(kName));
   EXPECT_EQ(Ask(), "owned");
-  QProcess second;
-  EXPECT_EQ(StartHelper(second, "own"), "no");
-  second.closeWriteChannel();
-  second.waitForFinished();
+  EXPECT_EQ(Ask("own"), "no");
   EXPECT_EQ(mutex.Release(), 0);
   EXPECT_EQ(mutex.Release(), EPERM);
   EXPECT_EQ(Ask(), "free");

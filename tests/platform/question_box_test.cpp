@@ -45,11 +45,14 @@ class QuestionBoxTest : public testing::Test {
               [this](const Answer& answer) { answers_.push_back(answer); });
   }
   QDialog* Open() { return window_.findChild<QDialog*>("questionBox"); }
+  /// Its dialog is gone then.
   Answer WaitForAnswer() {
-    EXPECT_TRUE(answers_.empty());
     EXPECT_TRUE(WaitFor([&] { return !answers_.empty(); }));
-    return answers_.empty() ? Answer{} : answers_.back();
+    DeleteClosed();
+    EXPECT_EQ(answers_.size(), 1u);
+    return std::exchange(answers_, {}).at(0);
   }
+  static void DeleteClosed() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
   QWidget window_;
   QtQuestionBox box_{&window_};
@@ -68,7 +71,6 @@ TEST_F(QuestionBoxTest, EachButtonAndEachWayOutGivesItsAnswer) {
       {Kind::kOkCancel, QMessageBox::NoButton, false},
   };
   for (const auto& row : cases) {
-    answers_.clear();
     Show(row.kind);
     auto* dialog = qobject_cast<QMessageBox*>(Open());
     ASSERT_TRUE(dialog);
@@ -79,25 +81,20 @@ TEST_F(QuestionBoxTest, EachButtonAndEachWayOutGivesItsAnswer) {
       QTest::mouseClick(dialog->button(row.button), Qt::LeftButton);
     }
     EXPECT_EQ(WaitForAnswer().yes, row.yes);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(answers_.size(), 1u);
     EXPECT_FALSE(Open());
   }
 }
 
 TEST_F(QuestionBoxTest, InputGivesItsTextOrNothing) {
   for (const bool isTaken : {true, false}) {
-    answers_.clear();
     Show(Kind::kInput, "Enter timezone offset:", "5.0");
     auto* line = Open()->findChild<QLineEdit*>("questionText");
-    ASSERT_TRUE(line);
     EXPECT_EQ(line->text(), "5.0");
     line->setText("6.5");
     QTest::keyClick(line, isTaken ? Qt::Key_Return : Qt::Key_Escape);
     const Answer answer = WaitForAnswer();
     EXPECT_EQ(answer.yes, isTaken);
     EXPECT_EQ(answer.text, isTaken ? "6.5" : "");
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
 }
 
@@ -111,14 +108,14 @@ TEST_F(QuestionBoxTest, TextIsNoMarkUp) {
       }
     }
     box_.Dismiss();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    DeleteClosed();
   }
 }
 
 TEST_F(QuestionBoxTest, DismissedOneIsNotAnswered) {
   Show(Kind::kYesNo);
   box_.Dismiss();
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  DeleteClosed();
   LetPass(10);
   EXPECT_FALSE(Open());
   EXPECT_TRUE(answers_.empty());
@@ -133,14 +130,13 @@ TEST_F(QuestionBoxTest, HandlerMayAskAgainAndAReplacedQuestionIsStillAnswered) {
   box_.Show({Kind::kYesNo, {}, "", "second", ""}, [&](const Answer&) { order.push_back("second"); });
   EXPECT_TRUE(WaitFor([&] { return order.size() == 2; }));
   EXPECT_THAT(order, testing::ElementsAre("first no", "second"));
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  DeleteClosed();
   QTest::keyClick(Open(), Qt::Key_Return);
   EXPECT_TRUE(WaitForAnswer().yes);
 }
 
 TEST_F(QuestionBoxTest, ABoxStandsOverTheWindowThatHasTheKeyboardAndOutlivesIt) {
   for (const Kind kind : {Kind::kMessage, Kind::kInput}) {
-    answers_.clear();
     QWidget editor(&window_, Qt::Dialog);
     editor.show();
     editor.activateWindow();
@@ -157,7 +153,6 @@ TEST_F(QuestionBoxTest, ABoxStandsOverTheWindowThatHasTheKeyboardAndOutlivesIt) 
     EXPECT_TRUE(answers_.empty());
     QTest::keyClick(left, Qt::Key_Return);
     EXPECT_EQ(WaitForAnswer().text, kind == Kind::kInput ? "typed" : "");
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
 }
 
@@ -166,7 +161,6 @@ TEST_F(QuestionBoxTest, ABoxLeavesTheKeyboardToAnotherProgramAndStillBlocksTheWi
   line.show();
   for (const Kind kind : {Kind::kMessage, Kind::kInput}) {
     for (const bool isElsewhere : {false, true}) {
-      answers_.clear();
       line.clear();
       window_.activateWindow();
       ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
@@ -191,7 +185,6 @@ TEST_F(QuestionBoxTest, ABoxLeavesTheKeyboardToAnotherProgramAndStillBlocksTheWi
       EXPECT_TRUE(dialog->isActiveWindow()) << "and asks again for it at the next click";
       QTest::keyClick(dialog, Qt::Key_Return);
       EXPECT_TRUE(WaitForAnswer().yes);
-      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
       QTest::keyClick(&line, Qt::Key_A);
       EXPECT_EQ(line.text(), "a");
     }
@@ -238,7 +231,7 @@ TEST_F(QuestionBoxTest, NoBoxIsWiderThanTwoThirdsOfTheScreenAndNoWordIsCutOff) {
         EXPECT_LE(needed.height(), label->height());
       }
       box_.Dismiss();
-      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+      DeleteClosed();
     }
   }
 }

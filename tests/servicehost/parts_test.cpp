@@ -20,9 +20,7 @@ namespace {
 using namespace std::chrono_literals;
 
 TEST(UnitFile, QuotesEveryWord) {
-  const struct {
-    const char *word, *quoted;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"/usr/bin/x", R"("/usr/bin/x")"}, {"a b", R"("a b")"},
       {"100%n", R"("100%%n")"},          {"a\\b", R"("a\\b")"},
       {"say \"x\"", R"("say \"x\"")"},   {"ü$HOME", R"("ü$HOME")"},
@@ -38,13 +36,10 @@ TEST(Ports, EachOneThatIsTakenIsNamed) {
   options.address = "127.0.43.2";
   EXPECT_EQ(FindTakenPort(options) + FindUsedPort(options), "");
   EXPECT_EQ(PortsText(options), "locator 127.0.43.2:2435 (UDP), Base Server 127.0.43.2:18799 and 18800");
-  const struct {
-    int type, port;
-    const char* use;
-  } cases[] = {{SOCK_DGRAM, 2435, "locator"},
-               {SOCK_STREAM, 18799, "Base Server's probe"},
-               {SOCK_STREAM, 18800, "Base Server's data"},
-               {SOCK_STREAM, 2480, "web site"}};
+  const std::tuple<int, int, const char*> cases[] = {{SOCK_DGRAM, 2435, "locator"},
+                                                     {SOCK_STREAM, 18799, "Base Server's probe"},
+                                                     {SOCK_STREAM, 18800, "Base Server's data"},
+                                                     {SOCK_STREAM, 2480, "web site"}};
   for (const auto& [type, port, use] : cases) {
     const Descriptor other(::socket(AF_INET, type, 0));
     sockaddr_in place{};
@@ -93,11 +88,7 @@ TEST(ProcessIdentity, StrangerWithTheSameIdIsSafe) {
 }
 
 TEST(RunProgram, TellsHowItEnded) {
-  const struct {
-    std::vector<std::string> command;
-    int exitCode;
-    const char* reason;
-  } cases[] = {
+  const std::tuple<std::vector<std::string>, int, const char*> cases[] = {
       {{"sh", "-c", "echo one; echo two >&2; exit 7"}, 7, "two"},
       {{"false"}, 1, "exit code 1"},
       {{"sh", "-c", "kill -9 $$"}, -1, "was ended by signal 9"},

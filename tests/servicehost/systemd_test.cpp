@@ -56,10 +56,9 @@ class SystemdTest : public HostTest {
 TEST_F(SystemdTest, FromInstallToUninstall) {
   InstallAt("127.0.43.31");
   EXPECT_THAT(InstallLog(), HasSubstr("lingering was granted"));
-  std::string calls = TakeCalls();
-  for (const char* call :
-       {"daemon-reload\n", "enable Pallomir_Service.service\n", "loginctl --no-ask-password enable-linger\n"})
-    EXPECT_THAT(calls, HasSubstr(call));
+  EXPECT_THAT(TakeCalls(),
+              testing::AllOf(HasSubstr("daemon-reload\n"), HasSubstr("enable Pallomir_Service.service\n"),
+                             HasSubstr("loginctl --no-ask-password enable-linger\n")));
   EXPECT_THAT(fakes::ReadFile(Unit()), HasSubstr("ExecStart=:\"" + station_.string() + "\" \"--config\" \"" +
                                                  SettingsFile().string()));
   EXPECT_THAT(Host({"-i"}), Ended(0, "installed before"));
@@ -76,9 +75,9 @@ TEST_F(SystemdTest, FromInstallToUninstall) {
   ASSERT_EQ(Start().exitCode, 0);
   TakeCalls();
   EXPECT_THAT(Host({"-u"}), Ended(0, "disable-linger"));
-  calls = TakeCalls();
-  EXPECT_THAT(calls, HasSubstr("disable Pallomir_Service.service\n"));
-  EXPECT_THAT(calls, Not(HasSubstr("disable-linger"))) << "others may need it";
+  EXPECT_THAT(TakeCalls(), testing::AllOf(HasSubstr("disable Pallomir_Service.service\n"),
+                                          Not(HasSubstr("disable-linger"))))
+      << "others may need it";
   EXPECT_TRUE(IsSilent());
   EXPECT_FALSE(fs::exists(Unit()));
   EXPECT_FALSE(ReadInstallation());
@@ -100,15 +99,12 @@ TEST_F(SystemdTest, RefusalsAreTold) {
   TakeCalls();
   EXPECT_THAT(Start(), Ended(1, "words from the journal"));
   EXPECT_THAT(TakeCalls(), HasSubstr(" stop ")) << "a failed start leaves nothing that is tried again";
-  {
-    std::vector<std::string> other{STATION_PROGRAM, "--address", "127.0.43.32", "--data",
-                                   folder_.Path() / "o"};
-    Refuse("");
-    const pid_t process = Spawn(other, -1, ProcessGroup::kOwn);
-    EXPECT_TRUE(IsAnswering());
-    EXPECT_THAT(Start(), Ended(1, "can't open port 2435"));
-    EXPECT_TRUE(ProcessHandle::Open(IdentityOf(process).value())->End(std::chrono::seconds(10)));
-  }
+  Refuse("");
+  const pid_t other = Spawn({STATION_PROGRAM, "--address", "127.0.43.32", "--data", folder_.Path() / "o"}, -1,
+                            ProcessGroup::kOwn);
+  EXPECT_TRUE(IsAnswering());
+  EXPECT_THAT(Start(), Ended(1, "can't open port 2435"));
+  EXPECT_TRUE(ProcessHandle::Open(IdentityOf(other).value())->End(std::chrono::seconds(10)));
   ASSERT_EQ(Start().exitCode, 0);
   Refuse("stop");
   EXPECT_THAT(Stop(), Ended(1, "stop is refused"));

@@ -5,8 +5,6 @@
 namespace pallomir {
 namespace {
 
-using testing::HasSubstr;
-
 std::string Le16(unsigned value) { return {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8)}; }
 std::string Le32(unsigned value) { return Le16(value & 0xFFFF) + Le16(value >> 16); }
 
@@ -22,28 +20,19 @@ std::string Wave(const std::string& chunks) { return "RIFF" + Le32(0) + "WAVE" +
 
 TEST(WaveHeader, SaysWhatTheSoundIsAndWhereItBegins) {
   const std::string data = "data" + Le32(0xFFFFFFFF);
-  const struct {
-    std::string head;
-    WaveHeader header;
-  } cases[] = {
+  const std::pair<std::string, WaveHeader> cases[] = {
       {EncodeWaveHeader(44100, 1000), {1, 44100, 16, 44, 1000}},
       {Wave(Format(1, 2, 8000, 8) + data), {2, 8000, 8, 44, 0xFFFFFFFF}},
       {Wave(Chunk("LIST", "odd") + std::string(1, '\0') + Format(1, 1, 192000, 16) + data),
        {1, 192000, 16, 56, 0xFFFFFFFF}},
   };
-  for (const auto& row : cases) {
-    const auto parsed = ParseWaveHeader(row.head);
-    ASSERT_TRUE(std::holds_alternative<WaveHeader>(parsed)) << std::get<std::string>(parsed);
-    EXPECT_EQ(std::get<WaveHeader>(parsed), row.header);
-  }
+  for (const auto& [head, header] : cases)
+    EXPECT_THAT(ParseWaveHeader(head), testing::VariantWith<WaveHeader>(header));
 }
 
 TEST(WaveHeader, WhatCannotBePlayedSaysWhy) {
   const std::string data = Chunk("data", "ab");
-  const struct {
-    std::string head;
-    const char* why;
-  } cases[] = {
+  const std::pair<std::string, const char*> cases[] = {
       {"", "no wave file"},
       {"RIFF\1\1\1\1WAV", "no wave file"},
       {"RIFX" + Wave("").substr(4), "no wave file"},
@@ -59,11 +48,8 @@ TEST(WaveHeader, WhatCannotBePlayedSaysWhy) {
       {Wave(Format(1, 1, 3999, 16) + data), "3999 samples"},
       {Wave(Format(1, 1, 192001, 16) + data), "192001 samples"},
   };
-  for (const auto& row : cases) {
-    const auto parsed = ParseWaveHeader(row.head);
-    ASSERT_TRUE(std::holds_alternative<std::string>(parsed)) << row.why;
-    EXPECT_THAT(std::get<std::string>(parsed), HasSubstr(row.why));
-  }
+  for (const auto& [head, why] : cases)
+    EXPECT_THAT(ParseWaveHeader(head), testing::VariantWith<std::string>(testing::HasSubstr(why)));
 }
 
 }  // namespace

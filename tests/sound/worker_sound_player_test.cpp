@@ -10,7 +10,6 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <numeric>
 
 #include "fakes/temporary_folder.h"
 #include "platform/alsa/alsa_device.h"
@@ -35,11 +34,10 @@ class Posted {
   }
 
   template <class Condition>
-  bool RunUntil(Condition condition, milliseconds patience = milliseconds(5000)) {
-    const auto deadline = steady_clock::now() + patience;
+  bool RunUntil(Condition condition) {
     std::unique_lock lock(mutex_);
     while (!condition()) {
-      if (!came_.wait_until(lock, deadline, [this] { return !waiting_.empty(); })) return false;
+      if (!came_.wait_for(lock, milliseconds(5000), [this] { return !waiting_.empty(); })) return false;
       const auto work = std::move(waiting_.front());
       waiting_.pop_front();
       lock.unlock();
@@ -108,9 +106,9 @@ class WorkerSoundPlayerTest : public testing::Test {
   }
   void UseFake() { Use(std::make_unique<FakePcmDevice>(script_)); }
 
-  std::filesystem::path File(std::size_t samples = 3000, const std::string& name = "sound.wav") {
-    const std::string data = Samples(samples);
-    const auto file = folder_.Path() / name;
+  std::filesystem::path File() {
+    const std::string data = Samples(3000);
+    const auto file = folder_.Path() / "sound.wav";
     fakes::WriteFile(file, EncodeWaveHeader(44100, static_cast<std::uint32_t>(data.size())) + data);
     return file;
   }
@@ -125,14 +123,11 @@ class WorkerSoundPlayerTest : public testing::Test {
     ::setenv("ALSA_CONFIG_PATH", (folder_.Path() / "asound.conf").c_str(), 1);
     snd_config_update_free_global();
   }
-  /// Each play is written into a file of its own: "played.raw", "played.raw.0001", …
-  void Record() {
-    Configure("pcm.!default { type file slave.pcm { type null } format raw truncate false file \"" +
-              (folder_.Path() / "played.raw").string() + "\" }\n");
-    Use(std::make_unique<AlsaDevice>());
-  }
-  std::string Recorded(const std::string& suffix = "") {
-    return fakes::ReadFile(folder_.Path() / ("played.raw" + suffix));
+  bool PlayToItsEnd(const std::filesystem::path& file) {
+    const std::size_t ends = ended_.size();
+    player_->Open(file);
+    player_->Play(static_cast<int>(ends + 1), true);
+    return WaitForEnds(ends + 1) && ended_.back() == static_cast<int>(ends + 1);
   }
 
   fakes::TemporaryFolder folder_;
@@ -144,36 +139,29 @@ class WorkerSoundPlayerTest : public testing::Test {
 };
 
 TEST_F(WorkerSoundPlayerTest, TheLibraryGetsTheFileSampleForSample) {
-  Record();
+  // Each play is written into a file of its own: "played.raw", "played.raw.0001", …
+  Configure("pcm.!default { type file slave.pcm { type null } format raw truncate false file \"" +
+            (folder_.Path() / "played.raw").string() + "\" }\n");
+  Use(std::make_unique<AlsaDevice>());
+  std::string stereo =
+      EncodeWaveHeader(22050, 8).substr(0, 36);  // of 8 bits, behind a chunk that is no sound
+  stereo[22] = 2;
+  stereo[34] = 8;
+  stereo += std::string("LIST\4\0\0\0abcd", 12) + std::string("data\x10\x27\0\0", 8);
   const struct {
     std::string head;
     std::size_t samples;
     char silence;
     const char* suffix;
-  } cases[] = {
-      {EncodeWaveHeader(44100, 2 * 60'001), 60'001, '\0', ""},
-      // Stereo of 8 bits, behind a chunk that is no sound.
-      {EncodeWaveHeader(22050, 8).substr(0, 36) + std::string("LIST\4\0\0\0abcd", 12) +
-           std::string("data\x10\x27\0\0", 8),
-       5000, '\x80', ".0001"},
-  };
-  int number = 0;
-  for (const auto& row : cases) {
-    std::string head = row.head;
-    if (row.silence) {
-      head[22] = 2;
-      head[34] = 8;
-    }
-    fakes::WriteFile(folder_.Path() / "sound.wav", head + Samples(row.samples));
-    player_->Open(folder_.Path() / "sound.wav");
-    player_->Play(++number, true);
-    ASSERT_TRUE(WaitForEnds(static_cast<std::size_t>(number))) << testing::PrintToString(failures_);
-    const std::string recorded = Recorded(row.suffix);
-    ASSERT_GE(recorded.size(), 2 * row.samples);
-    EXPECT_TRUE(recorded.starts_with(Samples(row.samples)));
-    EXPECT_EQ(recorded.find_first_not_of(row.silence, 2 * row.samples), std::string::npos);
+  } cases[] = {{EncodeWaveHeader(44100, 2 * 60'001), 60'001, '\0', ""}, {stereo, 5000, '\x80', ".0001"}};
+  for (const auto& [head, samples, silence, suffix] : cases) {
+    fakes::WriteFile(folder_.Path() / "sound.wav", head + Samples(samples));
+    ASSERT_TRUE(PlayToItsEnd(folder_.Path() / "sound.wav")) << testing::PrintToString(failures_);
+    const std::string recorded = fakes::ReadFile(folder_.Path() / ("played.raw" + std::string(suffix)));
+    ASSERT_GE(recorded.size(), 2 * samples);
+    EXPECT_TRUE(recorded.starts_with(Samples(samples)));
+    EXPECT_EQ(recorded.find_first_not_of(silence, 2 * samples), std::string::npos);
   }
-  EXPECT_THAT(ended_, ElementsAre(1, 2));
   EXPECT_THAT(failures_, IsEmpty());
 }
 
@@ -181,9 +169,7 @@ TEST_F(WorkerSoundPlayerTest, WhatTheLibrarySaysOfAMissingDeviceComesWithTheFail
   Configure("pcm.!default { type nonsense }\n");
   Use(std::make_unique<AlsaDevice>());
   testing::internal::CaptureStderr();
-  player_->Open(File());
-  player_->Play(1, true);
-  EXPECT_TRUE(WaitForEnds(1));
+  EXPECT_TRUE(PlayToItsEnd(File()));
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
   ASSERT_THAT(failures_, SizeIs(1));
   EXPECT_THAT(failures_[0], HasSubstr("nonsense"));
@@ -195,20 +181,15 @@ TEST_F(WorkerSoundPlayerTest, FilesThatCannotBePlayedFailAndEndAtOnce) {
   const auto pipe = folder_.Path() / "pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   fakes::WriteFile(folder_.Path() / "text.wav", "not a sound");
-  const struct {
-    std::filesystem::path file;
-    const char* why;
-  } cases[] = {{"", "no sound file"},
-               {folder_.Path() / "missing.wav", "No such file"},
-               {folder_.Path(), "directory"},
-               {pipe, "pipe"},
-               {folder_.Path() / "text.wav", "no wave file"}};
-  int number = 0;
-  for (const auto& row : cases) {
-    player_->Open(row.file);
-    player_->Play(++number, true);
-    ASSERT_TRUE(WaitForEnds(static_cast<std::size_t>(number)));
-    EXPECT_THAT(failures_.back(), HasSubstr(row.why));
+  const std::pair<std::filesystem::path, const char*> cases[] = {
+      {"", "no sound file"},
+      {folder_.Path() / "missing.wav", "No such file"},
+      {folder_.Path(), "directory"},
+      {pipe, "pipe"},
+      {folder_.Path() / "text.wav", "no wave file"}};
+  for (const auto& [file, why] : cases) {
+    ASSERT_TRUE(PlayToItsEnd(file));
+    EXPECT_THAT(failures_.back(), HasSubstr(why));
   }
   EXPECT_THAT(failures_, SizeIs(std::size(cases)));
   EXPECT_EQ(script_->openings, 0);
@@ -217,9 +198,7 @@ TEST_F(WorkerSoundPlayerTest, FilesThatCannotBePlayedFailAndEndAtOnce) {
 TEST_F(WorkerSoundPlayerTest, ATruncatedFileIsPlayedAsFarAsItGoes) {
   UseFake();
   fakes::WriteFile(folder_.Path() / "cut.wav", EncodeWaveHeader(44100, 4'000'000'000) + Samples(500) + "x");
-  player_->Open(folder_.Path() / "cut.wav");
-  player_->Play(7, true);
-  EXPECT_TRUE(WaitForEnds(1));
+  EXPECT_TRUE(PlayToItsEnd(folder_.Path() / "cut.wav"));
   EXPECT_THAT(failures_, IsEmpty());
   EXPECT_EQ(script_->bytes, 1000u + 200u) << "whole samples, and a buffer of silence";
 }
@@ -250,17 +229,14 @@ TEST_F(WorkerSoundPlayerTest, EachPlayWithNoticeEndsOnce) {
 
 TEST_F(WorkerSoundPlayerTest, ADeviceThatGoesAndComesIsTakenUpAgain) {
   UseFake();
-  player_->Open(File(3000));
   script_->loseAtWrite = 1;
-  player_->Play(1, true);
-  ASSERT_TRUE(WaitForEnds(1));
+  ASSERT_TRUE(PlayToItsEnd(File()));
   EXPECT_THAT(failures_, IsEmpty());
   EXPECT_EQ(script_->openings, 2);
   EXPECT_EQ(script_->bytes, 6000u + 200u) << "it goes on where it was";
   script_->loseAtWrite = 1;
   script_->openingsLeft = 1;
-  player_->Play(2, true);
-  ASSERT_TRUE(WaitForEnds(2));
+  ASSERT_TRUE(PlayToItsEnd(File()));
   EXPECT_THAT(failures_, ElementsAre("the sound device has gone"));
 }
 

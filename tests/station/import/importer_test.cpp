@@ -66,8 +66,6 @@ TEST_F(Importing, TakesSeveralFilesAsOneUnit) {
   EXPECT_NE(ImportFiles({a, b, c}).text.find("0 points taken, 24 left out"), std::string::npos)
       << "5 of one second, 15 that were there, one of each other kind";
   EXPECT_EQ(Stored().size(), 15u);
-  ImportFiles({temporary_.Write("d.gpx", Gpx(15, 1))});
-  EXPECT_EQ(Stored().size(), 16u);
 }
 
 TEST_F(Importing, ChangesNothingWhenAFileIsNoGood) {
@@ -91,9 +89,8 @@ TEST_F(Importing, ChangesNothingWhenAFileIsNoGood) {
               file == bad[2] || file == temporary_.Path())
         << outcome.text;
   }
-  const auto empty = temporary_.Write("empty.gpx", "<gpx/>");
-  EXPECT_FALSE(ImportFiles({empty}).isDone);
   const auto huge = temporary_.Write("huge.gpx", "<gpx/>");
+  EXPECT_FALSE(ImportFiles({huge}).isDone) << "no points in it";
   fs::resize_file(huge, 3'000'000'000);  // takes no room on the disk
   EXPECT_FALSE(ImportFiles({huge}).isDone);
   EXPECT_FALSE(fs::exists(data_));
@@ -142,8 +139,8 @@ TEST_F(Importing, SeveralAtOnceLoseNothing) {
   for (int i = 0; i < 20; ++i) {
     children.push_back(::fork());
     if (children.back() != 0) continue;
-    const std::string unit = "0000000000" + std::to_string(10 + i), name = "Unit " + std::to_string(i);
-    ::_exit(Import({unit, name, false, {file}}, *store_, kToday).isDone ? 0 : 1);
+    const std::string number = std::to_string(10 + i);
+    ::_exit(Import({"0000000000" + number, number, false, {file}}, *store_, kToday).isDone ? 0 : 1);
   }
   for (const pid_t child : children) {
     int status = -1;
@@ -152,7 +149,7 @@ TEST_F(Importing, SeveralAtOnceLoseNothing) {
   }
   for (int i = 0; i < 20; ++i) {
     const std::string unit = "0000000000" + std::to_string(10 + i);
-    EXPECT_EQ(Described(unit), "Unit " + std::to_string(i));
+    EXPECT_EQ(Described(unit), std::to_string(10 + i));
     EXPECT_EQ(Stored(unit).size(), 10u) << unit;
   }
 }
@@ -164,11 +161,7 @@ TEST_F(Importing, TakesRealRecordings) {
   const fs::path folder = other != nullptr ? other : RECORDED_TRACKS;
   if (!fs::exists(folder))
     GTEST_SKIP() << "no recordings in " << folder << "; RECORDED_TRACKS may name another folder";
-  const struct {
-    const char* file;
-    std::size_t points;
-    double topMph;
-  } cases[] = {
+  const std::tuple<const char*, std::size_t, double> cases[] = {
       {"moscow-2009.gpx", 2746, 90},
       {"basel-bicycle-2018.gpx", 479, 40},
       {"cerknica-2010.gpx", 296, 110},  // one jump of 180 m in 2 s
@@ -179,16 +172,16 @@ TEST_F(Importing, TakesRealRecordings) {
       {"gpl-2.0/new-york-bicycle-2013.gpx", 1812, 22},
   };
   int number = 0;
-  for (const auto& c : cases) {
+  for (const auto& [file, points, topMph] : cases) {
     const std::string unitId = "00000000001" + std::to_string(number++);
-    const ImportOutcome outcome = Import({unitId, {}, false, {folder / c.file}}, *store_, kToday);
+    const ImportOutcome outcome = Import({unitId, {}, false, {folder / file}}, *store_, kToday);
     EXPECT_TRUE(outcome.isDone) << outcome.text;
     const auto records = Stored(unitId);
-    EXPECT_EQ(records.size(), c.points) << outcome.text;
+    EXPECT_EQ(records.size(), points) << outcome.text;
     double top = 0;
     for (const WireRecord& record : records) top = std::max(top, (record.status & 0x1FF) * 0.345233535);
-    EXPECT_LT(top, c.topMph) << c.file;
-    EXPECT_GT(top, c.topMph / 3) << c.file;
+    EXPECT_LT(top, topMph) << file;
+    EXPECT_GT(top, topMph / 3) << file;
   }
 }
 

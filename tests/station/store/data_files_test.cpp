@@ -26,12 +26,10 @@ TEST(DataFile, LaysARecordOut) {
 
 TEST(DataFile, KnowsWhatIsNone) {
   WireRecord impossible = RecordAt(0);
+  Bytes torn = EncodeDataFile(RecordsAt(0, 3));
+  torn.resize(torn.size() - 5);
   impossible.time = (impossible.time & ~(15u << 22)) | 13u << 22;  // month 13
-  const struct {
-    const char* name;
-    Bytes bytes;
-    std::size_t records;
-  } cases[] = {
+  const std::tuple<const char*, Bytes, std::size_t> cases[] = {
       {"empty", {}, 0},
       {"a record cut short", Bytes(13, 1), 0},
       {"text", Bytes(140, 'x'), 0},
@@ -39,24 +37,13 @@ TEST(DataFile, KnowsWhatIsNone) {
       {"descending", EncodeDataFile(std::vector{RecordAt(1), RecordAt(0)}), 0},
       {"equal times", EncodeDataFile(std::vector{RecordAt(1), RecordAt(1)}), 0},
       {"impossible date", EncodeDataFile(std::vector{impossible}), 0},
-      {"torn tail",
-       [] {
-         Bytes bytes = EncodeDataFile(RecordsAt(0, 3));
-         bytes.resize(bytes.size() - 5);
-         return bytes;
-       }(),
-       2},
+      {"torn tail", torn, 2},
   };
-  for (const auto& c : cases) {
-    const DataFileContent content = DecodeDataFile(c.bytes);
-    EXPECT_EQ(content.records.size(), c.records) << c.name;
-    EXPECT_NE(content.problem, "") << c.name;
+  for (const auto& [name, bytes, records] : cases) {
+    const DataFileContent content = DecodeDataFile(bytes);
+    EXPECT_EQ(content.records.size(), records) << name;
+    EXPECT_NE(content.problem, "") << name;
   }
-}
-
-TEST(DataFile, NamesAscendWithTimes) {
-  EXPECT_EQ(DataFileName(RecordAt(0).time), "20261122-120000.dat");
-  EXPECT_LT(DataFileName(RecordAt(0).time), DataFileName(RecordAt(1).time));
 }
 
 TEST(Descriptions, AreCutAtWholeCharacters) {
@@ -129,15 +116,6 @@ TEST_F(DataFolderOnDisk, KnowsFoldersNamedByAnId) {
   EXPECT_TRUE(folder_.Read("00000000000B", everything_, 10).empty());
 }
 
-TEST_F(DataFolderOnDisk, SeesWhatIsAddedBetweenReads) {
-  Write("1", FileOf(RecordsAt(0, 1)));
-  EXPECT_EQ(folder_.Read(kUnit, everything_, 10).size(), 1u);
-  Write("2", FileOf(RecordsAt(5, 2)));
-  EXPECT_EQ(folder_.Read(kUnit, everything_, 10).size(), 3u);
-  std::filesystem::remove_all(temporary_.Path() / kUnit);
-  EXPECT_TRUE(folder_.Read(kUnit, everything_, 10).empty());
-}
-
 TEST_F(DataFolderOnDisk, SeesWhatIsAppendedToAFile) {
   const std::string content = FileOf(RecordsAt(0, 5));
   const auto append = [&](std::size_t from, std::size_t until) {
@@ -155,6 +133,10 @@ TEST_F(DataFolderOnDisk, SeesWhatIsAppendedToAFile) {
   EXPECT_EQ(folder_.Read(kUnit, everything_, 10), RecordsAt(0, 5));
   Write("1", FileOf(RecordsAt(7, 5)));
   EXPECT_EQ(folder_.Read(kUnit, everything_, 10), RecordsAt(7, 5)) << "another content is seen at once";
+  Write("2", FileOf(RecordsAt(12, 2)));
+  EXPECT_EQ(folder_.Read(kUnit, everything_, 10), RecordsAt(7, 7));
+  std::filesystem::remove_all(temporary_.Path() / kUnit);
+  EXPECT_TRUE(folder_.Read(kUnit, everything_, 10).empty());
 }
 
 TEST_F(DataFolderOnDisk, ComesBackWhenDescriptorsDo) {

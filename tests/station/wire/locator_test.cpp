@@ -26,11 +26,9 @@ TEST(LocatorMessages, ReadWhatClientsAsk) {
 }
 
 TEST(LocatorMessages, RefuseWhatIsMalformed) {
-  Bytes wrongCode = LocatorRequest({kKnown});
+  Bytes wrongCode = LocatorRequest({kKnown}), wrongLength = wrongCode, cut = wrongCode;
   wrongCode[0] ^= 1;
-  Bytes wrongLength = LocatorRequest({kKnown});
   wrongLength[5] ^= 1;
-  Bytes cut = LocatorRequest({kKnown});
   cut.pop_back();
   const Bytes malformed[] = {
       {},
@@ -87,19 +85,17 @@ class LocatorOnASocket : public testing::Test {
 
 TEST_F(LocatorOnASocket, NamesTheAddressOfAUnitThatItKnows) {
   const std::uint32_t asked = 0x7F004801, advertised = 0xC0000207;
-  const struct {
-    std::vector<std::string> units;
-    std::optional<asio::ip::address_v4> advertised;
-    std::optional<std::uint32_t> address;
-  } cases[] = {
-      {{kUnknown, kKnown}, {}, asked},
-      {{}, {}, asked},
-      {{kKnown}, asio::ip::address_v4(advertised), advertised},
-      {{kUnknown}, {}, {}},
-  };
-  for (const auto& c : cases) {
-    const std::string reply = Ask(LocatorRequest(c.units), c.advertised);
-    EXPECT_EQ(reply, AsText(c.address ? LocatorReply(*c.address, port_) : EmptyLocatorReply()));
+  const std::tuple<std::vector<std::string>, std::optional<asio::ip::address_v4>,
+                   std::optional<std::uint32_t>>
+      cases[] = {
+          {{kUnknown, kKnown}, {}, asked},
+          {{}, {}, asked},
+          {{kKnown}, asio::ip::address_v4(advertised), advertised},
+          {{kUnknown}, {}, {}},
+      };
+  for (const auto& [units, advertised, address] : cases) {
+    const std::string reply = Ask(LocatorRequest(units), advertised);
+    EXPECT_EQ(reply, AsText(address ? LocatorReply(*address, port_) : EmptyLocatorReply()));
   }
   EXPECT_TRUE(log_.empty());
 }

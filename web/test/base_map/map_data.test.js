@@ -12,12 +12,8 @@ test('bytes: numbers come back, and a file that ends too early is noticed', () =
   const numbers = [0, 1, -1, 63, -64, 64, 8191, -8192, 2 ** 24, -(2 ** 24), 2 ** 31 - 1, -(2 ** 31)];
   const writer = new ByteWriter();
   numbers.forEach((number) => writer.signed(number));
-  const bytes = writer.toBytes();
-  const reader = new ByteReader(bytes);
-  assert.deepEqual(
-    numbers.map(() => reader.signed()),
-    numbers,
-  );
+  const reader = new ByteReader(writer.toBytes());
+  for (const number of numbers) assert.equal(reader.signed(), number);
   assert.throws(() => reader.signed(), RangeError);
   assert.throws(() => new ByteReader(Uint8Array.of(255, 255, 255, 255, 255, 255)).unsigned(), RangeError);
 });
@@ -64,10 +60,8 @@ test('regions: from the zoom of the fine file on, tiles are drawn from it, also 
 
 test('rasters: the mask of rings has their area, holes left out', () => {
   const mask = maskOf([square(0.25, 0.25, 0.5), square(0.375, 0.375, 0.25)], 64);
-  assert.equal(
-    mask.reduce((a, b) => a + b),
-    32 * 32 - 16 * 16,
-  );
+  const area = mask.reduce((a, b) => a + b);
+  assert.equal(area, 32 * 32 - 16 * 16);
   assert.deepEqual([mask[32 * 64 + 18], mask[32 * 64 + 32], mask[2]], [1, 0, 0]);
 });
 

@@ -46,19 +46,16 @@ function asTheClientReads(command) {
 
 test('command: a place reaches the client whole, with or without its escapes', () => {
   const texts = ['40.62590 N, 75.37030 W', 'Main St & 100% Rd', 'Zürich', ''];
-  for (const text of texts) {
-    const command = commands.placeCommand(text);
-    const halfDecoded = command.replace(/%(3[0-9]|4[1-9A-F]|5[0-9A]|2E)/g, (escape) =>
-      decodeURIComponent(escape),
-    );
-    assert.equal(asTheClientReads(command), text);
-    assert.equal(asTheClientReads(halfDecoded), text);
-  }
   const table = [
+    ...texts.map((text) => [text, text]),
     ['Łódź 北', 'Lódz ?'],
     ['Hawaiʻi', "Hawai'i"],
     ['Iğdır', 'Igdir'],
     ['𐍈', '?'],
   ];
-  for (const [text, read] of table) assert.equal(asTheClientReads(commands.placeCommand(text)), read);
+  for (const [text, read] of table) {
+    const command = commands.placeCommand(text);
+    const halfDecoded = command.replace(/%(3[0-9]|4[1-9A-F]|5[0-9A]|2E)/g, decodeURIComponent);
+    assert.deepEqual([asTheClientReads(command), asTheClientReads(halfDecoded)], [read, read]);
+  }
 });

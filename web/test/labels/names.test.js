@@ -4,7 +4,7 @@ import { overlap } from '../../src/base/clipping.js';
 import { LabelPlacement } from '../../src/labels/label_placement.js';
 import { encodeNames, NameFile } from '../../src/labels/name_file.js';
 import { NameGrid } from '../../src/labels/name_grid.js';
-import { milesBetween, PlaceFinder, windTowards } from '../../src/labels/place.js';
+import { milesBetween, PlaceFinder } from '../../src/labels/place.js';
 import { positionText } from '../../src/base/positions.js';
 import { worldX, worldY } from '../../src/base/earth.js';
 import { thinOut } from '../../tools/names_step.js';
@@ -27,6 +27,11 @@ const AROUND_BETHLEHEM = [
   entry('West Side', 40.6262, -75.38, { region: 'PA', kind: 'quarter' }),
 ];
 
+/** Numbers from 0 to 1, always the same ones. */
+function randomFrom(seed) {
+  return () => (seed = (seed * 16807) % 2147483647) / 2147483647;
+}
+
 test('names: what is written is read, letters of every script too', () => {
   const file = fileOf(AROUND_BETHLEHEM);
   assert.equal(file.count, AROUND_BETHLEHEM.length);
@@ -48,19 +53,16 @@ test('grid: finds what lies in a box, also across the date line, and does not go
   const names = fileOf(AROUND_BETHLEHEM);
   const found = (level, box) => {
     const out = [];
-    new NameGrid(names, level, () => true).visit(box, (index, turn) =>
-      out.push(`${names.name(index)}${turn}`),
-    );
+    const note = (index, turn) => out.push(`${names.name(index)}${turn}`);
+    new NameGrid(names, level, () => true).visit(box, note);
     return out.sort();
   };
   const world = { left: 0, right: 0.9999, top: -1, bottom: 2 };
   const tonga = { left: 0.99, right: 1.02, top: 0.5, bottom: 0.6 };
   for (const level of [0, 1, 5, 9, 15]) {
     assert.equal(found(level, world).length, AROUND_BETHLEHEM.length, `level ${level}`);
-    assert.ok(
-      found(level, { ...world, right: 99 }).length <= 2 * AROUND_BETHLEHEM.length,
-      'not turn after turn',
-    );
+    const turns = found(level, { ...world, right: 99 }).length / AROUND_BETHLEHEM.length;
+    assert.ok(turns <= 2, 'not turn after turn');
   }
   assert.deepEqual(found(9, tonga), ['Nukuʻalofa1']);
   assert.deepEqual(found(9, { ...tonga, left: -0.01, right: 0.02 }), ['Nukuʻalofa0']);
@@ -70,6 +72,7 @@ test('places: distance and wind from the nearest one that has people', () => {
   const finder = new PlaceFinder(fileOf(AROUND_BETHLEHEM));
   const table = [
     [40.6495, -75.3396, '2.3 mi NE of Bethlehem, PA'],
+    [40.7, -75.4, '5.3 mi NNW of Bethlehem, PA'],
     [40.6259, -75.3705, 'Bethlehem, PA'],
     [40.6262, -75.38, '0.5 mi W of Bethlehem, PA'],
     [40.6, -75.46, '1.7 mi ESE of Allentown, PA'],
@@ -81,8 +84,7 @@ test('places: distance and wind from the nearest one that has people', () => {
 });
 
 test('places: the nearest is found however far the search goes', () => {
-  let seed = 7;
-  const random = () => (seed = (seed * 16807) % 2147483647) / 2147483647;
+  const random = randomFrom(7);
   const towns = Array.from({ length: 300 }, (_, index) =>
     entry(`${index}`, random() * 160 - 80, random() * 360 - 180),
   );
@@ -93,10 +95,8 @@ test('places: the nearest is found however far the search goes', () => {
       const townLatitude = (Math.atan(Math.sinh(Math.PI * (1 - 2 * y))) * 180) / Math.PI;
       return milesBetween(latitude, longitude, townLatitude, (x - 0.5) * 360);
     });
-    assert.ok(
-      finder.nearest(latitude, longitude).miles - Math.min(...miles) < 0.1,
-      `${latitude} ${longitude}`,
-    );
+    const more = finder.nearest(latitude, longitude).miles - Math.min(...miles);
+    assert.ok(more < 0.1, `${latitude} ${longitude}`);
   }
 });
 
@@ -105,24 +105,9 @@ test('places: without any the position is told', () => {
   assert.equal(positionText(-33.5, 151), '33.50000 S, 151.00000 E');
 });
 
-test('winds', () => {
-  const table = [
-    [1, 0, 'N'],
-    [1, 1, 'NE'],
-    [0, 1, 'E'],
-    [-1, 0, 'S'],
-    [0.05, -1, 'W'],
-    [1, -0.1, 'N'],
-    [1, -0.4, 'NNW'],
-  ];
-  for (const [north, east, wind] of table) assert.equal(windTowards(0, 0, north, east), wind);
-  assert.equal(windTowards(0, 179.5, 0, -179.5), 'E');
-});
-
 /** A crowd of places around one spot, the most important first. */
 function crowd(count, spread) {
-  let seed = 11;
-  const random = () => (seed = (seed * 16807) % 2147483647) / 2147483647;
+  const random = randomFrom(11);
   return Array.from({ length: count }, (_, index) =>
     entry(`Place ${index}`, 40 + (random() - 0.5) * spread, -75 + (random() - 0.5) * spread, {
       minZoom: 2 + (index % 12),

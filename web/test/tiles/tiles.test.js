@@ -22,13 +22,13 @@ const answers = [
   ['', null],
 ];
 
-for (const [path, expected] of answers) {
-  test(`tile names: answer "${path}"`, () => {
+test('tile names: answers', () => {
+  for (const [path, expected] of answers) {
     const tile = parseTileFile(fileNameOf(path));
-    assert.equal(tile && `${tile.generation} ${tile.suffix}`, expected);
+    assert.equal(tile && `${tile.generation} ${tile.suffix}`, expected, path);
     assert.equal(isBlank(fileNameOf(path)), path.endsWith('blank_x.png'));
-  });
-}
+  }
+});
 
 test('tile names: addresses never leave the folder that the client serves', () => {
   const table = [
@@ -46,11 +46,8 @@ function startQuestions() {
   const clock = new FakeClock();
   const sent = [];
   const answered = [];
-  const questions = new TileQuestions(
-    (kind, suffix) => sent.push(kind + suffix),
-    (kind, suffix, name) => answered.push(`${kind}${suffix}=${name}`),
-    clock,
-  );
+  const onAnswer = (kind, suffix, name) => answered.push(`${kind}${suffix}=${name}`);
+  const questions = new TileQuestions((kind, suffix) => sent.push(kind + suffix), onAnswer, clock);
   questions.start();
   return { clock, sent, answered, questions };
 }
@@ -141,8 +138,7 @@ function fakePage(context) {
     createElement: () => {
       const image = {};
       image.decode = () => new Promise((resolve, reject) => Object.assign(image, { resolve, reject }));
-      images.push(image);
-      return image;
+      return (images[images.length] = image);
     },
   };
   context.after(() => delete globalThis.document);

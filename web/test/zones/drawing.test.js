@@ -15,9 +15,7 @@ class FakeEditor {
     FakeEditor.latest = this;
   }
 
-  start(corners) {
-    this.corners = corners;
-  }
+  start = (corners) => (this.corners = corners);
 
   get ring() {
     return this.corners.map(([lat, lng]) => ({ lat, lng }));
@@ -29,25 +27,14 @@ class FakeEditor {
     this.changed();
   }
 
-  turn(turns) {
-    this.turned += turns;
-  }
-
-  stop() {
-    this.isStopped = true;
-  }
+  turn = (turns) => (this.turned += turns);
+  stop = () => (this.isStopped = true);
 }
 
 class FakeBar {
-  addTo() {
-    return this;
-  }
-
-  show(state) {
-    this.state = state;
-  }
-
-  remove() {}
+  addTo = () => this;
+  show = (state) => (this.state = state);
+  remove = () => {};
 }
 
 class FakeKeys {
@@ -63,11 +50,8 @@ beforeEach(() => {
   const sent = [];
   const shown = new Map();
   const hidden = [];
-  const zones = [SQUARE, FAR, []].map((vertices, index) => ({
-    vertices,
-    isReadable: index !== 2,
-    alert: true,
-  }));
+  const zones = [SQUARE, FAR, []].map((vertices, at) => ({ vertices, isReadable: at !== 2, alert: true }));
+  const cornersBut = (ordinal) => zones.filter((_, at) => at !== ordinal).flatMap((each) => each.vertices);
   const parts = {
     map: {
       on: () => {},
@@ -76,13 +60,7 @@ beforeEach(() => {
       getCenter: () => ({ lng: page.centre }),
       doubleClickZoom: { enable: () => (page.zooms = true), disable: () => (page.zooms = false) },
     },
-    zones: {
-      list: {
-        zones,
-        cornersBut: (ordinal) => zones.filter((_, at) => at !== ordinal).flatMap((each) => each.vertices),
-      },
-      hideOriginal: (ordinal) => hidden.push(ordinal),
-    },
+    zones: { list: { zones, cornersBut }, hideOriginal: (ordinal) => hidden.push(ordinal) },
     notices: { show: (key, text) => shown.set(key, text), hide: (key) => shown.delete(key) },
     send: (text) => sent.push(text),
   };
@@ -148,18 +126,18 @@ test('drawing: what the client wants of nothing is answered with the cancel', ()
 
 test('drawing: the state of the bar', () => {
   const { drawing } = page;
-  const state = () => {
+  const expectState = (...expected) => {
     const { title, canUndo, canFinish } = drawing.bar.state;
-    return [title, canUndo, canFinish];
+    assert.deepEqual([title, canUndo, canFinish], expected);
   };
   drawing.startNew();
-  assert.deepEqual(state(), ['New zone: 0 corners', false, false]);
+  expectState('New zone: 0 corners', false, false);
   draw(FAR);
-  assert.deepEqual(state(), ['New zone: 1 corner', true, false]);
+  expectState('New zone: 1 corner', true, false);
   draw(SQUARE);
-  assert.deepEqual(state(), ['New zone: 4 corners', true, true]);
+  expectState('New zone: 4 corners', true, true);
   drawing.startEdit(1);
-  assert.deepEqual(state(), ['Zone: 1 corner', false, true]);
+  expectState('Zone: 1 corner', false, true);
 });
 
 test('drawing: a crossing is told once the hand rests, and no longer than it is there', () => {

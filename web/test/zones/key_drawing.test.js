@@ -34,10 +34,7 @@ beforeEach(() => {
   const done = [];
   const listeners = {};
   const told = (each) => (each?.lat === undefined ? each : `${each.lng},${each.lat}`);
-  const note =
-    (name) =>
-    (...args) =>
-      done.push([name, ...args.map(told)].join(' '));
+  const tell = (name, ...args) => done.push([name, ...args.map(told)].join(' '));
   const map = {
     on: (type, act, context) => (listeners[type] = act.bind(context)),
     off: (type) => delete listeners[type],
@@ -53,15 +50,15 @@ beforeEach(() => {
     isFull: () => false,
     snapped: (place, mouse) =>
       mouse?.altKey ? place : { lat: Math.round(place.lat / 10) * 10, lng: place.lng },
-    aimGuidesAt: note('aim'),
-    place: note('place'),
-    close: note('close'),
+    aimGuidesAt: (place) => tell('aim', place),
+    place: (place) => tell('place', place),
+    close: () => tell('close'),
     insert: (index, latlng) => {
-      note('insert')(index);
+      tell('insert', index);
       editor.ring = [...editor.ring.slice(0, index), latlng, ...editor.ring.slice(index)];
     },
-    carry: note('carry'),
-    drop: note('drop'),
+    carry: (index, place) => tell('carry', index, place),
+    drop: (index, from) => tell('drop', index, from),
   };
   const keys = new KeyDrawing(map, editor);
   const pointer = (clientX, clientY) => listeners.mousemove({ originalEvent: { clientX, clientY } });
@@ -89,17 +86,13 @@ test('keys: Enter places, free or clinging, and closes at either end; without a 
   assert.equal(keys.enter(false), true);
   assert.equal(keys.enter(true), true);
   assert.deepEqual(take(), ['place 200,150', 'place 200,154']);
-  for (const [count, index, expected] of [
-    [2, 1, 'place'],
-    [3, 2, 'close'],
-    [3, 0, 'close'],
-    [3, 1, 'place'],
-  ]) {
+  for (const [count, index] of pairs(2, 1, 3, 2, 3, 0, 3, 1)) {
     editor.ring = SQUARE.slice(0, count);
     keys.crosshair.moveToPlace(SQUARE[index]);
     keys.enter(false);
-    assert.equal(take()[0].split(' ')[0], expected, `${count} corners, at ${index}`);
-    assert.equal(keys.crosshair.isShown, expected === 'place');
+    const isEnd = count === 3 && index !== 1;
+    assert.equal(take()[0].split(' ')[0], isEnd ? 'close' : 'place', `${count} corners, at ${index}`);
+    assert.equal(keys.crosshair.isShown, !isEnd);
   }
 });
 

@@ -7,11 +7,12 @@ import { SnapIndex } from '../../src/zones/snap_index.js';
 import { pairs } from '../pairs.js';
 
 const triangle = (west) => pairs(0, west, 0, west + 2, 1, west + 1);
-const many = (count) =>
-  Array.from({ length: count }, (_, at) => [
-    50 * Math.sin((2 * Math.PI * at) / count),
-    50 * Math.cos((2 * Math.PI * at) / count),
+const circle = (count, radius, x, y) =>
+  Array.from({ length: count }, (_, at) => (2 * Math.PI * at) / count).map((angle) => [
+    x + radius * Math.cos(angle),
+    y + radius * Math.sin(angle),
   ]);
+const many = (count) => circle(count, 50, 0, 0);
 
 const verdicts = [
   ['new, as drawn', triangle(10), {}, triangle(10)],
@@ -66,11 +67,8 @@ test('snapping: the nearest corner within reach, in the turn that is asked about
   ];
   for (const [latitude, longitude, expected] of table) {
     const found = index.nearest(latitude, longitude, reach);
-    assert.deepEqual(
-      found && [found.latitude, Number(found.longitude.toFixed(9))],
-      expected,
-      `${latitude} ${longitude}`,
-    );
+    const place = found && [found.latitude, Number(found.longitude.toFixed(9))];
+    assert.deepEqual(place, expected, `${latitude} ${longitude}`);
   }
   assert.equal(new SnapIndex([]).nearest(0, 0, 1), null);
 });
@@ -79,10 +77,7 @@ test('handles: only in view; of very many some, the ends among them', () => {
   const size = { x: 500, y: 400 };
   const few = pairs(0, 0, 500, 400, 501, 3, 4, -1, 4, 4).map(([x, y]) => ({ x, y }));
   assert.deepEqual(chooseHandles(few, size), [0, 1, 4]);
-  const dense = Array.from({ length: 9000 }, (_, at) => ({
-    x: 250 + 200 * Math.cos((2 * Math.PI * at) / 9000),
-    y: 200 + 150 * Math.sin((2 * Math.PI * at) / 9000),
-  }));
+  const dense = circle(9000, 180, 250, 200).map(([x, y]) => ({ x, y }));
   const chosen = chooseHandles(dense, size);
   assert.ok(chosen.length <= 200 && chosen.length > 60, `${chosen.length} handles`);
   assert.ok(chosen.includes(0) && chosen.includes(8999));

@@ -46,12 +46,12 @@ test('list: names reach their zones, also past one that could not be read, and t
 /** A page whose zones and drawing only note what is asked of them. */
 function notedPage() {
   const asked = [];
-  const noting = (prefix) =>
-    new Proxy(
-      {},
-      { get: (_, name) => (name === 'then' ? undefined : (...args) => asked.push([prefix + name, ...args])) },
-    );
-  const parts = { zones: noting('zones.'), notices: noting('notices.'), send: (text) => asked.push([text]) };
+  const noting = (prefix) => {
+    const get = (_, name) =>
+      name === 'then' ? undefined : (...args) => asked.push([prefix + name, ...args.map(JSON.stringify)].join(' '));
+    return new Proxy({}, { get });
+  };
+  const parts = { zones: noting('zones.'), notices: noting('notices.'), send: (text) => asked.push(text) };
   const fields = new ZoneFields(parts);
   const write = (name, text) => fields.handlers()[name](text);
   return { asked, fields, write, drawing: noting('') };
@@ -61,34 +61,15 @@ const settled = () => new Promise((resolve) => setImmediate(resolve));
 test('fields: what is written before drawing is possible is done then, in order', async (context) => {
   context.mock.method(console, 'error', () => {});
   const { asked, fields, write, drawing } = notedPage();
-  const writes = [
-    ['TxtZN', ' '],
-    ['TxtZX', '+0010-0001'],
-    ['TxtZX', 'right'],
-    ['TxtZV', ' '],
-    ['TxtZV', 'A'],
-    ['TxtZU', ' '],
-    ['TxtZE', '12'],
-    ['TxtZE', '-1'],
-    ['TxtZF', ' '],
-    ['TxtZC', ' '],
-  ];
-  for (const [name, text] of writes) write(name, text);
+  const writes = 'TxtZN= |TxtZX=+0010-0001|TxtZX=right|TxtZV= |TxtZV=A|TxtZU= |TxtZE=12|TxtZE=-1|TxtZF= |TxtZC= ';
+  for (const each of writes.split('|')) write(...each.split('='));
   await settled();
   assert.deepEqual(asked, []);
   fields.setDrawing(drawing);
   fields.setDrawing(null);
   await settled();
-  assert.deepEqual(asked, [
-    ['startNew'],
-    ['moveCrosshair', { dx: 10, dy: -1 }],
-    ['enter', false],
-    ['enter', true],
-    ['undo'],
-    ['startEdit', 12],
-    ['finish'],
-    ['cancel'],
-  ]);
+  const done = 'startNew|moveCrosshair {"dx":10,"dy":-1}|enter false|enter true|undo|startEdit 12|finish|cancel';
+  assert.equal(asked.join('|'), done);
 });
 
 test('fields: a page that can’t draw says so and gives the client its idle state back', async () => {
@@ -96,10 +77,7 @@ test('fields: a page that can’t draw says so and gives the client its idle sta
   fields.setDrawing(null);
   write('TxtZN', ' ');
   await settled();
-  assert.deepEqual(
-    asked.map(([what]) => what),
-    ['notices.show', 'zC'],
-  );
+  assert.match(asked.join(), /^notices.show .*,zC$/);
 });
 
 test('fields: an unreadable zone keeps its place, and a new list reaches the drawing', (context) => {
@@ -107,10 +85,6 @@ test('fields: an unreadable zone keeps its place, and a new list reaches the dra
   const { asked, fields, write, drawing } = notedPage();
   fields.setDrawing(drawing);
   for (const text of ['*', 'garbage', 'FF']) write('TxtZL', text);
-  assert.deepEqual(asked, [
-    ['zones.clear'],
-    ['listCleared'],
-    ['zones.add', null],
-    ['zones.add', { alert: false, vertices: [] }],
-  ]);
+  const added = 'zones.add {"alert":false,"vertices":[]}';
+  assert.deepEqual(asked, ['zones.clear', 'listCleared', 'zones.add null', added]);
 });
