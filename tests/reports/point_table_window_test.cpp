@@ -94,6 +94,12 @@ TEST_F(PointTableWindowTest, TheRowUnderThePointerIsGreyInAllColumns) {
     EXPECT_EQ(GroundOf(2, column), QColor(238, 238, 238)) << column;
     EXPECT_EQ(GroundOf(1, column), QColor(255, 255, 255)) << column;
   }
+  QPalette dark;
+  dark.setColor(QPalette::Base, Qt::black);
+  dark.setColor(QPalette::Text, Qt::white);
+  Table()->setPalette(dark);
+  EXPECT_EQ(GroundOf(1, 0), QColor(Qt::black));
+  EXPECT_EQ(GroundOf(2, 0).lightness(), 64);
   QTest::mouseDClick(Table()->viewport(), Qt::LeftButton, {}, Cell(2, 4).center());
   EXPECT_THAT(told_, testing::EndsWith("c2 "));
   form_->ShowAddress("Bethlehem, <b>");
