@@ -41,10 +41,9 @@ bool PointTables::Close() {
   const bool wasWanted = std::exchange(isFastestWanted_, false);
   if (!table_) return wasWanted;
   table_.reset();
-  centre_.reset();
   address_.Forget(this);
   view_.ClosePointTable();
-  marks_.Unmark();
+  marks_.Unmark(std::exchange(centre_, std::nullopt));
   return true;
 }
 

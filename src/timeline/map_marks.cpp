@@ -18,7 +18,7 @@ MapMarks::MapMarks(MarksView& view, EventLoop& loop, const MapView& map, const D
       points_(points),
       window_(window),
       host_(std::move(host)),
-      placeTimer_(loop.CreateTimer("PlaceTimer", kPlaceMilliseconds, [this] { Unmark(); })),
+      placeTimer_(loop.CreateTimer("PlaceTimer", kPlaceMilliseconds, [this] { Unmark(place_); })),
       boxTimer_(loop.CreateTimer("BoxTimer", 1000, [this] { OnBoxTick(); })),
       tmrP_(loop.CreateTimer("tmrP", 100, [this] { view_.ShowCapturePanel(); })) {}
 
@@ -66,9 +66,9 @@ void MapMarks::HidePointMarker() {
   host_.mapChanged();
 }
 
-void MapMarks::Unmark() {
-  place_.reset();
-  placeTimer_->SetEnabled(false);
+void MapMarks::Unmark(std::optional<WorldPoint> place) {
+  if (place_ == place) place_.reset();
+  if (!place_) placeTimer_->SetEnabled(false);
   OnBoxTick();
 }
 

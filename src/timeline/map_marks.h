@@ -60,8 +60,8 @@ class MapMarks {
   void ShowPlace(WorldPoint place);
   /// Hides the mark and the texts: the map under them has moved, or their points change.
   void HidePointMarker();
-  /// Hides the mark alone, that of a place too.
-  void Unmark();
+  /// Hides the mark of a point, and that of this place where it is the one that is marked.
+  void Unmark(std::optional<WorldPoint> place);
 
   /// The pointer moved over the map, or over the caption line: x in the window.
   void PointerOverMap(ViewPoint at);
