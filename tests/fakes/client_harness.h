@@ -27,6 +27,12 @@ class ClientHarness {
       std::filesystem::create_directory(folders.Path() / folder);
     }
     WriteFile(folders.Path() / "app" / "ZoneMenus_Demo.txt", "\"Alerted\"\r\n");
+    MakeClient();
+  }
+
+  /// Makes a client as each run of the program does.
+  void MakeClient() {
+    client.reset();
     mutex.owned = true;
     client = std::make_unique<Client>(PortsFor({view, view, view, view, view, view, view, view, view,
                                                 zonesView, alertView, journalView, pointTableView},

@@ -27,10 +27,7 @@ class AlertJointsTest : public testing::Test, public ClientHarness {
   /// As the next run of the program.
   void Restart() {
     client->Unload();
-    client.reset();
-    mutex.owned = true;
-    client = std::make_unique<Client>(PortsFor(
-        {view, view, view, view, view, view, view, view, view, zonesView, alertView, journalView}, window));
+    MakeClient();
     client->Load();
   }
   void ArrivePoint(int seconds, double lat = 40.6, double lng = -75.3) {

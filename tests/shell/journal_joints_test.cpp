@@ -87,10 +87,7 @@ TEST_F(JournalJointsTest, ItOutlastsTheRunAndAReloadAddsNothing) {
   journalView.actions.moved("1,2,300,400");
   client->Unload();
   EXPECT_FALSE(journalView.list);
-  client.reset();
-  mutex.owned = true;
-  client = std::make_unique<Client>(PortsFor(
-      {view, view, view, view, view, view, view, view, view, zonesView, alertView, journalView}, window));
+  MakeClient();
   Start();
   Key('J');
   journalView.list->Refresh();
