@@ -1,11 +1,10 @@
 #include "window/journal_windows_widget.h"
 
-#include <QFile>
 #include <QFileDialog>
-#include <QStandardPaths>
 #include <utility>
 
 #include "journal/formJournal.h"
+#include "ui/file_dialog_widget.h"
 #include "window/bell_button_widget.h"
 #include "window/caption_line_widget.h"
 #include "window/formMain.h"
@@ -35,28 +34,14 @@ void JournalWindows::ShowJournalNote(const std::string& text) {
   if (formJournal_) formJournal_->ShowNote(text);
 }
 
-// Without messages of its own: they would wait in an event loop of theirs. Whether a file may be replaced is
-// asked by who gets the answer.
 void JournalWindows::AskCsvFile(std::function<void(const std::filesystem::path&)> then) {
   delete fileDialog_;
   QWidget* owner = formJournal_ ? static_cast<QWidget*>(formJournal_) : &window_;
-  fileDialog_ = new QFileDialog(owner, "Save Journal as CSV",
-                                QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-  fileDialog_->setObjectName("journalFileDialog");
-  fileDialog_->setAttribute(Qt::WA_DeleteOnClose);
-  fileDialog_->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
-                          QFileDialog::ReadOnly);
-  fileDialog_->setFileMode(QFileDialog::AnyFile);
+  fileDialog_ = MakeFileDialog(owner, "journalFileDialog", "Save Journal as CSV", "", std::move(then));
   fileDialog_->setAcceptMode(QFileDialog::AcceptSave);
   fileDialog_->setNameFilter("CSV (*.csv)");
   fileDialog_->setDefaultSuffix("csv");
   fileDialog_->selectFile("Journal.csv");
-  QObject::connect(fileDialog_, &QFileDialog::fileSelected, &window_,
-                   [window = &window_, then = std::move(then)](const QString& file) {
-                     const std::filesystem::path path = QFile::encodeName(file).toStdString();
-                     QMetaObject::invokeMethod(
-                         window, [then, path] { then(path); }, Qt::QueuedConnection);
-                   });
   fileDialog_->show();
 }
 

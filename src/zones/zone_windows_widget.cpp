@@ -1,13 +1,12 @@
 #include "zones/zone_windows_widget.h"
 
-#include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QMetaObject>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <utility>
 
+#include "ui/file_dialog_widget.h"
 #include "zones/formZoneList.h"
 #include "zones/formZoneOptions.h"
 #include "zones/zone_path_widget.h"
@@ -25,9 +24,6 @@ void Later(QWidget* owner, Work work) {
   QMetaObject::invokeMethod(owner, std::move(work), Qt::QueuedConnection);
 }
 
-// In the file system's own bytes, which need not be UTF-8.
-std::filesystem::path PathOf(const QString& file) { return QFile::encodeName(file).toStdString(); }
-
 }  // namespace
 
 void ZoneWindows::Execute(OptionsMode mode, const ZoneOptionsModel& model, OptionsAnswer then) {
@@ -40,23 +36,12 @@ void ZoneWindows::Execute(OptionsMode mode, const ZoneOptionsModel& model, Optio
   formZoneOptions_->show();
 }
 
-// The dialog's own messages wait in an event loop of theirs, so that it must have none: whether a file is
-// there and may be replaced is asked by who gets the answer, and files can't be renamed or deleted here.
 QFileDialog* ZoneWindows::OpenFileDialog(const QString& title, FileAnswer then) {
   delete fileDialog_;
-  if (folder_.isEmpty()) folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-  auto* dialog = new QFileDialog(owner_, title, folder_);
-  dialog->setObjectName("zoneFileDialog");
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
-                     QFileDialog::ReadOnly);
-  dialog->setFileMode(QFileDialog::AnyFile);
-  QObject::connect(dialog, &QFileDialog::fileSelected, owner_,
-                   [this, then = std::move(then)](const QString& file) {
-                     folder_ = QFileInfo(file).path();
-                     Later(owner_, [then, path = PathOf(file)] { then(path); });
-                   });
-  return fileDialog_ = dialog;
+  fileDialog_ = MakeFileDialog(owner_, "zoneFileDialog", title, folder_, std::move(then));
+  QObject::connect(fileDialog_, &QFileDialog::fileSelected, fileDialog_,
+                   [this](const QString& file) { folder_ = QFileInfo(file).path(); });
+  return fileDialog_;
 }
 
 void ZoneWindows::AskExportFile(FileAnswer then) {
