@@ -21,6 +21,11 @@ void DatePickers::SetWindow(const TimeWindow& window) {
 
 void DatePickers::SetPickerFormat(int i) { picker(i).format = PickerFormat(Value(i)); }
 
+void DatePickers::ShowAll(bool shown) {
+  shown_ = shown;
+  grace_ = grace_ || shown;
+}
+
 bool DatePickers::IsEndVisible() const {
   return shown_ && (focusMask_ != 0 || grace_ || Window().Length() != kDay);
 }

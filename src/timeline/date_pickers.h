@@ -26,7 +26,8 @@ class DatePickers {
   void SetPickerFormat(int i);
 
   /// Both pickers, the Reload button and the title show or hide together, whatever else hides one of them.
-  void ShowAll(bool shown) { shown_ = shown; }
+  /// DTP(1) then has its grace: the caller starts tmrDTP.
+  void ShowAll(bool shown);
   bool AreShown() const { return shown_; }
   /// Whether DTP(1) is seen: hidden for the usual window of one day, unless a picker is being edited or has
   /// just been.
@@ -64,7 +65,7 @@ class DatePickers {
   int focusMask_ = 0;
   bool changed_ = false;
   bool droppedDown_ = false;
-  bool grace_ = false;  // from the moment a picker gets the focus until tmrDTP fires
+  bool grace_ = false;  // from the moment a picker gets the focus, or all are shown, until tmrDTP fires
   bool reloadVisible_ = false;
 };
 

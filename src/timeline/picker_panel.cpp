@@ -25,6 +25,7 @@ void PickerPanel::Close() {
 
 void PickerPanel::ShowAll(bool shown) {
   pickers_.ShowAll(shown);
+  tmrDTP_->SetEnabled(shown && !isClosed_);
   Show();
 }
 

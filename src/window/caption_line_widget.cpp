@@ -78,17 +78,18 @@ void CaptionLine::AddStates() {
   lblDemo_->setFrameStyle(QFrame::Box | QFrame::Plain);
   lblDemo_->setContentsMargins(4, 1, 4, 1);
   lblLamp_ = AddWord("lblLamp", "");
-  picLamp_ = new Lamp(this);
+  firstState_ = picLamp_ = new Lamp(this);
   row_->addSpacing(6);
   row_->addWidget(picLamp_);
   row_->addSpacing(4);
 }
 
 void CaptionLine::AddState(QWidget* control) {
-  row_->insertWidget(row_->indexOf(lblDemo_), control);
-  QWidget* before = picLamp_->previousInFocusChain();
+  row_->insertWidget(row_->indexOf(lblLamp_) + 1, control);
+  QWidget* before = firstState_->previousInFocusChain();
   while (!(before->focusPolicy() & Qt::TabFocus)) before = before->previousInFocusChain();
-  SetTabOrder({before, control, picLamp_});
+  SetTabOrder({before, control, firstState_});
+  firstState_ = control;
 }
 
 // In a narrow window it gives way to the buttons, and is cut.

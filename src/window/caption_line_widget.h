@@ -40,7 +40,8 @@ class CaptionLine : public QWidget {
 
   /// Puts a control (date picker, Reload) behind those that are already between menu button and title.
   void AddControl(QWidget* control);
-  /// Puts what tells of a state of the program before the lamp. It takes its place in the order of Tab.
+  /// Puts what tells of a state of the program between the lamp's word and the lamp, before those that are
+  /// there already. It takes its place in the order of Tab.
   void AddState(QWidget* control);
   void SetCaption(const QString& text);
   void SetCaptionVisible(bool visible);
@@ -86,6 +87,7 @@ class CaptionLine : public QWidget {
   QLabel* lblLamp_;
   QString lampWord_;  // the whole
   Lamp* picLamp_;
+  QWidget* firstState_;  // the one added last, or the lamp
   IconButton* pctButton_Normal_;
   IconButton* pctButton_Maximize_;
   IconButton* pctButton_FullScreen_;

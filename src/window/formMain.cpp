@@ -130,11 +130,6 @@ void formMain::ConnectDialogs() {
   editors_.hotspotsApplied = Told([](auto& rooms, const auto& ssids) { rooms.hotspots.Apply(ssids); });
   editors_.secureHotspotsApplied =
       Told([](auto& rooms, const auto& hotspots) { rooms.hotspots.ApplySecure(hotspots); });
-  system_.dialogs = [this] {
-    std::vector<QWidget*> dialogs = editors_.Open();
-    if (FormRetryAfterError_->isVisible()) dialogs.push_back(FormRetryAfterError_);
-    return dialogs;
-  };
   boxes_->closeOthers = [this] {
     FormRetryAfterError_->hide();
     for (QWidget* editor : editors_.Open()) editor->close();

@@ -85,7 +85,6 @@ bool formMain::FilterKey(QWidget& widget, const QKeyEvent& event) {
       return true;
     case Qt::Key_F10:
       if (event.modifiers() != Qt::NoModifier) return false;
-      rooms_->focus.HoldOff(true);
       rooms_->menuButton();
       return true;
     case Qt::Key_Escape:

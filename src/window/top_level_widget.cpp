@@ -1,9 +1,11 @@
 #include "window/top_level_widget.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
+#include <algorithm>
 #include <utility>
 
 #include "platform/qt/window_manager.h"
@@ -12,6 +14,15 @@ namespace pallomir {
 namespace {
 
 PixelRect RectOf(const QRect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }
+
+// Those that show; an open question last, as it has to be answered first.
+QList<QDialog*> DialogsOver(const QWidget& window) {
+  QList<QDialog*> dialogs = window.findChildren<QDialog*>();
+  dialogs.removeIf([](const QDialog* dialog) { return !dialog->isVisible(); });
+  std::stable_partition(dialogs.begin(), dialogs.end(),
+                        [](const QDialog* dialog) { return dialog->objectName() != "questionBox"; });
+  return dialogs;
+}
 
 }  // namespace
 
@@ -92,7 +103,7 @@ void TopLevel::Exposed() {
 void TopLevel::BringToForeground() {
   // Another program's window, or a dialog of ours, keeps the keyboard: raising alone does not take it.
   widget_.raise();
-  for (QWidget* dialog : dialogs()) dialog->raise();
+  for (QDialog* dialog : DialogsOver(widget_)) dialog->raise();
   if (!QApplication::activeWindow() && KeyboardIsFree()) widget_.activateWindow();
 }
 

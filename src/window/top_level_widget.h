@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 #include <vector>
 
 #include "platform/main_window.h"
@@ -12,9 +11,6 @@ namespace pallomir {
 class TopLevel : public MainWindow {
  public:
   explicit TopLevel(QWidget& window) : widget_(window) {}
-
-  /// The windows of ours that stand over it.
-  std::function<std::vector<QWidget*>()> dialogs;
 
   /// To be called when the window is exposed.
   void Exposed();

@@ -178,6 +178,10 @@ TEST_F(PanelsTest, NavigationDropsWhatIsEditedAndLoadsAtOnce) {
   EXPECT_EQ(pickers_.Window().start, ToMillis({2026, 11, 22, 3}));
   pickers_.ShowAll(false);
   EXPECT_FALSE(shown_.pickers[0].visible || shown_.captionVisible);
+  pickers_.ShowAll(true);
+  EXPECT_TRUE(shown_.pickers[1].visible) << "for a moment, though it is one day";
+  loop_.Advance(5000);
+  EXPECT_FALSE(shown_.pickers[1].visible);
   pickers_.Close();
   EXPECT_FALSE(pickers_.ZoomOut());
   pickers_.LostFocus(0);

@@ -256,6 +256,27 @@ TEST_F(ChromeTest, WordsBesideTheLampShowWhileThereIsSomethingToSay) {
   EXPECT_FALSE(Find("lblLamp")->isVisible());
 }
 
+TEST_F(ChromeTest, StatesStayWhereTheyAreWhateverTheLampSaysAndTabReadsThemFromTheLeft) {
+  auto* line = new CaptionLine(&window_);
+  line->resize(900, 32);
+  line->show();
+  for (const char* name : {"mute", "bell"}) line->AddState(new IconButton(line, name, "bell", name));
+  const auto placesAfter = [&](const QString& word) {
+    line->SetLamp(LampState::kAmber, "", word);
+    LetPass(1);
+    return std::pair(Find("bell")->x(), Find("mute")->x());
+  };
+  const auto places = placesAfter("");
+  EXPECT_LT(places.first, places.second) << "what comes and goes stands before what stays";
+  EXPECT_EQ(placesAfter("Not connected: press R"), places);
+  EXPECT_LT(Find("lblLamp")->x(), places.first);
+  Find("bell")->setFocus();
+  for (const char* next : {"mute", "picLamp"}) {
+    QTest::keyClick(window_.focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window_.focusWidget()->objectName(), next);
+  }
+}
+
 TEST_F(ChromeTest, WithoutRoomTheTitleKeepsItsFiguresAndTheLampTheKey) {
   auto* line = new CaptionLine(&window_);
   line->show();
@@ -329,6 +350,29 @@ TEST(TopLevel, AWindowHasTheBoundsThatItWasGivenBeforeItShowsAndAfter) {
   EXPECT_EQ(window.Bounds(), bounds);
   window.Show();
   EXPECT_EQ(window.Bounds(), bounds);
+}
+
+/// Notes who is raised.
+struct Raised : QObject {
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::ZOrderChange) names.push_back(watched->objectName());
+    return false;
+  }
+  std::vector<QString> names;
+};
+
+TEST(TopLevel, WhatStandsOverItComesAlongToTheForeground) {
+  QWidget widget;
+  QDialog question(&widget), list(&widget), file(&list), hidden(&widget);
+  Raised raised;
+  for (const auto& [dialog, name] :
+       {std::pair(&question, "questionBox"), {&list, "list"}, {&file, "file"}, {&hidden, "hidden"}}) {
+    dialog->setObjectName(name);
+    if (dialog != &hidden) dialog->show();
+    dialog->installEventFilter(&raised);
+  }
+  TopLevel(widget).BringToForeground();
+  EXPECT_THAT(raised.names, ElementsAre("list", "file", "questionBox"));
 }
 
 TEST(SizeGrips, KeepTheOtherEdgesAndTheSmallestSize) {

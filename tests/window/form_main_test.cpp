@@ -109,6 +109,10 @@ TEST_F(FormMainTest, EscapeCancelsADrawingUnlessItClosesAHelpFirst) {
   QTest::keyClick(&window_, Qt::Key_F6);
   EXPECT_EQ(cancels(), 1u) << "it leaves the window's controls";
   EXPECT_EQ(cancels(), 2u);
+  QTest::keyClick(&window_, Qt::Key_F10);
+  ASSERT_TRUE(QApplication::activePopupWidget());
+  QApplication::activePopupWidget()->close();
+  EXPECT_EQ(cancels(), 3u) << "the menu is no control to leave";
 }
 
 TEST_F(FormMainTest, APickerShowsItsValueShortAndLoadsWhatIsTyped) {
