@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 
 #include "map/projection.h"
@@ -10,8 +11,10 @@ namespace pallomir {
 DataFeed::Host Client::FeedHost() {
   DataFeed::Host host;
   host.window = [this] {
+    // West of Greenwich the last hours of local time lie in a year that no date can name.
+    const auto utc = [this](Millis local) { return std::min(localClock_.ToUtc(local), LastMoment()); };
     const TimeWindow& window = pickers_.Window();
-    return DataFeed::UtcSpan{localClock_.ToUtc(window.start), localClock_.ToUtc(window.end)};
+    return DataFeed::UtcSpan{utc(window.start), utc(window.end)};
   };
   host.isDrawing = [this] { return map_.IsRebuilding(); };
   host.hasUndrawnPoints = [this] { return map_.HasUndrawnPoints(); };

@@ -427,6 +427,10 @@ TEST_F(ClientTest, AWindowThatWasEditedIsAskedForWhenTheButtonIsPressed) {
   EXPECT_TRUE(probe.closed) << "it has done its work";
   EXPECT_THAT(data.sent, ElementsAre("0123456789AB~2026-11-22 08:00:00~2026-11-23 08:00:00~~",
                                      "0123456789AB~2026-11-22 08:00:00~2026-11-24 08:00:00~~"));
+  client->Pickers().Changed(1, ToMillis({9999, 12, 31, 19, 0, 0}));
+  client->Pickers().ReloadClicked();
+  Connect();
+  EXPECT_THAT(data.sent.back(), testing::EndsWith("~9999-12-31 23:59:59~~")) << "the last there is";
 }
 
 TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementLater) {
