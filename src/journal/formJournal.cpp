@@ -64,7 +64,6 @@ formJournal::formJournal(QWidget* owner, JournalList& list, const JournalView::C
   lblCount_->setObjectName("lblCount");
   lblCount_->setTextFormat(Qt::PlainText);
   RestorePlace(choices.place);
-  list_.Refresh();
   ShowList();
   if (rows_->rowCount() > 0) table_->setCurrentIndex(rows_->index(0, 0));
   table_->setFocus();
@@ -183,6 +182,7 @@ void formJournal::FillFilters() {
 void formJournal::ChooseFilter() {
   if (isFilling_) return;
   note_.clear();
+  table_->selectionModel()->clear();  // in the next list its row is another entry's
   list_.SetFilter({cboUnit_->currentData().toString().toStdString(),
                    cboZone_->currentData().toString().toStdString(), chkAlerts_->isChecked()});
   ShowList();

@@ -34,7 +34,7 @@ void Journal::SetZones(const ZoneTree& zones) {
   paths_.clear();
   for (ZoneOrdinal zone = 0; zone < zones.Count(); ++zone) paths_.push_back(ZonePathText(zones, zone));
   pathsInUse_ = {paths_.begin(), paths_.end()};
-  workTimer_->SetEnabled(finder_.HasWork());
+  workTimer_->SetEnabled(IsWorking());
 }
 
 void Journal::OnReload() {
@@ -51,10 +51,12 @@ void Journal::OnBatch(const MergedBatch& batch) {
 void Journal::Close() { workTimer_->SetEnabled(false); }
 
 void Journal::OnTick() {
+  const bool hadBatchAlert = hasBatchAlert_;
   Work(kPartMilliseconds);
+  if (hasBatchAlert_ && !hadBatchAlert) host_.foundLate();
   if (toAcknowledge_.empty()) return;
   if (!store_.AcknowledgeSome(toAcknowledge_.back(), clock_.NowUtc())) toAcknowledge_.pop_back();
-  workTimer_->SetEnabled(finder_.HasWork() || !toAcknowledge_.empty());
+  workTimer_->SetEnabled(IsWorking());
   host_.changed();
 }
 
@@ -65,7 +67,7 @@ void Journal::Work(int milliseconds) {
     if (!found) break;
     Note(*found);
   } while (std::chrono::steady_clock::now() < end);
-  workTimer_->SetEnabled(finder_.HasWork() || !toAcknowledge_.empty());
+  workTimer_->SetEnabled(IsWorking());
   if (std::exchange(hasChanged_, false)) host_.changed();
 }
 

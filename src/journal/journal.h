@@ -24,6 +24,8 @@ class Journal {
     std::function<void()> changed;  ///< there are other entries, or other alerts are acknowledged
     /// An alert that has just happened, as time goes for the units.
     std::function<void(const JournalEntry&)> alerted;
+    /// The last batch holds an alert after all: none had been found yet when `OnBatch` returned.
+    std::function<void()> foundLate = [] {};
   };
 
   /// All arguments outlive the journal. `units` are those of the points.
@@ -38,9 +40,7 @@ class Journal {
 
   /// Whether the last batch held an alert, as far as it has been looked at.
   bool HasBatchAlert() const { return hasBatchAlert_; }
-  bool IsWorking() const { return finder_.HasWork(); }
-
-  JournalStore& Store() { return store_; }
+  bool IsWorking() const { return finder_.HasWork() || !toAcknowledge_.empty(); }
 
   // What the user does.
   void Acknowledge(std::vector<std::int64_t> ids);

@@ -62,10 +62,11 @@ void JournalExport::Drop() {
 
 void JournalExport::WritePart() {
   const auto rows = store_.RowsBehind(filter_, last_ ? &*last_ : nullptr, kRowsInPart);
-  for (const JournalEntry& entry : rows) out_ << CsvLine(entry, clock_);
-  count_ += rows.size();
-  if (!rows.empty()) last_ = rows.back();
-  if (!out_ || rows.size() < kRowsInPart) Finish(out_.flush().good());
+  if (!rows) return Finish(false);
+  for (const JournalEntry& entry : *rows) out_ << CsvLine(entry, clock_);
+  count_ += rows->size();
+  if (!rows->empty()) last_ = rows->back();
+  if (!out_ || rows->size() < kRowsInPart) Finish(out_.flush().good());
 }
 
 void JournalExport::Finish(bool hasWorked) {

@@ -18,11 +18,6 @@ void JournalList::Refresh() {
   count_ = store_.Count(filter_);
 }
 
-void JournalList::SetFilter(const JournalFilter& filter) {
-  filter_ = filter;
-  Refresh();
-}
-
 const JournalEntry* JournalList::At(std::size_t row) {
   const std::size_t page = row / kPage;
   if (pages_.size() > kMostPages) pages_.clear();

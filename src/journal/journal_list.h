@@ -25,7 +25,7 @@ class JournalList {
   /// What was read is read anew.
   void Refresh();
   const JournalFilter& Filter() const { return filter_; }
-  void SetFilter(const JournalFilter& filter);
+  void SetFilter(const JournalFilter& filter) { filter_ = filter; }  ///< counts from the next Refresh on
   std::vector<JournalStore::Unit> Units() { return store_.Units(); }
   std::vector<std::string> Zones() { return store_.Zones(); }
   std::size_t OpenAlerts() { return store_.OpenAlerts(); }

@@ -64,8 +64,10 @@ class JournalStore {
   virtual std::vector<JournalEntry> Rows(const JournalFilter& filter, std::size_t offset,
                                          std::size_t count) = 0;
   /// Those behind this one; from the newest on where it is null. At a cost that does not grow on the way.
-  virtual std::vector<JournalEntry> RowsBehind(const JournalFilter& filter, const JournalEntry* last,
-                                               std::size_t count) = 0;
+  /// Nothing where they can't be read.
+  virtual std::optional<std::vector<JournalEntry>> RowsBehind(const JournalFilter& filter,
+                                                              const JournalEntry* last,
+                                                              std::size_t count) = 0;
 
   struct Unit {
     std::string id;

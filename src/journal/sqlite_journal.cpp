@@ -262,11 +262,12 @@ std::vector<JournalEntry> SqliteJournal::Rows(const JournalFilter& filter, std::
                          " ORDER BY utc DESC, id DESC LIMIT ?3 OFFSET ?4) ORDER BY utc DESC, id DESC");
   BindFilter(rows, filter);
   rows.Bind(3, static_cast<std::int64_t>(count)).Bind(4, static_cast<std::int64_t>(offset));
-  return ReadRows(rows);
+  return ReadRows(rows).value_or(std::vector<JournalEntry>());
 }
 
-std::vector<JournalEntry> SqliteJournal::RowsBehind(const JournalFilter& filter, const JournalEntry* last,
-                                                    std::size_t count) {
+std::optional<std::vector<JournalEntry>> SqliteJournal::RowsBehind(const JournalFilter& filter,
+                                                                   const JournalEntry* last,
+                                                                   std::size_t count) {
   constexpr Millis kEnd = std::numeric_limits<Millis>::max();
   auto rows = database_->Prepare(kRowColumns + Where(filter) +
                                  " AND (utc, id) < (?4, ?5) ORDER BY utc DESC, id DESC LIMIT ?3");
@@ -276,11 +277,11 @@ std::vector<JournalEntry> SqliteJournal::RowsBehind(const JournalFilter& filter,
   return ReadRows(rows);
 }
 
-std::vector<JournalEntry> SqliteJournal::ReadRows(SqliteStatement& rows) {
+std::optional<std::vector<JournalEntry>> SqliteJournal::ReadRows(SqliteStatement& rows) {
   std::vector<JournalEntry> read;
   while (rows.Step()) read.push_back(ReadRow(rows));
   Told(!rows.HasFailed());
-  return read;
+  return rows.HasFailed() ? std::nullopt : std::optional(std::move(read));
 }
 
 std::vector<JournalStore::Unit> SqliteJournal::Units() {

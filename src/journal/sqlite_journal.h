@@ -26,8 +26,8 @@ class SqliteJournal final : public JournalStore {
                                     std::span<const JournalEntry> entries) override;
   std::size_t Count(const JournalFilter& filter) override;
   std::vector<JournalEntry> Rows(const JournalFilter& filter, std::size_t offset, std::size_t count) override;
-  std::vector<JournalEntry> RowsBehind(const JournalFilter& filter, const JournalEntry* last,
-                                       std::size_t count) override;
+  std::optional<std::vector<JournalEntry>> RowsBehind(const JournalFilter& filter, const JournalEntry* last,
+                                                      std::size_t count) override;
   std::vector<Unit> Units() override;
   std::vector<std::string> Zones() override;
   std::size_t OpenAlerts() override { return openAlerts_; }
@@ -43,7 +43,7 @@ class SqliteJournal final : public JournalStore {
   bool RemoveOthers(std::int64_t unit, const JournalStretch& stretch, std::span<const JournalEntry> entries);
   std::vector<JournalEntry> Insert(std::int64_t unit, std::span<const JournalEntry> entries);
   bool DropOldest();
-  std::vector<JournalEntry> ReadRows(SqliteStatement& rows);
+  std::optional<std::vector<JournalEntry>> ReadRows(SqliteStatement& rows);
   void Told(bool hasWorked);
   std::string Where(const JournalFilter& filter) const;
   void BindFilter(SqliteStatement& statement, const JournalFilter& filter) const;

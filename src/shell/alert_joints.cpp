@@ -90,6 +90,10 @@ void AlertJoints::OnBatch(const MergedBatch& /*batch*/) {
   if (!choices_.zoneAlertsOnly.Value() || batchHoldsAlert()) signal_.Start();
 }
 
+void AlertJoints::OnFoundLate() {
+  if (choices_.zoneAlertsOnly.Value()) signal_.Start();
+}
+
 void AlertJoints::ShowSignal() { ShowAlertSignal(menus_, choices_.enabled.Value(), choices_.sound.Value()); }
 
 void AlertJoints::ShowMute() {

@@ -23,6 +23,8 @@ class AlertJoints final : public Joint {
   void Close() override;
   void OnLaidOut() override;
   void OnBatch(const MergedBatch& batch) override;
+  /// `batchHoldsAlert` gives true now, of a batch of which it did not.
+  void OnFoundLate();
 
  private:
   void HandleCommands(CommandHandlers& handlers);

@@ -39,6 +39,7 @@ Client::Client(const Ports& ports)
       pointTables_(Rooms()),
       alerts_(Rooms()) {
   alerts_.batchHoldsAlert = [this] { return journal_.HasBatchAlert(); };
+  journal_.foundLate = [this] { alerts_.OnFoundLate(); };
   frame_.laidOut = [this] { OnLaidOut(); };
   units_.displayedChanged = [this] { MapReload(); };
   BuildMenus(menus_);

@@ -36,6 +36,7 @@ void JournalJoints::Open() {
   Journal::Host host;
   host.changed = [this] { OnChanged(); };
   host.alerted = [this](const JournalEntry& entry) { Alert(entry); };
+  host.foundLate = [this] { foundLate(); };
   const FlickerLimits limits{choices_.flickerSeconds.Value() * kSecond,
                              static_cast<double>(choices_.flickerMeters.Value())};
   journal_ = std::make_unique<Journal>(store_, ports_.loop, ports_.clock, rooms_.localClock,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "journal/alert_notices.h"
@@ -18,6 +19,9 @@ namespace pallomir {
 class JournalJoints final : public Joint {
  public:
   JournalJoints(const JoinedRooms& rooms, ZoneJoints& zones);
+
+  /// The last batch held such an event after all: it was found after `OnBatch`.
+  std::function<void()> foundLate = [] {};
 
   /// Opens the file, the user's own or the demo's.
   void Open() override;

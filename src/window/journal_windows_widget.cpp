@@ -53,6 +53,7 @@ void JournalWindows::ShowOpenAlerts(std::size_t count, std::function<void()> cho
 
 void JournalWindows::CloseJournal() {
   delete fileDialog_;
+  if (formJournal_) formJournal_->hide();  // it tells its place
   delete formJournal_;
 }
 

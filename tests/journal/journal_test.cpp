@@ -38,6 +38,7 @@ struct JournalRoom : testing::Test {
     points.Reset(2);
     Journal::Host host;
     host.changed = [this] { ++changes; };
+    host.foundLate = [this] { ++foundLate; };
     host.alerted = [this](const JournalEntry& entry) {
       alerted.push_back(entry.unitName + ' ' + entry.zone);
     };
@@ -82,6 +83,7 @@ struct JournalRoom : testing::Test {
       EnumerateUnits({{true, "00000000000A", "Van A"}, {false, "X", "X"}, {true, "00000000000B", "Van B"}});
   SqliteJournal store;
   int changes = 0;
+  int foundLate = 0;
   std::vector<std::string> alerted;
   std::optional<Journal> journal;
 };
@@ -126,12 +128,14 @@ TEST_F(JournalRoom, ChangedZonesAreForWhatFollows) {
   EXPECT_THAT(All(), HasSubstr("Entered|Yard"));
 }
 
-// More points than are looked at in a blink: the rest follows when the window has nothing to do.
+// More points than are looked at in a blink: the rest follows when the window has nothing to do. Only the
+// last tenth comes near the zones.
 TEST_F(JournalRoom, ALoadIsWorkedOffInParts) {
   constexpr int kPoints = 1'000'000;
   std::vector<DataPoint> rows;
   for (int i = 0; i < kPoints; ++i) {
-    const double lng = i % 1000 < 500 ? -74.9 - 0.0002 * (i % 500) : -75 + 0.0002 * (i % 500);
+    const double east = i % 1000 < 500 ? 0.1 - 0.0002 * (i % 500) : 0.0002 * (i % 500);
+    const double lng = -75 + east + (i < kPoints * 9 / 10 ? 0.2 : 0);
     rows.push_back({*EncodePackedTime(kNoon - kPoints * kSecond + i * kSecond),
                     LngToWorldX(DegreesToPositionUnits(lng)), LatToWorldY(DegreesToPositionUnits(40.02)), 0});
   }
@@ -142,8 +146,10 @@ TEST_F(JournalRoom, ALoadIsWorkedOffInParts) {
   EXPECT_TRUE(journal->IsWorking());
   for (int ticks = 0; journal->IsWorking() && ticks < 100'000; ++ticks) loop.Advance(1);
   EXPECT_FALSE(journal->IsWorking());
-  EXPECT_EQ(store.Count({}), 6000u);
+  EXPECT_EQ(store.Count({}), 600u);
+  EXPECT_EQ(foundLate, 1);
   journal->AcknowledgeAll({});
+  journal->SetZones(Depot("Yard"));  // leaves it to be done
   loop.Advance(10);
   EXPECT_EQ(store.OpenAlerts(), 0u);
 }
@@ -170,6 +176,20 @@ TEST_F(JournalRoom, ItIsSavedAsCsvInParts) {
   saving.Start({}, file);
   saving.Drop();
   EXPECT_FALSE(std::filesystem::exists(file.string() + ".part"));
+}
+
+TEST_F(JournalRoom, ACsvFileOfWhichRowsCanNotBeReadIsNone) {
+  fakes::TemporaryFolder folder;
+  const auto file = folder.Path() / "journal.csv", kept = folder.Path() / "Journal.db";
+  SqliteJournal torn;
+  ASSERT_EQ(torn.Open(kept), "");
+  std::string told;
+  JournalExport saving(torn, local, loop, [&](const std::string& text) { told = text; });
+  saving.Start({}, file);
+  ASSERT_TRUE(SqliteDatabase(kept.string()).Execute("DROP TABLE entries"));
+  loop.Advance(1);
+  EXPECT_THAT(told, HasSubstr("could not be saved"));
+  EXPECT_FALSE(std::filesystem::exists(file));
 }
 
 TEST(AlertNotices, OneForAUnitAndZoneInHalfAMinute) {

@@ -12,6 +12,8 @@
 #include "fakes/fake_system.h"
 #include "journal/formJournal.h"
 #include "journal/sqlite_journal.h"
+#include "window/formMain.h"
+#include "window/journal_windows_widget.h"
 
 namespace pallomir {
 namespace {
@@ -113,6 +115,8 @@ TEST_F(JournalWindowTest, FiltersAndWhatComesMeanwhile) {
   auto* unit = Find<QComboBox>("cboUnit");
   auto* zone = Find<QComboBox>("cboZone");
   EXPECT_EQ(unit->count(), 3);
+  unit->setCurrentText("Van B");
+  EXPECT_FALSE(Table()->selectionModel()->hasSelection()) << "the entry that was chosen is not there";
   unit->setCurrentText("Van A");
   EXPECT_EQ(Table()->model()->rowCount(), 3);
   zone->setCurrentText("Yard");
@@ -136,6 +140,14 @@ TEST_F(JournalWindowTest, ItsPlaceIsToldAndOneThatIsNowhereForgotten) {
   form_->move(50, 60);
   form_->close();
   EXPECT_EQ(place_, "50,60,800,300");
+  formMain main(new QWidget);
+  JournalWindows windows(main);
+  JournalView::Actions actions;
+  actions.moved = [this](const std::string& place) { place_ = place; };
+  windows.ShowJournal(list_, {"30,40,800,300", true}, std::move(actions));
+  main.findChild<QWidget*>("formJournal")->move(70, 80);
+  windows.CloseJournal();
+  EXPECT_EQ(place_, "70,80,800,300") << "also where it has just been moved";
   for (const char* place : {"", "x", "90000,0,500,300", "0,0,1,1"}) {
     formJournal other(&owner_, list_, {place, false}, {});
     EXPECT_GE(other.width(), 500) << place;

@@ -94,8 +94,9 @@ TEST(SqliteJournal, FiltersCountAndPage) {
   };
   for (const auto& [filter, rows, count] : cases) {
     EXPECT_EQ(kept.All(filter), rows);
-    const auto first = kept.journal.RowsBehind(filter, nullptr, 1);
-    EXPECT_EQ(Text(first) + (first.empty() ? "" : Text(kept.journal.RowsBehind(filter, &first[0], 9))), rows);
+    const auto first = kept.journal.RowsBehind(filter, nullptr, 1).value();
+    EXPECT_EQ(Text(first) + (first.empty() ? "" : Text(*kept.journal.RowsBehind(filter, &first[0], 9))),
+              rows);
     EXPECT_EQ(kept.journal.Count(filter), count) << rows;
   }
   EXPECT_EQ(Text(kept.journal.Rows({}, 1, 2)), "Van A out bay 12 (10); Van B out yard 9! (5); ");
