@@ -5,6 +5,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -22,7 +23,7 @@ constexpr milliseconds kPatienceAtEnd{80};
 
 }  // namespace
 
-struct WorkerSoundPlayer::Desk {
+struct WorkerSoundPlayer::Desk : std::enable_shared_from_this<Desk> {
   struct Job {
     std::filesystem::path file;
     int number = 0;
@@ -33,7 +34,7 @@ struct WorkerSoundPlayer::Desk {
       : device(std::move(pcm)), post(std::move(poster)) {}
 
   // The thread.
-  void Run(std::shared_ptr<Desk> self);
+  void Run();
   std::optional<Job> NextJob();
   std::string Play(const Job& job);
   std::string Feed(WaveStream& sound);
@@ -44,6 +45,7 @@ struct WorkerSoundPlayer::Desk {
   void Finish(const std::string& why);
 
   // Either thread, with the mutex held.
+  void TellFailure(const std::string& why);
   void TellEnd(std::optional<Job>& job);
   void EndAll();
 
@@ -58,16 +60,14 @@ struct WorkerSoundPlayer::Desk {
   std::unique_ptr<PcmDevice> device;  // the thread's
   std::function<void(std::function<void()>)> post;
   WorkerSoundPlayer* player = nullptr;  // the event loop's
-  std::weak_ptr<Desk> self;
 };
 
-void WorkerSoundPlayer::Desk::Run(std::shared_ptr<Desk> own) {
+void WorkerSoundPlayer::Desk::Run() {
   while (const auto job = NextJob()) Finish(Play(*job));
   device->Close();
   const std::lock_guard lock(mutex);
   hasRun = true;
   changed.notify_all();
-  (void)own;  // keeps this alive where the player has not waited
 }
 
 std::optional<WorkerSoundPlayer::Desk::Job> WorkerSoundPlayer::Desk::NextJob() {
@@ -129,17 +129,19 @@ bool WorkerSoundPlayer::Desk::Pause(milliseconds time) {
 
 void WorkerSoundPlayer::Desk::Finish(const std::string& why) {
   const std::lock_guard lock(mutex);
-  if (!why.empty() && !isToEnd && !isOver) {
-    post([desk = self.lock(), why] {
-      if (desk->player && desk->player->failed) desk->player->failed(why);
-    });
-  }
+  if (!why.empty() && !isToEnd && !isOver) TellFailure(why);
   TellEnd(current);
+}
+
+void WorkerSoundPlayer::Desk::TellFailure(const std::string& why) {
+  post([desk = shared_from_this(), why] {
+    if (desk->player && desk->player->failed) desk->player->failed(why);
+  });
 }
 
 void WorkerSoundPlayer::Desk::TellEnd(std::optional<Job>& job) {
   if (const auto gone = std::exchange(job, {}); gone && gone->hasNotice && !isOver) {
-    post([desk = self.lock(), number = gone->number] {
+    post([desk = shared_from_this(), number = gone->number] {
       if (desk->player && desk->player->ended) desk->player->ended(number);
     });
   }
@@ -155,7 +157,6 @@ void WorkerSoundPlayer::Desk::EndAll() {
 WorkerSoundPlayer::WorkerSoundPlayer(std::unique_ptr<PcmDevice> device,
                                      std::function<void(std::function<void()>)> post)
     : desk_(std::make_shared<Desk>(std::move(device), std::move(post))) {
-  desk_->self = desk_;
   desk_->player = this;
 }
 
@@ -183,7 +184,14 @@ void WorkerSoundPlayer::Play(int number, bool withNotice) {
   desk_->EndAll();
   desk_->next = Desk::Job{file_, number, withNotice};
   desk_->changed.notify_all();
-  if (!thread_.joinable()) thread_ = std::thread([desk = desk_] { desk->Run(desk); });
+  if (thread_.joinable()) return;
+  try {
+    // It keeps the desk alive where the player has not waited for it.
+    thread_ = std::thread([desk = desk_] { desk->Run(); });
+  } catch (const std::system_error& error) {
+    desk_->TellFailure(error.what());
+    desk_->EndAll();
+  }
 }
 
 void WorkerSoundPlayer::Stop() {
