@@ -94,11 +94,13 @@ void ZoneTransfer::Write(const std::filesystem::path& file, ZoneFormat format) {
   if (progress_) return;
   const auto error = std::make_shared<std::error_code>();
   const auto zones = std::make_shared<const ZoneTree>(zones_.Tree());
+  // One that was cancelled may still be at its file.
+  const std::string suffix = ".new" + std::to_string(++exports_);
   Begin(
       "Zones are exported to " + file.string(),
-      [file, format, zones, error](WorkProgress& progress) {
+      [file, format, zones, error, suffix](WorkProgress& progress) {
         const std::string text = ExportZones(*zones, format);
-        if (!progress.isCancelled) *error = ReplaceFile(file, text);
+        if (!progress.isCancelled) *error = ReplaceFile(file, text, suffix);
       },
       [this, file, zones, error] {
         if (*error) return Fail("The zones could not be exported: " + error->message() + ".");

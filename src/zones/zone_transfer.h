@@ -49,6 +49,7 @@ class ZoneTransfer {
   std::string what_;
   std::function<void()> cancelled_;
   std::unique_ptr<Timer> look_;
+  int exports_ = 0;  // begun
 };
 
 }  // namespace pallomir

@@ -218,7 +218,9 @@ std::shared_ptr<PendingZones> Zones::BeginImport(const ZoneTree& zones, bool rep
   if (!MayChange()) return nullptr;
   isImporting_ = true;
   host_.changed();
-  return store_.Begin(replace ? zones : WithZonesAppended(Tree(), zones), ".import");
+  // One that was cancelled may still be at its file.
+  return store_.Begin(replace ? zones : WithZonesAppended(Tree(), zones),
+                      ".import" + std::to_string(++imports_));
 }
 
 void Zones::EndImport(PendingZones& pending) {

@@ -141,6 +141,7 @@ class Zones {
   ZonePopupEntries popup_;
   bool isPageThere_ = false;
   bool isImporting_ = false;
+  int imports_ = 0;  // begun
 };
 
 }  // namespace pallomir
