@@ -35,7 +35,8 @@ std::string EncodeHotspots(const std::vector<std::string>& ssids);
 std::vector<SecureHotspot> ParseSecureHotspots(std::string_view stored);
 std::string EncodeSecureHotspots(const std::vector<SecureHotspot>& hotspots);
 
-/// What stands beside the name of a secure network: protocol, "~" and key. Without a "~" it is all protocol.
+/// What stands beside the name of a secure network: protocol, "~" and key. A text without a "~" is all
+/// protocol; once the list is changed it is stored with one.
 std::string ProtocolAndKey(const SecureHotspot& hotspot);
 SecureHotspot SecureHotspotOf(std::string ssid, std::string_view protocolAndKey);
 
