@@ -15,7 +15,7 @@ class FakeJournalView : public JournalView {
     choices = now;
     actions = std::move(toDo);
   }
-  void RefreshJournal() override { ++refreshes; }
+  void RefreshJournal() override {}
   void ShowJournalNote(const std::string& text) override { note = text; }
   void AskCsvFile(std::function<void(const std::filesystem::path&)> then) override { fileChosen = then; }
   void ShowOpenAlerts(std::size_t count, std::function<void()> chosen) override {
@@ -27,7 +27,6 @@ class FakeJournalView : public JournalView {
   JournalList* list = nullptr;  // while the window is open
   Choices choices;
   Actions actions;
-  int refreshes = 0;
   std::string note;
   std::function<void(const std::filesystem::path&)> fileChosen;
   std::optional<std::size_t> openAlerts;

@@ -51,11 +51,9 @@ class FakeView : public FrameView,
   void PointAtTimeline(int row, int column) override { pointedAt = {row, column}; }
   void ShowWindowMode(WindowMode shown) override { mode = shown; }
   void EditUnits(const std::vector<MobileUnit>& units) override { editedUnits = units; }
-  void ShowUnitFlags(const std::vector<MobileUnit>& units) override { unitFlags = units; }
-  void EditHotspots(const std::vector<std::string>& ssids) override { editedHotspots = ssids; }
-  void EditSecureHotspots(const std::vector<SecureHotspot>& hotspots) override {
-    editedSecureHotspots = hotspots;
-  }
+  void ShowUnitFlags(const std::vector<MobileUnit>&) override {}
+  void EditHotspots(const std::vector<std::string>&) override {}
+  void EditSecureHotspots(const std::vector<SecureHotspot>&) override {}
   void ShowAbout() override {}
   void ShowPointMarker(ViewPoint at) override { marker = at; }
   void ShowPointInfos(const std::vector<std::string>& texts) override { pointInfos = texts; }
@@ -70,7 +68,7 @@ class FakeView : public FrameView,
   void MovePointerToReloadButton() override { ++pointerMoves; }
   void ReturnFocus() override { ++focusReturns; }
   void PopUpMenu(MenuPlace place) override { popups.push_back(place); }
-  void CloseWindows() override { windowsClosed = true; }
+  void CloseWindows() override {}
   void EndApplication(int code) override { exitCode = code; }
 
   struct Picker {
@@ -90,9 +88,6 @@ class FakeView : public FrameView,
   bool mapUpdating = false;
   WindowMode mode = WindowMode::kNormal;
   std::optional<std::vector<MobileUnit>> editedUnits;
-  std::vector<MobileUnit> unitFlags;
-  std::optional<std::vector<std::string>> editedHotspots;
-  std::optional<std::vector<SecureHotspot>> editedSecureHotspots;
   std::optional<ViewPoint> marker;
   std::vector<std::string> pointInfos;
   int capturePolls = 0;
@@ -107,7 +102,6 @@ class FakeView : public FrameView,
   int pointerMoves = 0;
   int focusReturns = 0;
   std::vector<MenuPlace> popups;
-  bool windowsClosed = false;
   std::optional<int> exitCode;
 };
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "fakes/client_harness.h"
 
@@ -13,6 +12,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
+using testing::StartsWith;
 
 inline constexpr char kTwoUnits[] = "X0123456789ABFirst~-0123456789ACSecond~";
 inline constexpr char kFirstUnit[] = "0123456789AB";

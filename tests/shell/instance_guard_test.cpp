@@ -1,7 +1,6 @@
 #include "shell/instance_guard.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "fakes/fake_system.h"
 
