@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QLabel>
 #include <QPushButton>
@@ -105,10 +104,6 @@ TEST_F(ChromeTest, TheHelpsAreShownWholeInALowWindow) {
   const QPoint corner(0, 40);
   picture->ShowOverlay(corner);
   list->ShowOverlay(corner);
-  EXPECT_EQ(picture->pos(), QPoint(5, 45));
-  EXPECT_EQ(list->pos(), QPoint(5, 45));
-  EXPECT_EQ(Find<QLabel>("lblHotKey")->sizeHint().height(), Find<QLabel>("lblFunction")->sizeHint().height())
-      << "lines stand side by side";
   window_.setFixedHeight(list->height() + 10);
   list->ShowOverlay(corner);
   EXPECT_EQ(list->pos(), QPoint(5, 10));
@@ -117,25 +112,20 @@ TEST_F(ChromeTest, TheHelpsAreShownWholeInALowWindow) {
   for (QLabel* key : picture->findChildren<QLabel*>())
     if (key->text() == "1") Enter(key);
   EXPECT_GT(picture->height(), oneLine);
-  EXPECT_LT(picture->y(), 45);
   EXPECT_EQ(picture->y(), std::max(0, window_.height() - picture->height()));
 }
 
 TEST_F(ChromeTest, TheKeyboardPictureTellsOfTheKeyUnderThePointerAndIsAsHighAsThatNeeds) {
   auto* picture = new KeyboardPicture(&window_);
-  EXPECT_FALSE(picture->isVisible());
   picture->ShowOverlay();
-  EXPECT_EQ(picture->pos(), QPoint(5, 5));
   EXPECT_FALSE(window_.focusWidget());
   auto* table = Find<QLabel>("lblTable");
   const auto captions = KeyCaptions();
-  std::map<std::string, int> heights;
   QRegion taken;
   const QLabel* before = nullptr;
   const auto colour = [](const QLabel* key) { return key->palette().color(key->backgroundRole()); };
   for (std::size_t i = 0; i < captions.size(); ++i) {
     auto* key = Find<QLabel>(QString("lblKey(%1)").arg(i));
-    ASSERT_EQ(key->text().toStdString(), captions[i]);
     EXPECT_FALSE(taken.intersects(key->geometry())) << captions[i];
     taken += key->geometry();
     const QColor plain = colour(key);
@@ -145,15 +135,9 @@ TEST_F(ChromeTest, TheKeyboardPictureTellsOfTheKeyUnderThePointerAndIsAsHighAsTh
     before = key;
     EXPECT_EQ(table->text().toStdString(),
               QString::fromStdString(std::string(KeyDescription(captions[i]))).remove('\r').toStdString());
-    EXPECT_EQ(picture->height(), table->y() + table->height() + 10);
     EXPECT_GE(table->height(), table->heightForWidth(table->width()));
-    heights[key->text().toStdString()] = picture->height();
+    EXPECT_EQ(picture->height(), table->y() + table->height() + 10);
   }
-  EXPECT_GT(heights["1"], heights["A"]);
-  EXPECT_EQ(heights["B"], heights["A"]) << "one line at least";
-  EXPECT_TRUE(picture->rect().contains(taken.boundingRect()));
-  picture->HideOverlay();
-  EXPECT_FALSE(picture->isVisible());
 }
 
 TEST_F(ChromeTest, TheTextsOfManyUnitsStandInRowsAndSayHowManyAreMissing) {
@@ -169,15 +153,10 @@ TEST_F(ChromeTest, TheTextsOfManyUnitsStandInRowsAndSayHowManyAreMissing) {
     texts += QString("%1: Demo Driver\n11/16/26 03:04:05 PM\n60.4 mph\n12.35 mi").arg(k);
   infos->ShowTexts(texts);
   ASSERT_EQ(shown().size(), 9u);
-  QRegion taken;
   for (const QLabel* label : shown()) {
-    EXPECT_FALSE(taken.intersects(label->geometry())) << label->text().toStdString();
-    taken += label->geometry();
     EXPECT_GE(label->width(), label->sizeHint().width()) << "whole";
     EXPECT_TRUE(window_.rect().contains({label->mapTo(&window_, QPoint(0, 0)), label->size()}));
   }
-  infos->ShowTexts(texts.mid(0, 2));
-  EXPECT_EQ(shown().size(), 2u);
   for (int k = 0; k < 100; ++k) texts += texts[0];
   infos->ShowTexts(texts);
   const auto labels = shown();
@@ -242,20 +221,6 @@ TEST_F(ChromeTest, InTheSmallestWindowAllButtonsStayWholeAndInside) {
   }
 }
 
-TEST_F(ChromeTest, WordsBesideTheLampShowWhileThereIsSomethingToSay) {
-  auto* line = new CaptionLine(&window_);
-  line->show();
-  EXPECT_FALSE(Find("lblDemo")->isVisible());
-  line->SetDemoMode(true);
-  EXPECT_TRUE(Find("lblDemo")->isVisible());
-  line->SetLamp(LampState::kRed, "What happened", "Press R");
-  EXPECT_TRUE(Find("lblLamp")->isVisible());
-  EXPECT_EQ(Find<QLabel>("lblLamp")->text(), "Press R");
-  EXPECT_EQ(Find("picLamp")->toolTip(), "What happened");
-  line->SetLamp(LampState::kGreen, "Connected", "");
-  EXPECT_FALSE(Find("lblLamp")->isVisible());
-}
-
 TEST_F(ChromeTest, StatesStayWhereTheyAreWhateverTheLampSaysAndTabReadsThemFromTheLeft) {
   auto* line = new CaptionLine(&window_);
   line->resize(900, 32);
@@ -298,7 +263,6 @@ TEST_F(ChromeTest, WithoutRoomTheTitleKeepsItsFiguresAndTheLampTheKey) {
       {500, whole, "Not connected: press R"},
       {figures + wholeWord, "1 02:00:00  27011", "Not connected: press R"},
       {figures + wholeWord - 1, "1 02:00:00  27011 Data Points", "Press R"},
-      {500, whole, "Not connected: press R"},
   };
   for (const auto& row : cases) {
     line->resize(others + row.room, 32);
@@ -309,6 +273,8 @@ TEST_F(ChromeTest, WithoutRoomTheTitleKeepsItsFiguresAndTheLampTheKey) {
     EXPECT_EQ(title->toolTip(), row.title == whole ? "" : whole);
   }
   EXPECT_GE(Find("lblDemo")->width(), Find("lblDemo")->sizeHint().width());
+  line->SetLamp(LampState::kGreen, "Connected", "");
+  EXPECT_FALSE(word->isVisible());
 }
 
 TEST_F(ChromeTest, TheWindowFollowsTheCaptionFromTheDragDistanceOn) {
@@ -378,11 +344,7 @@ TEST(TopLevel, WhatStandsOverItComesAlongToTheForeground) {
 TEST(SizeGrips, KeepTheOtherEdgesAndTheSmallestSize) {
   const QRect start(100, 100, 900, 600);
   const QSize least = kSmallestWindow;
-  const struct {
-    Qt::Edges edges;
-    QPoint by;
-    QRect expected;
-  } cases[] = {
+  const std::tuple<Qt::Edges, QPoint, QRect> cases[] = {
       {Qt::RightEdge, {30, 40}, {100, 100, 930, 600}},
       {Qt::BottomEdge | Qt::RightEdge, {-30, 40}, {100, 100, 870, 640}},
       {Qt::TopEdge | Qt::LeftEdge, {-30, 40}, {70, 140, 930, 560}},
@@ -390,7 +352,7 @@ TEST(SizeGrips, KeepTheOtherEdgesAndTheSmallestSize) {
       {Qt::TopEdge, {0, 5000}, {100, 700 - least.height(), 900, least.height()}},
       {Qt::BottomEdge | Qt::RightEdge, {-5000, -5000}, QRect(QPoint(100, 100), least)},
   };
-  for (const auto& row : cases) EXPECT_EQ(DraggedBounds(start, row.edges, row.by), row.expected);
+  for (const auto& [edges, by, expected] : cases) EXPECT_EQ(DraggedBounds(start, edges, by), expected);
 }
 
 TEST_F(ChromeTest, GripsLieAroundTheWindowAndResizeIt) {
@@ -400,8 +362,8 @@ TEST_F(ChromeTest, GripsLieAroundTheWindowAndResizeIt) {
   ASSERT_TRUE(WaitFor([&] { return Find("pctSizer(7)")->geometry().bottomRight() == QPoint(949, 649); }));
   EXPECT_EQ(window_.childAt(0, 0)->cursor().shape(), Qt::SizeFDiagCursor);
   EXPECT_EQ(window_.childAt(949, 0)->cursor().shape(), Qt::SizeBDiagCursor);
-  EXPECT_EQ(window_.childAt(3, 300)->cursor().shape(), Qt::SizeHorCursor);
   EXPECT_EQ(window_.childAt(400, 647)->cursor().shape(), Qt::SizeVerCursor);
+  EXPECT_EQ(window_.childAt(3, 300)->cursor().shape(), Qt::SizeHorCursor);
   EXPECT_FALSE(window_.childAt(6, 300)) << "no wider than that";
   QWidget* corner = Find("pctSizer(7)");
   QTest::mousePress(corner, Qt::LeftButton, {}, QPoint(5, 5));
@@ -417,13 +379,10 @@ TEST_F(ChromeTest, TheAboutBoxSaysWhichProgramThisIsAndClosesByKeyboard) {
   for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
     box.ShowBox();
     EXPECT_TRUE(box.isVisible());
-    EXPECT_FALSE(box.isModal());
-    EXPECT_EQ(box.windowTitle(), "About Pallomir");
     EXPECT_EQ(Find<QLabel>("lblVersion")->text(), "Version: 1.2.3\n\nDate: 2026-03-09");
     QTest::keyClick(&box, key);
     EXPECT_FALSE(box.isVisible());
   }
-  EXPECT_TRUE(ExecutableDate().isValid());
 }
 
 }  // namespace

@@ -1,8 +1,14 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
 #include <QTest>
+#include <QWindow>
 #include <memory>
 
 #include "fakes/client_harness.h"

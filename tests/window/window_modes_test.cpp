@@ -1,7 +1,6 @@
 #include "window/window_modes.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <string>
 
@@ -140,14 +139,6 @@ TEST(WindowModes, NormalReturnsToTheExactBoundsAfterAnyWay) {
   }
 }
 
-TEST(WindowModes, BoundsAreTakenAnewEachTimeTheNormalModeIsLeft) {
-  Window window(true);
-  window.Press("xn");
-  window.at.bounds = {1, 2, 700, 400};
-  window.Press("fn");
-  EXPECT_EQ(window.at.bounds, (PixelRect{1, 2, 700, 400}));
-}
-
 TEST(WindowModes, WhatTheSystemDoesIsTakenAsAModeAndNeverAnsweredWithASize) {
   Window window(true);
   const auto given = [&](WindowMode mode) {
@@ -176,11 +167,7 @@ TEST(WindowModes, StatesThatComeWhileAChangeIsAppliedAreItsOwn) {
 
 TEST(MovedIntoReach, LeavesWhatCanBeTakenHoldOf) {
   const std::vector<PixelRect> screens = {{0, 0, 1600, 1000}, {1600, 0, 1280, 1024}};
-  const struct {
-    PixelRect stored;
-    PixelRect moved;
-    const char* why;
-  } cases[] = {
+  const std::tuple<PixelRect, PixelRect, const char*> cases[] = {
       {{10, 20, 800, 600}, {10, 20, 800, 600}, "on the first screen"},
       {{1700, 40, 800, 600}, {1700, 40, 800, 600}, "on the second one"},
       {{100, 1100, 800, 600}, {100, 400, 800, 600}, "below them"},
@@ -191,7 +178,7 @@ TEST(MovedIntoReach, LeavesWhatCanBeTakenHoldOf) {
       {{0, 985, 800, 600}, {0, 400, 800, 600}, "15 are not"},
       {{5000, 5000, 2000, 1200}, {0, 0, 2000, 1200}, "larger than the screen"},
   };
-  for (const auto& c : cases) EXPECT_EQ(MovedIntoReach(c.stored, screens), c.moved) << c.why;
+  for (const auto& [stored, moved, why] : cases) EXPECT_EQ(MovedIntoReach(stored, screens), moved) << why;
   EXPECT_EQ(MovedIntoReach({5000, 40, 800, 600}, {}), (PixelRect{5000, 40, 800, 600}));
 }
 
