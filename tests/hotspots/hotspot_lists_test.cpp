@@ -1,7 +1,6 @@
 #include "hotspots/hotspot_lists.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "settings/choice_table.h"
 
@@ -11,10 +10,7 @@ namespace {
 using testing::ElementsAre;
 
 TEST(HotspotLists, ReadWhatStandsBeforeTheFirstFault) {
-  const struct {
-    const char* stored;
-    std::vector<std::string> ssids;
-  } cases[] = {
+  const std::pair<const char*, std::vector<std::string>> cases[] = {
       {"", {}},
       {choice::kHotspots.initial.data(), {"default", "wireless", "linksys", "netgear"}},
       {"09Caf\u00E9 \u2615", {"Caf\u00E9 \u2615"}},
@@ -26,14 +22,11 @@ TEST(HotspotLists, ReadWhatStandsBeforeTheFirstFault) {
       {"04home05work", {"home"}},
       {"04home0", {"home"}},
   };
-  for (const auto& row : cases) EXPECT_EQ(ParseHotspots(row.stored), row.ssids) << row.stored;
+  for (const auto& [stored, ssids] : cases) EXPECT_EQ(ParseHotspots(stored), ssids) << stored;
 }
 
 TEST(HotspotLists, ReadSecureEntriesOfTwoParts) {
-  const struct {
-    const char* stored;
-    std::vector<SecureHotspot> hotspots;
-  } cases[] = {
+  const std::pair<const char*, std::vector<SecureHotspot>> cases[] = {
       {"04home08WPA2~abc", {{"home", "WPA2", "abc"}}},
       {"04home04WEP~03car07WPA~a~b", {{"home", "WEP", ""}, {"car", "WPA", "a~b"}}},
       {"04home05WPA2~", {{"home", "WPA2", ""}}},
@@ -42,7 +35,7 @@ TEST(HotspotLists, ReadSecureEntriesOfTwoParts) {
       {"04home08WPA2~abc03car", {{"home", "WPA2", "abc"}}},
       {"04home08WPA2~abc03car09WPA2~abc", {{"home", "WPA2", "abc"}}},
   };
-  for (const auto& row : cases) EXPECT_EQ(ParseSecureHotspots(row.stored), row.hotspots) << row.stored;
+  for (const auto& [stored, hotspots] : cases) EXPECT_EQ(ParseSecureHotspots(stored), hotspots) << stored;
 }
 
 TEST(HotspotLists, WhatIsWrittenIsReadBack) {

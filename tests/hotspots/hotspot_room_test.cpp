@@ -1,7 +1,6 @@
 #include "hotspots/hotspot_room.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "fakes/fake_system.h"
 #include "fakes/fake_view.h"
@@ -44,30 +43,18 @@ TEST_F(HotspotRoomTest, ADamagedListStaysAsItIsUntilItIsEdited) {
 }
 
 TEST_F(HotspotRoomTest, TheModeIsSwitchedThereAndBack) {
-  const struct {
-    const char* stored;
-    bool toggle;
-    const char* now;
-  } cases[] = {{"Permitted", false, "Permitted"},
-               {"Prohibited", false, "Prohibited"},
-               {"Permitted", true, "Prohibited"},
-               {"Prohibited", true, "Permitted"},
-               {"Nonsense", false, "Permitted"}};
-  for (const auto& c : cases) {
-    settings_.values["SSID_List_Mode"] = c.stored;
+  const std::tuple<const char*, bool, const char*> cases[] = {{"Permitted", false, "Permitted"},
+                                                              {"Prohibited", false, "Prohibited"},
+                                                              {"Permitted", true, "Prohibited"},
+                                                              {"Prohibited", true, "Permitted"},
+                                                              {"Nonsense", false, "Permitted"}};
+  for (const auto& [stored, toggle, now] : cases) {
+    settings_.values["SSID_List_Mode"] = stored;
     choices_.hotspots.mode.Read();
-    room_.HotSpotsChange(c.toggle);
-    EXPECT_EQ(settings_.saved["SSID_List_Mode"], c.now) << c.stored;
-    EXPECT_EQ(room_.IsProhibited(), std::string(c.now) == "Prohibited");
+    room_.HotSpotsChange(toggle);
+    EXPECT_EQ(settings_.saved["SSID_List_Mode"], now) << stored;
+    EXPECT_EQ(room_.IsProhibited(), std::string(now) == "Prohibited");
   }
-}
-
-TEST_F(HotspotRoomTest, NothingIsStoredAfterTheEnd) {
-  room_.ReadLists();
-  room_.Close();
-  room_.Apply({"car"});
-  room_.ApplySecure({{"car", "WPA2", "abc"}});
-  EXPECT_THAT(settings_.saved, IsEmpty());
 }
 
 }  // namespace

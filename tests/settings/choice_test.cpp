@@ -1,7 +1,6 @@
 #include "settings/choice.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "fakes/fake_system.h"
 
@@ -32,12 +31,7 @@ class ChoiceTest : public testing::Test {
 };
 
 TEST_F(ChoiceTest, NumbersOutOfRangeAndOtherTextsAreTheInitialValue) {
-  const struct {
-    const ChoiceRow<int>& row;
-    const char* stored;
-    int value;
-    bool isLegal;
-  } cases[] = {
+  const std::tuple<const ChoiceRow<int>&, const char*, int, bool> cases[] = {
       {kPort, "1", 1, true},        {kPort, "99", 99, true},          {kPort, "200", 200, true},
       {kPort, "0", 50, false},      {kPort, "100", 50, false},        {kPort, "", 50, false},
       {kPort, "1.5", 50, false},    {kPort, "4294967297", 50, false}, {kMeasure, "12.9", 12, true},
@@ -45,9 +39,9 @@ TEST_F(ChoiceTest, NumbersOutOfRangeAndOtherTextsAreTheInitialValue) {
       {kMeasure, "wide", 7, false}, {kAmount, "Nothing", 0, true},    {kAmount, "Some", 1, true},
       {kAmount, "some", 2, false},  {kAmount, "1", 2, false},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(Read(c.row, c.stored), c.value) << c.row.key << " " << c.stored;
-    EXPECT_EQ(complaints_.empty(), c.isLegal) << c.row.key << " " << c.stored;
+  for (const auto& [row, stored, value, isLegal] : cases) {
+    EXPECT_EQ(Read(row, stored), value) << row.key << " " << stored;
+    EXPECT_EQ(complaints_.empty(), isLegal) << row.key << " " << stored;
   }
   EXPECT_EQ(complaints_.back(), "setting \"Amount\" has no use for \"1\": taken as \"All\"");
 }
