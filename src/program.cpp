@@ -92,17 +92,19 @@ void Program::Start() {
   alertWindows_ = std::make_unique<AlertWindows>(*window_);
   journalWindows_ = std::make_unique<JournalWindows>(*window_);
   pointTableWindows_ = std::make_unique<PointTableWindows>(*window_);
+  visitWindows_ = std::make_unique<VisitWindows>(*window_);
   questionBox_.SetWindow(window_.get());
-  client_ = std::make_unique<Client>(
-      Ports{.views = ViewsOf(*window_, *zoneWindows_, *alertWindows_, *journalWindows_, *pointTableWindows_),
-            .network = {locator_, probe_, data_},
-            .desktop = {window_->System(), *browser_, questions_, beeper_, sound_, notifier_, programs_},
-            .storage = {settings_, registry_, folders_},
-            .instance = {mutex_, signal_},
-            .loop = loop_,
-            .clock = clock_,
-            .trace = trace_,
-            .deployment = ReadDeployment(folders_, trace_)});
+  client_ = std::make_unique<Client>(Ports{
+      .views = ViewsOf(*window_, *zoneWindows_, *alertWindows_, *journalWindows_, *pointTableWindows_,
+                       *visitWindows_),
+      .network = {locator_, probe_, data_},
+      .desktop = {window_->System(), *browser_, questions_, beeper_, sound_, notifier_, programs_, web_},
+      .storage = {settings_, registry_, folders_},
+      .instance = {mutex_, signal_},
+      .loop = loop_,
+      .clock = clock_,
+      .trace = trace_,
+      .deployment = ReadDeployment(folders_, trace_)});
   window_->Attach(client_->RoomsOfWindow());
   alertWindows_->Attach(client_->Menus());
   client_->Load();

@@ -18,6 +18,7 @@
 #include "platform/qt/qt_event_loop.h"
 #include "platform/qt/qt_folders.h"
 #include "platform/qt/qt_question_box.h"
+#include "platform/qt/qt_web_query.h"
 #include "platform/qt/user_registry_file.h"
 #include "settings/settings_store.h"
 #include "shell/client.h"
@@ -27,6 +28,7 @@
 #include "window/formMain.h"
 #include "window/journal_windows_widget.h"
 #include "window/point_table_windows_widget.h"
+#include "window/visit_windows_widget.h"
 #include "zones/zone_windows_widget.h"
 
 namespace pallomir {
@@ -66,6 +68,7 @@ class Program {
                            [this](std::function<void()> work) { loop_.Post(std::move(work)); }};
   BusNotifier notifier_;
   DetachedStarter programs_;
+  QtWebQuery web_;
   QtDatagramEndpoint locator_;
   QtStreamEndpoint probe_;
   QtStreamEndpoint data_;
@@ -75,6 +78,7 @@ class Program {
   std::unique_ptr<AlertWindows> alertWindows_;
   std::unique_ptr<JournalWindows> journalWindows_;
   std::unique_ptr<PointTableWindows> pointTableWindows_;
+  std::unique_ptr<VisitWindows> visitWindows_;
   std::unique_ptr<Client> client_;
 };
 

@@ -279,7 +279,7 @@ constexpr CommandRow kTable[] = {
                  Drawing(kNoModifier, "\x1b", "While a zone is drawn: cancel"))),
     Hidden(Entry(kDeleteVertex, "mnuPopupZoneDeleteVertex", kPopup, "Delete This Vertex")),
     Hidden(Line(kPopupZoneLine, "mnuPopupZoneSeparator", kPopup)),
-    Later(Entry(kBeenHere, "mnuPopupBeenHere", kPopup, "Been Here?")),
+    Entry(kBeenHere, "mnuPopupBeenHere", kPopup, "Been Here?"),
     Entry(kNearby, "mnuPopupDsplyDataPoints", kPopup, "Display Nearby DataPoints List",
           Key("N", "Display nearby datapoints table", 11, " ")),
     Entry(kMaxSpeed, "mnuPopupDsplyMaxSpeed", kPopup, "Display Max Speed Points List",

@@ -122,6 +122,7 @@ void MapBridge::On(const page::PopupWithoutPlace&) { Tell(host_.menuWanted); }
 
 void MapBridge::On(const page::PopupAtPlace& click) {
   page_.IsRightClicked = true;
+  TakeMove();
   page_.RightClickX = LngToWorldX(click.lng);
   page_.RightClickY = LatToWorldY(click.lat);
   Tell(host_.menuWantedAt, click.lat / kPositionUnitsPerDegree, click.lng / kPositionUnitsPerDegree);
@@ -144,11 +145,19 @@ void MapBridge::On(const page::ZoneEdit& edit) {
 
 void MapBridge::On(const page::MouseMoved& move) {
   page_.MouseMoveToggle = !page_.MouseMoveToggle;
+  skippedMove_ = move;
   if (!page_.MouseMoveToggle) return;
-  page_.LastMouseLat = move.lat;
-  page_.LastMouseLng = move.lng;
-  page_.LastMouseZoom = move.zoom;
+  TakeMove();
   Tell(host_.pointerMoved, ViewPoint{move.x, move.y});
+}
+
+// The page reports where the pointer is before it reports a click: that report always counts.
+void MapBridge::TakeMove() {
+  if (!skippedMove_) return;
+  page_.LastMouseLat = skippedMove_->lat;
+  page_.LastMouseLng = skippedMove_->lng;
+  page_.LastMouseZoom = skippedMove_->zoom;
+  skippedMove_.reset();
 }
 
 void MapBridge::OnReady() {

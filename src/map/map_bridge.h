@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "base/trace.h"
@@ -22,7 +23,7 @@ namespace pallomir {
 /// How far the map page is, and what the pointer did on it.
 struct PageState {
   bool MapCreated = false;        ///< status 1; the first fit waits for it
-  bool MouseMoveToggle = false;   ///< only every second mouse move is acted on
+  bool MouseMoveToggle = false;   ///< only every second mouse move is acted on; a click acts on the last
   std::int32_t LastMouseLat = 0;  ///< 1/600000 degree
   std::int32_t LastMouseLng = 0;
   int LastMouseZoom = 0;
@@ -129,6 +130,7 @@ class MapBridge {
   void On(const page::Malformed&) {}
   void On(const page::Ignored&) {}
 
+  void TakeMove();
   void OnReady();
   void OnLost(const std::string& reason);
   void AskForPage();
@@ -149,6 +151,7 @@ class MapBridge {
   Host host_;
 
   PageState page_;
+  std::optional<page::MouseMoved> skippedMove_;  // the last report, while it was not acted on
   bool isLost_ = false;
   PixelSize addressSize_;  // the map size that the page's address named
 

@@ -37,7 +37,8 @@ Client::Client(const Ports& ports)
       zones_(Rooms()),
       journal_(Rooms(), zones_),
       pointTables_(Rooms()),
-      alerts_(Rooms()) {
+      alerts_(Rooms()),
+      visits_(Rooms(), zones_) {
   alerts_.batchHoldsAlert = [this] { return journal_.HasBatchAlert(); };
   journal_.foundLate = [this] { alerts_.OnFoundLate(); };
   frame_.laidOut = [this] { OnLaidOut(); };

@@ -20,6 +20,7 @@
 #include "shell/option_joints.h"
 #include "shell/point_table_joints.h"
 #include "shell/ports.h"
+#include "shell/visit_joints.h"
 #include "shell/zone_joints.h"
 #include "timeline/displayed_points.h"
 #include "timeline/map_marks.h"
@@ -139,7 +140,8 @@ class Client {
   JournalJoints journal_;
   PointTableJoints pointTables_;
   AlertJoints alerts_;
-  const std::vector<Joint*> joints_{&options_, &zones_, &journal_, &pointTables_, &alerts_};
+  VisitJoints visits_;
+  const std::vector<Joint*> joints_{&options_, &zones_, &journal_, &pointTables_, &alerts_, &visits_};
 };
 
 }  // namespace pallomir

@@ -18,7 +18,9 @@
 #include "platform/settings.h"
 #include "platform/sound_player.h"
 #include "platform/user_registry.h"
+#include "platform/web_query.h"
 #include "reports/point_table_view.h"
+#include "reports/visits_view.h"
 #include "shell/deployment.h"
 #include "timeline/map_marks.h"
 #include "timeline/picker_panel.h"
@@ -48,12 +50,13 @@ struct Views {
   AlertView& alerts;
   JournalView& journal;
   PointTableView& pointTables;
+  VisitsView& visits;
 };
 
 /// Those of the main window.
 template <class Window>
 Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts, JournalView& journal,
-              PointTableView& pointTables) {
+              PointTableView& pointTables, VisitsView& visits) {
   return {.frame = window,
           .boxes = window.Boxes(),
           .hotspots = window.Hotspots(),
@@ -66,7 +69,8 @@ Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts, JournalView& 
           .zones = zones,
           .alerts = alerts,
           .journal = journal,
-          .pointTables = pointTables};
+          .pointTables = pointTables,
+          .visits = visits};
 }
 
 /// What the user sees and hears, and the programs beside ours.
@@ -78,6 +82,7 @@ struct DesktopPorts {
   SoundPlayer& sound;
   Notifier& notifier;
   ProgramStarter& programs;
+  WebQuery& web;
 };
 
 /// What outlasts the run.

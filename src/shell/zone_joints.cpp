@@ -84,6 +84,7 @@ Zones::Host ZoneJoints::ZonesHost() {
   host.write = [this](const char* field, const std::string& text) { Write(field, text); };
   host.changed = [this] { ShowMenus(); };
   host.zoomTo = [this](const ZoneBounds& bounds) { map_.ZoomTo(BoxOf(bounds)); };
+  host.beenIn = beenIn;
   host.endProgram = [this] { ports_.desktop.window.Close(); };
   return host;
 }
@@ -161,6 +162,7 @@ ZoneMenuState ZoneJoints::MenuState() const {
   state.mayChange = zones_->CanChange();
   state.canUndo = zones_->CanUndo();
   state.canRedo = zones_->CanRedo();
+  state.canSearch = beenIn != nullptr;
   state.popup = zones_->PopupEntries();
   return state;
 }

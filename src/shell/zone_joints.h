@@ -27,6 +27,8 @@ class ZoneJoints final : public Joint {
   /// The zones, or what can be done with them, are others.
   std::function<void()> zonesChanged = [] {};
   const ZoneTree& Tree() const { return zones_->Tree(); }  ///< from Open on
+  /// Visits to a zone are to be searched for. The entries for it can be chosen where this is set by Open.
+  std::function<void(ZoneOrdinal)> beenIn;
 
   bool IsDrawing() const { return zones_ && zones_->IsDrawing(); }
 

@@ -60,6 +60,8 @@ class PickerPanel {
   bool ZoomOut();
   bool ZoomTo(double from, double to);  ///< shares of the window
   void ReturnToCurrentDay();
+  /// This window, as if it had been set in the pickers and Reload been pressed.
+  void Load(const TimeWindow& window) { NavigateTo(window); }
 
  private:
   std::optional<TimeWindow> StartupWindow() const;

@@ -27,6 +27,13 @@ void UnitRegister::ShowAll() {
   ChangeFlags([](std::size_t, bool) { return true; });
 }
 
+void UnitRegister::EnableForLoad(std::size_t i) {
+  if (i == 0 || i > list_.size() || list_[i - 1].enabled) return;
+  list_[i - 1].enabled = true;
+  flagsChanged();
+  Save();
+}
+
 template <class Flag>
 void UnitRegister::ChangeFlags(Flag isEnabled) {
   for (std::size_t i = 1; i <= list_.size(); ++i) list_[i - 1].enabled = isEnabled(i, list_[i - 1].enabled);

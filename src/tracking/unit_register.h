@@ -40,6 +40,8 @@ class UnitRegister {
   void ShowOnly(std::size_t i);
   void Toggle(std::size_t i);
   void ShowAll();
+  /// Enables unit i where it is not; a load of the data has to follow.
+  void EnableForLoad(std::size_t i);
 
   /// Opens the editor.
   void Edit() { view_.EditUnits(list_); }

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <limits>
 
-#include "base/number_format.h"
 #include "map/projection.h"
 
 namespace pallomir {
@@ -27,11 +26,6 @@ bool IsCrossed(PlanePoint a, PlanePoint b, PlanePoint place) {
 }  // namespace
 
 PlanePoint ProjectToPlane(double lat, double lng) { return {lng / 360 + 0.5, WorldYFraction(lat)}; }
-
-std::string ZoneKey(ZoneOrdinal zone) {
-  constexpr std::uint64_t kFirst = 0x2000, kIdentifiersOfZone = 8;
-  return HexDigits(kFirst + kIdentifiersOfZone * zone, 4);
-}
 
 ProjectedZoneTree::ProjectedZoneTree(const ZoneTree& tree)
     : isAlertOutside_(tree.TopLevelKind() == ZoneKind::kNonAlert) {

@@ -13,10 +13,6 @@ namespace pallomir {
 /// number.
 PlanePoint ProjectToPlane(double lat, double lng);
 
-/// The first of the eight menu command identifiers of a zone, as four hexadecimal digits; by it other rooms
-/// name the zone.
-std::string ZoneKey(ZoneOrdinal zone);
-
 /// The zones on the projected plane, for the question in which of them a place lies.
 ///
 /// The rule. Of the zones at the top level the first that contains the place is followed, then the first of

@@ -108,7 +108,7 @@ void Zones::Run(ZoneOperation operation, ZoneOrdinal zone) {
   if (operation == ZoneOperation::kZoom) {
     if (!node.bounds.IsEmpty()) host_.zoomTo(node.bounds);
   } else if (operation == ZoneOperation::kBeen) {
-    if (host_.beenIn) host_.beenIn(ZoneKey(zone), node.options.Description);
+    if (host_.beenIn) host_.beenIn(zone);
   } else if (operation == ZoneOperation::kDel) {
     if (MayChange()) AskToDelete(zone);
   } else if (!MayDraw()) {

@@ -41,8 +41,7 @@ class Zones {
     ZoneListSender::Write write;    ///< into a field of the map page
     std::function<void()> changed;  ///< the list, or what can be done with it: menus and windows
     std::function<void(const ZoneBounds&)> zoomTo;
-    /// The search for visits to a zone: its key (zone_query.h) and its description.
-    std::function<void(const std::string&, const std::string&)> beenIn;
+    std::function<void(ZoneOrdinal)> beenIn;  ///< visits to this zone are to be searched for
     std::function<void()> endProgram;
   };
 

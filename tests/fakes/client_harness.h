@@ -13,6 +13,8 @@
 #include "fakes/fake_programs.h"
 #include "fakes/fake_system.h"
 #include "fakes/fake_view.h"
+#include "fakes/fake_visits_view.h"
+#include "fakes/fake_web_query.h"
 #include "fakes/fake_zones_view.h"
 #include "fakes/temporary_folder.h"
 #include "shell/client.h"
@@ -34,16 +36,20 @@ class ClientHarness {
   void MakeClient() {
     client.reset();
     mutex.owned = true;
-    client = std::make_unique<Client>(PortsFor({view, view, view, view, view, view, view, view, view,
-                                                zonesView, alertView, journalView, pointTableView},
-                                               window));
+    client = std::make_unique<Client>(PortsFor(OwnViews(), window));
+  }
+
+  /// All fakes.
+  Views OwnViews() {
+    return {view, view, view,      view,      view,        view,           view,
+            view, view, zonesView, alertView, journalView, pointTableView, visitsView};
   }
 
   /// These fakes behind other views and another window.
   Ports PortsFor(const Views& views, MainWindow& main) {
     return {.views = views,
             .network = {locator, probe, data},
-            .desktop = {main, browser, questions, beeper, sound, notifier, programs},
+            .desktop = {main, browser, questions, beeper, sound, notifier, programs, web},
             .storage = {settings,
                         registry,
                         {folders.Path() / "app", folders.Path() / "data", folders.Path() / "home"}},
@@ -98,6 +104,7 @@ class ClientHarness {
   FakeAlertView alertView;
   FakeJournalView journalView;
   FakePointTableView pointTableView;
+  FakeVisitsView visitsView;
   FakeNotifier notifier;
   FakeWindow window;
   FakeBrowser browser;
@@ -115,6 +122,7 @@ class ClientHarness {
   FakeBeeper beeper;
   FakeSoundPlayer sound{loop};
   FakeProgramStarter programs;
+  FakeWebQuery web;
   std::vector<std::string> traced;
   Trace trace{[] { return 0.0; }, [this](const std::string& line) { traced.push_back(line); }};
   std::unique_ptr<Client> client;

@@ -24,9 +24,10 @@ class WindowHarness : public testing::Test {
     ports_.settings.values["WindowState"] = "0";
     ports_.settings.values["WindowPos_W"] = "900";
     ports_.settings.values["WindowPos_H"] = "600";
-    client_ = std::make_unique<Client>(ports_.PortsFor(
-        ViewsOf(window_, ports_.zonesView, ports_.alertView, ports_.journalView, ports_.pointTableView),
-        window_.System()));
+    client_ = std::make_unique<Client>(
+        ports_.PortsFor(ViewsOf(window_, ports_.zonesView, ports_.alertView, ports_.journalView,
+                                ports_.pointTableView, ports_.visitsView),
+                        window_.System()));
     window_.Attach(client_->RoomsOfWindow());
     client_->Load();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));

@@ -81,11 +81,5 @@ TEST(ZoneQuery, WhereThereIsNoProjectionOrNoZone) {
   }
 }
 
-TEST(ZoneQuery, KeysAreTheFirstOfEightIdentifiers) {
-  EXPECT_EQ(ZoneKey(0), "2000");
-  EXPECT_EQ(ZoneKey(33), "2108");
-  EXPECT_EQ(ZoneKey(1024), "4000");
-}
-
 }  // namespace
 }  // namespace pallomir

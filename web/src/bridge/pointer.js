@@ -56,6 +56,9 @@ export class Pointer {
     const place = this.placeOf(event);
     if (!place) return this.send(plainRightClickCommand());
     this.rightClicked = [clampLatitude(place.lat), wrapLongitude(place.lng)];
+    // Wheel and keys zoom without a move: what the client knows of pointer and zoom may be old.
+    const { x, y } = this.map.mouseEventToContainerPoint(event);
+    this.send(mouseMoveCommand(x, y, ...this.rightClicked, this.map.getZoom()));
     this.send(rightClickCommand(...this.rightClicked));
   }
 
