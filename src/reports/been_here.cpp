@@ -86,7 +86,7 @@ std::string BeenHere::Details(std::size_t i) const {
   if (i >= visits_.size()) return {};
   const Visit& visit = visits_[i];
   const std::string place = "Visit " + std::to_string(i + 1) + " of " + std::to_string(visits_.size());
-  return place + ": " + units_[visit.unit].caption + ", " + StayText(StayOf(visit)) + ", " +
+  return place + ": " + units_[visit.unit].caption + ", " + DurationText(DurationOf(visit)) + ", " +
          Count(visit.records, "record");
 }
 
@@ -214,9 +214,9 @@ std::string BeenHere::EndOf(const VisitReport& report) const {
   if (report.isStopped) text = "Search cancelled ";
   if (!report.problem.empty()) text = "Search ended by an error ";
   Millis total = 0;
-  for (const Visit& visit : visits_) total += StayOf(visit);
+  for (const Visit& visit : visits_) total += DurationOf(visit);
   text += "- " + Count(visits_.size(), "visit");
-  if (total > 0) text += ", " + StayText(total) + " in all";
+  if (total > 0) text += ", " + DurationText(total) + " in all";
   const auto seconds = static_cast<double>(std::max<Millis>(0, clock_.Now() - begun_)) / kSecond;
   return text + " (" + Count(report.progress.records, "record") + " in " + FormatFixed(seconds, 1, 2) + " s)";
 }

@@ -14,11 +14,11 @@ std::string VisitLine(std::size_t number, const Visit& visit, const LocalClock& 
   return line;
 }
 
-Millis StayOf(const Visit& visit) {
+Millis DurationOf(const Visit& visit) {
   return std::max<Millis>(0, MomentOf(visit.exit) - MomentOf(visit.entry));
 }
 
-std::string StayText(Millis stay) {
+std::string DurationText(Millis stay) {
   if (stay < kMinute) return std::to_string(stay / kSecond) + " s";
   std::string text;
   const auto add = [&](Millis count, const char* unit) {

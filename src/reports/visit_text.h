@@ -21,10 +21,10 @@ struct SearchedUnit {
 std::string VisitLine(std::size_t number, const Visit& visit, const LocalClock& clock);
 
 /// How long a visit was, never negative.
-Millis StayOf(const Visit& visit);
+Millis DurationOf(const Visit& visit);
 
 /// "2 d 3 h 4 min", leaving out what is zero; seconds alone below a minute.
-std::string StayText(Millis stay);
+std::string DurationText(Millis stay);
 
 /// CSV with the headline "unit,entry,exit,records": the unit's ID, times in UTC as "2026-11-22T15:04:05Z".
 /// The visits name their units by the place in `units`.

@@ -200,7 +200,7 @@ TEST_F(BeenHereTest, ASearchEndsWithinAStepAndSurvivesAnImport) {
   for (std::uint64_t file = 0; file < kFiles; ++file) {
     std::vector<WireRecord> records;
     for (std::uint64_t i = 0; i < kInAFile; ++i)
-      records.push_back(RecordAt(static_cast<std::int64_t>(file * kInAFile + i)));
+      records.push_back(RecordAt(static_cast<std::int64_t>(file * kInAFile + i), i == 0 ? 6'000'000 : 0));
     folder_.Write(kVan, std::to_string(1000 + file), FileOf(records));
   }
   const auto order = [&] {
@@ -211,7 +211,7 @@ TEST_F(BeenHereTest, ASearchEndsWithinAStepAndSurvivesAnImport) {
       SearchVisits(order(), [&](const auto& progress) { return ++asked < 1000 && progress.records == 0; });
   EXPECT_TRUE(stopped.isStopped);
   EXPECT_LE(stopped.progress.records, VisitSearch::kRecordsPerBlock + kInAFile);
-  ASSERT_EQ(stopped.visits.size(), 1u);
+  EXPECT_GT(stopped.visits.size(), 1u);
   bool isImported = false;
   const auto whole = SearchVisits(order(), [&](const auto& progress) {
     if (progress.records > 0 && !std::exchange(isImported, true)) {
@@ -223,8 +223,8 @@ TEST_F(BeenHereTest, ASearchEndsWithinAStepAndSurvivesAnImport) {
   });
   EXPECT_TRUE(isImported);
   EXPECT_EQ(whole.problem, "");
-  ASSERT_EQ(whole.visits.size(), 1u);
-  EXPECT_EQ(whole.visits[0].records, kFiles * kInAFile);
+  ASSERT_EQ(whole.visits.size(), kFiles);
+  EXPECT_EQ(whole.visits.back().records, kInAFile - 1);
 }
 
 TEST_F(BeenHereTest, TheServerIsAskedAndItsUnitsAreOurs) {
@@ -268,8 +268,9 @@ TEST(VisitText, CaptionsAndStays) {
   EXPECT_EQ(SearchingCaption(20'000 * 12), "  Searching...    12");
   EXPECT_EQ(SearchingCaption(20'000 * 1234), "  Searching...   1234");
   EXPECT_EQ(Grouped(999) + ' ' + Grouped(1234567), "999 1,234,567");
-  EXPECT_EQ(StayText(59 * kSecond) + '|' + StayText(kDay + 2 * kMinute) + '|' + StayText(3 * kHour),
-            "59 s|1 d 2 min|3 h");
+  EXPECT_EQ(
+      DurationText(59 * kSecond) + '|' + DurationText(kDay + 2 * kMinute) + '|' + DurationText(3 * kHour),
+      "59 s|1 d 2 min|3 h");
 }
 
 }  // namespace
