@@ -2,6 +2,7 @@
 
 #include <asio/ip/tcp.hpp>
 #include <asio/ip/udp.hpp>
+#include <asio/post.hpp>
 
 #include "station/visits_service.h"
 
@@ -62,7 +63,16 @@ std::string Station::Open() {
       std::move(locatorSocket), advertised, [this](std::string_view id) { return source_.Knows(id); }, log_);
   baseServer_ = std::make_unique<BaseServer>(std::move(probe), std::move(data), source_, UtcNow, log_);
   TickEverySecond();
+  if (options_.isDemoOn) KeepDemo();
   return "";
+}
+
+void Station::KeepDemo() {
+  const auto ignored = [](const std::string&) {};
+  const Log logHere = [this](const std::string& line) {
+    asio::post(context_, [log = log_, line] { log(line); });
+  };
+  demoKeeper_ = std::make_unique<DemoKeeper>(OpenStore(options_.data, ignored), UtcNow, logHere);
 }
 
 std::string Station::ReadyLine() const {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "station/common/log.h"
+#include "station/demo/demo_keeper.h"
 #include "station/demo/demo_source.h"
 #include "station/options.h"
 #include "station/store/open_store.h"
@@ -30,6 +31,7 @@ class Station {
 
  private:
   void TickEverySecond();
+  void KeepDemo();
 
   asio::io_context& context_;
   Options options_;
@@ -42,6 +44,7 @@ class Station {
   std::unique_ptr<Locator> locator_;
   std::unique_ptr<BaseServer> baseServer_;
   WebSite webSite_;
+  std::unique_ptr<DemoKeeper> demoKeeper_;
 };
 
 }  // namespace pallomir::station

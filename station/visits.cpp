@@ -46,8 +46,7 @@ std::string UnitsOf(const VisitsCommand& command, UnitStore& store, std::vector<
   for (const std::string& id : command.unitIds)
     if (std::ranges::find(unitIds, id) == unitIds.end()) unitIds.push_back(id);
   std::string problem;
-  if (unitIds.empty())
-    for (StoredUnit& unit : store.Units(problem)) unitIds.push_back(std::move(unit.id));
+  if (unitIds.empty()) unitIds = store.UnitsToSearch(problem);
   return problem;
 }
 

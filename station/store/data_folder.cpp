@@ -7,6 +7,7 @@
 
 #include "station/store/data_files.h"
 #include "station/store/data_writer.h"
+#include "station/store/demo_records.h"
 #include "station/store/unit_descriptions.h"
 
 namespace pallomir::station {
@@ -66,6 +67,10 @@ class DataFolderWriter : public StoreWriter {
   MergeOutcome Merge(std::string_view unitId, std::span<const WireRecord> records) override {
     return MergeIntoUnit(lock_, unitId, records);
   }
+  std::string KeepDemo(std::string_view unitId, PackedWindow window, std::span<const WireRecord> records,
+                       std::uint32_t oldest) override {
+    return KeepDemoRecords(lock_, unitId, window, records, oldest);
+  }
   std::optional<std::string> Description(std::string_view unitId, std::string& problem) const override {
     UnitDescriptions all = ReadDescriptions(lock_.DataFolder(), problem);
     const auto found = all.find(unitId);
@@ -84,20 +89,27 @@ class DataFolderWriter : public StoreWriter {
 
 bool DataFolder::Knows(std::string_view unitId) {
   std::error_code error;
-  return IsUnitId(unitId) && fs::is_directory(folder_ / unitId, error);
+  return IsUnitId(unitId) && fs::is_directory(folder_ / unitId, error) && !IsDemoFolder(folder_ / unitId);
 }
 
-std::vector<StoredUnit> DataFolder::Units(std::string& problem) {
-  std::vector<StoredUnit> units;
+std::vector<std::string> DataFolder::UnitsToSearch(std::string& problem) const {
+  std::vector<std::string> units;
   std::error_code error;
   for (fs::directory_iterator entry(folder_, error), end; !error && entry != end; entry.increment(error)) {
     std::string name = entry->path().filename().string();
     if (std::error_code ignored; IsUnitId(name) && entry->is_directory(ignored))
-      units.push_back({std::move(name), ""});
+      units.push_back(std::move(name));
   }
   if (error && error != std::errc::no_such_file_or_directory)
     problem = folder_.string() + " can't be listed: " + error.message();
-  std::ranges::sort(units, {}, &StoredUnit::id);
+  std::ranges::sort(units);
+  return units;
+}
+
+std::vector<StoredUnit> DataFolder::Units(std::string& problem) {
+  std::vector<StoredUnit> units;
+  for (std::string& id : UnitsToSearch(problem))
+    if (!IsDemoFolder(folder_ / id)) units.push_back({std::move(id), ""});
   UnitDescriptions descriptions = ReadDescriptions(folder_, problem);
   for (StoredUnit& unit : units)
     if (const auto found = descriptions.find(unit.id); found != descriptions.end())

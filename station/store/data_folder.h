@@ -36,6 +36,7 @@ class DataFolder : public UnitStore {
   std::vector<WireRecord> Read(std::string_view unitId, TimeWindow window, std::size_t limit) override;
 
   std::vector<StoredUnit> Units(std::string& problem) override;
+  std::vector<std::string> UnitsToSearch(std::string& problem) const override;
   std::unique_ptr<StoreWriter> StartWriting(std::chrono::milliseconds patience,
                                             std::string& problem) override;
   std::unique_ptr<VisitSearch> SearchVisits(VisitQuery query) const override;

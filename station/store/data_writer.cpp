@@ -12,6 +12,7 @@
 #include "base/whole_file.h"
 #include "reports/file_summaries.h"
 #include "station/store/data_files.h"
+#include "station/store/demo_records.h"
 #include "station/store/unit_index.h"
 
 namespace pallomir::station {
@@ -101,7 +102,7 @@ std::string StageOldFiles(const UnitFolders& folders, Files rewritten) {
   for (fs::directory_iterator entry(folders.live, error), end; !error && entry != end;
        entry.increment(error)) {
     const fs::path& path = entry->path();
-    if (!IsPlainFile(path)) continue;
+    if (!IsPlainFile(path) || IsDemoFileName(path.filename().native())) continue;
     if (std::ranges::find(rewritten, path, &DataFileEntry::path) != rewritten.end()) continue;
     std::error_code failure;
     const fs::path staged = folders.staged / path.filename();

@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "station/store/data_files.h"
+#include "station/store/demo_records.h"
 
 namespace pallomir::station {
 namespace {
@@ -42,6 +43,7 @@ void UnitIndex::Update() {
 }
 
 void UnitIndex::UpdateFile(const fs::path& file, std::map<fs::path, KnownFile>& found) {
+  if (IsDemoFileName(file.filename().native())) return;
   struct stat status {};
   if (::stat(file.c_str(), &status) != 0) {
     const std::error_code error(errno, std::generic_category());

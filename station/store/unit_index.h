@@ -17,9 +17,9 @@ struct DataFileEntry {
   std::size_t count = 0;
 };
 
-/// The data files of a unit's folder in order of time, without overlaps. Files that are not data files, or
-/// that overlap an earlier one, are left out and named in `problems`. What can't be read, a file or the
-/// folder itself, may hold any records: it is named in `unread`.
+/// The data files of a unit's folder in order of time, without overlaps and without those of the demo. Files
+/// that are not data files, or that overlap an earlier one, are left out and named in `problems`. What can't
+/// be read, a file or the folder itself, may hold any records: it is named in `unread`.
 struct DataFileIndex {
   std::vector<DataFileEntry> files;
   std::vector<std::string> problems;

@@ -35,6 +35,13 @@ class StoreWriter {
   /// it is missing. All or nothing: neither a reader nor a crash sees some of them without the others.
   virtual MergeOutcome Merge(std::string_view unitId, std::span<const WireRecord> records) = 0;
 
+  /// Keeps what a demo unit reports in a window, where it says something else than what was kept of that
+  /// window before, and drops what is older than `oldest` (packed). Searches find it; otherwise the unit is
+  /// not there: it is neither listed nor read, and goes when something is merged into it. One with records
+  /// from elsewhere is left as it is. Returns an error message, or an empty text.
+  virtual std::string KeepDemo(std::string_view unitId, PackedWindow window,
+                               std::span<const WireRecord> records, std::uint32_t oldest) = 0;
+
   /// The unit's description, or nothing where it has none. Where that can't be found out, `problem` says why.
   virtual std::optional<std::string> Description(std::string_view unitId, std::string& problem) const = 0;
 
@@ -49,6 +56,10 @@ class UnitStore : public PositionSource {
   /// All units, ascending by ID. Where not all of them can be listed, `problem` says why; otherwise it is
   /// left as it is.
   virtual std::vector<StoredUnit> Units(std::string& problem) = 0;
+
+  /// The IDs of all units that a search finds something of, ascending: also those that are kept for the demo.
+  /// `problem` as above.
+  virtual std::vector<std::string> UnitsToSearch(std::string& problem) const = 0;
 
   /// Waits for other writers, but not longer than `patience`. Returns null, with `problem` set, where the
   /// store can't be changed. The store itself is created where it is missing. It must outlive the writer.
