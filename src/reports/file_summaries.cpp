@@ -64,10 +64,10 @@ class Fields {
 void AppendSummary(Bytes& out, const std::string& name, const FileSummary& summary) {
   AppendBigEndian32(out, static_cast<std::uint32_t>(name.size()));
   Append(out, AsBytes(name));
-  Append64(out, summary.key.inode);
-  Append64(out, summary.key.size);
-  Append64(out, static_cast<std::uint64_t>(summary.key.seconds));
-  Append64(out, static_cast<std::uint64_t>(summary.key.nanoseconds));
+  Append64(out, summary.stamp.inode);
+  Append64(out, summary.stamp.size);
+  Append64(out, static_cast<std::uint64_t>(summary.stamp.seconds));
+  Append64(out, static_cast<std::uint64_t>(summary.stamp.nanoseconds));
   AppendBigEndian32(out, summary.first);
   AppendBigEndian32(out, summary.last);
   for (const PositionBox& box : summary.boxes)
@@ -77,13 +77,13 @@ void AppendSummary(Bytes& out, const std::string& name, const FileSummary& summa
 
 std::optional<FileSummary> TakeSummary(Fields& fields) {
   FileSummary summary;
-  summary.key.inode = fields.Long();
-  summary.key.size = fields.Long();
-  summary.key.seconds = static_cast<std::int64_t>(fields.Long());
-  summary.key.nanoseconds = static_cast<std::int64_t>(fields.Long());
+  summary.stamp.inode = fields.Long();
+  summary.stamp.size = fields.Long();
+  summary.stamp.seconds = static_cast<std::int64_t>(fields.Long());
+  summary.stamp.nanoseconds = static_cast<std::int64_t>(fields.Long());
   summary.first = fields.Word();
   summary.last = fields.Word();
-  if (!IsDataFileSize(summary.key.size)) return std::nullopt;
+  if (!IsDataFileSize(summary.stamp.size)) return std::nullopt;
   for (std::size_t left = BoxesFor(summary.RecordCount()); left > 0 && !fields.HasFailed(); --left) {
     PositionBox& box = summary.boxes.emplace_back();
     for (std::int32_t* side : {&box.minLatitude, &box.maxLatitude, &box.minLongitude, &box.maxLongitude})
@@ -98,14 +98,9 @@ bool FileSummary::Meets(const PositionBox& box) const {
   return std::ranges::any_of(boxes, [&box](const PositionBox& each) { return each.Meets(box); });
 }
 
-FileSummary::Key KeyOf(const struct stat& status) {
-  return {status.st_ino, static_cast<std::uint64_t>(status.st_size), status.st_mtim.tv_sec,
-          status.st_mtim.tv_nsec};
-}
-
-std::optional<FileSummary> Summarise(ByteView file, const FileSummary::Key& key) {
+std::optional<FileSummary> Summarise(ByteView file, const FileStamp& stamp) {
   if (file.empty()) return std::nullopt;
-  FileSummary summary{key, FileRecordTime(file, 0), FileRecordTime(file, file.size() - kRecordSize), {}};
+  FileSummary summary{stamp, FileRecordTime(file, 0), FileRecordTime(file, file.size() - kRecordSize), {}};
   std::uint32_t earlier = 0;
   for (std::size_t at = 0; at < file.size(); at += kRecordSize) {
     const std::uint32_t time = FileRecordTime(file, at);
@@ -163,14 +158,14 @@ void StoreSummaries(const std::filesystem::path& dataFolder, std::string_view un
   for (const std::string& name : files.Names()) {
     struct stat status {};
     if (::fstatat(files.Descriptor(), name.c_str(), &status, 0) != 0) continue;
-    const FileSummary::Key key = KeyOf(status);
-    if (const auto found = known.find(name); found != known.end() && found->second.key == key) {
+    const FileStamp stamp = StampOf(status);
+    if (const auto found = known.find(name); found != known.end() && found->second.stamp == stamp) {
       summaries.insert(known.extract(found));
       continue;
     }
     if (reader.Read(files.Descriptor(), name.c_str()) != DataFileReader::Outcome::kRead) continue;
-    if (reader.Content().size() != key.size) continue;
-    if (auto summary = Summarise(reader.Content(), key)) {
+    if (reader.Content().size() != stamp.size) continue;
+    if (auto summary = Summarise(reader.Content(), stamp)) {
       summaries.emplace(name, std::move(*summary));
       hasChanged = true;
     }

@@ -6,41 +6,29 @@
 #include <string>
 #include <vector>
 
+#include "base/file_stamp.h"
 #include "reports/data_file.h"
 #include "reports/search_area.h"
-
-struct stat;
 
 namespace pallomir {
 
 /// What is kept of a data file in an index: where its records lie, so that a search need not read it.
 struct FileSummary {
-  /// Which content of the file this was. Another one has another key.
-  struct Key {
-    std::uint64_t inode = 0;
-    std::uint64_t size = 0;
-    std::int64_t seconds = 0;  ///< when it was changed
-    std::int64_t nanoseconds = 0;
-    bool operator==(const Key&) const = default;
-  };
-
   /// Around so many records, one after the other, a box lies.
   static constexpr std::size_t kRecordsPerBox = 32;
 
-  Key key;
+  FileStamp stamp;          ///< of the content that this is of
   std::uint32_t first = 0;  ///< times of the first and the last record; they descend nowhere
   std::uint32_t last = 0;
   std::vector<PositionBox> boxes;  ///< as many as its records need
 
   bool Meets(const PositionBox& box) const;
-  std::size_t RecordCount() const { return key.size / kRecordSize; }
+  std::size_t RecordCount() const { return stamp.size / kRecordSize; }
   bool operator==(const FileSummary&) const = default;
 };
 
-FileSummary::Key KeyOf(const struct stat& status);
-
 /// Nothing for a file without records, or with times that descend: such a one has to be read.
-std::optional<FileSummary> Summarise(ByteView file, const FileSummary::Key& key);
+std::optional<FileSummary> Summarise(ByteView file, const FileStamp& stamp);
 
 /// The summaries of a unit's files by their names. They are a help and nothing else: one that is missing, or
 /// does not fit its file, makes the file be read.

@@ -35,7 +35,7 @@ std::error_code UnitFiles::OpenFolder() {
   if (descriptor_ < 0) return LastError();
   struct stat status {};
   if (::fstat(descriptor_, &status) != 0) return LastError();
-  opened_ = {status.st_dev, status.st_ino, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+  opened_ = StampOf(status);
   return {};
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <system_error>
 #include <vector>
+
+#include "base/file_stamp.h"
 
 namespace pallomir {
 
@@ -28,22 +29,13 @@ class UnitFiles {
   int Descriptor() const { return descriptor_; }
 
  private:
-  /// Differs when something came into the folder or left it, or another folder stands in its place.
-  struct Stamp {
-    std::uint64_t device = 0;
-    std::uint64_t inode = 0;
-    std::int64_t seconds = 0;
-    std::int64_t nanoseconds = 0;
-    bool operator==(const Stamp&) const = default;
-  };
-
   std::error_code OpenFolder();
   std::error_code ListOpened();
 
   std::filesystem::path folder_;
   std::vector<std::string> names_;
-  Stamp listed_;
-  Stamp opened_;
+  FileStamp listed_;  // differs from the next where the folder's files are others now
+  FileStamp opened_;
   int descriptor_ = -1;
 };
 

@@ -109,7 +109,8 @@ bool VisitSearch::PassOverNextFile() {
   if (known == summaries_.end()) return false;
   const FileSummary& summary = known->second;
   struct stat status {};
-  if (::fstatat(units_[unit_].Descriptor(), name.c_str(), &status, 0) != 0 || KeyOf(status) != summary.key)
+  if (::fstatat(units_[unit_].Descriptor(), name.c_str(), &status, 0) != 0 ||
+      StampOf(status) != summary.stamp)
     return false;
   if (!IsWanted(summary.last)) {
     EndUnit();

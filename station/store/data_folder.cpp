@@ -16,6 +16,12 @@ namespace {
 namespace fs = std::filesystem;
 using std::chrono::seconds;
 
+std::optional<FileStamp> StampOfFolder(const fs::path& folder) {
+  struct stat status {};
+  if (::stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
+  return StampOf(status);
+}
+
 // How often a read is tried while the unit's folder changes under it.
 constexpr int kAttempts = 10;
 
@@ -129,16 +135,10 @@ std::unique_ptr<VisitSearch> DataFolder::SearchVisits(VisitQuery query) const {
   return std::make_unique<VisitSearch>(folder_, std::move(query));
 }
 
-std::optional<DataFolder::Stamp> DataFolder::StampOf(const fs::path& folder) {
-  struct stat status {};
-  if (::stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
-  return Stamp{status.st_ino, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
-}
-
 // The unit with its index up to date, or null if there is no such unit.
 DataFolder::Unit* DataFolder::UpToDateUnit(std::string_view unitId) {
   const fs::path folder = folder_ / unitId;
-  const auto stamp = IsUnitId(unitId) ? StampOf(folder) : std::nullopt;
+  const auto stamp = IsUnitId(unitId) ? StampOfFolder(folder) : std::nullopt;
   auto unit = units_.find(unitId);
   if (!stamp) {
     if (unit != units_.end()) units_.erase(unit);
@@ -194,7 +194,7 @@ std::vector<WireRecord> DataFolder::Read(std::string_view unitId, TimeWindow win
     if (unit == nullptr || MustWait(*unit)) return {};
     Reading reading = ReadIndexed(unit->index.Files(), *packed, limit);
     // An import may have put another folder in this one's place while it was listed or read.
-    const bool isSameFolder = StampOf(unit->index.Folder()) == unit->stamp;
+    const bool isSameFolder = StampOfFolder(unit->index.Folder()) == unit->stamp;
     if (isSameFolder && !reading.doubtful) {
       assert(reading.records.size() <= limit);
       assert(IsStrictlyAscending(reading.records));

@@ -44,22 +44,14 @@ class DataFolder : public UnitStore {
  private:
   using Time = std::chrono::steady_clock::time_point;
 
-  /// Differs from an earlier one if a file has come or gone since, or the folder is another one.
-  struct Stamp {
-    std::uint64_t inode = 0;
-    std::int64_t seconds = 0;
-    std::int64_t nanoseconds = 0;
-    bool operator==(const Stamp&) const = default;
-  };
   struct Unit {
     UnitIndex index;
-    Stamp stamp;
+    FileStamp stamp;  ///< of its folder: differs if a file has come or gone since
     Time nextUpdate;  ///< of the index, whether the folder has changed or not
     std::optional<Time> unreadSince;
     std::set<std::string> problems;  ///< of the latest update; they are in the log
   };
 
-  static std::optional<Stamp> StampOf(const std::filesystem::path& folder);
   Unit* UpToDateUnit(std::string_view unitId);
   void Update(Unit& unit);
   void LogNewProblems(Unit& unit);

@@ -50,7 +50,7 @@ void UnitIndex::UpdateFile(const fs::path& file, std::map<fs::path, KnownFile>& 
     return IsGone(error) ? void() : AddUnread(file, "can't be looked at: " + error.message(), error);
   }
   if (!S_ISREG(status.st_mode)) return;
-  const Stamp stamp{status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+  const FileStamp stamp = StampOf(status);
   if (const auto known = known_.find(file); known != known_.end() && known->second.stamp == stamp) {
     found.insert(known_.extract(known));
     return;

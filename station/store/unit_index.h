@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "base/file_stamp.h"
+
 namespace pallomir::station {
 
 /// One data file of a unit, as the index knows it.
@@ -43,15 +45,8 @@ class UnitIndex {
   const DataFileIndex& Files() const { return files_; }
 
  private:
-  struct Stamp {
-    std::uint64_t inode = 0;
-    std::int64_t size = 0;
-    std::int64_t seconds = 0;
-    std::int64_t nanoseconds = 0;
-    bool operator==(const Stamp&) const = default;
-  };
   struct KnownFile {
-    Stamp stamp;  ///< from before it was read, so that the next update sees a change made meanwhile
+    FileStamp stamp;  ///< from before it was read, so that the next update sees a change made meanwhile
     DataFileEntry entry;
     std::string problem;
   };

@@ -15,7 +15,6 @@ namespace {
 TEST(SearchArea, DoublesItsHeightWithEachZoomBelow13) {
   EXPECT_NEAR(HalfHeightAt(13), 0.00164, 0.00001);
   for (const int zoom : {14, 15, 22}) EXPECT_EQ(HalfHeightAt(zoom), HalfHeightAt(13)) << zoom;
-  EXPECT_EQ(HalfHeightAt(10), 8 * HalfHeightAt(13));
   EXPECT_EQ(HalfHeightAt(0), 8192 * HalfHeightAt(13));
 }
 

@@ -82,7 +82,7 @@ TEST_F(DataWriter, MergesAnythingIntoAnything) {
       ASSERT_EQ(::stat(entry.path().c_str(), &status), 0);
       const auto summary = summaries.find(entry.path().filename().string());
       ASSERT_NE(summary, summaries.end());
-      ASSERT_EQ(summary->second.key, KeyOf(status)) << "it is made with the file";
+      ASSERT_EQ(summary->second.stamp, StampOf(status)) << "it is made with the file";
     }
   }
 }
