@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QWindow>
 
+#include "platform/qt/owner_block.h"
 #include "ui/accessible_widget.h"
 
 namespace pallomir {
@@ -60,10 +61,7 @@ void formPersist::ShowOver() {
   const QRect over = owner_->geometry();
   move(over.left() + (over.width() - width()) / 2, over.top() + (over.height() - height()) / 2);
   const bool takesKeyboard = MayTakeKeyboard();
-  setAttribute(Qt::WA_ShowWithoutActivating, !takesKeyboard);
-  // Both are looked at only when the system's window is made, which it is once.
-  winId();
-  windowHandle()->setProperty("_q_showWithoutActivating", !takesKeyboard);
+  AskForKeyboard(*this, takesKeyboard);
   // Nobody keeps it over a main window that is itself over all others.
   const QWindow* main = owner_->windowHandle();
   windowHandle()->setFlag(Qt::WindowStaysOnTopHint, main && main->flags().testFlag(Qt::WindowStaysOnTopHint));

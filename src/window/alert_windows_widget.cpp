@@ -5,16 +5,20 @@
 #include "alerts/formPersist.h"
 #include "commands/command.h"
 #include "platform/qt/qt_menu.h"
-#include "window/caption_line_widget.h"
 #include "window/formMain.h"
-#include "window/mute_button_widget.h"
+#include "window/state_button_widget.h"
 
 namespace pallomir {
+namespace {
 
-AlertWindows::AlertWindows(formMain& window) : window_(window) {
-  auto* line = static_cast<CaptionLine*>(window_.findChild<QWidget*>("captionLine"));
-  muteButton_ = new MuteButton(line);
-  line->AddState(muteButton_);
+constexpr char kHeard[] = "Alerts are heard";
+
+}  // namespace
+
+AlertWindows::AlertWindows(formMain& window)
+    : window_(window), muteButton_(new StateButton(&window, "Mute", "sound_on", kHeard)) {
+  muteButton_->OpensMenu();
+  window_.AddState(muteButton_);
 }
 
 AlertWindows::~AlertWindows() = default;
@@ -41,7 +45,9 @@ void AlertWindows::RaisePersist() {
 }
 
 void AlertWindows::ShowMute(bool isMuted, const std::string& text) {
-  if (muteButton_) muteButton_->ShowMute(isMuted, QString::fromStdString(text));
+  if (!muteButton_) return;
+  const QString word = QString::fromStdString(text);
+  muteButton_->ShowState(isMuted ? "sound_off" : "sound_on", isMuted ? word : kHeard, word);
 }
 
 }  // namespace pallomir

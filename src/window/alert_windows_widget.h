@@ -8,8 +8,8 @@
 
 namespace pallomir {
 
-class MuteButton;
 class QtMenu;
+class StateButton;
 class formMain;
 class formPersist;
 
@@ -31,7 +31,7 @@ class AlertWindows : public AlertView {
  private:
   formMain& window_;
   std::unique_ptr<formPersist> formPersist_;
-  QPointer<MuteButton> muteButton_;  // the window's
+  QPointer<StateButton> muteButton_;  // the window's
   std::unique_ptr<QtMenu> muteMenu_;
 };
 

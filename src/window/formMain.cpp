@@ -31,7 +31,9 @@ formMain::formMain(QWidget* browser) : QWidget(nullptr, Qt::Window | Qt::Framele
   mapArea_->setAccessibleName("Map");
   WB_->setParent(mapArea_);
   WB_->setObjectName("WB");
-  BuildCaptionLine();
+  captionLine_ = new CaptionLine(this);
+  pickers_ = new PickerRow(captionLine_);
+  for (QWidget* control : pickers_->Controls()) captionLine_->AddControl(control);
   frameTimeLine_ = new TimelineFrame(this, mapArea_);
   FocusGetter_ = new QCheckBox(this);
   SetAccessible(FocusGetter_, {.role = QAccessible::ButtonMenu, .opensMenu = true});
@@ -52,11 +54,7 @@ formMain::~formMain() {
   hide();
 }
 
-void formMain::BuildCaptionLine() {
-  captionLine_ = new CaptionLine(this);
-  pickers_ = new PickerRow(captionLine_);
-  for (QWidget* control : pickers_->Controls()) captionLine_->AddControl(control);
-}
+void formMain::AddState(QWidget* control) { captionLine_->AddState(control); }
 
 // As the eye reads: the caption line from left to right, the keys where their button is, the map, the
 // timeline.
@@ -75,8 +73,7 @@ void formMain::Attach(MainWindowRooms rooms) {
   formMnu_ = std::make_unique<QtMenu>(rooms_->menus, Command::kPopup, this);
   ConnectCaptionLine();
   connect(FocusGetter_, &QCheckBox::clicked, this, [this] { rooms_->menuButton(); });
-  ConnectPickers();
-  ConnectTimeline();
+  ConnectTime();
   ConnectDialogs();
   overlays_->Panel().drawn = [this](QPoint a, QPoint b) {
     rooms_->marks.RubberBandDrawn({a.x(), a.y()}, {b.x(), b.y()});
@@ -99,7 +96,7 @@ void formMain::ConnectCaptionLine() {
   captionLine_->pointerLeft = Told([](auto& rooms) { rooms.marks.HidePointInfos(); });
 }
 
-void formMain::ConnectPickers() {
+void formMain::ConnectTime() {
   pickers_->gotFocus = Told([](auto& rooms, int i) { rooms.pickers.GotFocus(i); });
   pickers_->lostFocus = Told([](auto& rooms, int i) { rooms.pickers.LostFocus(i); });
   pickers_->changed = Told([](auto& rooms, int i, Millis value) { rooms.pickers.Changed(i, value); });
@@ -109,9 +106,6 @@ void formMain::ConnectPickers() {
     LeaveChrome();  // ends the editing, which takes over what was typed
     rooms_->pickers.ReloadClicked();
   };
-}
-
-void formMain::ConnectTimeline() {
   TimelineStrip& strip = frameTimeLine_->Strip();
   strip.dragFinished = Told([](auto& rooms, double from, double to) { rooms.pickers.ZoomTo(from, to); });
   strip.hovered = Told([](auto& rooms, int row, int column) { rooms.timeline.Hovered(row, column); });

@@ -35,6 +35,9 @@ class formMain : public QWidget, public FrameView, public MenuView, public FeedV
   explicit formMain(QWidget* browser);
   ~formMain() override;
 
+  /// Puts what tells of a state of the program into the caption line, which owns it from now on.
+  void AddState(QWidget* control);
+
   /// Before anything is shown.
   void Attach(MainWindowRooms rooms);
 
@@ -85,11 +88,9 @@ class formMain : public QWidget, public FrameView, public MenuView, public FeedV
     };
   }
 
-  void BuildCaptionLine();
   void OrderTabs();
   void ConnectCaptionLine();
-  void ConnectPickers();
-  void ConnectTimeline();
+  void ConnectTime();
   void ConnectDialogs();
   bool FilterKey(QWidget& widget, const QKeyEvent& event);
   bool FilterEscape(const QWidget& widget);

@@ -5,16 +5,15 @@
 
 #include "journal/formJournal.h"
 #include "ui/file_dialog_widget.h"
-#include "window/bell_button_widget.h"
-#include "window/caption_line_widget.h"
 #include "window/formMain.h"
+#include "window/state_button_widget.h"
 
 namespace pallomir {
 
-JournalWindows::JournalWindows(formMain& window) : window_(window) {
-  auto* line = static_cast<CaptionLine*>(window_.findChild<QWidget*>("captionLine"));
-  bell_ = new BellButton(line);
-  line->AddState(bell_);
+JournalWindows::JournalWindows(formMain& window)
+    : window_(window), bell_(new StateButton(&window, "Bell", "bell", "Unseen alerts")) {
+  window_.AddState(bell_);
+  bell_->hide();
 }
 
 void JournalWindows::ShowJournal(JournalList& list, const Choices& choices, Actions actions) {
@@ -47,7 +46,10 @@ void JournalWindows::AskCsvFile(std::function<void(const std::filesystem::path&)
 
 void JournalWindows::ShowOpenAlerts(std::size_t count, std::function<void()> chosen) {
   if (!bell_) return;
-  bell_->ShowCount(count);
+  constexpr std::size_t kMost = 999;
+  const QString text = count == 1 ? QString("1 unseen alert") : QString("%1 unseen alerts").arg(count);
+  bell_->ShowState("bell", text + ": open the journal", count > kMost ? "999+" : QString::number(count));
+  bell_->setVisible(count > 0);
   bell_->chosen = std::move(chosen);
 }
 

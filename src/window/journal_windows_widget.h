@@ -8,7 +8,7 @@ class QFileDialog;
 
 namespace pallomir {
 
-class BellButton;
+class StateButton;
 class formJournal;
 class formMain;
 
@@ -27,7 +27,7 @@ class JournalWindows : public JournalView {
 
  private:
   formMain& window_;
-  QPointer<BellButton> bell_;  // the window's
+  QPointer<StateButton> bell_;  // the window's
   QPointer<formJournal> formJournal_;
   QPointer<QFileDialog> fileDialog_;
 };
