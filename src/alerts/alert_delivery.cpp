@@ -22,16 +22,6 @@ Question Input(std::string text, std::string title, std::string first) {
   return question;
 }
 
-// What the user wrote has no access keys.
-std::string InMenu(const std::string& text) {
-  std::string shown;
-  for (const char letter : text) {
-    shown += letter;
-    if (letter == '&') shown += letter;
-  }
-  return shown;
-}
-
 }  // namespace
 
 bool IsEmailAddress(std::string_view text) {
@@ -114,9 +104,9 @@ void AlertDelivery::StoreTextMessage() {
 std::string AlertDelivery::Caption() const {
   switch (choices_.method.Value()) {
     case kByEmail:
-      return "&Email Me At: " + InMenu(choices_.emailAddress.Value());
+      return "&Email Me At: " + Doubled(choices_.emailAddress.Value());
     case kByText:
-      return "&Text Me At: " + InMenu(TextAddress());
+      return "&Text Me At: " + Doubled(TextAddress());
     default:
       return "Alerts to: (unconfigured)";
   }

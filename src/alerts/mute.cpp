@@ -24,7 +24,7 @@ std::optional<Millis> ParseIsoText(const std::string& text) {
 }  // namespace
 
 Mute::Mute(Choice<std::string>& until, const LocalClock& clock, EventLoop& loop)
-    : until_(until), clock_(clock), muteTimer_(loop.CreateTimer("MuteTimer", 1000, [this] { OnTick(); })) {}
+    : until_(until), clock_(clock), muteTimer_(loop.CreateTimer("MuteTimer", 1000, [this] { IsMuted(); })) {}
 
 void Mute::Open() {
   until_.Read();
@@ -67,7 +67,5 @@ std::string Mute::Text() {
   const bool isTomorrow = *end_ % kDay == 0;
   return isTomorrow ? "Muted until tomorrow" : "Muted until " + TimeOfDayText(*end_);
 }
-
-void Mute::OnTick() { IsMuted(); }
 
 }  // namespace pallomir

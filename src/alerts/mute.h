@@ -32,7 +32,6 @@ class Mute {
 
  private:
   void Take(const std::string& stored);
-  void OnTick();
 
   Choice<std::string>& until_;
   const LocalClock& clock_;

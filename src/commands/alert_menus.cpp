@@ -10,13 +10,8 @@
 namespace pallomir {
 namespace {
 
-// Behind an access key; a "&" of the name itself is no other one.
 std::string CarrierCaption(const std::string& accessKey, const std::string& name, const std::string& domain) {
-  std::string text = name;
-  text.append(" (").append(domain).append(")");
-  std::string caption = "&" + accessKey;
-  for (const char c : text) caption.append(c == '&' ? 2 : 1, c);
-  return caption;
+  return "&" + accessKey + Doubled(name + " (" + domain + ")");
 }
 
 }  // namespace

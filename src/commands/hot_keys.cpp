@@ -75,6 +75,19 @@ std::vector<KeyOfCommand> KeysByLine() {
 
 bool NeedsUnit(Command command) { return command == Command::kOnlyUnit || command == Command::kToggleUnit; }
 
+std::optional<GivenCommand> Find(int modifiers, char key, bool whileDrawing) {
+  for (const CommandRow& row : CommandTable()) {
+    for (const HotKey& hotKey : row.keys) {
+      if (hotKey.whileDrawing != whileDrawing || hotKey.modifiers != modifiers || !IsFor(hotKey, key))
+        continue;
+      const int position = static_cast<int>(std::string_view(hotKey.keys).find(key));
+      const int number = hotKey.number + (hotKey.isPosition ? position : 0);
+      return GivenCommand{row.command, hotKey.isNumber ? key - '0' : number};
+    }
+  }
+  return std::nullopt;
+}
+
 void AppendLine(std::string& column, const std::string& line) {
   if (!column.empty()) column += "\r\n";
   column += line;
@@ -93,27 +106,11 @@ std::string KeysText(const HotKey& key) {
 }  // namespace
 
 std::optional<GivenCommand> FindKeyCommand(int modifiers, char key, int unitCount) {
-  for (const CommandRow& row : CommandTable()) {
-    for (const HotKey& hotKey : row.keys) {
-      if (hotKey.whileDrawing || hotKey.modifiers != modifiers || !IsFor(hotKey, key)) continue;
-      const int number = hotKey.isNumber ? key - '0' : hotKey.number;
-      if (NeedsUnit(row.command) && number > unitCount) return std::nullopt;
-      return GivenCommand{row.command, number};
-    }
-  }
-  return std::nullopt;
+  const auto given = Find(modifiers, key, false);
+  return given && NeedsUnit(given->command) && given->number > unitCount ? std::nullopt : given;
 }
 
-std::optional<GivenCommand> FindDrawingCommand(int modifiers, char key) {
-  for (const CommandRow& row : CommandTable()) {
-    for (const HotKey& hotKey : row.keys) {
-      if (!hotKey.whileDrawing || hotKey.modifiers != modifiers || !IsFor(hotKey, key)) continue;
-      const int position = static_cast<int>(std::string_view(hotKey.keys).find(key));
-      return GivenCommand{row.command, hotKey.number + (hotKey.isPosition ? position : 0)};
-    }
-  }
-  return std::nullopt;
-}
+std::optional<GivenCommand> FindDrawingCommand(int modifiers, char key) { return Find(modifiers, key, true); }
 
 std::string MenuKeyText(Command command, int index) {
   for (const CommandRow& row : CommandTable()) {

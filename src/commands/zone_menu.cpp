@@ -22,16 +22,6 @@ int IdentifierOf(ZoneOrdinal zone, EntryOffset offset) {
   return (counted | kFirstIdentifier) + offset;
 }
 
-// In menus an "&" stands before an access key; two stand for one.
-std::string Doubled(const std::string& text) {
-  std::string doubled;
-  for (const char c : text) {
-    doubled += c;
-    if (c == '&') doubled += c;
-  }
-  return doubled;
-}
-
 std::string LabelAt(int depth) { return depth == 1 ? "Zone" : "Subzone"; }
 
 // "Alerted Zone".

@@ -44,6 +44,12 @@ Item* FindArrayParent(Item& bar, Command array) {
 
 }  // namespace
 
+std::string Doubled(std::string_view text) {
+  std::string doubled;
+  for (const char c : text) doubled.append(c == '&' ? 2 : 1, c);
+  return doubled;
+}
+
 MenuItem* MenuModel::Find(Command command, int index) { return FindCommand(bar, command, index); }
 
 const MenuItem* MenuModel::Find(Command command, int index) const { return FindCommand(bar, command, index); }

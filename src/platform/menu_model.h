@@ -33,6 +33,9 @@ struct MenuItem {
   bool IsMenu() const { return !children.empty() || fill; }
 };
 
+/// A text as it stands in a caption: two "&" for one, which else stands before an access key.
+std::string Doubled(std::string_view text);
+
 /// All menus of the menu holder: a bar of menus.
 class MenuModel {
  public:
