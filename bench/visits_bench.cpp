@@ -9,6 +9,7 @@
 #include <fstream>
 #include <random>
 
+#include "fakes/temporary_folder.h"
 #include "gate_table.h"
 #include "journal/sqlite_database.h"
 #include "reports/visit_search.h"
@@ -59,38 +60,30 @@ class Wanderer {
   std::int32_t north_ = 60'000, east_ = 0, driftNorth_ = 0, driftEast_ = 0;
 };
 
-/// A data folder of units with so many full files each, gone with the program.
+/// A data folder of units with so many full files each.
 class MadeFolder {
  public:
   MadeFolder(int units, int files) {
-    std::string pattern = (fs::temp_directory_path() / "pallomir-bench-XXXXXX").string();
-    path_ = ::mkdtemp(pattern.data());
     for (int unit = 0; unit < units; ++unit) {
       units_.push_back("00000000000" + std::string(1, static_cast<char>('A' + unit)));
-      fs::create_directories(path_ / units_.back());
+      fs::create_directories(Path() / units_.back());
       Wanderer track(static_cast<unsigned>(unit + 1));
       for (int file = 0; file < files; ++file)
-        WriteFile(path_ / units_.back() / std::to_string(100'000 + file), track);
+        WriteFile(Path() / units_.back() / std::to_string(100'000 + file), track);
     }
   }
-  ~MadeFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  MadeFolder(const MadeFolder&) = delete;
-  MadeFolder& operator=(const MadeFolder&) = delete;
 
-  const fs::path& Path() const { return path_; }
+  const fs::path& Path() const { return folder_.Path(); }
   const std::vector<std::string>& Units() const { return units_; }
 
  private:
   static void WriteFile(const fs::path& file, Wanderer& track) {
     Bytes bytes;
     for (std::size_t i = 0; i < kRecordsPerPacket; ++i) AppendFileRecord(bytes, track.Next());
-    std::ofstream(file, std::ios::binary) << AsText(bytes);
+    fakes::WriteFile(file, std::string(AsText(bytes)));
   }
 
-  fs::path path_;
+  fakes::TemporaryFolder folder_;
   std::vector<std::string> units_;
 };
 
@@ -160,13 +153,9 @@ class Database {
 
   // Visits are runs of inside records among all of them, newest first.
   std::vector<Visit> VisitsByTable() {
-    const PositionBox box = Area().Box();
     SqliteStatement rows = database_.Prepare(
         "SELECT time, lat BETWEEN ? AND ? AND lng BETWEEN ? AND ? FROM record ORDER BY time DESC");
-    rows.Bind(1, box.minLatitude)
-        .Bind(2, box.maxLatitude)
-        .Bind(3, box.minLongitude)
-        .Bind(4, box.maxLongitude);
+    BindBox(rows);
     std::vector<Visit> visits;
     Visit open;
     while (visits.size() < kMostVisits && rows.Step()) Take(rows, open, visits);
@@ -176,14 +165,10 @@ class Database {
   // The inside records from the tree, and for each its neighbour in time: where that is another one, a run
   // ends.
   std::vector<Visit> VisitsByTree() {
-    const PositionBox box = Area().Box();
     SqliteStatement rows = database_.Prepare(
         "SELECT time, (SELECT max(time) FROM record WHERE record.time < place.time) FROM place "
         "WHERE minLat >= ? AND maxLat <= ? AND minLng >= ? AND maxLng <= ? ORDER BY time DESC");
-    rows.Bind(1, box.minLatitude)
-        .Bind(2, box.maxLatitude)
-        .Bind(3, box.minLongitude)
-        .Bind(4, box.maxLongitude);
+    BindBox(rows);
     std::vector<Visit> visits;
     std::int64_t next = -1;
     while (rows.Step()) {
@@ -200,6 +185,12 @@ class Database {
   }
 
  private:
+  static void BindBox(SqliteStatement& rows) {
+    const PositionBox box = Area().Box();
+    int at = 0;
+    for (const std::int32_t side : {box.minLatitude, box.maxLatitude, box.minLongitude, box.maxLongitude})
+      rows.Bind(++at, side);
+  }
   static void Take(const SqliteStatement& rows, Visit& open, std::vector<Visit>& visits) {
     const auto time = static_cast<std::uint32_t>(rows.Integer(0));
     if (rows.Integer(1) != 0) {

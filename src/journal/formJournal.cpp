@@ -26,7 +26,10 @@ namespace {
 
 constexpr int kRefreshMilliseconds = 150;
 constexpr int kPlacedMilliseconds = 500;
+
+// Of what is chosen. To be marked as seen each entry takes a statement of its own.
 constexpr std::size_t kMostCopied = 100'000;
+constexpr std::size_t kMostChosen = 10'000;
 
 QTimer* OneShot(QObject* owner, int milliseconds, std::function<void()> then) {
   auto* timer = new QTimer(owner);
@@ -231,10 +234,10 @@ void formJournal::ShowNote(const std::string& text) {
   ShowButtons();
 }
 
-std::vector<std::size_t> formJournal::Chosen() const {
+std::vector<std::size_t> formJournal::Chosen(std::size_t most) const {
   std::vector<std::size_t> rows;
   for (const QItemSelectionRange& range : table_->selectionModel()->selection()) {
-    for (int row = range.top(); row <= range.bottom() && rows.size() < kMostCopied; ++row)
+    for (int row = range.top(); row <= range.bottom() && rows.size() < most; ++row)
       rows.push_back(static_cast<std::size_t>(row));
   }
   std::ranges::sort(rows);
@@ -249,14 +252,14 @@ void formJournal::ShowPlace() {
 
 void formJournal::Acknowledge() {
   std::vector<std::int64_t> ids;
-  for (const std::size_t row : Chosen()) {
+  for (const std::size_t row : Chosen(kMostChosen)) {
     if (const JournalEntry* entry = list_.At(row)) ids.push_back(entry->id);
   }
   actions_.acknowledge(std::move(ids));
 }
 
 void formJournal::Copy() {
-  const auto rows = Chosen();
+  const auto rows = Chosen(kMostCopied);
   if (!rows.empty()) QGuiApplication::clipboard()->setText(QString::fromStdString(list_.TextOf(rows)));
 }
 

@@ -46,7 +46,7 @@ class formJournal : public QDialog {
   void ShowButtons();
   void RestorePlace(const std::string& place);
   void TellPlace();
-  std::vector<std::size_t> Chosen() const;
+  std::vector<std::size_t> Chosen(std::size_t most) const;
 
   void ShowPlace();
   void Acknowledge();

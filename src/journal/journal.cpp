@@ -109,7 +109,7 @@ std::string Journal::UnitIdOf(std::size_t k) const {
   return unit == units_.unitById.end() ? std::string() : unit->first;
 }
 
-void Journal::Acknowledge(std::vector<std::int64_t> ids) {
+void Journal::Acknowledge(std::span<const std::int64_t> ids) {
   store_.Acknowledge(ids, clock_.NowUtc());
   host_.changed();
 }

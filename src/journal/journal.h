@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -43,7 +44,7 @@ class Journal {
   bool IsWorking() const { return finder_.HasWork() || !toAcknowledge_.empty(); }
 
   // What the user does.
-  void Acknowledge(std::vector<std::int64_t> ids);
+  void Acknowledge(std::span<const std::int64_t> ids);
   void AcknowledgeAll(const JournalFilter& filter);
 
  private:

@@ -27,7 +27,6 @@ class JournalExport {
                 std::function<void(const std::string&)> done);
   ~JournalExport() { Drop(); }
 
-  bool IsRunning() const { return file_.has_value(); }
   /// One that runs is dropped.
   void Start(const JournalFilter& filter, const std::filesystem::path& file);
   void Drop();

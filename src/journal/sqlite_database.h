@@ -21,7 +21,6 @@ class SqliteStatement {
   bool Step();
   /// Runs it to its end and makes it ready for other values.
   bool Run();
-  void Reset();
 
   std::int64_t Integer(int column) const;
   bool IsNull(int column) const;
@@ -29,6 +28,8 @@ class SqliteStatement {
   bool HasFailed() const { return hasFailed_; }
 
  private:
+  void Reset();
+
   struct Finalize {
     void operator()(sqlite3_stmt* statement) const;
   };

@@ -3,7 +3,6 @@
 #include "alerts/staleness.h"
 #include "commands/alert_menus.h"
 #include "commands/unit_menu.h"
-#include "tracking/data_age.h"
 
 namespace pallomir {
 
@@ -71,7 +70,10 @@ void AlertJoints::Open() {
 // They show what is so when they open.
 void AlertJoints::FillUnitMenus() {
   menus_.At(Command::kUnits).fill = [this](MenuItem& menu) {
-    MarkStaleUnits(menu, units_.List(), [this](const MobileUnit& unit) { return IsUnitStale(unit); });
+    MarkStaleUnits(menu, units_.List(), [this](const MobileUnit& unit) {
+      return IsUnitStale(units_.Book(), feed_.Points(), unit.id, ports_.clock.NowUtc(),
+                         choices_.staleIndex.Value());
+    });
   };
   menus_.At(Command::kNowAlertsUnits).fill = [this](MenuItem& menu) {
     FillNowUnits(menus_, menu, units_.List());
@@ -101,12 +103,6 @@ void AlertJoints::ShowMute() {
   if (isMuted) signal_.Silence();
   ShowMuteChoice(menus_, mute_.Text());
   view_.ShowMute(isMuted, mute_.Text());
-}
-
-bool AlertJoints::IsUnitStale(const MobileUnit& unit) const {
-  const std::size_t k = units_.Book().EnabledPositionOf(unit.id);
-  const Millis now = ports_.clock.NowUtc();
-  return k > 0 && IsStale(NewestOfUnit(feed_.Points(), k, now), now, choices_.staleIndex.Value());
 }
 
 }  // namespace pallomir

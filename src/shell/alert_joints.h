@@ -32,7 +32,6 @@ class AlertJoints final : public Joint {
   void FillUnitMenus();
   void ShowSignal();
   void ShowMute();
-  bool IsUnitStale(const MobileUnit& unit) const;
 
   const Ports& ports_;
   AlertView& view_;

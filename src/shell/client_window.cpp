@@ -1,6 +1,3 @@
-#include <string>
-#include <utility>
-
 #include "commands/unit_menu.h"
 #include "shell/client.h"
 

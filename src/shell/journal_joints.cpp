@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "alerts/staleness.h"
-#include "tracking/data_age.h"
 #include "ui/replace_question.h"
 
 namespace pallomir {
@@ -19,7 +18,10 @@ JournalJoints::JournalJoints(const JoinedRooms& rooms, ZoneJoints& zones)
               [this](const std::string& text) { view_.ShowJournalNote(text); }),
       notices_(ports_.desktop.notifier, ports_.clock, rooms.localClock, choices_.notifies) {
   store_.failed = [this](const std::string& why) { ports_.trace.Line("journal: " + why); };
-  list_.isStale = [this](const std::string& unitId) { return IsStale(unitId); };
+  list_.isStale = [this](const std::string& unitId) {
+    return IsUnitStale(rooms_.units.Book(), rooms_.feed.Points(), unitId, ports_.clock.NowUtc(),
+                       rooms_.choices.alerts.staleIndex.Value());
+  };
   zones_.zonesChanged = [this] { TakeZones(); };
   rooms.handlers.Set(Command::kJournal, [this](int) { Show(); });
 }
@@ -74,7 +76,7 @@ void JournalJoints::Show() {
   if (!journal_) return;
   JournalView::Actions actions;
   actions.show = [this](const JournalEntry& entry) { ShowPlace(entry); };
-  actions.acknowledge = [this](std::vector<std::int64_t> ids) { journal_->Acknowledge(std::move(ids)); };
+  actions.acknowledge = [this](const std::vector<std::int64_t>& ids) { journal_->Acknowledge(ids); };
   actions.acknowledgeAll = [this] { journal_->AcknowledgeAll(list_.Filter()); };
   actions.save = [this] { Save(); };
   actions.notify = [this](bool on) { choices_.notifies.Store(on); };
@@ -107,13 +109,5 @@ void JournalJoints::Save() {
 }
 
 void JournalJoints::SaveAs(const std::filesystem::path& file) { export_.Start(list_.Filter(), file); }
-
-bool JournalJoints::IsStale(const std::string& unitId) const {
-  const std::size_t k = rooms_.units.Book().EnabledPositionOf(unitId);
-  const Millis now = ports_.clock.NowUtc();
-  return k > 0 && k <= rooms_.feed.Points().UnitCount() &&
-         pallomir::IsStale(NewestOfUnit(rooms_.feed.Points(), k, now), now,
-                           rooms_.choices.alerts.staleIndex.Value());
-}
 
 }  // namespace pallomir

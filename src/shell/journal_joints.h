@@ -40,7 +40,6 @@ class JournalJoints final : public Joint {
   void Save();
   void SaveAs(const std::filesystem::path& file);
   void Alert(const JournalEntry& entry);
-  bool IsStale(const std::string& unitId) const;
 
   JoinedRooms rooms_;
   const Ports& ports_;

@@ -8,6 +8,7 @@
 #include "base/number_format.h"
 #include "map/page_fields.h"
 #include "map/projection.h"
+#include "zones/zone_path.h"
 
 namespace pallomir {
 namespace {
@@ -205,7 +206,7 @@ void ZoneJoints::PointerLeft() {
 
 void ZoneJoints::OnPointerRests() {
   pointerRest_->SetEnabled(false);
-  const std::string path = zones_->ShortPathText(zones_->ZoneAt(pointerLat_, pointerLng_));
+  const std::string path = ZonePathText(zones_->Tree(), zones_->ZoneAt(pointerLat_, pointerLng_));
   if (!path.empty()) view_.ShowPath(path);
 }
 

@@ -18,19 +18,24 @@ std::size_t CountOfNow(std::span<const DataPoint> points, Millis nowUtc) {
                                   points.begin());
 }
 
+std::optional<Millis> LastOf(std::span<const DataPoint> points, std::size_t count) {
+  return count > 0 ? DecodePackedTime(points[count - 1].time) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<Millis> NewestOfUnit(const PointStore& store, std::size_t k, Millis nowUtc) {
   const auto points = store.Track(k).Points();
-  const std::size_t count = CountOfNow(points, nowUtc);
-  return count > 0 ? DecodePackedTime(points[count - 1].time) : std::nullopt;
+  return LastOf(points, CountOfNow(points, nowUtc));
 }
 
 NewestData NewestDataAt(const PointStore& store, Millis nowUtc) {
   NewestData newest;
   for (std::size_t k = 1; k <= store.UnitCount(); ++k) {
-    newest.datedLater += store.Track(k).Points().size() - CountOfNow(store.Track(k).Points(), nowUtc);
-    newest.utc = std::max(newest.utc, NewestOfUnit(store, k, nowUtc));
+    const auto points = store.Track(k).Points();
+    const std::size_t count = CountOfNow(points, nowUtc);
+    newest.datedLater += points.size() - count;
+    newest.utc = std::max(newest.utc, LastOf(points, count));
   }
   return newest;
 }

@@ -76,8 +76,10 @@ std::optional<ZoneOrdinal> Zones::Find(const Reference& reference) {
 
 bool Zones::MayChange() {
   if (drawing_) return false;
-  if (isImporting_) questions_.Tell("Zones are being imported. Try again when they are there.");
-  if (isImporting_) return false;
+  if (isImporting_) {
+    questions_.Tell("Zones are being imported. Try again when they are there.");
+    return false;
+  }
   if (store_.WhyReadOnly().empty()) return true;
   questions_.Tell(store_.WhyReadOnly(), "Pallomir", Question::Icon::kExclamation);
   return false;

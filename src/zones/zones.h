@@ -10,7 +10,6 @@
 #include "platform/event_loop.h"
 #include "ui/question_queue.h"
 #include "zones/zone_list_sender.h"
-#include "zones/zone_path.h"
 #include "zones/zone_store.h"
 #include "zones/zones_view.h"
 
@@ -94,8 +93,6 @@ class Zones {
   bool IsAlertPosition(double lat, double lng) { return store_.Projected().AlertPosition(lat, lng).isAlert; }
   /// The descriptions of the zones on the way to this one, outermost first, each followed by `end`.
   std::string PathText(ZoneOrdinal zone, const std::string& end = "\r\n") const;
-  /// The same in a line, as a name of the zone.
-  std::string ShortPathText(ZoneOrdinal zone) const { return ZonePathText(Tree(), zone); }
 
  private:
   /// A zone of the list as it was when something was asked about it. The list may be another one when the
