@@ -64,15 +64,6 @@ TEST_F(AlertSignalTest, APersistentOneRepeatsWhenThePlayHasEndedAndASecondHasPas
   }
 }
 
-TEST_F(AlertSignalTest, FurtherStartsAreIgnoredWhileItPersists) {
-  StartPersistent(200);
-  loop_.Advance(500);
-  signal_.Start();
-  EXPECT_THAT(player_.plays, SizeIs(1));
-  EXPECT_EQ(view_.shown, 1);
-  EXPECT_TRUE(signal_.IsPersisting());
-}
-
 TEST_F(AlertSignalTest, ClosingTheWindowLetsThePlayFinishAndStartsNoOther) {
   StartPersistent(3000);
   loop_.Advance(1500);

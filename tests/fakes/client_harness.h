@@ -45,6 +45,13 @@ class ClientHarness {
             view, view, zonesView, alertView, journalView, pointTableView, visitsView};
   }
 
+  /// The next run of the program; it is not loaded yet.
+  void Restart() {
+    client->Unload();
+    client.reset();
+    MakeClient();
+  }
+
   /// These fakes behind other views and another window.
   Ports PortsFor(const Views& views, MainWindow& main) {
     return {.views = views,

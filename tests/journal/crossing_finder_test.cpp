@@ -250,16 +250,6 @@ TEST(CrossingFinder, ScheduleOfTheZoneThatDecides) {
   EXPECT_EQ(alerts, "23 12:00 1 24 05:00 0 ");
 }
 
-TEST(CrossingFinder, ChangedZonesAreSilent) {
-  Found found;
-  found.finder.SetZones(ZoneTreeBuilder(ZoneKind::kAlerted).Build());
-  found.Add({Point(kNoon, 40.02, -75.02), Point(kNoon + kMinute, 40.02, -74.98)});
-  found.finder.SetZones(Nested());
-  EXPECT_FALSE(found.finder.HasWork());
-  found.Add({Point(kNoon + 2 * kMinute, 40.02, -74.94)});
-  EXPECT_EQ(found.Text(), "12:01:15 out1! 12:01:30 out0 in2!");
-}
-
 TEST(CrossingFinder, OverTheDateLine) {
   ZoneTreeBuilder builder(ZoneKind::kAlerted);
   builder.Append(1, {"", "west"}, Square(-1, -180, 2));
@@ -268,16 +258,6 @@ TEST(CrossingFinder, OverTheDateLine) {
   found.finder.SetZones(builder.Build());
   found.Add({Point(kNoon, 0, 179), Point(kNoon + kMinute, 0, -179), Point(kNoon + 2 * kMinute, 0, 178)});
   EXPECT_EQ(found.Text(), "12:00:30 in0! 12:01:20 out0");
-}
-
-TEST(CrossingFinder, AnEdgeWithoutAnEndIsNoBorder) {
-  const std::vector<ZoneVertex> cap{{40, -180}, {40, 180}, {90, 180}, {90, -180}};
-  ZoneTreeBuilder builder(ZoneKind::kAlerted);
-  builder.Append(1, {"", "cap"}, cap);
-  Found polar;
-  polar.finder.SetZones(builder.Build());
-  polar.Add({Point(kNoon, 30, 0), Point(kNoon + kMinute, 50, 0)});
-  EXPECT_LE(polar.journal.size(), 1u);
 }
 
 }  // namespace

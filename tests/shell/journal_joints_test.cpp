@@ -85,9 +85,8 @@ TEST_F(JournalJointsTest, ItOutlastsTheRunAndAReloadAddsNothing) {
   EXPECT_THAT(notifier.shown, SizeIs(1));
   journalView.actions.notify(false);
   journalView.actions.moved("1,2,300,400");
-  client->Unload();
+  Restart();
   EXPECT_FALSE(journalView.list);
-  MakeClient();
   Start();
   Key('J');
   journalView.list->Refresh();

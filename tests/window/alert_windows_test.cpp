@@ -46,9 +46,8 @@ class AlertWindowsTest : public WindowHarness {
   int closed_ = 0;
 };
 
-TEST_F(AlertWindowsTest, ThePersistentWindowLiesOverTheMiddleAndSaysWhatClosesIt) {
+TEST_F(AlertWindowsTest, ThePersistentWindowLiesOverTheMiddle) {
   StartAndShow();
-  EXPECT_EQ(persist_->findChild<QLabel*>()->text(), "Click mouse or press any key to disable alert sound");
   const QPoint off = persist_->frameGeometry().center() - window_.geometry().center();
   EXPECT_LE(off.manhattanLength(), 8) << "but for the frame";
   windows_.HidePersist();
