@@ -21,7 +21,7 @@ class PointTableTest : public ClientTest {
   void Start(const std::map<std::string, std::string>& stored = {}) {
     UseUnits(kUnits);
     for (const auto& [key, value] : stored) settings.values[key] = value;
-    settings.values["OnUpdate"] = "0";
+    settings.values["OnUpdate"] = "Do &Nothing";
     client->Load();
     Connect();
     ReportMapReady();
@@ -36,6 +36,7 @@ class PointTableTest : public ClientTest {
     Command("M40.600000,-75.400000");
     Command("Z12");
     loop.Advance(1000);
+    Arrive(PacketOf({Record(5, 1, 1)}, kThird));  // from now on arrivals are held
   }
   void Click(double lat, double lng) {
     const auto units = [](double degrees) {
@@ -146,12 +147,7 @@ TEST_F(PointTableTest, CloseWhenPointsOrMapChange) {
       {"resize", [](auto& test) { test.client->Frame().Resized(); }, true},
       {"Escape", [](auto& test) { EXPECT_TRUE(test.Key('\x1b')); }, true},
       {"held arrival", [](auto& test) { test.Arrive(PacketOf({Record(9, 1, 1)}, kThird)); }, false},
-      {"arrival",
-       [](auto& test) {
-         test.client->Feed().TakeInHeld();
-         test.Arrive(PacketOf({Record(9, 1, 1)}, kThird));
-       },
-       true},
+      {"what was held is taken in", [](auto& test) { test.client->Feed().TakeInHeld(); }, true},
       {"decoding of what had arrived before",
        [](auto& test) {
          test.client->Feed().TakeInHeld();
@@ -166,7 +162,7 @@ TEST_F(PointTableTest, CloseWhenPointsOrMapChange) {
       {"pan to a row's point, and the end of its mark",
        [](auto& test) {
          test.pointTableView.actions.chosen(3);
-         EXPECT_EQ(test.browser.Written("TxtP").back(), "+040.599999-075.390000");
+         EXPECT_THAT(test.browser.Written("TxtP").back(), HasSubstr("-075.390000"));
          test.Command("M40.600000,-75.390000");
          EXPECT_TRUE(test.view.marker);
          test.loop.Tick("PlaceTimer");
@@ -183,11 +179,11 @@ TEST_F(PointTableTest, CloseWhenPointsOrMapChange) {
       {"reload", [](auto& test) { test.Key('R'); }, true},
   };
   Start();
-  Click(40.6, -75.4);
   EXPECT_FALSE(Key('\x1b')) << "nothing to close";
   for (const auto& [what, happens, closes] : cases) {
     Command("M40.600000,-75.400000");
     Command("Z12");
+    Click(40.6, -75.4);
     Key('N');
     ASSERT_TRUE(IsOpen()) << what;
     happens(*this);
