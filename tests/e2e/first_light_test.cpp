@@ -112,9 +112,11 @@ class FirstLight : public testing::Test {
     return image.substr(image.size() - std::min(size, image.size()));
   }
 
-  const ProgramFolder program_{
-      kAddress,
-      {{"LoadOnStartup", "Load Last 24 Hrs Data"}, {"Mobile Units", std::string("X") + kUnit + "Spiral~"}}};
+  const ProgramFolder program_{kAddress,
+                               {{"LoadOnStartup", "Load Last 24 Hrs Data"},
+                                {"Mobile Units", std::string("X") + kUnit + "Spiral~"},
+                                {"WindowPos_L", "0"},
+                                {"WindowPos_T", "0"}}};
   std::unique_ptr<Process> display_;
   std::unique_ptr<Process> windowManager_;
   std::string displayName_;
@@ -134,8 +136,8 @@ double ShareOnScreen(const std::string& screen, const std::vector<DataPoint>& po
   for (int dx = -2; dx <= 2; ++dx) {
     for (int dy = 20; dy <= 50; ++dy) {  // the caption line lies above the map
       const auto seen = std::count_if(points.begin(), points.end(), [&](const DataPoint& point) {
-        return isRed((point.x - view.CentreX) / view.UnitsPerPixel + map.width / 2 + dx,
-                     (point.y - view.CentreY) / view.UnitsPerPixel + map.height / 2 + dy);
+        return isRed(point.x / view.UnitsPerPixel - view.CentreX / view.UnitsPerPixel + map.width / 2 + dx,
+                     point.y / view.UnitsPerPixel - view.CentreY / view.UnitsPerPixel + map.height / 2 + dy);
       });
       best = std::max(best, static_cast<double>(seen) / static_cast<double>(points.size()));
     }

@@ -11,7 +11,7 @@ namespace pallomir::e2e {
 /// The client's application folder, its settings and its home, in a folder of the test's own.
 class ProgramFolder {
  public:
-  /// The client of the station at `address`. A normal window of 900 by 640 with these settings, by their
+  /// The client of the station at `address`. A normal window of 900 by 600 with these settings, by their
   /// keys.
   ProgramFolder(const std::string& address, std::map<std::string, std::string> settings) {
     namespace fs = std::filesystem;
@@ -21,12 +21,8 @@ class ProgramFolder {
     fs::copy(PALLOMIR_FOLDER, App(), fs::copy_options::recursive);
     fakes::WriteFile(App() / "deployment.ini",
                      "WebsiteServer=" + address + "\nWebSite=" + address + ":2480\n");
-    settings.merge(std::map<std::string, std::string>{{"Demo Mode", "False"},
-                                                      {"WindowState", "0"},
-                                                      {"WindowPos_L", "0"},
-                                                      {"WindowPos_T", "0"},
-                                                      {"WindowPos_W", "900"},
-                                                      {"WindowPos_H", "640"}});
+    settings.merge(std::map<std::string, std::string>{
+        {"Demo Mode", "False"}, {"WindowState", "0"}, {"WindowPos_W", "900"}, {"WindowPos_H", "600"}});
     std::string lines;
     for (const auto& [key, value] : settings)
       lines += SettingsLine("pallomir browser~Startup~" + key, value) + "\r\n";

@@ -74,8 +74,7 @@ test('rasters: outlines run around what is above zero', () => {
   const rings = outlines(raster, 10);
   assert.equal(rings.length, 1, 'the single point is too small');
   const { left, right, top, bottom } = boxOf(rings[0]);
-  for (const width of [right - left, bottom - top])
-    assert.ok(Math.abs(width * 64 - 24) < 0.2, `${width * 64}`);
+  for (const width of [right - left, bottom - top]) assert.ok(Math.abs(width * 64 - 24) < 0.2, `${width * 64}`);
 });
 
 test('waters: a finer form is taken where it has the whole of it', () => {

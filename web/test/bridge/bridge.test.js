@@ -13,9 +13,8 @@ function recordingQueue(form) {
   const seen = [];
   const queue = new FieldQueue((run) => deferred.push(run));
   queue.watch(form);
-  const handlers = Object.fromEntries(
-    form.elements.map((field) => [field.name, (text) => seen.push(`${field.name}=${text}`)]),
-  );
+  const handlers = {};
+  for (const { name } of form.elements) handlers[name] = (text) => seen.push(`${name}=${text}`);
   const runAll = () => {
     while (deferred.length > 0) deferred.shift()();
   };

@@ -80,19 +80,22 @@ test('questions: an answer about another tile or of another kind settles nothing
   assert.deepEqual(answered, []);
 });
 
-test('questions: what is not answered is repeated, and a late twin does not answer the next', () => {
-  const { clock, sent, answered, questions } = startQuestions();
-  questions.ask('T', A);
-  questions.ask('T', B);
-  clock.pass(PATIENCE_MS);
-  assert.deepEqual(sent, ['T' + A, 'T' + A]);
-  questions.answer('T', 'blank_x.png');
-  questions.answer('T', 'blank_x.png');
-  assert.deepEqual(answered, [`T${A}=blank_x.png`]);
-  clock.pass(SETTLE_MS);
-  assert.equal(sent.at(-1), 'T' + B);
-  questions.answer('T', '0001' + B + '.png');
-  assert.equal(answered.at(-1), `T${B}=0001${B}.png`);
+test('questions: what is not answered is repeated, and a late answer is not taken for the next tile', () => {
+  for (const hasLeft of [false, true]) {
+    const { clock, sent, answered, questions } = startQuestions();
+    questions.ask('T', A);
+    clock.pass(0);
+    if (hasLeft) questions.forget('T', A);
+    questions.ask('T', B);
+    clock.pass(PATIENCE_MS);
+    assert.deepEqual(sent, ['T' + A, 'T' + A]);
+    questions.answer('T', 'blank_x.png');
+    questions.answer('T', 'blank_x.png');
+    clock.pass(SETTLE_MS);
+    assert.equal(sent.at(-1), 'T' + B);
+    questions.answer('T', '0001' + B + '.png');
+    assert.deepEqual(answered, [...(hasLeft ? [] : [`T${A}=blank_x.png`]), `T${B}=0001${B}.png`]);
+  }
 });
 
 test('questions: a tile out of view is not asked for, not repeated, and its answer is dropped', () => {
@@ -105,21 +108,6 @@ test('questions: a tile out of view is not asked for, not repeated, and its answ
   questions.answer('T', 'blank_x.png');
   clock.pass(3 * PATIENCE_MS);
   assert.deepEqual([sent, answered], [['T' + A], []]);
-});
-
-test('questions: the late answer for a tile that left the view is not taken for the next tile', () => {
-  const { clock, sent, answered, questions } = startQuestions();
-  questions.ask('T', A);
-  clock.pass(0);
-  questions.forget('T', A);
-  questions.ask('T', B);
-  clock.pass(PATIENCE_MS);
-  questions.answer('T', 'blank_x.png');
-  questions.answer('T', 'blank_x.png');
-  clock.pass(SETTLE_MS);
-  assert.deepEqual([sent.at(-1), answered], ['T' + B, []]);
-  questions.answer('T', '0001' + B + '.png');
-  assert.deepEqual(answered, [`T${B}=0001${B}.png`]);
 });
 
 test('questions: a new generation asks again for the tile whose answer is still to come', () => {

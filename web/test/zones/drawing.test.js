@@ -143,19 +143,16 @@ test('drawing: the state of the bar', () => {
 test('drawing: a crossing is told once the hand rests, and no longer than it is there', () => {
   const { drawing, shown } = page;
   drawing.startNew();
-  draw(BOW);
-  mock.timers.tick(200);
-  assert.equal(shown.size, 0);
-  mock.timers.tick(100);
-  assert.match([...shown.values()].join(), /crosses itself/);
-  draw(SQUARE);
-  mock.timers.tick(300);
-  assert.equal(shown.size, 0);
-  draw(BOW);
-  mock.timers.tick(300);
-  drawing.cancel();
-  mock.timers.tick(300);
-  assert.equal(shown.size, 0);
+  for (const end of [() => draw(SQUARE), () => drawing.cancel()]) {
+    draw(BOW);
+    mock.timers.tick(200);
+    assert.equal(shown.size, 0);
+    mock.timers.tick(100);
+    assert.match([...shown.values()].join(), /crosses itself/);
+    end();
+    mock.timers.tick(300);
+    assert.equal(shown.size, 0);
+  }
 });
 
 test('drawing: corners of the others attract within eight pixels', () => {
@@ -172,12 +169,11 @@ test('drawing: corners of the others attract within eight pixels', () => {
 test('drawing: Enter without a crosshair finishes; a walk around the world takes the shape along', () => {
   const { drawing, take } = page;
   drawing.startEdit(0);
-  drawing.keys.isShown = true;
-  drawing.enter(false);
-  assert.deepEqual(take(), []);
-  drawing.keys.isShown = false;
-  drawing.enter(false);
-  assert.equal(take().length, 1);
+  for (const isShown of [true, false]) {
+    drawing.keys.isShown = isShown;
+    drawing.enter(false);
+    assert.equal(take().length, isShown ? 0 : 1);
+  }
   for (const [centre, turned] of pairs(179, 0, -181, -1, -350, -2)) {
     page.centre = centre;
     drawing.onMoveEnd();
