@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "alerts/carriers.h"
-#include "fakes/fake_system.h"
+#include "fakes/room_ports.h"
 
 namespace pallomir {
 namespace {
@@ -22,7 +22,7 @@ TEST(AlertDelivery, AddressesAndNumbersAreLookedAtByTheirRules) {
   }
 }
 
-class AlertDeliveryTest : public testing::Test {
+class AlertDeliveryTest : public testing::Test, protected fakes::RoomPorts {
  protected:
   AlertDeliveryTest() {
     delivery_.changed = [this] { ++changes_; };
@@ -32,10 +32,6 @@ class AlertDeliveryTest : public testing::Test {
   void Answer(const std::string& text) { box_.AnswerIt({!text.empty(), text}); }
   const Question& Asked() const { return box_.shown.back(); }
 
-  fakes::FakeSettings settings_;
-  StoredChoices choices_{settings_, [](const std::string&) {}, [](const std::string&) {}};
-  fakes::FakeQuestionBox box_;
-  QuestionQueue questions_{box_};
   AlertDelivery delivery_{choices_.alerts, choices_.provider, questions_};
   int changes_ = 0;
 };

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "fakes/fake_alerts.h"
-#include "fakes/fake_system.h"
+#include "fakes/room_ports.h"
 
 namespace pallomir {
 namespace {
@@ -12,7 +12,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
 
-class AlertSignalTest : public testing::Test {
+class AlertSignalTest : public testing::Test, protected fakes::RoomPorts {
  protected:
   void Use(int mode, int sound = 4) {
     choices_.alerts.enabled.Store(mode);
@@ -24,13 +24,8 @@ class AlertSignalTest : public testing::Test {
     signal_.Start();
   }
 
-  fakes::FakeEventLoop loop_;
-  fakes::FakeSettings settings_;
-  StoredChoices choices_{settings_, [](const std::string&) {}, [](const std::string&) {}};
   fakes::FakeSoundPlayer player_{loop_};
   fakes::FakeAlertView view_;
-  std::vector<std::string> traced_;
-  Trace trace_{[] { return 0.0; }, [this](const std::string& line) { traced_.push_back(line); }};
   AlertSignal signal_{view_, player_, loop_, trace_, choices_.alerts, "/app/Alerts"};
 };
 

@@ -3,14 +3,12 @@
 #include <gmock/gmock.h>
 
 #include "alerts/staleness.h"
-#include "fakes/fake_event_loop.h"
-#include "fakes/fake_system.h"
-#include "settings/stored_choices.h"
+#include "fakes/room_ports.h"
 
 namespace pallomir {
 namespace {
 
-class MuteTest : public testing::Test {
+class MuteTest : public testing::Test, protected fakes::RoomPorts {
  protected:
   // 15:30 local time.
   MuteTest() {
@@ -18,11 +16,6 @@ class MuteTest : public testing::Test {
     mute_.changed = [this] { ++changes_; };
   }
 
-  fakes::FakeEventLoop loop_;
-  fakes::FakeClock clock_;
-  LocalClock localClock_{clock_};
-  fakes::FakeSettings settings_;
-  StoredChoices choices_{settings_, [](const std::string&) {}, [](const std::string&) {}};
   Mute mute_{choices_.alerts.muteUntil, localClock_, loop_};
   int changes_ = 0;
 };

@@ -60,6 +60,7 @@ TEST_F(ZoneMenuTest, WithoutZones) {
                                        "~&Redo", "&Import...", "~E&xport..."));
   Show({}, ZoneKind::kNonAlert);
   EXPECT_EQ(ZonesMenu()[0], "~( No Non-Alert Zones Defined)");
+  EXPECT_EQ(ZonesMenu()[3], "Change Top-Level Zone(s) to Alerted");
 }
 
 TEST_F(ZoneMenuTest, ZonesAndTheirSubmenus) {

@@ -5,9 +5,8 @@
 #include <cerrno>
 
 #include "dataserver/open_result.h"
-#include "fakes/fake_event_loop.h"
 #include "fakes/fake_programs.h"
-#include "fakes/fake_system.h"
+#include "fakes/room_ports.h"
 #include "fakes/temporary_folder.h"
 
 namespace pallomir {
@@ -17,7 +16,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class ServiceControlTest : public testing::Test {
+class ServiceControlTest : public testing::Test, protected fakes::RoomPorts {
  protected:
   ServiceControlTest() {
     std::filesystem::create_directory(host_);
@@ -28,10 +27,6 @@ class ServiceControlTest : public testing::Test {
   fakes::TemporaryFolder folder_;
   std::filesystem::path host_ = folder_.Path() / "ServiceName";
   fakes::FakeProgramStarter programs_;
-  fakes::FakeEventLoop loop_;
-  fakes::FakeQuestionBox box_;
-  QuestionQueue questions_{box_};
-  Trace trace_{[] { return 0.0; }, [](const std::string&) {}};
   ServiceControl control_{programs_, loop_, questions_, trace_, folder_.Path()};
 };
 

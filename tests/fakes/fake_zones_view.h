@@ -30,7 +30,7 @@ class FakeZonesView : public ZonesView {
     list = &model;
     listActions = std::move(does);
   }
-  void RefreshList() override {}
+  void RefreshList() override { ++listRefreshes; }
   void ShowPath(const std::string& text) override { path = text; }
   void HidePath() override { path.clear(); }
   void Close() override { answer = {}; }
@@ -52,6 +52,7 @@ class FakeZonesView : public ZonesView {
   std::function<void()> cancelProgress;
   const ZoneListModel* list = nullptr;
   ListActions listActions;
+  int listRefreshes = 0;
   std::string path;
 };
 

@@ -2,8 +2,8 @@
 
 #include <gmock/gmock.h>
 
-#include "fakes/fake_system.h"
 #include "fakes/fake_view.h"
+#include "fakes/room_ports.h"
 
 namespace pallomir {
 namespace {
@@ -11,15 +11,13 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class HotspotRoomTest : public testing::Test {
+class HotspotRoomTest : public testing::Test, protected fakes::RoomPorts {
  protected:
   HotspotRoomTest() {
     room_.changed = [this] { ++changes_; };
   }
 
-  fakes::FakeSettings settings_;
   fakes::FakeView view_;
-  StoredChoices choices_{settings_, [](const std::string&) {}, [](const std::string&) {}};
   HotspotRoom room_{view_, choices_.hotspots};
   int changes_ = 0;
 };

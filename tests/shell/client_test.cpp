@@ -385,6 +385,7 @@ TEST_F(ClientTest, ResizesTellThePageAndStoreThePlacementLater) {
   client->Frame().Resized();
   EXPECT_THAT(browser.Written("TxtP"), ElementsAre("+040.620000-075.370000"));
   EXPECT_EQ(browser.Written("TxtX").back(), "987");
+  EXPECT_EQ(browser.Written("TxtY").back(), "595");
   EXPECT_THAT(settings.saved, IsEmpty());
   loop.Advance(250);
   EXPECT_EQ(settings.saved["WindowPos_W"], "990");

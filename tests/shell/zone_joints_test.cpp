@@ -205,10 +205,12 @@ TEST_F(ZoneJointsTest, ZonesLeaveAndEnterByFiles) {
   Answer(zonesView.exportAnswer, file);
   EXPECT_EQ(Trouble(), "2 zones exported to " + file.string() + ".");
   box.AnswerIt();
+  const std::string exported = ReadFile(file);
   Choose(Command::kSwapZoneKind);
   Answer(zonesView.exportAnswer, file);
   EXPECT_THAT(Trouble(), HasSubstr("exists already"));
   box.AnswerIt({false, ""});
+  EXPECT_EQ(ReadFile(file), exported);
 
   Choose(Command::kImportZones);
   Answer(zonesView.importAnswer, file);
@@ -276,7 +278,9 @@ TEST_F(ZoneJointsTest, TheListOfZonesActs) {
   EXPECT_THAT(zonesView.list->Text(1, ZoneListModel::kArea), testing::EndsWith("sq mi"));
   Choose(Command::kUnitOfMeasureChoice, 1);
   EXPECT_THAT(zonesView.list->Text(1, ZoneListModel::kArea), testing::EndsWith("km²"));
+  zonesView.listRefreshes = 0;
   zonesView.listActions.rename(1, "Court");
+  EXPECT_GT(zonesView.listRefreshes, 0);
   EXPECT_THAT(ReadFile(File()), HasSubstr("\"Court\""));
   zonesView.listActions.zoom(1);
   EXPECT_THAT(LastWrite(), testing::AllOf(testing::StartsWith("TxtF="), testing::EndsWith("+005.500000")));

@@ -1,9 +1,8 @@
 #include <gmock/gmock.h>
 
 #include "base/packed_time.h"
-#include "fakes/fake_event_loop.h"
-#include "fakes/fake_system.h"
 #include "fakes/fake_view.h"
+#include "fakes/room_ports.h"
 #include "map/projection.h"
 #include "settings/choice_table.h"
 #include "timeline/map_marks.h"
@@ -19,10 +18,10 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 /// It is 15:30 of 22 November, five hours west of Greenwich. The window is that day from 3:00.
-class PanelsTest : public testing::Test {
+class PanelsTest : public testing::Test, protected fakes::RoomPorts {
  protected:
   PanelsTest() {
-    local_.TakeSystemZone();
+    localClock_.TakeSystemZone();
     onStartup_.Store(static_cast<int>(StartupChoice::kSinceThreeAm));
     pickers_.SetFirstWindow();
     store_.Reset(2);
@@ -40,18 +39,12 @@ class PanelsTest : public testing::Test {
     store_.Merge(k, std::vector{point});
   }
 
-  fakes::FakeEventLoop loop_;
-  fakes::FakeClock clock_;
-  LocalClock local_{clock_};
-  fakes::FakeSettings settings_;
   ChoiceComplaint complain_ = [](const std::string& text) { ADD_FAILURE() << text; };
   Choice<int> onStartup_{settings_, choice::kOnStartup, complain_};
   Choice<int> unitOfMeasure_{settings_, choice::kUnitOfMeasure, complain_};
   PointStore store_;
   UnitBook book_ = EnumerateUnits({{true, "0123456789AB", "First"}, {true, "0123456789AC", "Second"}});
-  DisplayedPoints points_{store_, book_, local_, unitOfMeasure_};
-  std::vector<std::string> traced_;
-  Trace trace_{[] { return 0.0; }, [this](const std::string& line) { traced_.push_back(line); }};
+  DisplayedPoints points_{store_, book_, localClock_, unitOfMeasure_};
 
   fakes::FakeView shown_;
   int reloads_ = 0;
@@ -62,7 +55,7 @@ class PanelsTest : public testing::Test {
   std::vector<WorldBox> boxes_;
   MapView map_;
   PickerPanel pickers_{
-      shown_, loop_, local_, onStartup_, {[this] { ++reloads_; }, [this] { ++editsEnded_; }}};
+      shown_, loop_, localClock_, onStartup_, {[this] { ++reloads_; }, [this] { ++editsEnded_; }}};
   MapMarks marks_{shown_,
                   loop_,
                   map_,
@@ -74,29 +67,25 @@ class PanelsTest : public testing::Test {
                           trace_,
                           points_,
                           pickers_.Window(),
-                          local_,
+                          localClock_,
                           {[this] { return isMinimised_; }, [this] { ++settled_; },
                            [this](std::size_t k, std::size_t index) { marks_.ShowPointMarker(k, index); }}};
 };
 
 TEST_F(PanelsTest, TheFirstWindowFollowsTheOnStartupChoiceInLocalTime) {
-  const struct {
-    StartupChoice choice;
-    CivilTime nowUtc;
-    CivilTime start;
-  } rows[] = {
+  const std::tuple<StartupChoice, CivilTime, CivilTime> rows[] = {
       {StartupChoice::kNothing, {2026, 11, 22, 20, 30}, {2026, 11, 22, 15, 30}},
       {StartupChoice::kSinceMidnight, {2026, 11, 22, 20, 30}, {2026, 11, 22}},
       {StartupChoice::kSinceThreeAm, {2026, 11, 22, 6, 30}, {2026, 11, 21, 3}},
       {StartupChoice::kLast24Hours, {2026, 11, 22, 20, 30}, {2026, 11, 21, 15, 30}},
       {StartupChoice::kRecent1000, {2026, 11, 22, 20, 30}, {2026, 11, 22, 15, 30}},
   };
-  for (const auto& row : rows) {
-    onStartup_.Store(static_cast<int>(row.choice));
-    clock_.now = ToMillis(row.nowUtc) + 999;
+  for (const auto& [choice, nowUtc, from] : rows) {
+    onStartup_.Store(static_cast<int>(choice));
+    clock_.now = ToMillis(nowUtc) + 999;
     pickers_.SetFirstWindow();
-    const Millis start = ToMillis(row.start);
-    EXPECT_EQ(pickers_.Window(), (TimeWindow{start, start + kDay})) << static_cast<int>(row.choice);
+    const Millis start = ToMillis(from);
+    EXPECT_EQ(pickers_.Window(), (TimeWindow{start, start + kDay})) << static_cast<int>(choice);
   }
   EXPECT_EQ(reloads_, 0);
 }
@@ -106,11 +95,11 @@ TEST_F(PanelsTest, LocalTimeTakesTheBiasOfTheSeason) {
   for (const auto& [season, minutes] :
        {std::pair{Season::kStandard, 310}, {Season::kDaylight, 240}, {Season::kNoDaylightRules, 300}}) {
     clock_.zone = ZoneInfo{300, 10, -60, season};
-    EXPECT_TRUE(local_.TakeSystemZone());
-    EXPECT_EQ(local_.Now(), clock_.now - minutes * kMinute);
+    EXPECT_TRUE(localClock_.TakeSystemZone());
+    EXPECT_EQ(localClock_.Now(), clock_.now - minutes * kMinute);
   }
   clock_.zone.reset();
-  EXPECT_FALSE(local_.TakeSystemZone());
+  EXPECT_FALSE(localClock_.TakeSystemZone());
 }
 
 TEST_F(PanelsTest, AnEditedWindowIsLoadedWhenTheButtonIsPressed) {

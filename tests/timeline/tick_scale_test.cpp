@@ -121,6 +121,7 @@ TEST(TickScale, EveryWindowAndWidthGivesAnOrderlyScale) {
     for (const Tick& tick : scale->ticks) {
       ASSERT_GT(tick.column, before) << IsoText(start) << " " << length << " " << width;
       ASSERT_TRUE(tick.column < width || (tick.column == width && !tick.label.empty()));
+      ASSERT_EQ(tick.height, 2 * (tick.rank + 1 - scale->drawnStep));
       before = tick.column;
     }
     ASSERT_LE(scale->ticks.size(), static_cast<std::size_t>(width) / 2 + 2);

@@ -247,6 +247,8 @@ TEST_F(TimelineStripTest, ManyRowsScrollInAThirdOfTheWindow) {
   EXPECT_EQ(bar->value(), 0) << "the keyboard's row is in view";
   for (int row = 2; row <= 12; ++row) QTest::keyClick(window_.focusWidget(), Qt::Key_Down);
   EXPECT_EQ(bar->value(), 12 * 21 - 3 - 213);
+  Show(1);
+  EXPECT_FALSE(bar->isVisible() || Find("picData(2)"));
 }
 
 TEST_F(TimelineStripTest, LayOutClearsAndImgReloadAsksForIt) {

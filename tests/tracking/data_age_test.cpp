@@ -14,12 +14,8 @@ DataPoint At(Millis offset, std::uint32_t flag = 0) {
 }
 
 TEST(DataAge, CountsFromTheNewestPointThatIsNotOfTheFuture) {
-  struct Case {
-    std::vector<DataPoint> first, second;
-    const char* caption;
-    std::size_t datedLater;
-  };
-  const Case cases[] = {
+  using Points = std::vector<DataPoint>;
+  const std::tuple<Points, Points, const char*, std::size_t> cases[] = {
       {{}, {}, "Pallomir  0 Data Points", 0},
       {{At(-4 * kMinute - 17 * kSecond)}, {}, "Pallomir  00:04:17  1 Data Points", 0},
       {{At(-50 * kHour)}, {At(-26 * kHour)}, "Pallomir 1 02:00:00  2 Data Points", 0},
@@ -34,14 +30,14 @@ TEST(DataAge, CountsFromTheNewestPointThatIsNotOfTheFuture) {
       {{At(kHour)}, {}, "Pallomir  1 Data Points", 1},
       {{At(-2 * kHour, kPackedTimeFlag), At(-kHour)}, {}, "Pallomir  01:00:00  2 Data Points", 0},
   };
-  for (const Case& c : cases) {
+  for (const auto& [first, second, caption, datedLater] : cases) {
     PointStore store;
     store.Reset(2);
-    store.Merge(1, c.first);
-    store.Merge(2, c.second);
+    store.Merge(1, first);
+    store.Merge(2, second);
     const NewestData newest = NewestDataAt(store, ToMillis(kNoon));
-    EXPECT_EQ(AgeCaption(newest, store.PointCount(), ToMillis(kNoon)), c.caption);
-    EXPECT_EQ(newest.datedLater, c.datedLater) << c.caption;
+    EXPECT_EQ(AgeCaption(newest, store.PointCount(), ToMillis(kNoon)), caption);
+    EXPECT_EQ(newest.datedLater, datedLater) << caption;
   }
 }
 

@@ -234,6 +234,7 @@ TEST_F(DataFeedTest, FailuresGoThroughTheRetryDialog) {
   EXPECT_THAT(locator.sent, SizeIs(asked + 1));
   probe.failed({kErrorRefused, "", 111});
   EXPECT_THAT(*view.retry, HasSubstr("Error 855712/10061-2: \nThe Pallomir Base Server is rejecting"));
+  EXPECT_EQ(view.retryBar, 0) << "each counts from the beginning";
   feed->StopRetrying();
   EXPECT_FALSE(view.retry);
   loop.Advance(20'000);

@@ -151,6 +151,8 @@ TEST_F(UnitEditorWindowTest, TabGoesThroughTheRowAndOnToTheButtonsThatActOnIt) {
   EXPECT_EQ(seen.join(" ").toStdString(),
             "chkEnabled(2) txtID(2) txtDesc(2) cmdAddRow cmdDeleteRow cmdMoveRowUp cmdMoveRowDn cmdApply "
             "cmdCancel chkEnabled(2)");
+  for (int i = 0; i < 3; ++i) QTest::keyClick(editor_->focusWidget(), Qt::Key_Backtab);
+  EXPECT_EQ(editor_->focusWidget()->objectName(), "cmdApply");
 }
 
 TEST_F(UnitEditorWindowTest, ArrowsWalkTheRowsAndAccessKeysActOnTheCurrentOne) {

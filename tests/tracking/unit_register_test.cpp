@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "fakes/fake_system.h"
+#include "fakes/room_ports.h"
 
 namespace pallomir {
 namespace {
@@ -12,7 +12,7 @@ using testing::IsEmpty;
 constexpr char kKey[] = "units";
 constexpr char kTwo[] = "X0123456789ABFirst~-0123456789ACSecond~";
 
-class UnitRegisterTest : public testing::Test, protected UnitView {
+class UnitRegisterTest : public testing::Test, protected fakes::RoomPorts, protected UnitView {
  protected:
   UnitRegisterTest() {
     units_.listChanged = [this] { reports_ += "list "; };
@@ -30,9 +30,6 @@ class UnitRegisterTest : public testing::Test, protected UnitView {
   }
   std::string List() const { return EncodeMobileUnits(units_.List()); }
 
-  fakes::FakeSettings settings_;
-  fakes::FakeQuestionBox box_;
-  QuestionQueue questions_{box_};
   ChoiceRow<std::string> row_{kKey, ""};
   ChoiceComplaint complain_ = [](const std::string&) {};
   Choice<std::string> stored_{settings_, row_, complain_};
@@ -99,25 +96,21 @@ TEST_F(UnitRegisterTest, DemoUnitsAreChangedForThisRunOnly) {
 }
 
 TEST_F(UnitRegisterTest, WhyNoneIsDisplayedIsTold) {
-  const struct {
-    const char* stored;
-    const char* text;
-    Question::Icon icon;
-  } cases[] = {
+  const std::tuple<const char*, const char*, Question::Icon> cases[] = {
       {"", "Warning: no mobile unit(s) defined", Question::Icon::kExclamation},
       {"-0123456789ABOnly~", "Note: the mobile unit is not enabled", Question::Icon::kInformation},
       {"-0123456789ABOne~-0123456789ACTwo~", "Note: none of the defined mobile units are enabled",
        Question::Icon::kInformation},
   };
-  for (const auto& c : cases) {
-    Load(c.stored);
+  for (const auto& [stored, text, icon] : cases) {
+    Load(stored);
     int answered = 0;
     units_.TellNoneDisplayed([&answered] { ++answered; });
-    EXPECT_EQ(box_.shown.back().text, c.text);
-    EXPECT_EQ(box_.shown.back().icon, c.icon) << c.text;
-    EXPECT_EQ(answered, 0) << c.text;
+    EXPECT_EQ(box_.shown.back().text, text);
+    EXPECT_EQ(box_.shown.back().icon, icon) << text;
+    EXPECT_EQ(answered, 0) << text;
     box_.AnswerIt();
-    EXPECT_EQ(answered, 1) << c.text;
+    EXPECT_EQ(answered, 1) << text;
   }
 }
 
