@@ -73,6 +73,10 @@ class ClientHarness {
     settings.values["Mobile Units"] = stored;
   }
 
+  /// A menu entry by its command or name.
+  MenuItem& Entry(auto which, int index = 0) { return client->Menus().At(which, index); }
+  void Choose(auto which, int index = 0) { client->MenuChosen(Entry(which, index)); }
+
   void Command(const std::string& text) {
     browser.beforeNavigate("http://127.0.0.1:2480/dummy/" + text);
     loop.Advance(0);

@@ -1,37 +1,23 @@
-#include <gmock/gmock.h>
-
-#include "commands/command_table.h"
-#include "fakes/client_harness.h"
+#include "shell/client_testing.h"
 
 // What follows a batch is heard, and what the user chooses of it is kept.
 
 namespace pallomir {
 namespace {
 
-using fakes::ClientHarness;
-using fakes::Record;
-using testing::ElementsAre;
-using testing::SizeIs;
-
-constexpr char kUnit[] = "0123456789AB";
-
-class AlertJointsTest : public testing::Test, public ClientHarness {
+class AlertJointsTest : public ClientTest {
  protected:
   void Start(const std::map<std::string, std::string>& stored = {}) {
-    UseUnits("X0123456789ABFirst~-0123456789ACSecond~");
     for (const auto& [key, value] : stored) settings.values[key] = value;
-    client->Load();
-    Connect();
+    StartStreaming();
   }
   void Restart() {
     ClientHarness::Restart();
     client->Load();
   }
   void ArrivePoint(int seconds, double lat = 40.6, double lng = -75.3) {
-    Arrive(EncodePacket(kUnit, std::vector{Record(seconds, lat, lng)}));
+    Arrive(PacketOf({Record(seconds, lat, lng)}));
   }
-  MenuItem& Entry(const char* name, int index = 0) { return client->Menus().At(name, index); }
-  void Choose(const char* name, int index = 0) { client->MenuChosen(Entry(name, index)); }
   void Answer(const std::string& text) { box.AnswerIt({true, text}); }
 };
 

@@ -1,44 +1,32 @@
-#include <gmock/gmock.h>
-
 #include <cerrno>
 
-#include "fakes/client_harness.h"
+#include "shell/client_testing.h"
 
 namespace pallomir {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
-
 // The rooms that the Options menu opens: hotspot lists, the Data Server, demo mode.
-class ClientServicesTest : public testing::Test, public fakes::ClientHarness {
- protected:
-  void Choose(const char* name) { client->Menus().chosen(client->Menus().At(name)); }
-};
-
-TEST_F(ClientServicesTest, HotspotsAreShownEditedAndStored) {
+TEST_F(ClientTest, HotspotsAreShownEditedAndStored) {
   client->Load();
-  EXPECT_EQ(client->Menus().At(Command::kHotspot, 4).caption, "netgear");
+  EXPECT_EQ(Entry(Command::kHotspot, 4).caption, "netgear");
   client->RoomsOfWindow().hotspots.Apply({"Caf\u00E9 \u2615"});
-  EXPECT_EQ(client->Menus().At(Command::kHotspot, 1).caption, "Caf\u00E9 \u2615");
+  EXPECT_EQ(Entry(Command::kHotspot, 1).caption, "Caf\u00E9 \u2615");
   client->RoomsOfWindow().hotspots.ApplySecure({{"home", "WPA2", "abc"}});
-  EXPECT_EQ(client->Menus().At("mnuOptionsSecureHotSpotsArray", 1).caption, "home");
+  EXPECT_EQ(Entry("mnuOptionsSecureHotSpotsArray", 1).caption, "home");
   Choose("mnuOptionsHotSpotsChange");
   EXPECT_EQ(settings.saved["SSID_List_Mode"], "Prohibited");
-  EXPECT_EQ(client->Menus().At("mnuOptionsHotSpots").caption, "Mobile Unit Prohibited Hotspots List");
-  EXPECT_EQ(client->Menus().At("mnuOptionsHotSpotsChange").caption,
-            "Change from \"Prohibited\" to \"Permitted\" List");
+  EXPECT_EQ(Entry("mnuOptionsHotSpots").caption, "Mobile Unit Prohibited Hotspots List");
+  EXPECT_EQ(Entry("mnuOptionsHotSpotsChange").caption, "Change from \"Prohibited\" to \"Permitted\" List");
 }
 
-TEST_F(ClientServicesTest, TheDataServersEntriesWaitForEachOther) {
+TEST_F(ClientTest, TheDataServersEntriesWaitForEachOther) {
   client->Load();
   const auto areEnabled = [this] {
     std::vector<bool> enabled;
     for (const char* name :
          {"mnuOptionsDataServerInstall", "mnuOptionsDataServerStart", "mnuOptionsDataServerStop",
           "mnuOptionsDataServerUninstall", "mnuOptionsDemoMode"})
-      enabled.push_back(client->Menus().At(name).enabled);
+      enabled.push_back(Entry(name).enabled);
     return enabled;
   };
   Choose("mnuOptionsDataServerStop");
@@ -54,7 +42,7 @@ TEST_F(ClientServicesTest, TheDataServersEntriesWaitForEachOther) {
             "or directory");
 }
 
-TEST_F(ClientServicesTest, DemoModeIsLeftThroughANewInstance) {
+TEST_F(ClientTest, DemoModeIsLeftThroughANewInstance) {
   client->Load();
   Choose("mnuOptionsDemoMode");
   EXPECT_EQ(box.shown.back().text,
@@ -77,41 +65,41 @@ TEST_F(ClientServicesTest, DemoModeIsLeftThroughANewInstance) {
   EXPECT_EQ(view.exitCode, 0);
 }
 
-TEST_F(ClientServicesTest, DemoModeThatCanNotBeSwitchedLeavesTheUnitsAlone) {
+TEST_F(ClientTest, DemoModeThatCanNotBeSwitchedLeavesTheUnitsAlone) {
   const std::tuple<const char*, const char*, std::optional<std::string>, const char*> cases[] = {
       {"True", "False", {}, "Error: The specified file was not found."},
       {"False", "True", {}, "Error: The specified file was not found."},
       {"False", "True", "The disk is full.", "The disk is full."}};
   for (const auto& [mode, stored, failure, message] : cases) {
     SCOPED_TRACE(mode);
-    fakes::ClientHarness harness;
+    ClientHarness harness;
     harness.UseUnits("X0123456789ABFirst~-0123456789ACSecond~");
     harness.settings.values["Demo Mode"] = mode;
     harness.client->Load();
     harness.programs.error = ENOENT;
     harness.settings.failure = failure;
-    harness.client->Menus().chosen(harness.client->Menus().At("mnuOptionsDemoMode"));
+    harness.Choose("mnuOptionsDemoMode");
     harness.box.AnswerIt({true, ""});
     EXPECT_EQ(harness.box.shown.back().text, message);
     EXPECT_EQ(harness.programs.started.empty(), failure.has_value());
     EXPECT_EQ(harness.settings.saved["Demo Mode"], stored);
     EXPECT_EQ(harness.window.closeWanted, 0);
     EXPECT_TRUE(harness.mutex.owned);
-    harness.client->Menus().chosen(harness.client->Menus().At(Command::kOnlyUnit, 2));
+    harness.Choose(Command::kOnlyUnit, 2);
     const bool isDemo = std::string(mode) == "True";
     EXPECT_EQ(harness.settings.values["Mobile Units"],
               isDemo ? "X0123456789ABFirst~-0123456789ACSecond~" : "-0123456789ABFirst~X0123456789ACSecond~");
   }
 }
 
-TEST_F(ClientServicesTest, CancelLeavesTheModeAndTheFaqOpensInTheBrowser) {
+TEST_F(ClientTest, CancelLeavesTheModeAndTheFaqOpensInTheBrowser) {
   client->Load();
   Choose("mnuOptionsDemoMode");
   box.AnswerIt({false, ""});
   EXPECT_THAT(programs.started, IsEmpty());
   Choose("mnuHelpFAQs");
   EXPECT_THAT(programs.pages, ElementsAre("http://127.0.0.1:2480/faq"));
-  EXPECT_FALSE(client->Menus().At("mnuHelpHelp").enabled);
+  EXPECT_FALSE(Entry("mnuHelpHelp").enabled);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ TEST_F(ClientTest, FirstStartUsesDefaultsAndAsksTheLocatorForTheEnabledDemoUnits
   EXPECT_EQ(window.bounds, (PixelRect{0, 20, 1600, 1000}));
   EXPECT_EQ(window.state, WindowMode::kMaximised);
   EXPECT_TRUE(window.shown && client->IsDemoMode() && view.demoMode);
-  EXPECT_EQ(client->Menus().At("mnuOptionsOnUpdate").caption, "On Update: Auto &Fit");
+  EXPECT_EQ(Entry("mnuOptionsOnUpdate").caption, "On Update: Auto &Fit");
   // 20:30 UTC is 15:30 in a zone five hours west.
   EXPECT_EQ(client->Window(), (TimeWindow{ToMillis({2026, 11, 22, 3}), ToMillis({2026, 11, 23, 3})}));
   EXPECT_THAT(locator.connections, ElementsAre("127.0.0.1:2435"));
@@ -38,8 +38,8 @@ TEST_F(ClientTest, NonsenseInTheSettingsFallsBackToDefaults) {
                      {"Alert Method", "Pigeon"}, {"WindowState", "0"}};
   client->Load();
   EXPECT_EQ(window.bounds, (PixelRect{0, 12, 1600, 1000}));
-  EXPECT_EQ(client->Menus().At("mnuOptionsPortBase").caption, "Local Port Range Base = 18801");
-  EXPECT_EQ(client->Menus().At("mnuOptionsUOM").caption, "Unit of Measure: Miles");
+  EXPECT_EQ(Entry("mnuOptionsPortBase").caption, "Local Port Range Base = 18801");
+  EXPECT_EQ(Entry("mnuOptionsUOM").caption, "Unit of Measure: Miles");
   EXPECT_EQ(Trouble(), "Internal error 664201: illegal value for \"AlertMethod\"");
 }
 

@@ -121,7 +121,7 @@ TEST_F(ClientTest, KeysReachThePage) {
     EXPECT_EQ(beeper.beeps > beeps, c.beeps) << c.key;
   }
   EXPECT_FALSE(view.captionVisible || view.pickers[0].visible) << "Ctrl+T hides them with the tracks";
-  const MenuItem& entry = client->Menus().At(Command::kTrackingData);
+  const MenuItem& entry = Entry(Command::kTrackingData);
   client->MenuChosen(entry);
   EXPECT_EQ(browser.Written("TxtT").back(), "T");
   EXPECT_FALSE(view.captionVisible) << "the menu entry leaves them as they are";
@@ -183,8 +183,8 @@ TEST_F(ClientTest, RightClicksOpenTheMenu) {
   client->Load();
   Command("C");
   EXPECT_THAT(view.popups, ElementsAre(MenuView::MenuPlace::kAtPointer));
-  const MenuItem& beenHere = client->Menus().At(Command::kBeenHere);
-  const MenuItem& dataPoints = client->Menus().At(Command::kNearby);
+  const MenuItem& beenHere = Entry(Command::kBeenHere);
+  const MenuItem& dataPoints = Entry(Command::kNearby);
   EXPECT_FALSE(beenHere.enabled || dataPoints.enabled);
   Command("F00000000000000000000");
   EXPECT_TRUE(beenHere.enabled && dataPoints.enabled);
@@ -311,21 +311,18 @@ TEST_F(ClientTest, EveryCommandThatCanBeGivenHasItsHandler) {
 
 TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
   StartStreaming();
-  const auto choose = [this](const char* name, int index = 0) {
-    client->MenuChosen(client->Menus().At(name, index));
-  };
-  choose("mnuoptionsOnStartupLoadArray", 1);
-  EXPECT_EQ(client->Menus().At("mnuoptionsOnStartupLoad").caption, "On Startup: Load Data Since Midnight");
+  Choose("mnuoptionsOnStartupLoadArray", 1);
+  EXPECT_EQ(Entry("mnuoptionsOnStartupLoad").caption, "On Startup: Load Data Since Midnight");
   EXPECT_EQ(settings.saved["LoadOnStartup"], "Load Data Since Midnight");
-  choose("mnuOptionsOnUpdateArray", 2);
+  Choose("mnuOptionsOnUpdateArray", 2);
   EXPECT_EQ(client->Menus().CheckedIndex(Command::kUpdateChoice), 2);
   EXPECT_EQ(settings.saved["OnUpdate"], "Auto &Center on Most Recent Point");
-  choose("mnuOptionsUOM_Array", 1);
-  EXPECT_EQ(client->Menus().At("mnuOptionsUOM").caption, "Unit of Measure: Kilometers");
+  Choose("mnuOptionsUOM_Array", 1);
+  EXPECT_EQ(Entry("mnuOptionsUOM").caption, "Unit of Measure: Kilometers");
   EXPECT_EQ(settings.saved["Unit Of Measure"], "1");
-  choose("mnuViewTimeline");
+  Choose("mnuViewTimeline");
   EXPECT_FALSE(view.timelineVisible);
-  choose("mnuPopupPanorama");
+  Choose("mnuPopupPanorama");
   EXPECT_EQ(browser.Written("txtPn").back(), "True");
   EXPECT_EQ(view.menuLabel, "Exit to Map");
   client->MenuButtonClicked();
@@ -337,7 +334,7 @@ TEST_F(ClientTest, MenuChoicesAreShownAndStored) {
 
 TEST_F(ClientTest, ThePortBaseIsAskedUntilItIsOne) {
   StartStreaming();
-  client->MenuChosen(client->Menus().At("mnuOptionsPortBase"));
+  Choose("mnuOptionsPortBase");
   for (const char* answer : {"abc", "70000", "-1"}) {
     box.AnswerIt({true, answer});
     ASSERT_TRUE(box.IsOpen()) << answer;
@@ -346,9 +343,8 @@ TEST_F(ClientTest, ThePortBaseIsAskedUntilItIsOne) {
        {std::pair("18801.7", "18802"), {"18802.5", "18802"}, {"28801", "28801"}}) {
     box.AnswerIt({true, typed});
     EXPECT_EQ(settings.saved["PortBase"], stored);
-    EXPECT_EQ(client->Menus().At("mnuOptionsPortBase").caption,
-              std::string("Local Port Range Base = ") + typed);
-    client->MenuChosen(client->Menus().At("mnuOptionsPortBase"));
+    EXPECT_EQ(Entry("mnuOptionsPortBase").caption, std::string("Local Port Range Base = ") + typed);
+    Choose("mnuOptionsPortBase");
   }
   box.AnswerIt({false, ""});
   client->MapReload();

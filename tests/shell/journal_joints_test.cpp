@@ -1,40 +1,29 @@
-#include <gmock/gmock.h>
-
-#include "commands/command_table.h"
-#include "fakes/client_harness.h"
-#include "map/projection.h"
+#include "shell/client_testing.h"
 
 // Who enters and leaves a zone is noted, shown, and told.
 
 namespace pallomir {
 namespace {
 
-using fakes::ClientHarness;
-using fakes::Record;
-using testing::HasSubstr;
-using testing::SizeIs;
-
 constexpr char kZones[] =
     "\"Alerted\"\r\n"
     "1,1,\"\",\"Depot\",\"SMTWTFS\",\"0000\",\"0000\"\r\n"
     "1,40,-75\r\n1,40,-74\r\n1,41,-74\r\n0,41,-75\r\n";
 
-class JournalJointsTest : public testing::Test, public ClientHarness {
+class JournalJointsTest : public ClientTest {
  protected:
   void Start(const std::map<std::string, std::string>& stored = {}) {
-    UseUnits("X0123456789ABFirst~-0123456789ACSecond~");
     for (const auto& [key, value] : stored) settings.values[key] = value;
     std::filesystem::create_directories(folders.Path() / "data/pallomir");
     fakes::WriteFile(folders.Path() / "data/pallomir/ZoneMenus.txt", kZones);
     clock.now = ToMillis({2026, 11, 22, 12, 5});
-    client->Load();
-    Connect();
+    StartStreaming();
     Command("Z12");
   }
   void Send(std::initializer_list<std::pair<int, double>> secondsAndLongitudes) {
     std::vector<WireRecord> records;
     for (const auto& [seconds, lng] : secondsAndLongitudes) records.push_back(Record(seconds, 40.5, lng));
-    Arrive(EncodePacket("0123456789AB", records));
+    Arrive(PacketOf(records));
   }
   void Key(char key) { client->KeyDown(kNoModifier, key); }
   std::string Row(std::size_t row) {
@@ -113,7 +102,7 @@ TEST_F(JournalJointsTest, OnlyZoneAlertsAreHeardWhereTheUserWantsIt) {
 TEST_F(JournalJointsTest, ChangedZonesMakeNoEvents) {
   Start();
   Send({{0, -75.5}, {60, -74.5}});
-  client->MenuChosen(client->Menus().At("mnuZonesDeleteAllZones"));
+  Choose("mnuZonesDeleteAllZones");
   box.AnswerIt({true, ""});
   Key('F');
   Send({{120, -73.5}});
