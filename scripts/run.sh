@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds, starts the station and opens the client on it. Without arguments the demo units
-# are shown. With GPX files each file becomes a unit, moved by whole days so that it ends today. Without a display
+# are shown live. With GPX files each file becomes a unit, moved by whole days so that it ends today. Without a display
 # the client runs under Xvfb and leaves a screenshot, pallomir.png.
 #
 # Everything that the run writes lies below build/run: the user's own settings and data are not touched.
@@ -28,6 +28,7 @@ trap finish EXIT
 station=build/release/pallomir-station/pallomir-station
 data=$run/share/pallomir/Data
 demo=on
+printf '"pallomir browser~Startup~Live","True"\r\n' >"$run/share/pallomir/Registry.txt"
 if [ ${#files[@]} -gt 0 ]; then
   demo=off
   number=0

@@ -93,10 +93,11 @@ void Program::Start() {
   journalWindows_ = std::make_unique<JournalWindows>(*window_);
   pointTableWindows_ = std::make_unique<PointTableWindows>(*window_);
   visitWindows_ = std::make_unique<VisitWindows>(*window_);
+  liveWindows_ = std::make_unique<LiveWindows>(*window_);
   questionBox_.SetWindow(window_.get());
   client_ = std::make_unique<Client>(Ports{
       .views = ViewsOf(*window_, *zoneWindows_, *alertWindows_, *journalWindows_, *pointTableWindows_,
-                       *visitWindows_),
+                       *visitWindows_, *liveWindows_),
       .network = {locator_, probe_, data_},
       .desktop = {window_->System(), *browser_, questions_, beeper_, sound_, notifier_, programs_, web_},
       .storage = {settings_, registry_, folders_},

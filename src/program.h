@@ -27,6 +27,7 @@
 #include "window/alert_windows_widget.h"
 #include "window/formMain.h"
 #include "window/journal_windows_widget.h"
+#include "window/live_windows_widget.h"
 #include "window/point_table_windows_widget.h"
 #include "window/visit_windows_widget.h"
 #include "zones/zone_windows_widget.h"
@@ -79,6 +80,7 @@ class Program {
   std::unique_ptr<JournalWindows> journalWindows_;
   std::unique_ptr<PointTableWindows> pointTableWindows_;
   std::unique_ptr<VisitWindows> visitWindows_;
+  std::unique_ptr<LiveWindows> liveWindows_;
   std::unique_ptr<Client> client_;
 };
 

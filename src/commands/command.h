@@ -62,6 +62,7 @@ enum class Command : int {
   kStartupChoice,  ///< as StartupChoice counts
   kUpdateChoice,   ///< 0 nothing, 1 fit, 2 centre
   kUnitOfMeasureChoice,
+  kLive,
   kPortBase,
   kAlertMode,   ///< 0 disabled, 1 once, 2 persistent
   kAlertSound,  ///< 1..7

@@ -207,6 +207,8 @@ constexpr CommandRow kTable[] = {
     Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, choice::kOnUpdateTexts[0]),
     Indexed(1, Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, choice::kOnUpdateTexts[1])),
     Indexed(2, Entry(kUpdateChoice, "mnuOptionsOnUpdateArray", kOnUpdate, choice::kOnUpdateTexts[2])),
+    Toggle(Entry(kLive, "mnuOptionsLive", kOptions, "&Live",
+                 Unlisted(kNoModifier, "L", "Live: show new points as they come"))),
     Menu(kUnitOfMeasure, "mnuOptionsUOM", kOptions, "Unit of Measure: "),
     Entry(kUnitOfMeasureChoice, "mnuOptionsUOM_Array", kUnitOfMeasure, "Miles"),
     Indexed(1, Entry(kUnitOfMeasureChoice, "mnuOptionsUOM_Array", kUnitOfMeasure, "Kilometers")),

@@ -17,6 +17,8 @@ inline constexpr ChoiceRow<int> kWindowHeight{"WindowPos_H", 0, 0, kMostPixels, 
 inline constexpr ChoiceRow<bool> kMaximised{"WindowState", true, "2", "0", true};
 
 // Captions of the menu's entries are what is stored of these two.
+inline constexpr ChoiceRow<bool> kLive{"Live", false};  ///< points are shown as they come
+
 inline constexpr const char* kOnStartupTexts[] = {"Load Nothing", "Load Data Since Midnight",
                                                   "Load Data Since 3 AM", "Load Last 24 Hrs Data",
                                                   "Load Most Recent 1000 Data Points"};

@@ -42,7 +42,8 @@ StoredChoices::StoredChoices(Settings& settings, ChoiceComplaint complain,
               {settings, choice::kFlickerMeters, complain_}},
       unitOfMeasure(settings, choice::kUnitOfMeasure, complain_),
       portBase(settings, choice::kPortBase, complain_),
-      demoMode(settings, choice::kDemoMode, complain_) {}
+      demoMode(settings, choice::kDemoMode, complain_),
+      live(settings, choice::kLive, complain_) {}
 
 void StoredChoices::Read() {
   hotspots.mode.Read();

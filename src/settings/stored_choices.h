@@ -78,6 +78,7 @@ class StoredChoices {
   Choice<int> unitOfMeasure;  ///< 0 miles, 1 kilometers
   Choice<int> portBase;       ///< 0..65535
   Choice<bool> demoMode;
+  Choice<bool> live;
 };
 
 }  // namespace pallomir

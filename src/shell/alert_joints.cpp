@@ -87,9 +87,11 @@ void AlertJoints::Close() {
 
 void AlertJoints::OnLaidOut() { signal_.StopPlaying(); }
 
-void AlertJoints::OnBatch(const MergedBatch& /*batch*/) {
-  if (signal_.IsPersisting()) view_.RaisePersist();
-  if (!choices_.zoneAlertsOnly.Value() || batchHoldsAlert()) signal_.Start();
+// Points that come live again and again are no news: the first after a silence are.
+void AlertJoints::OnBatch(const MergedBatch& batch) {
+  if (!batch.isLive && signal_.IsPersisting()) view_.RaisePersist();
+  const bool isNews = !batch.isLive || batch.breaksSilence;
+  if ((isNews && !choices_.zoneAlertsOnly.Value()) || batchHoldsAlert()) signal_.Start();
 }
 
 void AlertJoints::OnFoundLate() {

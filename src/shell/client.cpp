@@ -38,7 +38,8 @@ Client::Client(const Ports& ports)
       journal_(Rooms(), zones_),
       pointTables_(Rooms()),
       alerts_(Rooms()),
-      visits_(Rooms(), zones_) {
+      visits_(Rooms(), zones_),
+      live_(Rooms()) {
   alerts_.batchHoldsAlert = [this] { return journal_.HasBatchAlert(); };
   journal_.foundLate = [this] { alerts_.OnFoundLate(); };
   frame_.laidOut = [this] { OnLaidOut(); };

@@ -17,6 +17,7 @@
 #include "shell/instance_hold.h"
 #include "shell/joint.h"
 #include "shell/journal_joints.h"
+#include "shell/live_joints.h"
 #include "shell/option_joints.h"
 #include "shell/point_table_joints.h"
 #include "shell/ports.h"
@@ -141,7 +142,8 @@ class Client {
   PointTableJoints pointTables_;
   AlertJoints alerts_;
   VisitJoints visits_;
-  const std::vector<Joint*> joints_{&options_, &zones_, &journal_, &pointTables_, &alerts_, &visits_};
+  LiveJoints live_;
+  const std::vector<Joint*> joints_{&options_, &zones_, &journal_, &pointTables_, &alerts_, &visits_, &live_};
 };
 
 }  // namespace pallomir

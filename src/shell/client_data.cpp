@@ -13,12 +13,15 @@ DataFeed::Host Client::FeedHost() {
   host.window = [this] {
     // West of Greenwich the last hours of local time lie in a year that no date can name.
     const auto utc = [this](Millis local) { return std::min(localClock_.ToUtc(local), LastMoment()); };
-    const TimeWindow& window = pickers_.Window();
-    return DataFeed::UtcSpan{utc(window.start), utc(window.end)};
+    return DataFeed::UtcSpan{utc(pickers_.Window().start), utc(live_.WantedUntil())};
   };
   host.isDrawing = [this] { return map_.IsRebuilding(); };
   host.hasUndrawnPoints = [this] { return map_.HasUndrawnPoints(); };
-  host.note = [this] { return options_.ServiceNote(); };
+  host.note = [this] {
+    const std::string live = live_.LampNote();
+    const std::string& service = options_.ServiceNote();
+    return live.empty() || service.empty() ? live + service : live + "\n" + service;
+  };
   host.restarting = [this] { map_.OpenIfLost(); };
   host.arrived = [this] { marks_.HidePointMarker(); };
   host.beforeDecoding = [this] {
@@ -34,13 +37,13 @@ DataFeed::Host Client::FeedHost() {
 }
 
 void Client::OnBatch(const MergedBatch& batch) {
-  ports_.desktop.window.BringToForeground();
+  if (!batch.isLive) ports_.desktop.window.BringToForeground();
   if (batch.newest) {
     view_.LatestLat = WorldYToLat(batch.newest->y);
     view_.LatestLng = WorldXToLng(batch.newest->x);
   }
   for (Joint* joint : joints_) joint->OnBatch(batch);
-  OnUpdateAction();
+  if (!batch.isLive) OnUpdateAction();
   timeline_.DataCame();
 }
 

@@ -8,6 +8,7 @@ PickerPanel::Host Client::PickerHost() {
   PickerPanel::Host host;
   host.reload = [this] { MapReload(); };
   host.editingEnded = [this] { focus_.Return(); };
+  host.isLive = [this] { return live_.IsLive(); };
   return host;
 }
 

@@ -5,6 +5,7 @@
 #include "commands/menu_view.h"
 #include "hotspots/hotspot_view.h"
 #include "journal/journal_view.h"
+#include "live/live_view.h"
 #include "platform/beeper.h"
 #include "platform/browser.h"
 #include "platform/clock.h"
@@ -51,12 +52,13 @@ struct Views {
   JournalView& journal;
   PointTableView& pointTables;
   VisitsView& visits;
+  LiveView& live;
 };
 
 /// Those of the main window.
 template <class Window>
 Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts, JournalView& journal,
-              PointTableView& pointTables, VisitsView& visits) {
+              PointTableView& pointTables, VisitsView& visits, LiveView& live) {
   return {.frame = window,
           .boxes = window.Boxes(),
           .hotspots = window.Hotspots(),
@@ -70,7 +72,8 @@ Views ViewsOf(Window& window, ZonesView& zones, AlertView& alerts, JournalView& 
           .alerts = alerts,
           .journal = journal,
           .pointTables = pointTables,
-          .visits = visits};
+          .visits = visits,
+          .live = live};
 }
 
 /// What the user sees and hears, and the programs beside ours.

@@ -67,7 +67,20 @@ bool PickerPanel::ZoomOut() { return NavigateTo(ZoomedOut(pickers_.Window())); }
 
 bool PickerPanel::ZoomTo(double from, double to) { return NavigateTo(ZoomedTo(pickers_.Window(), from, to)); }
 
-void PickerPanel::ReturnToCurrentDay() { NavigateTo(StartupWindow().value_or(pickers_.Window())); }
+void PickerPanel::ReturnToCurrentDay() {
+  auto window = StartupWindow();
+  if (!window && host_.isLive()) window = WindowForChoice(StartupChoice::kSinceMidnight, clock_.Now());
+  NavigateTo(window.value_or(pickers_.Window()));
+}
+
+void PickerPanel::ExtendTo(Millis end) {
+  if (isClosed_) return;
+  window_.end = end;
+  if (IsEdited() || pickers_.IsReloadVisible()) return;
+  pickers_.SetWindow(window_);
+  pickers_.SetPickerFormat(1);
+  Show();
+}
 
 std::optional<TimeWindow> PickerPanel::StartupWindow() const {
   return WindowForChoice(static_cast<StartupChoice>(onStartup_.Value()), clock_.Now() / kSecond * kSecond);

@@ -28,6 +28,8 @@ class PickerPanel {
   struct Host {
     std::function<void()> reload;        ///< the time window is another one: its data are wanted
     std::function<void()> editingEnded;  ///< a picker has lost the keyboard
+    /// Points are shown as they come: the current day is then shown also where the start-up loads none.
+    std::function<bool()> isLive;
   };
 
   /// `onStartup` counts as StartupChoice does. All arguments outlive the panel.
@@ -62,6 +64,9 @@ class PickerPanel {
   void ReturnToCurrentDay();
   /// This window, as if it had been set in the pickers and Reload been pressed.
   void Load(const TimeWindow& window) { NavigateTo(window); }
+
+  /// The window goes on to this end; nothing is loaded. Dates that are being edited stay as they are.
+  void ExtendTo(Millis end);
 
  private:
   std::optional<TimeWindow> StartupWindow() const;

@@ -8,6 +8,10 @@ constexpr char kNotDrawn[] = "Not drawn yet: press F";
 
 LampMessage ConnectionMessage(const LampFacts& facts) {
   using State = ServerConnection::State;
+  if (facts.retryIn > 0) {
+    const std::string again = "trying again in " + std::to_string(facts.retryIn) + " s";
+    return {LampColour::kAmber, facts.trouble + "\nLive: " + again, "No connection: " + again};
+  }
   switch (facts.connection) {
     case State::kLocating:
     case State::kProbing:

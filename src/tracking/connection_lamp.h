@@ -24,6 +24,8 @@ struct LampFacts {
   std::size_t pointCount = 0;
   std::size_t datedLater = 0;  ///< points of the future
   std::string note = {};       ///< what else there is to say, behind all the rest
+  int retryIn = 0;             ///< seconds until a lost connection is tried again by itself; 0: it is not
+  std::string trouble = {};    ///< why it was lost
 };
 
 /// Tells what is unseen otherwise.

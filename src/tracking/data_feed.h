@@ -15,10 +15,13 @@
 #include "platform/clock.h"
 #include "platform/event_loop.h"
 #include "settings/choice.h"
+#include "tracking/coverage.h"
 #include "tracking/feed_view.h"
+#include "tracking/live_watch.h"
 #include "tracking/mobile_units.h"
 #include "tracking/packet_stream.h"
 #include "tracking/point_store.h"
+#include "tracking/reconnect.h"
 #include "tracking/retry_prompt.h"
 #include "tracking/server_connection.h"
 #include "ui/question_queue.h"
@@ -36,17 +39,23 @@ struct FeedPorts {
 
 /// All that came up to a packet that ended where the buffer ended.
 struct MergedBatch {
-  std::set<std::size_t> units;        ///< k of those that sent points, new or known
+  std::set<std::size_t> units;  ///< k of those that sent points, new or known
   /// By k, the packed time without flag of the earliest of these points.
   std::map<std::size_t, std::uint32_t> earliest;
   const DataPoint* newest = nullptr;  ///< of all stored points; null without any. Valid until the next batch
   std::size_t leftOut = 0;            ///< records without a possible place or date
+  bool isLive = false;                ///< taken in as it came, behind the first batch of a load
+  bool breaksSilence = false;         ///< the first one with new points for ten minutes
 };
 
 /// Brings the points of the displayed units into the store: connection, packets, points. What comes is
 /// decoded in one go after a pause, so that one batch on the wire is one batch for the user; then arrivals
 /// are held until the user fits or reloads. Failures go to the retry dialog. The feed tells how it stands by
 /// caption and lamp; of map and windows it knows nothing.
+///
+/// While it is live nothing is held, batches that bring nothing new are told to nobody, and a connection that
+/// ends is made anew by itself, without a dialog: it asks for what came since, and `LiveWatch` finds the ends
+/// that nobody reports.
 class DataFeed {
  public:
   struct UtcSpan {
@@ -85,6 +94,10 @@ class DataFeed {
   /// Closes the connection for good. Nothing is told or shown from here on.
   void Close();
 
+  /// Takes points in as they come from now on, or no longer. What is held is taken in; a connection that has
+  /// ended is made anew. Switched off while one waits to be, its failure goes to the retry dialog.
+  void SetLive(bool on);
+
   // The retry dialog's buttons.
   void RetryNow();
   void StopRetrying();
@@ -99,14 +112,22 @@ class DataFeed {
 
  private:
   ServerConnection::Host ConnectionHost();
-  std::string DataRequest() const;
+  std::string DataRequest();
   void DropStream();
   void TakeArrival(ByteView bytes);
   void OnPause();
   void Decode();
   bool Merge(std::size_t k, ByteView records);
+  bool EndsBatch(const PacketStream::Outcome& outcome);
   void FinishBatch();
+  void OnBroken(const PacketStream::Outcome& outcome);
   void TellAge();
+
+  // While it is live.
+  void OnFailure(const std::string& code, const std::string& message);
+  void OnConnectionLost(const std::string& why);
+  void AskAnew();
+  void Watch();
 
   FeedPorts ports_;
   FeedView& view_;
@@ -120,8 +141,22 @@ class DataFeed {
   std::size_t newBytes_ = 0;      // arrived since the buffer was last decoded
   bool isStoreFullTold_ = false;  // in this connection
 
+  bool isLive_ = false;
+  bool endedHold_ = false;  // since it is live
+  bool hasLoaded_ = false;  // the first batch of this load has been told
+  int partsOfBatch_ = 0;    // decoded without an end in sight
+  std::size_t toldPoints_ = 0;
+  Millis lastNews_ = 0;  // UTC, of a batch with new points
+  Millis askedUntil_ = 0;
+  Coverage coverage_;
+  LiveWatch watch_;
+  std::string failureCode_;  // of the last one, for the dialog
+  std::string failureMessage_;
+  std::string trouble_;  // why the connection was lost, for the lamp
+
   ServerConnection connection_;
   RetryPrompt retry_;
+  Reconnect reconnect_;
   std::unique_ptr<Timer> dataPause_;
   std::unique_ptr<Timer> lastUpdateTimer_;
 };

@@ -20,6 +20,7 @@ class PacketStream {
   static constexpr std::size_t kMaxPending = std::size_t{64} << 20;
 
   bool IsHeld() const { return held_; }
+  void Hold() { held_ = true; }
   void ClearHold() { held_ = false; }
 
   /// Takes an arrival: into the pending text while held, else into the buffer, behind what was pending.

@@ -98,6 +98,17 @@ void ServerConnection::Restart() {
   AskLocator();
 }
 
+void ServerConnection::Renew() {
+  unretried_ = false;
+  AskLocator();
+}
+
+void ServerConnection::HangUp() {
+  if (IsIn<Closed>()) return;
+  CloseAll();
+  Enter(ClosedByServer{});
+}
+
 void ServerConnection::AskLocator() {
   if (IsIn<Closed>()) return;
   CloseAll();
@@ -278,7 +289,9 @@ void ServerConnection::OnStreamError(const char* endpoint, const EndpointError& 
 
 void ServerConnection::OnClosedByPeer(const char* endpoint) {
   trace_.Line(std::string(endpoint) + " closed by the server");
-  if (IsIn<Streaming>()) Enter(ClosedByServer{});
+  if (!IsIn<Streaming>()) return;
+  Enter(ClosedByServer{});
+  host_.closedByServer();
 }
 
 void ServerConnection::Report(const std::string& code, const std::string& message, Reporting report) {

@@ -93,7 +93,7 @@ class ServerConnection {
   /// What the connection needs to know and whom it tells. All calls come from the event loop.
   struct Host {
     std::function<std::string()> locatorRequest;  ///< "D" and the IDs of the enabled units
-    std::function<std::string()> dataRequest;     ///< empty when no unit is enabled
+    std::function<std::string()> dataRequest;     ///< asked for when it is sent; empty without a unit
     std::function<int()> portBase;
     std::function<void(const std::string&)> caption;
     std::function<void(const std::string&)> message;
@@ -101,6 +101,7 @@ class ServerConnection {
     /// it superfluous.
     std::function<void(const std::string& code, const std::string& message)> report;
     std::function<void(ByteView)> arrived;
+    std::function<void()> closedByServer;  ///< in good order, while points were streaming
     std::string locatorHost;
     std::string faqAddress;
   };
@@ -110,6 +111,11 @@ class ServerConnection {
   /// Closes all three endpoints and asks the locator anew. A request with too many units for one datagram is
   /// not sent: the message says so.
   void Restart();
+
+  /// The same for a connection that is kept without the user: what was reported before counts as answered.
+  void Renew();
+  /// Closes a connection that brings nothing of use. The state is that of one that the server has closed.
+  void HangUp();
 
   /// The answers of the retry dialog. Stopping changes nothing but a state in which a failure was reported.
   void Retry();
@@ -148,7 +154,7 @@ class ServerConnection {
   void OnClosedByPeer(const char* endpoint);
   void Report(const std::string& code, const std::string& message, connection_phase::Reporting report = {});
   std::string FaqLine() const;
-  bool WantsNothing() const { return host_.dataRequest().empty(); }
+  bool WantsNothing() const { return host_.locatorRequest().size() <= 1; }
 
   DatagramEndpoint& locator_;
   StreamEndpoint& probe_;

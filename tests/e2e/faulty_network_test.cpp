@@ -123,7 +123,7 @@ class FaultyNetworkTest : public testing::Test {
                                      {"WindowPos_H", "600"}})
       fakes_.settings.values[key] = value;
     const Views views = ViewsOf(window_, fakes_.zonesView, fakes_.alertView, fakes_.journalView,
-                                fakes_.pointTableView, fakes_.visitsView);
+                                fakes_.pointTableView, fakes_.visitsView, fakes_.liveView);
     const Ports ports = fakes_.PortsFor(views, window_.System());
     client_ = std::make_unique<Client>(Ports{.views = views,
                                              .network = {locator_, probe_, data_},

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
+#include <string_view>
 
 #include "fakes/allocated_bytes.h"
 #include "fakes/client_harness.h"
@@ -12,6 +13,7 @@
 // A simulated stretch of live points from the station's demo units into the client, with reloads, fits, zooms
 // and a page that asks for tiles all along: memory follows the stored points and nothing else.
 // memory_day [SECONDS [RELOADS]]; a day and a thousand reloads, if nothing is said.
+// memory_day live [SECONDS]; the same points in live mode, against a plain load of all of them at the end.
 
 namespace pallomir {
 namespace {
@@ -22,12 +24,15 @@ constexpr std::size_t kBytesAPoint = 32;
 constexpr std::size_t kSlack = 400 * 1024;
 // The first reloads fill buffers that are kept.
 constexpr int kWarmUpReloads = 10;
+constexpr double kMostOfPlainLoad = 1.1;
+// Three in the morning there, when a window begins.
+const Millis kBegin = ToMillis({2026, 11, 22, 8, 0, 5});
 
 class Day {
  public:
-  Day() {
-    harness_.clock.now =
-        ToMillis({2026, 11, 22, 8, 0, 5});  // three in the morning there, when a window begins
+  explicit Day(Millis now = kBegin, bool isLive = false) {
+    harness_.clock.now = now;
+    if (isLive) harness_.settings.values["Live"] = "True";
     harness_.client->Load();
     Connect();
     for (const char* command : {"S1", "M40.620000,-75.370000", "Z12", "S99"}) harness_.Command(command);
@@ -43,6 +48,15 @@ class Day {
     if (seconds_ % 7 == 0) harness_.Command("m0010000200+024360000-045222000015");
   }
 
+  void LiveSecond() {
+    harness_.clock.now += kSecond;
+    harness_.loop.Advance(1000);
+    if (harness_.locator.sent.size() != asked_) Connect();
+    answer_->LookForNew();
+    Deliver();
+    if (++seconds_ % 600 == 0) ForgetWhatTheFakesKept();
+  }
+
   void Reload() {
     harness_.client->MapReload();
     Connect();
@@ -54,10 +68,18 @@ class Day {
 
   int Reloads() const { return reloads_; }
   std::size_t Points() const { return harness_.client->Points().PointCount(); }
+  /// Bytes of this day: the heap's, and what the points have reserved beside it.
+  std::size_t Memory() const {
+    std::size_t bytes = fakes::AllocatedBytes() - before_;
+    const PointStore& store = harness_.client->Points();
+    for (std::size_t k = 1; k <= store.UnitCount(); ++k) bytes += store.Track(k).ReservedBytes();
+    return bytes;
+  }
   std::string Trouble() const { return harness_.Trouble(); }
 
  private:
   void Connect() {
+    asked_ = harness_.locator.sent.size();
     harness_.Connect();
     const auto request = station::ParseDataRequest(harness_.data.sent.back());
     if (!request) std::abort();
@@ -80,16 +102,38 @@ class Day {
     harness_.traced = {};
     harness_.settings.order = {};
     harness_.locator.sent = harness_.locator.connections = {};
+    asked_ = 0;
     harness_.probe.sent = harness_.probe.connections = {};
     harness_.data.sent = harness_.data.connections = {};
   }
 
+  const std::size_t before_ = fakes::AllocatedBytes();
   fakes::ClientHarness harness_;
   station::DemoSource source_{[this] { return harness_.clock.now; }};
   std::optional<station::Answer> answer_;
+  std::size_t asked_ = 0;  // of the client's questions to the locator
   int seconds_ = 0;
   int reloads_ = 0;
 };
+
+int RunLive(int seconds) {
+  std::size_t live = 0;
+  std::size_t points = 0;
+  bool isQuiet = false;
+  {
+    Day day(kBegin, true);
+    for (int second = 1; second <= seconds; ++second) day.LiveSecond();
+    live = day.Memory();
+    points = day.Points();
+    isQuiet = day.Trouble().empty();
+  }
+  const Day plain(kBegin + seconds * kSecond);
+  const std::size_t loaded = plain.Memory();
+  const double ratio = static_cast<double>(live) / static_cast<double>(loaded);
+  std::printf("live: %zu points, %zu bytes; plain load: %zu points, %zu bytes; %.2fx (at most %.1fx)\n",
+              points, live, plain.Points(), loaded, ratio, kMostOfPlainLoad);
+  return isQuiet && points > 0 && points + 20 > plain.Points() && ratio <= kMostOfPlainLoad ? 0 : 1;
+}
 
 int Run(int seconds, int reloads) {
   Day day;
@@ -119,6 +163,8 @@ int Run(int seconds, int reloads) {
 }  // namespace pallomir
 
 int main(int argc, char** argv) {
+  if (argc > 1 && std::string_view(argv[1]) == "live")
+    return pallomir::RunLive(argc > 2 ? std::atoi(argv[2]) : 86'390);
   const int seconds = argc > 1 ? std::atoi(argv[1]) : 86'390;
   const int reloads = argc > 2 ? std::atoi(argv[2]) : 1000;
   return seconds > 0 && reloads > 0 ? pallomir::Run(seconds, reloads) : 2;

@@ -8,6 +8,7 @@
 #include "fakes/fake_alerts.h"
 #include "fakes/fake_event_loop.h"
 #include "fakes/fake_journal_view.h"
+#include "fakes/fake_live_view.h"
 #include "fakes/fake_network.h"
 #include "fakes/fake_point_table_view.h"
 #include "fakes/fake_programs.h"
@@ -41,8 +42,8 @@ class ClientHarness {
 
   /// All fakes.
   Views OwnViews() {
-    return {view, view, view,      view,      view,        view,           view,
-            view, view, zonesView, alertView, journalView, pointTableView, visitsView};
+    return {view, view,      view,      view,        view,           view,       view,    view,
+            view, zonesView, alertView, journalView, pointTableView, visitsView, liveView};
   }
 
   /// The next run of the program; it is not loaded yet.
@@ -116,6 +117,7 @@ class ClientHarness {
   FakeJournalView journalView;
   FakePointTableView pointTableView;
   FakeVisitsView visitsView;
+  FakeLiveView liveView;
   FakeNotifier notifier;
   FakeWindow window;
   FakeBrowser browser;

@@ -28,7 +28,7 @@ const std::vector<std::vector<std::string>> kFloors{
     {"src/map"},
     {"src/tracking"},
     {"src/timeline", "src/zones", "src/hotspots", "src/dataserver"},
-    {"src/alerts", "src/reports", "src/journal"},
+    {"src/alerts", "src/reports", "src/journal", "src/live"},
     {"src/commands"},
     {"src/window"},
     {"src/shell"},

@@ -27,7 +27,7 @@ TEST_F(ClientTest, SettingsAreReadInTheirOrder) {
                   "ReportNOW", "Mobile Phone Number", "Email Address", "Alert Method", "Alert Stale Index",
                   "Unit Of Measure", "PortBase", "AlertSound", "AlertEnabled", "Demo Mode", "SSIDs",
                   "SecureSSIDs", "Journal Window", "Journal Notifications", "Zone Flicker Seconds",
-                  "Zone Flicker Meters", "Zone Alerts Only", "Mute Until"))
+                  "Zone Flicker Meters", "Zone Alerts Only", "Mute Until", "Live"))
       << "the user's units are no part of the demo";
 }
 

@@ -51,11 +51,15 @@ class PanelsTest : public testing::Test, protected fakes::RoomPorts {
   int editsEnded_ = 0;
   int settled_ = 0;
   bool isMinimised_ = false;
+  bool isLive_ = false;
   PixelSize browser_{1018, 700};
   std::vector<WorldBox> boxes_;
   MapView map_;
-  PickerPanel pickers_{
-      shown_, loop_, localClock_, onStartup_, {[this] { ++reloads_; }, [this] { ++editsEnded_; }}};
+  PickerPanel pickers_{shown_,
+                       loop_,
+                       localClock_,
+                       onStartup_,
+                       {[this] { ++reloads_; }, [this] { ++editsEnded_; }, [this] { return isLive_; }}};
   MapMarks marks_{shown_,
                   loop_,
                   map_,
@@ -100,6 +104,26 @@ TEST_F(PanelsTest, LocalTimeTakesTheBiasOfTheSeason) {
   }
   clock_.zone.reset();
   EXPECT_FALSE(localClock_.TakeSystemZone());
+}
+
+TEST_F(PanelsTest, WhatComesLiveExtendsTheWindow) {
+  onStartup_.Store(static_cast<int>(StartupChoice::kNothing));
+  pickers_.SetFirstWindow();
+  isLive_ = true;
+  pickers_.ReturnToCurrentDay();
+  const Millis midnight = ToMillis({2026, 11, 22});
+  EXPECT_EQ(pickers_.Window(), (TimeWindow{midnight, midnight + kDay}));
+  pickers_.ExtendTo(midnight + kDay + kHour);
+  EXPECT_EQ(shown_.pickers[1].value, midnight + kDay + kHour);
+  EXPECT_EQ(shown_.pickers[1].format, "ddd,MMMd, h tt");
+  EXPECT_TRUE(shown_.pickers[1].visible);
+  EXPECT_EQ(reloads_, 1);
+  pickers_.GotFocus(0);
+  pickers_.Changed(0, midnight - kDay);
+  pickers_.LostFocus(0);
+  pickers_.ExtendTo(midnight + kDay + 2 * kHour);
+  EXPECT_EQ(pickers_.Window().end, midnight + kDay + 2 * kHour);
+  EXPECT_EQ(shown_.pickers[1].value, midnight) << "what is being chosen stays";
 }
 
 TEST_F(PanelsTest, AnEditedWindowIsLoadedWhenTheButtonIsPressed) {

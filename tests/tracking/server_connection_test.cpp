@@ -22,6 +22,7 @@ constexpr char kUnit[] = "0123456789AB";
 struct Wired {
   static ServerConnection::Host HostOf(Wired& test) {
     ServerConnection::Host host;
+    host.closedByServer = [] {};
     host.locatorRequest = [&test] { return "D" + test.units; };
     host.dataRequest = [&test] { return test.units.empty() ? "" : test.units + "~~"; };
     host.portBase = [] { return 18801; };

@@ -26,7 +26,7 @@ class WindowHarness : public testing::Test {
     ports_.settings.values["WindowPos_H"] = "600";
     client_ = std::make_unique<Client>(
         ports_.PortsFor(ViewsOf(window_, ports_.zonesView, ports_.alertView, ports_.journalView,
-                                ports_.pointTableView, ports_.visitsView),
+                                ports_.pointTableView, ports_.visitsView, ports_.liveView),
                         window_.System()));
     window_.Attach(client_->RoomsOfWindow());
     client_->Load();
