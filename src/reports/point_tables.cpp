@@ -48,7 +48,7 @@ bool PointTables::Close() {
 }
 
 void PointTables::OnPointsMove() {
-  nearby_.Forget();
+  OnPointsGrow();
   if (table_) Close();
 }
 

@@ -38,6 +38,8 @@ class PointTables {
 
   // What happens around them.
   void OnTilesDrawn();
+  /// Points will come behind those that there are: an open table stays.
+  void OnPointsGrow() { nearby_.Forget(); }
   /// The points will be others.
   void OnPointsMove();
   /// The map shows another part of the world, or shows it at another scale. The pan to a point of the table

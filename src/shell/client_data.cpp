@@ -26,9 +26,12 @@ DataFeed::Host Client::FeedHost() {
   host.arrived = [this] { marks_.HidePointMarker(); };
   host.beforeDecoding = [this] {
     map_.DropRebuild();
+    live_.IsLive() ? pointTables_.Tables().OnPointsGrow() : pointTables_.Tables().OnPointsMove();
+  };
+  host.pointsMoved = [this] {
+    timeline_.PointsMoved();
     pointTables_.Tables().OnPointsMove();
   };
-  host.pointsMoved = [this] { timeline_.PointsMoved(); };
   host.batchMerged = [this](const MergedBatch& batch) { OnBatch(batch); };
   host.endSession = [this] { ports_.desktop.window.Close(); };
   host.locatorHost = ports_.deployment.websiteServer;

@@ -34,7 +34,8 @@ LiveWatch::Advice LiveWatch::Look(const Facts& facts) {
 LiveWatch::Advice LiveWatch::LookAtStream(const Facts& facts) {
   ++streaming_;
   ++silent_;
-  if (silent_ >= kSilenceSeconds) return Advice::kAskAnew;
+  // Of a window that is over nothing more is expected.
+  if (silent_ >= kSilenceSeconds && facts.wantedUntil > facts.nowUtc) return Advice::kAskAnew;
   // Units that come back together are asked for together.
   if (facts.hasGap && HasSettled()) return Advice::kAskAnew;
   const bool isEnding = facts.nowUtc + kHour > facts.askedUntil;
