@@ -1,3 +1,4 @@
+#include "commands/command_table.h"
 #include "shell/client_testing.h"
 
 // What follows a batch is heard, and what the user chooses of it is kept.

@@ -1,3 +1,4 @@
+#include "commands/command_table.h"
 #include "shell/client_testing.h"
 
 // Who enters and leaves a zone is noted, shown, and told.
