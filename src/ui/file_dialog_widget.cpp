@@ -28,4 +28,15 @@ QFileDialog* MakeFileDialog(QWidget* owner, const char* name, const QString& tit
   return dialog;
 }
 
+QFileDialog* ShowCsvDialog(QWidget* owner, const char* name, const QString& title, const QString& file,
+                           std::function<void(const std::filesystem::path&)> then) {
+  QFileDialog* dialog = MakeFileDialog(owner, name, title, "", std::move(then));
+  dialog->setAcceptMode(QFileDialog::AcceptSave);
+  dialog->setNameFilter("CSV (*.csv)");
+  dialog->setDefaultSuffix("csv");
+  dialog->selectFile(file);
+  dialog->show();
+  return dialog;
+}
+
 }  // namespace pallomir

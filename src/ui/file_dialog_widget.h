@@ -18,4 +18,8 @@ namespace pallomir {
 QFileDialog* MakeFileDialog(QWidget* owner, const char* name, const QString& title, const QString& folder,
                             std::function<void(const std::filesystem::path&)> then);
 
+/// Asks in such a dialog for a CSV file to write; `file` is the name that it offers.
+QFileDialog* ShowCsvDialog(QWidget* owner, const char* name, const QString& title, const QString& file,
+                           std::function<void(const std::filesystem::path&)> then);
+
 }  // namespace pallomir

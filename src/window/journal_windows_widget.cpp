@@ -36,12 +36,8 @@ void JournalWindows::ShowJournalNote(const std::string& text) {
 void JournalWindows::AskCsvFile(std::function<void(const std::filesystem::path&)> then) {
   delete fileDialog_;
   QWidget* owner = formJournal_ ? static_cast<QWidget*>(formJournal_) : &window_;
-  fileDialog_ = MakeFileDialog(owner, "journalFileDialog", "Save Journal as CSV", "", std::move(then));
-  fileDialog_->setAcceptMode(QFileDialog::AcceptSave);
-  fileDialog_->setNameFilter("CSV (*.csv)");
-  fileDialog_->setDefaultSuffix("csv");
-  fileDialog_->selectFile("Journal.csv");
-  fileDialog_->show();
+  fileDialog_ =
+      ShowCsvDialog(owner, "journalFileDialog", "Save Journal as CSV", "Journal.csv", std::move(then));
 }
 
 void JournalWindows::ShowOpenAlerts(std::size_t count, std::function<void()> chosen) {

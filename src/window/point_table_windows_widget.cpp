@@ -1,11 +1,10 @@
 #include "window/point_table_windows_widget.h"
 
-#include <QFile>
 #include <QFileDialog>
-#include <QStandardPaths>
 #include <utility>
 
 #include "reports/formDataPoints.h"
+#include "ui/file_dialog_widget.h"
 #include "window/formMain.h"
 
 namespace pallomir {
@@ -29,24 +28,8 @@ void PointTableWindows::ClosePointTable() {
 
 void PointTableWindows::AskCsvFile(std::function<void(const std::filesystem::path&)> then) {
   delete fileDialog_;
-  fileDialog_ = new QFileDialog(&window_, "Save Table as CSV",
-                                QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-  fileDialog_->setObjectName("pointTableFileDialog");
-  fileDialog_->setAttribute(Qt::WA_DeleteOnClose);
-  fileDialog_->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
-                          QFileDialog::ReadOnly);
-  fileDialog_->setFileMode(QFileDialog::AnyFile);
-  fileDialog_->setAcceptMode(QFileDialog::AcceptSave);
-  fileDialog_->setNameFilter("CSV (*.csv)");
-  fileDialog_->setDefaultSuffix("csv");
-  fileDialog_->selectFile("DataPoints.csv");
-  QObject::connect(fileDialog_, &QFileDialog::fileSelected, &window_,
-                   [window = &window_, then = std::move(then)](const QString& file) {
-                     const std::filesystem::path path = QFile::encodeName(file).toStdString();
-                     QMetaObject::invokeMethod(
-                         window, [then, path] { then(path); }, Qt::QueuedConnection);
-                   });
-  fileDialog_->show();
+  fileDialog_ =
+      ShowCsvDialog(&window_, "pointTableFileDialog", "Save Table as CSV", "DataPoints.csv", std::move(then));
 }
 
 }  // namespace pallomir

@@ -1,11 +1,10 @@
 #include "window/visit_windows_widget.h"
 
-#include <QFile>
 #include <QFileDialog>
-#include <QStandardPaths>
 #include <utility>
 
 #include "reports/formBeenHere.h"
+#include "ui/file_dialog_widget.h"
 #include "window/formMain.h"
 
 namespace pallomir {
@@ -25,28 +24,11 @@ void VisitWindows::RefreshBeenHere() {
   if (formBeenHere_) formBeenHere_->Refresh();
 }
 
-// As the journal's: whether a file may be replaced is asked by who gets the answer.
 void VisitWindows::AskVisitsFile(std::function<void(const std::filesystem::path&)> then) {
   if (!formBeenHere_) return;
   delete fileDialog_;
-  fileDialog_ = new QFileDialog(formBeenHere_, "Save Visits as CSV",
-                                QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-  fileDialog_->setObjectName("visitsFileDialog");
-  fileDialog_->setAttribute(Qt::WA_DeleteOnClose);
-  fileDialog_->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
-                          QFileDialog::ReadOnly);
-  fileDialog_->setFileMode(QFileDialog::AnyFile);
-  fileDialog_->setAcceptMode(QFileDialog::AcceptSave);
-  fileDialog_->setNameFilter("CSV (*.csv)");
-  fileDialog_->setDefaultSuffix("csv");
-  fileDialog_->selectFile("Visits.csv");
-  QObject::connect(fileDialog_, &QFileDialog::fileSelected, &window_,
-                   [window = &window_, then = std::move(then)](const QString& file) {
-                     const std::filesystem::path path = QFile::encodeName(file).toStdString();
-                     QMetaObject::invokeMethod(
-                         window, [then, path] { then(path); }, Qt::QueuedConnection);
-                   });
-  fileDialog_->show();
+  fileDialog_ =
+      ShowCsvDialog(formBeenHere_, "visitsFileDialog", "Save Visits as CSV", "Visits.csv", std::move(then));
 }
 
 void VisitWindows::CloseBeenHere() {
