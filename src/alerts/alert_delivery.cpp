@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "alerts/carriers.h"
+#include "platform/menu_model.h"
 #include "settings/choice_table.h"
 
 namespace pallomir {
