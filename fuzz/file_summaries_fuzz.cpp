@@ -14,7 +14,7 @@ void CheckText(const std::string& text) {
   const FileSummaries summaries = DecodeSummaries(text);
   PALLOMIR_DEMAND(DecodeSummaries(EncodeSummaries(summaries)) == summaries);
   for (const auto& [name, summary] : summaries) {
-    PALLOMIR_DEMAND(IsDataFileSize(summary.key.size));
+    PALLOMIR_DEMAND(IsDataFileSize(summary.stamp.size));
     PALLOMIR_DEMAND(summary.boxes.size() == (summary.RecordCount() + 31) / 32);
     PALLOMIR_DEMAND(name.size() < text.size());
   }
