@@ -46,11 +46,6 @@ constexpr CommandRow Grey(CommandRow row) {
   return row;
 }
 
-constexpr CommandRow Later(CommandRow row) {
-  row.state = CommandRow::State::kLater;
-  return row;
-}
-
 constexpr CommandRow Hidden(CommandRow row) {
   row.state = CommandRow::State::kHidden;
   return row;

@@ -124,6 +124,11 @@ void formJournal::BuildTable() {
     table_->setColumnWidth(column, bold.horizontalAdvance(like) + 12);
   connect(table_, &QTableView::clicked, this, &formJournal::ShowPlace);
   connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this, &formJournal::ShowButtons);
+  connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this](const QModelIndex& at) {
+            const JournalEntry* entry = at.isValid() ? list_.At(static_cast<std::size_t>(at.row())) : nullptr;
+            current_ = entry ? entry->id : 0;
+          });
   const auto addKey = [this](const QKeySequence& key, void (formJournal::*act)()) {
     auto* shortcut = new QShortcut(key, table_, nullptr, nullptr, Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this, act);
@@ -198,16 +203,15 @@ void formJournal::Refresh() {
 
 // What was looked at stays where it is: entries come in at the top.
 void formJournal::ShowList() {
-  const QModelIndex current = table_->currentIndex();
-  const JournalEntry* entry = current.isValid() ? list_.At(static_cast<std::size_t>(current.row())) : nullptr;
-  const auto id = entry ? entry->id : 0;
+  const int current = table_->currentIndex().row();
+  const auto id = std::exchange(current_, 0);
   const int before = rows_->rowCount(), scrolled = table_->verticalScrollBar()->value();
   list_.Refresh();
   FillFilters();
   rows_->Reset();
   const int more = rows_->rowCount() - before;
   if (scrolled > 0) table_->verticalScrollBar()->setValue(scrolled + std::max(more, 0));
-  for (const int row : {current.row() + more, current.row()}) {
+  for (const int row : {current + more, current}) {
     const JournalEntry* there = id != 0 && row >= 0 ? list_.At(static_cast<std::size_t>(row)) : nullptr;
     if (!there || there->id != id) continue;
     table_->selectionModel()->setCurrentIndex(

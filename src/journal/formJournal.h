@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <cstdint>
 #include <string>
 
 #include "journal/journal_view.h"
@@ -70,6 +71,7 @@ class formJournal : public QDialog {
   std::vector<JournalStore::Unit> units_;  // of the filter, as are the zones
   std::vector<std::string> zones_;
   QString note_;
+  std::int64_t current_ = 0;  // the entry of the current row; 0 where there is none
   bool isFilling_ = false;
 };
 

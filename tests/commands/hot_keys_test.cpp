@@ -14,7 +14,7 @@ TEST(HotKeys, OnlyTheKeysOfTheTableDoAnything) {
   for (int modifiers = -1; modifiers <= 15; ++modifiers)
     for (int key = -128; key < 128; ++key)
       count += FindKeyCommand(modifiers, static_cast<char>(key), 12).has_value();
-  EXPECT_EQ(count, 23 + 4 * 9) << "nine digits, with and without Shift and Ctrl";
+  EXPECT_EQ(count, 24 + 4 * 9) << "nine digits, with and without Shift and Ctrl";
   EXPECT_EQ(FindKeyCommand(kNoModifier, '0', 12), GivenCommand{kAllUnits});
   EXPECT_EQ(FindKeyCommand(kShift | kCtrl, '7', 12), (GivenCommand{kTimeForward, 7}));
   EXPECT_TRUE(FindKeyCommand(kShift, '3', 3));

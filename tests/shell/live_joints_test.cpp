@@ -1,3 +1,4 @@
+#include "commands/command_table.h"
 #include "shell/client_testing.h"
 
 // Live mode in the whole client: what comes is shown without a key, and nothing else changes.

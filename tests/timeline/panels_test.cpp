@@ -173,6 +173,7 @@ TEST_F(PanelsTest, NavigationDropsWhatIsEditedAndLoadsAtOnce) {
   EXPECT_FALSE(shown_.reload);
   EXPECT_FALSE(pickers_.MoveBy(100'000'000)) << "there are no dates beyond";
   EXPECT_EQ(reloads_, 1);
+  pickers_.Load({ToMillis({2026, 11, 22}), ToMillis({2026, 11, 23})});
   pickers_.ShowAll(false);
   EXPECT_FALSE(shown_.pickers[0].visible || shown_.captionVisible);
   pickers_.ShowAll(true);
