@@ -23,7 +23,7 @@ class Recordings : public station::PositionSource {
       const int hour = second / 3600;
       Add(kSteady, second, second);
       const bool isOutOfReach = hour % 5 >= 2 && hour % 5 < 4;
-      Add(kFar, second, isOutOfReach ? (hour - hour % 5 + 4) * 3600 + 30 : second);
+      Add(kFar, second, isOutOfReach ? (hour - hour % 5 + 4) * 3600 : second);
       if (hour >= 9) Add(kLate, second, second + (second / 10 % 50 == 0 ? 9 : 0));
     }
   }
@@ -32,7 +32,8 @@ class Recordings : public station::PositionSource {
                                std::size_t limit) override {
     std::vector<WireRecord> read;
     const auto& records = records_[std::string(unitId)];
-    for (auto at = records.lower_bound(window.from); at != records.end() && at->first <= window.until; ++at) {
+    const Millis until = std::min(window.until, now_);  // nothing is sent before its time
+    for (auto at = records.lower_bound(window.from); at != records.end() && at->first <= until; ++at) {
       if (at->second.sentAt > now_) continue;
       read.push_back(at->second.record);
       if (read.size() == limit) break;

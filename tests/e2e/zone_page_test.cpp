@@ -33,6 +33,7 @@ class ZonePageTest : public testing::Test {
   ZonePageTest() {
     for (const auto& [name, value] : fakes::ClientEnvironment(folder_.Path(), "offscreen"))
       qputenv(name.c_str(), value.c_str());
+    fs::create_directories(folder_.Data() / "0013A20040B1");  // or a dialog says that no server knows it
     options_.address = kAddress;
     options_.webRoot = WEB_FOLDER;
     options_.data = folder_.Data();
