@@ -52,7 +52,7 @@ void VisitJoints::Close() {
 }
 
 void VisitJoints::OpenHere() {
-  Open(PlaceUnderPointer(rooms_.map.Page()));
+  Show(PlaceUnderPointer(rooms_.map.Page()));
   rooms_.clickedAddress.Ask(this, [this](const std::string& address) { search_.SetAddress(address); });
 }
 
@@ -71,10 +71,10 @@ void VisitJoints::OpenInZone(ZoneOrdinal zone) {
     };
   };
   if (target.name.empty()) target.name = "Zone " + tree.Section(zone);
-  Open(std::move(target));
+  Show(std::move(target));
 }
 
-void VisitJoints::Open(VisitTarget target) {
+void VisitJoints::Show(VisitTarget target) {
   search_.Open(std::move(target), Units(), rooms_.pickers.Window());
   view_.ShowBeenHere(search_, {.save = [this] { Save(); },
                                .closed =

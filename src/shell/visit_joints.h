@@ -25,7 +25,7 @@ class VisitJoints final : public Joint {
  private:
   void OpenHere();
   void OpenInZone(ZoneOrdinal zone);
-  void Open(VisitTarget target);
+  void Show(VisitTarget target);
   std::vector<SearchedUnit> Units() const;
   void Load(const std::string& unitId, const TimeWindow& days);
   void Save();

@@ -103,6 +103,7 @@ TEST_F(PointTableWindowTest, TheRowUnderThePointerIsGreyInAllColumns) {
   Table()->setPalette(dark);
   EXPECT_EQ(GroundOf(1, 0), QColor(Qt::black));
   EXPECT_EQ(GroundOf(2, 0).lightness(), 64);
+  QTest::mouseClick(Table()->viewport(), Qt::LeftButton, {}, Cell(2, 4).center());
   QTest::mouseDClick(Table()->viewport(), Qt::LeftButton, {}, Cell(2, 4).center());
   EXPECT_THAT(told_, testing::EndsWith("c2 "));
   form_->ShowAddress("Bethlehem, <b>");
