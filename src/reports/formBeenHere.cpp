@@ -25,10 +25,10 @@
 namespace pallomir {
 namespace {
 
-// 6495, 2730 and 6000 twips.
+// 6495 and 2730 twips, and what shows some lines over the calendar: more than 6000 twips.
 constexpr int kWidth = 433;
 constexpr int kSmallHeight = 182;
-constexpr int kLargeHeight = 400;
+constexpr int kLargeHeight = 540;
 constexpr int kAll = 0, kMostRecent = 1;  // of WhichEvents
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
